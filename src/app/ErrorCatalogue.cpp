@@ -1,0 +1,50 @@
+#include "app/ErrorCatalogue.h"
+
+#include "model/LineText.h"
+#include "reader/ReadFile.h"
+#include "reader/SourceText.h"
+
+#include <optional>
+#include <string_view>
+
+namespace zem {
+
+namespace {
+
+/// The lines of the file; none when it cannot be read.
+std::optional<std::string> ReadCatalogue(const std::string& path) {
+    try {
+        return ReadFile(path);
+    } catch (const KelError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+void LoadErrorCatalogue(Table<ErrorMessage>& errors, const std::string& path, Host& host) {
+    const std::optional<std::string> bytes = ReadCatalogue(path);
+    if (!bytes) {
+        host.ShowNotice("An error occurred when loading ZEMERR.DAT. Please check that the file exists in the "
+                        "same directory as ZEM.",
+                        "File Error");
+        return;
+    }
+    if (bytes->empty())
+        return;
+    const SourceText source(*bytes);
+    for (std::size_t index = 1; index <= source.LineCount(); ++index) {
+        const std::string_view line = source.Line(index);
+        if (line.starts_with('#'))
+            continue;
+        const std::size_t semicolon = line.find(';');
+        if (semicolon == std::string_view::npos) {
+            host.ShowNotice("Bad ZEMERR.DAT file", "");
+            return;
+        }
+        errors.Append({std::string(Trim(line.substr(semicolon + 1))),
+                       std::string(Trim(line.substr(0, semicolon))), ""});
+    }
+}
+
+} // namespace zem

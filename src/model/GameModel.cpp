@@ -1,0 +1,64 @@
+#include "model/GameModel.h"
+
+#include "model/LineText.h"
+
+#include <string_view>
+#include <utility>
+
+namespace zem {
+
+void NewGame(GameModel& game) {
+    GameModel fresh;
+    fresh.NextInternalProcedure = game.NextInternalProcedure;
+    fresh.KelVersion = CurrentKelVersion;
+    fresh.GameInfo = "Created with ZEM 1.0";
+    for (const char* name : {"intro", "win", "lose"})
+        fresh.TextSections.Append({name, ""});
+    fresh.ErrorMessages = std::move(game.ErrorMessages);
+    for (int k = 1; k <= fresh.ErrorMessages.Count(); ++k)
+        if (!fresh.ErrorMessages[k].GameText.empty())
+            fresh.ErrorMessages.Edit(k).GameText.clear();
+    game = std::move(fresh);
+}
+
+bool SameGame(const GameModel& a, const GameModel& b) {
+    GameModel copy = a;
+    copy.FileName = b.FileName;
+    copy.Modified = b.Modified;
+    return copy == b;
+}
+
+namespace {
+
+template <class Record, class Field>
+std::string Join(const Table<Record>& table, Field field) {
+    std::string text;
+    std::string_view separator;
+    for (const Record& record : table) {
+        text.append(separator).append(record.*field);
+        separator = "; ";
+    }
+    return text;
+}
+
+} // namespace
+
+std::string ItemsToText(const GameModel& game) {
+    return Join(game.Items, &ItemEntry::Name);
+}
+
+std::string StartItemsToText(const GameModel& game) {
+    std::string text;
+    for (const ItemEntry& item : game.Items)
+        if (item.IsStartItem)
+            text.append(item.Name).append(", ");
+    if (!text.empty())
+        text.resize(text.size() - 2);
+    return std::string(Trim(text));
+}
+
+std::string CollectablesToText(const GameModel& game) {
+    return Join(game.Collectables, &Collectable::Definition);
+}
+
+} // namespace zem

@@ -1,0 +1,138 @@
+#include "reader/BlockReaders.h"
+#include "reader/Keywords.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace zem {
+
+namespace {
+
+constexpr Keyword<GameModel> GameKeywords[] = {
+    {"start ", reads::Parameter<&GameModel::StartRoom>},
+    {"game author ", reads::Parameter<&GameModel::GameAuthor>},
+    {"game version ", reads::Parameter<&GameModel::GameVersion>},
+    {"game copyright ", reads::Parameter<&GameModel::GameCopyright>},
+    {"game info ", reads::Parameter<&GameModel::GameInfo>},
+    {"startscript ", reads::TrimmedRest<&GameModel::StartScript>},
+    {"beforeturn ", reads::TrimmedRest<&GameModel::BeforeTurnScript>},
+    {"afterturn ", reads::TrimmedRest<&GameModel::AfterTurnScript>},
+    {"description ", reads::TrimmedRest<&GameModel::GameDescription>},
+    {"default fontname ", reads::Parameter<&GameModel::DefaultFontName>},
+    {"default fontsize ", [](GameModel& game, std::string_view line,
+                             std::string_view) { game.DefaultFontSize = WholeNumber(GetParameter(line)); }},
+    {"command ", reads::AppendPair<&GameModel::PlayerCommands>},
+    {"use ", reads::AppendPair<&GameModel::GameUses>},
+    // Other readers take these; the version line is replaced by the current one.
+    {"possitems ", reads::Nothing},
+    {"items ", reads::Nothing},
+    {"startitems ", reads::Nothing},
+    {"collectables ", reads::Nothing},
+    {"kel-version ", reads::Nothing},
+    {"error ", reads::Nothing},
+};
+
+/// Gives each inner line of the game block to `use`.
+template <class Use>
+void UseGameLines(const SourceText& source, Use use) {
+    source.UseInnerLines(FindBlock(source, "game"), use);
+}
+
+enum class Cut {
+    AtNearest,   // at the nearer of "," and ";"
+    AtCommaFirst // at the next "," while there is one, so a list separated by ";" alone is one piece
+};
+
+/// Splits a list and gives each trimmed piece to `use`. An empty list is one empty piece.
+template <class Use>
+void SplitList(std::string_view list, Cut cut, Use use) {
+    while (true) {
+        std::size_t end = list.find_first_of(",;");
+        if (cut == Cut::AtCommaFirst)
+            end = list.find(','); // the end of the list counts as a comma
+        use(Trim(list.substr(0, end)));
+        if (end == std::string_view::npos)
+            return;
+        list.remove_prefix(end + 1);
+    }
+}
+
+} // namespace
+
+void ReadGameBlock(GameModel& game, const SourceText& source) {
+    const BlockSpan block = FindBlock(source, "game");
+    if (block.FirstLine != 0)
+        source.UseLine(block.FirstLine, [&](std::string_view line) { game.GameName = GetParameter(line); });
+    source.UseInnerLines(block, [&](std::string_view line) {
+        if (ReadByKeyword<GameModel>(GameKeywords, game, line))
+            return;
+        // An exact comparison: in capitals the line is no flag and is kept as it is.
+        if (line == "nodebug")
+            game.NoDebug = true;
+        else if (!BeginsWith(line, "'"))
+            KeepLine(game.GameMiscTags, line);
+    });
+    game.KelVersion = CurrentKelVersion;
+}
+
+void ReadItems(GameModel& game, const SourceText& source) {
+    game.Items.Clear();
+    UseGameLines(source, [&](std::string_view line) {
+        if (BeginsWith(line, "possitems ") || BeginsWith(line, "items "))
+            SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
+                game.Items.Append({std::string(name), false});
+            });
+    });
+
+    std::unordered_set<std::string> startItems;
+    UseGameLines(source, [&](std::string_view line) {
+        if (BeginsWith(line, "startitems "))
+            SplitList(GetParameter(line), Cut::AtCommaFirst,
+                      [&](std::string_view name) { startItems.insert(Lower(name)); });
+    });
+    for (int k = 1; k <= game.Items.Count(); ++k)
+        if (startItems.contains(Lower(game.Items[k].Name)))
+            game.Items.Edit(k).IsStartItem = true;
+}
+
+void ReadCollectables(GameModel& game, const SourceText& source) {
+    game.Collectables.Clear();
+    UseGameLines(source, [&](std::string_view line) {
+        if (!BeginsWith(line, "collectables "))
+            return;
+        const std::string_view list = GetParameter(line);
+        if (Trim(list).empty())
+            return;
+        SplitList(list, Cut::AtNearest, [&](std::string_view definition) {
+            if (definition.find(' ') == std::string_view::npos)
+                throw KelError("the collectable \"" + std::string(definition) +
+                               "\" has no settings: a blank after its name is missing");
+            game.Collectables.Append({std::string(definition), std::string(FirstWord(definition))});
+        });
+    });
+}
+
+void ReadErrorMessages(GameModel& game, const SourceText& source) {
+    std::unordered_map<std::string, int> firstByName;
+    for (int k = 1; k <= game.ErrorMessages.Count(); ++k)
+        firstByName.emplace(Lower(game.ErrorMessages[k].Name), k);
+
+    UseGameLines(source, [&](std::string_view line) {
+        if (!BeginsWith(line, "error "))
+            return;
+        const std::string_view parameter = GetParameter(line);
+        const std::size_t semicolon = parameter.find(';');
+        const auto found = semicolon == std::string_view::npos
+                               ? firstByName.end()
+                               : firstByName.find(Lower(Trim(parameter.substr(0, semicolon))));
+        if (found == firstByName.end())
+            KeepLine(game.GameMiscTags, line);
+        else
+            game.ErrorMessages.Edit(found->second).GameText = Trim(parameter.substr(semicolon + 1));
+    });
+}
+
+} // namespace zem

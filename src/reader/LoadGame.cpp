@@ -1,0 +1,133 @@
+#include "reader/LoadGame.h"
+
+#include "model/LineText.h"
+#include "reader/BlockReaders.h"
+#include "reader/InternalProcedures.h"
+#include "reader/ReadFile.h"
+#include "reader/SourceText.h"
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+namespace zem {
+
+namespace {
+
+void ShowError(Host& host, const char* text) {
+    host.ShowMessage(text, "Error", MessageButtons::Ok);
+}
+
+/// Checks that the path can be a game file, and tells the author when it cannot.
+bool IsGamePath(const std::string& path, Host& host) {
+    if (path.size() < 4 || !EqualIgnoringCase(std::string_view(path).substr(path.size() - 4), ".kel")) {
+        // Compiled games are never read here, although the message names them.
+        ShowError(host, "Unrecognized file extension!\r\n\r\n"
+                        "Veldt can only read game files with .KEL or .NYX extensions.");
+        return false;
+    }
+    std::error_code error;
+    if (std::filesystem::exists(path, error) || error)
+        return true;
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    const bool folderExists = folder.empty() || std::filesystem::is_directory(folder, error);
+    ShowError(host, folderExists ? "Error - file not found" : "Error - path not found");
+    return false;
+}
+
+/// Only the first marker counts. Without one, the number of the game that was open before goes on.
+void ReadMarker(GameModel& game, const SourceText& source) {
+    for (std::size_t index = 1; index <= source.LineCount(); ++index) {
+        if (!BeginsWith(source.Line(index), "'ZEM-NIP "))
+            continue;
+        source.UseLine(index, [&](std::string_view line) {
+            game.NextInternalProcedure = LeadingNumber(GetParameter(line));
+        });
+        return;
+    }
+}
+
+/// Every line counts, those inside blocks, too. The libraries themselves are not opened.
+void ReadIncludes(GameModel& game, const SourceText& source) {
+    game.Includes.Clear();
+    for (std::size_t index = 1; index <= source.LineCount(); ++index)
+        if (BeginsWith(source.Line(index), "!include "))
+            source.UseLine(
+                index, [&](std::string_view line) { game.Includes.Append(std::string(GetParameter(line))); });
+}
+
+/// The file pass: from the bytes of the file to lines in which every script stands on one line. False when
+/// the host has told the author what is wrong.
+bool ReadGameFile(GameModel& game, const std::string& path, Host& host, std::optional<SourceText>& source) {
+    if (!IsGamePath(path, host))
+        return false;
+    source.emplace(ReadFile(path));
+    ReadMarker(game, *source);
+    ReadIncludes(game, *source);
+    source->IndexBlocks();
+    MakeInternalProcedures(game, *source);
+
+    // The place for errors that the pass could go on after; it has none, so the flag stays unset.
+    const bool errorsFound = false;
+    if (errorsFound)
+        host.ShowMessage("Errors found in " + path + ": Read logfile (if enabled) for details.",
+                         "Failed to load game", MessageButtons::Ok);
+    return !errorsFound;
+}
+
+struct Stage {
+    const char* text;
+    void (*read)(GameModel&, const SourceText&);
+    int progressAfter;
+};
+
+constexpr Stage Stages[] = {
+    {"Initializing game data...", ReadGameBlock, 10},
+    {"Initializing room data...", ReadRooms, 20},
+    {"Initializing character/object data...", ReadThings, 30},
+    {"Initializing text data...", ReadTextSections, 40},
+    {"Initializing item data...", ReadItems, 50},
+    {"Initializing collectable data...", ReadCollectables, 60},
+    {"Initializing procedures...", ReadProcedures, 70},
+    {"Initializing menus...", ReadSelectionMenus, 80},
+    {"Initializing misc data...",
+     [](GameModel& game, const SourceText& source) {
+         ReadSynonyms(game, source);
+         ReadErrorMessages(game, source);
+         CollectUnknownBlocks(game, source);
+     },
+     100},
+};
+
+bool ReadWholeGame(GameModel& game, const std::string& path, Host& host) {
+    std::optional<SourceText> source;
+    if (!ReadGameFile(game, path, host, source))
+        return false;
+    host.ShowStage("Initializing...");
+    host.ShowProgress(5);
+    source->TrimLines();
+    for (const Stage& stage : Stages) {
+        host.ShowStage(stage.text);
+        stage.read(game, *source);
+        host.ShowProgress(stage.progressAfter);
+    }
+    host.ShowStage("Completed intialization");
+    game.FileName = path;
+    game.Modified = false;
+    return true;
+}
+
+} // namespace
+
+bool LoadGame(GameModel& game, const std::string& path, Host& host) {
+    host.ShowStage("Parsing file...");
+    NewGame(game);
+    try {
+        return ReadWholeGame(game, path, host);
+    } catch (...) {
+        NewGame(game); // half a game must not look like a whole one
+        throw;
+    }
+}
+
+} // namespace zem

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "model/GameModel.h"
+#include "model/Host.h"
+
+#include <string>
+
+namespace zem {
+
+/// Reads a ".kel" file into the game, which is reset first, and shows its stages in the host's progress
+/// window, which stays open: the caller closes it when all that follows a load is done.
+///
+/// Returns false when the host has told the author why the path is no game file that can be read.
+/// Throws KelError for a file that is a game but cannot be understood or read; its line number is that in the
+/// file. After either, the game is empty and has no file name, so that a save cannot touch the file.
+bool LoadGame(GameModel& game, const std::string& path, Host& host);
+
+} // namespace zem

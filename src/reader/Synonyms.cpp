@@ -1,0 +1,22 @@
+#include "model/LineText.h"
+#include "reader/BlockReaders.h"
+
+namespace zem {
+
+void ReadSynonyms(GameModel& game, const SourceText& source) {
+    game.Synonyms.Clear();
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!EqualIgnoringCase(source.Line(block.FirstLine), "define synonyms"))
+            continue;
+        source.UseInnerLines(block, [&](std::string_view line) {
+            const std::size_t equals = line.find('=');
+            if (equals == std::string_view::npos)
+                throw KelError(line.empty() ? "an empty line among the synonyms: each line needs a \"=\""
+                                            : "a synonym without \"=\"");
+            game.Synonyms.Append(
+                {std::string(Trim(line.substr(0, equals))), std::string(Trim(line.substr(equals + 1)))});
+        });
+    }
+}
+
+} // namespace zem

@@ -1,0 +1,33 @@
+#include "model/LineText.h"
+#include "reader/BlockReaders.h"
+
+#include <algorithm>
+#include <string>
+
+namespace zem {
+
+void ReadTextSections(GameModel& game, const SourceText& source) {
+    game.TextSections.Clear();
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!BeginsWith(source.Line(block.FirstLine), "define text "))
+            continue;
+        source.UseLine(block.FirstLine, [&](std::string_view line) {
+            TextSection& section = game.TextSections.Append();
+            section.Name = GetParameter(line);
+        });
+        std::string& text = game.TextSections.Edit(game.TextSections.Count()).Text;
+        source.UseInnerLines(block, [&](std::string_view line) { text.append(line).append("\r\n"); });
+        if (!text.empty())
+            text.resize(text.size() - 2);
+    }
+    for (const char* standard : {"intro", "win", "lose"}) {
+        const bool present =
+            std::any_of(game.TextSections.begin(), game.TextSections.end(), [&](const TextSection& section) {
+                return EqualIgnoringCase(section.Name, standard);
+            });
+        if (!present)
+            game.TextSections.Append({standard, ""});
+    }
+}
+
+} // namespace zem

@@ -1,0 +1,34 @@
+#include "writer/OutputFile.h"
+
+#include "model/KelError.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace zem {
+
+namespace {
+
+[[noreturn]] void ThrowUnwritable(int error) {
+    throw KelError("the file cannot be written: " + std::generic_category().message(error));
+}
+
+} // namespace
+
+OutputFile::OutputFile(const std::string& path) : file_(std::fopen(path.c_str(), "wb")) {
+    if (!file_)
+        ThrowUnwritable(errno);
+    std::setvbuf(file_.get(), nullptr, _IONBF, 0); // what arrives here is buffered already
+}
+
+void OutputFile::Write(std::string_view bytes) {
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size())
+        ThrowUnwritable(errno);
+}
+
+void OutputFile::Close() {
+    if (std::fclose(file_.release()) != 0)
+        ThrowUnwritable(errno);
+}
+
+} // namespace zem

@@ -1,0 +1,113 @@
+#include "model/Table.h"
+
+#include "model/GameModel.h"
+
+#include <gtest/gtest.h>
+#include <numeric>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace zem {
+namespace {
+
+Table<std::string> MakeTable(const std::vector<std::string>& texts) {
+    Table<std::string> table;
+    for (const std::string& text : texts)
+        table.Append(text);
+    return table;
+}
+
+std::vector<std::string> Texts(const Table<std::string>& table) {
+    return {table.begin(), table.end()};
+}
+
+// A table and a plain vector go through the same random changes; copies taken on the way must not move.
+TEST(Table, BehavesLikeAVectorAndItsCopiesStayAsTheyWere) {
+    std::mt19937 random(7);
+    Table<std::string> table;
+    std::vector<std::string> model;
+    std::vector<std::pair<Table<std::string>, std::vector<std::string>>> copies;
+    const auto pick = [&](std::size_t count) {
+        return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
+    };
+
+    for (int step = 0; step < 6000; ++step) {
+        const std::string text = "step " + std::to_string(step);
+        // Grows for the first half, shrinks afterwards, so that groups fill up, split off and vanish.
+        const bool grow = pick(10) < (step < 3000 ? 7u : 3u);
+        if (model.empty() || grow) {
+            table.Append(text);
+            model.push_back(text);
+        } else if (pick(2) == 0) {
+            const std::size_t k = pick(model.size());
+            table.Edit(static_cast<int>(k) + 1) = text;
+            model[k] = text;
+        } else {
+            const std::size_t k = pick(model.size());
+            table.Remove(static_cast<int>(k) + 1);
+            model.erase(model.begin() + static_cast<std::ptrdiff_t>(k));
+        }
+        if (step % 500 == 0)
+            copies.emplace_back(table, model);
+        if (!model.empty()) {
+            const std::size_t k = pick(model.size());
+            ASSERT_EQ(table[static_cast<int>(k) + 1], model[k]);
+        }
+    }
+    EXPECT_EQ(Texts(table), model);
+    for (const auto& [copy, texts] : copies) {
+        EXPECT_EQ(copy.Count(), static_cast<int>(texts.size()));
+        EXPECT_EQ(Texts(copy), texts);
+    }
+}
+
+TEST(Table, RefusesPositionsOutsideOneToCount) {
+    Table<std::string> table = MakeTable({"a", "b"});
+    for (const int k : {-1, 0, 3}) {
+        EXPECT_THROW(table[k], KelError) << k;
+        EXPECT_THROW(table.Edit(k), KelError) << k;
+        EXPECT_THROW(table.Remove(k), KelError) << k;
+    }
+    EXPECT_EQ(Texts(table), (std::vector<std::string>{"a", "b"}));
+}
+
+TEST(Table, HoldsAtMost32767Records) {
+    Table<std::string> table;
+    for (int k = 1; k <= 32767; ++k)
+        table.Append(std::to_string(k));
+    EXPECT_THROW(table.Append("one too many"), KelError);
+    EXPECT_EQ(table.Count(), 32767);
+    EXPECT_EQ(table[32767], "32767");
+    table.Remove(1);
+    EXPECT_EQ(table.Append("room again"), "room again");
+}
+
+TEST(Table, SharesRecordsBetweenCopiesUntilOneIsWritten) {
+    GameModel game;
+    for (int k = 1; k <= 200; ++k)
+        game.Rooms.Append().Name = "Room " + std::to_string(k);
+    GameModel copy = game;
+    EXPECT_EQ(&copy.Rooms[100], &game.Rooms[100]);
+    copy.Rooms.Edit(100).Objects.Append().Name = "lamp";
+    EXPECT_NE(&copy.Rooms[100], &game.Rooms[100]);
+    EXPECT_EQ(&copy.Rooms[101], &game.Rooms[101]) << "a neighbour in the same group";
+    EXPECT_TRUE(game.Rooms[100].Objects.IsEmpty());
+    EXPECT_FALSE(SameGame(copy, game));
+    copy.Rooms.Edit(100).Objects.Remove(1);
+    copy.FileName = "other.kel";
+    copy.Modified = true;
+    EXPECT_TRUE(SameGame(copy, game)) << "file name and modified flag are no part of the game";
+}
+
+TEST(Table, IsEmptyAfterItWasMovedFrom) {
+    Table<std::string> table = MakeTable({"a"});
+    const Table<std::string> target = std::move(table);
+    EXPECT_EQ(table.Count(), 0); // NOLINT(bugprone-use-after-move): the promise under test
+    table.Append("b");
+    EXPECT_EQ(table[1], "b");
+    EXPECT_EQ(target[1], "a");
+}
+
+} // namespace
+} // namespace zem

@@ -1,0 +1,226 @@
+#include "reader/LoadGame.h"
+
+#include "model/LineText.h"
+#include "support/Games.h"
+#include "support/Unprivileged.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
+#include <vector>
+
+namespace zem {
+namespace {
+
+namespace fs = std::filesystem;
+using test::CrLf;
+using test::LoadBytes;
+using test::RecordingHost;
+using test::TempFolder;
+
+std::vector<fs::path> FilesIn(const fs::path& folder, const char* extension) {
+    std::vector<fs::path> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        if (entry.path().extension() == extension)
+            files.push_back(entry.path());
+    return files;
+}
+
+std::string Problem(std::string_view bytes) {
+    try {
+        LoadBytes(bytes);
+    } catch (const KelError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+// Every file beside a ".saved" file must be saved as exactly those bytes.
+TEST(LoadGame, ReadsWhatTheWriterLaysOut) {
+    const std::vector<fs::path> inputs = FilesIn(ZEM_TEST_DATA "/format", ".kel");
+    ASSERT_FALSE(inputs.empty());
+    for (const fs::path& input : inputs) {
+        SCOPED_TRACE(input.filename());
+        const std::string saved = test::ReadBytes(fs::path(input).replace_extension(".saved"));
+        EXPECT_EQ(test::SaveToBytes(LoadBytes(test::ReadBytes(input))), saved);
+    }
+}
+
+// Every file beside a ".message" file must be refused with exactly that sentence.
+TEST(LoadGame, TellsWhatIsWrongAndOnWhichLine) {
+    const std::vector<fs::path> inputs = FilesIn(ZEM_TEST_DATA "/bad", ".kel");
+    ASSERT_FALSE(inputs.empty());
+    for (const fs::path& input : inputs) {
+        SCOPED_TRACE(input.filename());
+        const std::string message = test::ReadBytes(fs::path(input).replace_extension(".message"));
+        EXPECT_EQ(Problem(test::ReadBytes(input)) + "\n", message);
+    }
+}
+
+TEST(LoadGame, ShowsItsStages) {
+    const TempFolder folder;
+    const std::string path = folder.Write("Tower.KEL", "define game <x>\r\nend define\r\n");
+    RecordingHost host;
+    GameModel game;
+    ASSERT_TRUE(LoadGame(game, path, host));
+    EXPECT_EQ(game.FileName, path);
+    EXPECT_EQ(host.stages,
+              (std::vector<std::string>{
+                  "Parsing file...", "Initializing... 5", "Initializing game data... 10",
+                  "Initializing room data... 20", "Initializing character/object data... 30",
+                  "Initializing text data... 40", "Initializing item data... 50",
+                  "Initializing collectable data... 60", "Initializing procedures... 70",
+                  "Initializing menus... 80", "Initializing misc data... 100", "Completed intialization"}));
+}
+
+TEST(LoadGame, RefusesPathsThatAreNoGameFiles) {
+    const TempFolder folder;
+    folder.Write("game.kel.bak", "define game <x>\r\nend define\r\n");
+    folder.Write("file", "");
+    const std::string extension = "Error: Unrecognized file extension!\r\n\r\nVeldt can only read game files "
+                                  "with .KEL or .NYX extensions.";
+    struct Case {
+        const char* name;
+        std::string message;
+    };
+    for (const Case& c : {Case{"game.kel.bak", extension},
+                          {"game.nyx", extension},
+                          {"", extension},
+                          {"missing.kel", "Error: Error - file not found"},
+                          {"no folder/game.kel", "Error: Error - path not found"},
+                          {"file/game.kel", "Error: Error - path not found"}}) {
+        SCOPED_TRACE(c.name);
+        RecordingHost host;
+        GameModel game;
+        game.GameName = "the game before";
+        game.FileName = "before.kel";
+        EXPECT_FALSE(LoadGame(game, folder.Path(c.name), host));
+        EXPECT_EQ(host.messages, std::vector<std::string>{c.message});
+        EXPECT_EQ(game.FileName, "");
+        EXPECT_EQ(game.GameName, "");
+    }
+}
+
+TEST(LoadGame, LeavesAnEmptyGameAndTheFileAsItWasWhenTheFileIsBad) {
+    const TempFolder folder;
+    const std::string bytes =
+        "define game <x>\r\nstart <Hall>\r\nend define\r\ndefine room Hall\r\nend define";
+    const std::string path = folder.Write("bad.kel", bytes);
+    RecordingHost host;
+    GameModel game;
+    game.FileName = "before.kel";
+    EXPECT_THROW(LoadGame(game, path, host), KelError);
+    GameModel empty;
+    NewGame(empty);
+    EXPECT_EQ(game, empty);
+    EXPECT_EQ(test::ReadBytes(path), bytes);
+}
+
+TEST(LoadGame, TellsWhyAFileCannotBeRead) {
+    const TempFolder folder;
+    fs::create_directory(folder.Path("folder.kel"));
+    ASSERT_EQ(mkfifo(folder.Path("pipe.kel").c_str(), 0600), 0);
+    const std::string locked = folder.Write("locked.kel", "define game <x>\r\nend define\r\n");
+    fs::permissions(locked, fs::perms::none);
+    fs::permissions(folder.Folder(), fs::perms::all);
+
+    const test::Unprivileged unprivileged;
+    const auto problem = [&](const char* name) -> std::string {
+        RecordingHost host;
+        GameModel game;
+        try {
+            return LoadGame(game, folder.Path(name), host) ? "" : host.messages.front();
+        } catch (const KelError& error) {
+            return error.what();
+        }
+    };
+    EXPECT_EQ(problem("folder.kel"), "this is a folder, not a file");
+    EXPECT_EQ(problem("pipe.kel"), "this is not an ordinary file");
+    EXPECT_EQ(problem("locked.kel"), "the file cannot be read: Permission denied");
+}
+
+TEST(LoadGame, OpensPathsWithBlanksQuotesAndAccents) {
+    const TempFolder folder;
+    for (const char* name :
+         {"two words.kel", "it's \"quoted\".kel", "caf\xC3\xA9.kel", "caf\xE9.kel", "$(x);.kel"}) {
+        RecordingHost host;
+        GameModel game;
+        EXPECT_TRUE(LoadGame(game, folder.Write(name, "define game <x>\nend define"), host)) << name;
+        EXPECT_EQ(game.GameName, "x");
+    }
+}
+
+TEST(LoadGame, AcceptsEveryKindOfLineEnd) {
+    const std::string text =
+        "define game <x>\ngame author <me>\nend define\ndefine text <t>\na\n\nb\nend define";
+    const GameModel expected = LoadBytes(CrLf(text));
+    EXPECT_EQ(expected.TextSections[1].Text, "a\r\n\r\nb");
+    for (const std::string& bytes : {text, text + "\n", CrLf(text + "\n"), CrLf(text) + "\r"})
+        EXPECT_TRUE(SameGame(LoadBytes(bytes), expected)) << bytes;
+    // A carriage return alone is a character of the line, and so is a NUL byte.
+    const std::string odd("define text <a\0b>\r\r\nx\r\0y\r\nend define\r\n", 36);
+    const GameModel game = LoadBytes(odd);
+    EXPECT_EQ(game.TextSections[1].Name, std::string("a\0b", 3));
+    EXPECT_EQ(game.TextSections[1].Text, std::string("x\r\0y", 4));
+}
+
+TEST(LoadGame, GoesOnCountingWithoutAMarker) {
+    GameModel game;
+    game.NextInternalProcedure = 5;
+    const char* bytes = "define procedure <p>\n{ msg <x> }\nend define\n";
+    game = LoadBytes(bytes, game);
+    EXPECT_EQ(game.NextInternalProcedure, 6);
+    game = LoadBytes("define game <x>\nend define\n'ZEM-NIP <text>\n", game);
+    EXPECT_EQ(game.NextInternalProcedure, 0);
+}
+
+TEST(LoadGame, RefusesMoreThanATableHolds) {
+    std::string rooms;
+    for (int k = 1; k <= 32767; ++k)
+        rooms += "define room <" + std::to_string(k) + ">\nend define\n";
+    EXPECT_EQ(LoadBytes(rooms).Rooms.Count(), 32767);
+    EXPECT_EQ(Problem(rooms + "define room <x>\nend define\n"),
+              "line 65535: a list of the game cannot hold more than 32,767 entries: define room <x>");
+
+    // The procedure that is one too many is made from a brace: the message names the line of the brace.
+    std::string braces = "define procedure <p>\n";
+    for (int k = 0; k < 32767; ++k)
+        braces += "{ msg <x> }\n";
+    EXPECT_EQ(Problem(braces + "end define\n"), "line 32768: a list of the game cannot hold more than 32,767 "
+                                                "entries: define procedure <~Internal Procedure 32766>");
+}
+
+// Each of these took time or memory in the square of its size before it was read in one pass.
+TEST(LoadGame, ReadsHostileFilesInOnePass) {
+    constexpr int Many = 30000;
+    const std::string longLine(10'000'000, 'x');
+    const GameModel wide = LoadBytes("define room <a>\nlook <" + longLine + ">\nend define\n");
+    EXPECT_EQ(wide.Rooms[1].Look.size(), longLine.size());
+    EXPECT_LT(Problem("define room <a>\nlook " + longLine + "\nend define\n").size(), 200u);
+
+    std::string nested = "define procedure <p>\n";
+    for (int k = 0; k < Many; ++k)
+        nested += "{ do <x>\n";
+    nested += std::string(Many, '}') + "\nend define\n";
+    const GameModel deep = LoadBytes(nested);
+    ASSERT_EQ(deep.Procedures.Count(), Many + 1);
+    EXPECT_EQ(deep.Procedures[2].Script, "do <x>\r\ndo <~Internal Procedure 1>\r\n");
+    EXPECT_EQ(deep.Procedures[Many + 1].Script, "do <x>\r\n");
+
+    std::string joins = "define procedure <p>\nif a then b\n";
+    for (int k = 0; k < 200'000; ++k)
+        joins += "else c\n";
+    for (int k = 0; k < 200'000; ++k)
+        joins += "x__\n";
+    const GameModel joined = LoadBytes(joins + "end\nend define\n");
+    EXPECT_EQ(joined.Procedures[1].Script.size(), 11u + 200'000 * 7 + 2 + 200'000 + 3 + 2);
+
+    std::string twins;
+    for (int k = 0; k < 32000; ++k)
+        twins += "define room <a>\ndefine object <o>\nend define\nend define\n";
+    EXPECT_EQ(LoadBytes(twins).Rooms[32000].Objects.Count(), 32000);
+}
+
+} // namespace
+} // namespace zem

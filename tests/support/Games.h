@@ -1,0 +1,65 @@
+#pragma once
+
+#include "model/GameModel.h"
+#include "reader/LoadGame.h"
+#include "support/RecordingHost.h"
+#include "support/TempFolder.h"
+#include "writer/SaveGame.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace zem::test {
+
+/// Text with LF line ends as the bytes of a game file.
+inline std::string CrLf(std::string_view text) {
+    std::string bytes;
+    for (const char c : text) {
+        if (c == '\n')
+            bytes += '\r';
+        bytes += c;
+    }
+    return bytes;
+}
+
+/// A game whose error table is filled the way the catalogue fills it.
+inline GameModel GameWithErrorNames() {
+    GameModel game;
+    game.ErrorMessages.Append({"An unknown command", "badcommand", ""});
+    game.ErrorMessages.Append({"A way that leads nowhere", "badgo", ""});
+    return game;
+}
+
+/// Loads the bytes as a game file, through a real file. Throws what LoadGame throws.
+inline GameModel LoadBytes(std::string_view bytes, GameModel game = GameWithErrorNames()) {
+    const TempFolder folder;
+    RecordingHost host;
+    if (!LoadGame(game, folder.Write("game.kel", bytes), host))
+        throw KelError("refused: " + (host.messages.empty() ? "" : host.messages.front()));
+    return game;
+}
+
+class StringOutput : public Output {
+public:
+    std::string bytes;
+    void Write(std::string_view piece) override { bytes.append(piece); }
+    void Close() override {}
+};
+
+inline std::string SaveToBytes(const GameModel& game) {
+    StringOutput output;
+    WriteGame(game, "game.kel", output);
+    return output.bytes;
+}
+
+/// The game as it comes back from a save. The empty list of items, which a file cannot tell from one item
+/// without a name, is made the former in both.
+inline GameModel WithoutNamelessItem(GameModel game) {
+    if (game.Items.Count() == 1 && game.Items[1].Name.empty())
+        game.Items.Clear();
+    return game;
+}
+
+} // namespace zem::test
