@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/Shared.h"
 #include "model/Table.h"
 
 #include <cstdint>
@@ -44,9 +45,9 @@ struct Room {
     std::string Prefix;
     std::string Look;
     std::string InDescription;
-    ScriptPair Out; // destination and script, both at once
+    Shared<ScriptPair> Out; // destination and script, both at once
     // Each holds a destination, or the key ActionExit and a script.
-    ScriptPair North, South, East, West, NorthEast, NorthWest, SouthEast, SouthWest;
+    Shared<ScriptPair> North, South, East, West, NorthEast, NorthWest, SouthEast, SouthWest;
     std::string Script;
     std::string Description;
     Table<ScriptPair> Places; // Key: "name" or "prefix; name"

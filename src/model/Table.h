@@ -1,17 +1,14 @@
 #pragma once
 
 #include "model/KelError.h"
+#include "model/SharedArray.h"
 
 #include <algorithm>
-#include <atomic>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace zem {
 
@@ -19,8 +16,8 @@ namespace zem {
 ///
 /// A copy of a table behaves as a deep copy but shares its records with the original until one of the two
 /// is written, so undo steps and recovery copies are plain copies. Records hang in groups of at most
-/// `GroupSize` pointers: copying a table copies a pointer a group, writing a record copies one group of
-/// pointers and that record.
+/// `GroupSize`: copying a table copies one pointer, writing a record afterwards copies that record, the
+/// pointers of its group and the list of groups.
 ///
 /// Copies may be read and destroyed on other threads; one table object belongs to one thread at a time.
 template <class Record>
@@ -32,26 +29,23 @@ public:
 
     /// How many records there are.
     std::int16_t Count() const {
-        if (groups_.empty())
+        if (groups_.IsEmpty())
             return 0;
-        return static_cast<std::int16_t>(groups_.back().first + groups_.back().records->size());
+        return static_cast<std::int16_t>(groups_.Back().first + groups_.Back().records.Size());
     }
-    bool IsEmpty() const { return groups_.empty(); }
+    bool IsEmpty() const { return groups_.IsEmpty(); }
 
     /// Read access to record k, 1 to Count(). Throws KelError for any other k.
     const Record& operator[](int k) const {
         const Place place = Find(k);
-        return *groups_[place.group].records->at(place.offset);
+        return groups_[place.group].records[place.offset][0];
     }
 
     /// Write access to record k, 1 to Count(). Throws KelError for any other k. The reference is good until
     /// the table is changed in another way or copied.
     Record& Edit(int k) {
         const Place place = Find(k);
-        std::shared_ptr<Record>& record = OwnGroup(place.group)[place.offset];
-        if (!IsUnique(record))
-            record = std::make_shared<Record>(*record);
-        return *record;
+        return groups_.Edit(place.group).records.Edit(place.offset).Edit(0);
     }
 
     /// Adds a record at the end and gives write access to it. Throws KelError when the table is full.
@@ -59,31 +53,30 @@ public:
         const std::int16_t count = Count();
         if (count == MaxCount)
             throw KelError("a list of the game cannot hold more than 32,767 entries");
-        auto added = std::make_shared<Record>(std::move(record));
-        if (groups_.empty() || groups_.back().records->size() == GroupSize) {
-            groups_.push_back({std::make_shared<Records>(1, std::move(added)), count});
-            return *groups_.back().records->back();
+        Box box;
+        box.Append(std::move(record));
+        if (groups_.IsEmpty() || groups_.Back().records.Size() == GroupSize) {
+            Group group{{}, count};
+            group.records.Append(std::move(box));
+            return groups_.Append(std::move(group)).records.Edit(0).Edit(0);
         }
-        Records& last = OwnGroup(groups_.size() - 1);
-        last.push_back(std::move(added));
-        return *last.back();
+        return groups_.Edit(groups_.Size() - 1).records.Append(std::move(box)).Edit(0);
     }
 
     /// Deletes record k, 1 to Count(); later records move down by one. Throws KelError for any other k.
     void Remove(int k) {
         const Place place = Find(k);
-        Records& records = OwnGroup(place.group);
-        records.erase(records.begin() + static_cast<std::ptrdiff_t>(place.offset));
-        for (std::size_t group = place.group + 1; group < groups_.size(); ++group)
-            --groups_[group].first;
-        if (records.empty())
-            groups_.erase(groups_.begin() + static_cast<std::ptrdiff_t>(place.group));
+        groups_.Edit(place.group).records.Remove(place.offset);
+        for (std::size_t group = place.group + 1; group < groups_.Size(); ++group)
+            --groups_.Edit(group).first;
+        if (groups_[place.group].records.IsEmpty())
+            groups_.Remove(place.group);
     }
 
     void Clear() { *this = Table(); }
 
     Iterator begin() const { return {this, 0, 0}; }
-    Iterator end() const { return {this, groups_.size(), 0}; }
+    Iterator end() const { return {this, groups_.Size(), 0}; }
 
     /// Compares the records, without looking into those that both tables share.
     friend bool operator==(const Table& a, const Table& b) {
@@ -96,14 +89,14 @@ public:
     }
 
 private:
-    using Records = std::vector<std::shared_ptr<Record>>;
+    using Box = SharedArray<Record>; // of one record
 
     // Small enough to be copied for every undo step, large enough that the list of groups stays short.
     static constexpr std::size_t GroupSize = 64;
 
     struct Group {
-        std::shared_ptr<Records> records; // never empty
-        std::int16_t first;               // how many records stand in the groups before this one
+        SharedArray<Box> records; // never empty
+        std::int16_t first;       // how many records stand in the groups before this one
     };
 
     struct Place {
@@ -115,30 +108,14 @@ private:
         if (k < 1 || k > Count())
             throw KelError("there is no entry number " + std::to_string(k) + " in a list of " +
                            std::to_string(Count()));
-        const auto after =
+        const Group* after =
             std::upper_bound(groups_.begin(), groups_.end(), k - 1,
                              [](int index, const Group& group) { return index < group.first; });
         const auto group = static_cast<std::size_t>(after - groups_.begin()) - 1;
         return {group, static_cast<std::size_t>(k - 1 - groups_[group].first)};
     }
 
-    template <class Shared>
-    static bool IsUnique(const std::shared_ptr<Shared>& shared) {
-        if (shared.use_count() != 1)
-            return false;
-        // The last other owner may have been a copy that another thread has just finished reading.
-        std::atomic_thread_fence(std::memory_order_acquire);
-        return true;
-    }
-
-    Records& OwnGroup(std::size_t group) {
-        std::shared_ptr<Records>& records = groups_[group].records;
-        if (!IsUnique(records))
-            records = std::make_shared<Records>(*records);
-        return *records;
-    }
-
-    std::vector<Group> groups_; // also tells the count, so that a table moved from is simply empty
+    SharedArray<Group> groups_; // also tells the count, so that a table moved from is simply empty
 };
 
 /// Walks the records in order, read only.
@@ -153,11 +130,11 @@ public:
 
     Iterator() = default;
 
-    reference operator*() const { return *(*table_->groups_[group_].records)[offset_]; }
+    reference operator*() const { return table_->groups_[group_].records[offset_][0]; }
     pointer operator->() const { return &**this; }
 
     Iterator& operator++() {
-        if (++offset_ == table_->groups_[group_].records->size()) {
+        if (++offset_ == table_->groups_[group_].records.Size()) {
             ++group_;
             offset_ = 0;
         }

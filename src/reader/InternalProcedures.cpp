@@ -90,12 +90,21 @@ private:
         if (BeginsWith(source_.Line(span.FirstLine), "define text") || !HoldsBrace(span))
             return;
         const auto block = FindBraces(source_, span);
-        for (std::size_t index = span.FirstLine; index <= span.LastLine; ++index)
-            source_.SetLine(index, {});
         const Position end{block->lines.size() - 1, block->lines.back().size()};
-        Flatten(block, {0, 0}, end, 0, block->braces.size(), [&](std::size_t line, std::string_view text) {
-            source_.SetLine(span.FirstLine + line, text);
-        });
+        std::size_t next = span.FirstLine;
+        const auto clearUpTo = [&](std::size_t index) { // lines that a braced script took up whole
+            for (; next < index; ++next)
+                source_.ClearLine(next);
+        };
+        Flatten(block, {0, 0}, end, 0, block->braces.size(),
+                [&](std::size_t line, std::string_view text, bool isRewritten) {
+                    const std::size_t index = span.FirstLine + line;
+                    clearUpTo(isRewritten ? index + 1 : index);
+                    if (isRewritten)
+                        source_.SetLine(index, std::string(text));
+                    next = index + 1;
+                });
+        clearUpTo(span.LastLine + 1);
     }
 
     bool HoldsBrace(const BlockSpan& span) const {
@@ -110,14 +119,14 @@ private:
         const Brace& brace = block.braces[script.brace];
         const Position begin{brace.open.line, brace.open.column + 1};
         const std::size_t first = source_.LineCount() + 1;
-        source_.AppendSourceLine(source_.Hold("define procedure " + script.name), Origin(block, begin.line));
+        source_.AppendSourceLine("define procedure " + script.name, Origin(block, begin.line));
         Flatten(script.block, begin, brace.close, script.brace + 1, brace.next,
-                [&](std::size_t line, std::string_view text) {
+                [&](std::size_t line, std::string_view text, bool /*isRewritten*/) {
                     const bool besideBrace = line == begin.line || line == brace.close.line;
-                    if (!besideBrace)
-                        source_.AppendSourceLine(text, Origin(block, line));
-                    else if (!Trim(text).empty())
-                        source_.AppendSourceLine(line == begin.line ? Trim(text) : text, Origin(block, line));
+                    if (line == begin.line)
+                        text = Trim(text);
+                    if (!besideBrace || !Trim(text).empty())
+                        source_.AppendSourceLine(std::string(text), Origin(block, line));
                 });
         source_.AppendSourceLine("end define", Origin(block, brace.close.line));
         source_.Blocks().push_back({first, source_.LineCount()});
@@ -129,7 +138,8 @@ private:
 
     /// Walks the text from `begin` to `end`, in which the outermost braces are among `brace` to `pastBrace`,
     /// and emits its lines with each outermost braced script replaced by a call. What follows a "}" goes on
-    /// on the line of its "{"; lines that a braced script took up whole are not emitted.
+    /// on the line of its "{"; lines that a braced script took up whole are not emitted. `emit` gets the
+    /// line's number in the block, its text, and whether that differs from the block's.
     template <class Emit>
     void Flatten(const std::shared_ptr<const BracedBlock>& block, Position begin, Position end,
                  std::size_t brace, std::size_t pastBrace, Emit emit) {
@@ -139,7 +149,7 @@ private:
         bool isRewritten = false;
         const auto finishLine = [&](Position lineEnd) {
             const std::string_view rest = TextBetween(*block, at, lineEnd);
-            emit(startingLine, isRewritten ? std::string_view(source_.Hold(rewritten.append(rest))) : rest);
+            emit(startingLine, isRewritten ? std::string_view(rewritten.append(rest)) : rest, isRewritten);
             rewritten.clear();
             isRewritten = false;
         };

@@ -3,23 +3,21 @@
 #include "model/LineText.h"
 
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace zem {
 
 void JoinElseLines(SourceText& source, const BlockSpan& block) {
     std::size_t ifLine = 0;
-    std::string* joined = nullptr; // the text of the "if" line once something was appended to it
     for (std::size_t index = block.FirstLine; index <= block.LastLine; ++index) {
         const std::string_view line = source.Line(index);
         if (BeginsWith(line, "if")) {
             ifLine = index;
-            joined = nullptr;
         } else if (ifLine != 0 && BeginsWith(line, "else")) {
-            if (joined == nullptr)
-                joined = &source.Hold(std::string(source.Line(ifLine)));
-            joined->append(" ").append(Trim(line));
-            source.SetLine(ifLine, *joined);
-            source.SetLine(index, {});
+            source.AppendToLine(ifLine, " ");
+            source.AppendToLine(ifLine, Trim(line));
+            source.ClearLine(index);
         }
     }
 }
@@ -31,7 +29,7 @@ void JoinContinuedLines(SourceText& source, const BlockSpan& block) {
     for (std::size_t first = block.FirstLine; first <= block.LastLine; ++first) {
         if (!continues(first))
             continue;
-        std::string& joined = source.Hold(std::string());
+        std::string joined;
         std::size_t last = first;
         for (; continues(last); ++last) {
             std::string_view part = source.Line(last);
@@ -39,9 +37,9 @@ void JoinContinuedLines(SourceText& source, const BlockSpan& block) {
             joined.append(last == first ? part : TrimLeft(part));
         }
         joined.append(TrimLeft(source.Line(last)));
-        source.SetLine(first, joined);
+        source.SetLine(first, std::move(joined));
         for (std::size_t index = first + 1; index <= last; ++index)
-            source.SetLine(index, {});
+            source.ClearLine(index);
         first = last;
     }
 }

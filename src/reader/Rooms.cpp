@@ -13,17 +13,17 @@ template <auto Exit>
 constexpr auto CompassExit = [](Room& room, std::string_view line, std::string_view word) {
     const std::string_view rest = TextAfter(line, word);
     if (rest.starts_with('<'))
-        room.*Exit = {std::string(GetParameter(line)), ""};
+        room.*Exit = ScriptPair{std::string(GetParameter(line)), ""};
     else
-        room.*Exit = {ActionExit, std::string(rest)};
+        room.*Exit = ScriptPair{ActionExit, std::string(rest)};
 };
 
 void ReadOutExit(Room& room, std::string_view line, std::string_view /*word*/) {
-    room.Out.Key = GetParameter(line);
+    room.Out.Edit().Key = GetParameter(line);
     const std::string_view script = TextAfterParameter(line);
     // A further "out" line without a script keeps the script of the one before.
     if (!script.empty())
-        room.Out.Script = script;
+        room.Out.Edit().Script = script;
 }
 
 constexpr Keyword<Room> RoomKeywords[] = {

@@ -10,24 +10,48 @@ namespace zem {
 SourceText::SourceText(std::string bytes) : bytes_(std::move(bytes)) {
     if (bytes_.empty())
         throw KelError("the file is empty");
+    if (bytes_.size() >= Rewritten)
+        throw KelError("the file is too large: 4 GB and more cannot be read");
     lines_.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n')) + 1);
-    for (std::string_view rest = bytes_; !rest.empty();) {
-        const std::size_t end = rest.find('\n');
-        std::string_view line = rest.substr(0, end);
-        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-        if (end != std::string_view::npos && line.ends_with('\r'))
-            line.remove_suffix(1);
-        if (line.find('\t') != std::string_view::npos) {
-            std::string& expanded = Hold(std::string(line));
+    for (std::size_t start = 0; start < bytes_.size();) {
+        const std::size_t newline = bytes_.find('\n', start);
+        const bool isLast = newline == std::string::npos;
+        std::size_t end = isLast ? bytes_.size() : newline;
+        if (!isLast && end > start && bytes_[end - 1] == '\r')
+            --end;
+        const std::string_view line = std::string_view(bytes_).substr(start, end - start);
+        if (line.find('\t') == std::string_view::npos) {
+            lines_.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(line.size())});
+        } else {
+            std::string expanded(line);
             ExpandTabs(expanded);
-            line = expanded;
+            lines_.push_back(AddText(std::move(expanded)));
         }
-        lines_.push_back(line);
+        start = isLast ? bytes_.size() : newline + 1;
     }
 }
 
-void SourceText::AppendSourceLine(std::string_view heldText, std::size_t origin) {
-    lines_.push_back(heldText);
+SourceText::LineRef SourceText::AddText(std::string text) {
+    texts_.push_back(std::move(text));
+    return {static_cast<std::uint32_t>(texts_.size() - 1), Rewritten};
+}
+
+void SourceText::SetLine(std::size_t index, std::string text) {
+    LineRef& line = lines_[index - 1];
+    if (line.size == Rewritten)
+        texts_[line.start] = std::move(text);
+    else
+        line = AddText(std::move(text));
+}
+
+void SourceText::AppendToLine(std::size_t index, std::string_view text) {
+    if (lines_[index - 1].size != Rewritten)
+        SetLine(index, std::string(Line(index)));
+    texts_[lines_[index - 1].start].append(text);
+}
+
+void SourceText::AppendSourceLine(std::string text, std::size_t origin) {
+    lines_.push_back(AddText(std::move(text)));
     origins_.push_back(origin);
 }
 
@@ -37,8 +61,17 @@ std::size_t SourceText::LineInFile(std::size_t index) const {
 }
 
 void SourceText::TrimLines() {
-    for (std::string_view& line : lines_)
-        line = Trim(line);
+    for (LineRef& line : lines_) {
+        if (line.size == Rewritten) {
+            std::string& text = texts_[line.start];
+            text = std::string(Trim(text));
+        } else {
+            const std::string_view text = std::string_view(bytes_).substr(line.start, line.size);
+            const std::string_view trimmed = Trim(text);
+            line = {static_cast<std::uint32_t>(trimmed.empty() ? 0 : trimmed.data() - bytes_.data()),
+                    static_cast<std::uint32_t>(trimmed.size())};
+        }
+    }
 }
 
 void SourceText::IndexBlocks() {

@@ -3,6 +3,7 @@
 #include "model/KelError.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -17,28 +18,32 @@ struct BlockSpan {
 };
 
 /// The lines of a game file while it is read, 1-based, and the index of its top-level blocks. A line is a
-/// view into the bytes of the file, or into a text of its own once it was rewritten; files may have any
-/// number of lines and blocks, so that every game that can be saved can be opened again.
+/// piece of the file's bytes, or a text of its own once it was rewritten; files may have any number of lines
+/// and blocks, so that every game that can be saved can be opened again.
 class SourceText {
 public:
     /// Splits the bytes of a file at CR LF and LF, and expands the tabs. Throws KelError when there is no
-    /// line.
+    /// line and for files of 4 GB and more.
     explicit SourceText(std::string bytes);
 
-    SourceText(const SourceText&) = delete; // the lines are views into this very object
-    SourceText& operator=(const SourceText&) = delete;
-
     std::size_t LineCount() const { return lines_.size(); }
-    std::string_view Line(std::size_t index) const { return lines_[index - 1]; }
 
-    /// Replaces a line by a view of text that this object already holds.
-    void SetLine(std::size_t index, std::string_view heldText) { lines_[index - 1] = heldText; }
+    /// The line's text; good until that line is set anew or trimmed.
+    std::string_view Line(std::size_t index) const {
+        const LineRef line = lines_[index - 1];
+        return line.size == Rewritten ? std::string_view(texts_[line.start])
+                                      : std::string_view(bytes_).substr(line.start, line.size);
+    }
 
-    /// Keeps a new text for as long as this object lives. The text may be appended to.
-    std::string& Hold(std::string text) { return held_.emplace_back(std::move(text)); }
+    /// Replaces a line by a new text.
+    void SetLine(std::size_t index, std::string text);
+    void ClearLine(std::size_t index) { lines_[index - 1] = {}; }
 
-    /// Adds a line at the end: a view of held text that came from line `origin` of the file.
-    void AppendSourceLine(std::string_view heldText, std::size_t origin);
+    /// Adds text at the end of a line.
+    void AppendToLine(std::size_t index, std::string_view text);
+
+    /// Adds a line at the end, which came from line `origin` of the file.
+    void AppendSourceLine(std::string text, std::size_t origin);
 
     /// The number in the file of the line that this line came from.
     std::size_t LineInFile(std::size_t index) const;
@@ -73,9 +78,18 @@ public:
     }
 
 private:
+    /// Half the size of a view: a file has many lines, and they are in memory together with the whole game.
+    struct LineRef {
+        std::uint32_t start = 0; // in the bytes of the file, or the index of a text of its own
+        std::uint32_t size = 0;  // or Rewritten
+    };
+    static constexpr std::uint32_t Rewritten = 0xFFFFFFFF;
+
+    LineRef AddText(std::string text);
+
     std::string bytes_;
-    std::vector<std::string_view> lines_;
-    std::deque<std::string> held_;
+    std::vector<LineRef> lines_;
+    std::deque<std::string> texts_;    // of the lines that were rewritten or appended
     std::vector<std::size_t> origins_; // of the lines that were appended
     std::vector<BlockSpan> blocks_;
 };

@@ -51,15 +51,15 @@ void PrintExits(Listing& listing, const Room& room) {
         if (!pair.Key.empty())
             listing.Field(1, direction, Describe(pair));
     };
-    exit("out", room.Out);
-    exit("north", room.North);
-    exit("south", room.South);
-    exit("east", room.East);
-    exit("west", room.West);
-    exit("northwest", room.NorthWest);
-    exit("northeast", room.NorthEast);
-    exit("southwest", room.SouthWest);
-    exit("southeast", room.SouthEast);
+    exit("out", *room.Out);
+    exit("north", *room.North);
+    exit("south", *room.South);
+    exit("east", *room.East);
+    exit("west", *room.West);
+    exit("northwest", *room.NorthWest);
+    exit("northeast", *room.NorthEast);
+    exit("southwest", *room.SouthWest);
+    exit("southeast", *room.SouthEast);
     for (const ScriptPair& place : room.Places)
         listing.Field(1, "place", Describe(place));
 }

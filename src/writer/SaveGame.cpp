@@ -155,15 +155,15 @@ void WriteCompassExit(LineWriter& writer, std::string_view direction, const Scri
 
 // The order of the written exits is not that of the record.
 void WriteExits(LineWriter& writer, const Room& room) {
-    WriteOutExit(writer, room.Out);
-    WriteCompassExit(writer, "north", room.North);
-    WriteCompassExit(writer, "south", room.South);
-    WriteCompassExit(writer, "east", room.East);
-    WriteCompassExit(writer, "west", room.West);
-    WriteCompassExit(writer, "northwest", room.NorthWest);
-    WriteCompassExit(writer, "northeast", room.NorthEast);
-    WriteCompassExit(writer, "southwest", room.SouthWest);
-    WriteCompassExit(writer, "southeast", room.SouthEast);
+    WriteOutExit(writer, *room.Out);
+    WriteCompassExit(writer, "north", *room.North);
+    WriteCompassExit(writer, "south", *room.South);
+    WriteCompassExit(writer, "east", *room.East);
+    WriteCompassExit(writer, "west", *room.West);
+    WriteCompassExit(writer, "northwest", *room.NorthWest);
+    WriteCompassExit(writer, "northeast", *room.NorthEast);
+    WriteCompassExit(writer, "southwest", *room.SouthWest);
+    WriteCompassExit(writer, "southeast", *room.SouthEast);
 }
 
 void WritePlaces(LineWriter& writer, const Table<ScriptPair>& places) {

@@ -77,9 +77,9 @@ TEST(SaveGame, WritesWhatNoReadGameHolds) {
     GameModel game;
     Room& room = game.Rooms.Append();
     room.Name = "Hall";
-    room.North = {"[action]", "goto <Attic>"};
-    room.South = {"Attic", "msg <left over>"};
-    room.Out = {"", "msg <lost>"};
+    room.North = ScriptPair{"[action]", "goto <Attic>"};
+    room.South = ScriptPair{"Attic", "msg <left over>"};
+    room.Out = ScriptPair{"", "msg <lost>"};
     Thing& lamp = room.Objects.Append();
     lamp.Name = "lamp";
     lamp.Speak = "x"; // for characters only
