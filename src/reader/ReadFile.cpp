@@ -1,6 +1,7 @@
 #include "reader/ReadFile.h"
 
 #include "model/KelError.h"
+#include "model/SystemError.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -17,7 +18,7 @@ struct CloseFile {
 };
 
 [[noreturn]] void ThrowUnreadable(int error) {
-    throw KelError("the file cannot be read: " + std::generic_category().message(error));
+    throw KelError("the file cannot be read: " + DescribeSystemError(error));
 }
 
 } // namespace

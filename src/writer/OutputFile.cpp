@@ -1,16 +1,16 @@
 #include "writer/OutputFile.h"
 
 #include "model/KelError.h"
+#include "model/SystemError.h"
 
 #include <cerrno>
-#include <system_error>
 
 namespace zem {
 
 namespace {
 
 [[noreturn]] void ThrowUnwritable(int error) {
-    throw KelError("the file cannot be written: " + std::generic_category().message(error));
+    throw KelError("the file cannot be written: " + DescribeSystemError(error));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "writer/ReplaceFile.h"
 
 #include "model/KelError.h"
+#include "model/SystemError.h"
 
 #include <cstdint>
 #include <exception>
@@ -31,7 +32,8 @@ void KeepPrevious(const fs::path& file, const fs::path& backup) {
         return;
     std::error_code ignored;
     fs::remove(unfinished, ignored);
-    throw KelError("the previous version could not be kept, so nothing was written: " + error.message());
+    throw KelError("the previous version could not be kept, so nothing was written: " +
+                   DescribeSystemError(error.value()));
 }
 
 /// What tells whether somebody has begun to write a file.

@@ -137,7 +137,7 @@ TEST(LoadGame, TellsWhyAFileCannotBeRead) {
     };
     EXPECT_EQ(problem("folder.kel"), "this is a folder, not a file");
     EXPECT_EQ(problem("pipe.kel"), "this is not an ordinary file");
-    EXPECT_EQ(problem("locked.kel"), "the file cannot be read: Permission denied");
+    EXPECT_EQ(problem("locked.kel"), "the file cannot be read: you have no permission");
 }
 
 TEST(LoadGame, OpensPathsWithBlanksQuotesAndAccents) {

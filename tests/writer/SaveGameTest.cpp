@@ -134,15 +134,15 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
     const std::string full = SaveProblem(game, path);
     const std::string fullNew = SaveProblem(game, folder.Path("new.kel"));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
-    EXPECT_EQ(full, "the file cannot be written: File too large. The file on disk is as it was before");
-    EXPECT_EQ(fullNew, "the file cannot be written: File too large");
+    EXPECT_EQ(full, "the file cannot be written: the file has reached the largest size that is allowed. The file on disk is as it was before");
+    EXPECT_EQ(fullNew, "the file cannot be written: the file has reached the largest size that is allowed");
     EXPECT_FALSE(fs::exists(folder.Path("new.kel")));
     expectUntouched();
 
     EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
-              "the file cannot be written: No such file or directory");
+              "the file cannot be written: its folder or the file itself is not there");
     EXPECT_EQ(SaveProblem(game, folder.Folder().string()),
-              "the file cannot be written: Is a directory. The file on disk is as it was before");
+              "the file cannot be written: this is a folder, not a file. The file on disk is as it was before");
     expectUntouched();
 
     fs::permissions(folder.Folder(), fs::perms::all);
@@ -150,7 +150,7 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
     {
         const test::Unprivileged unprivileged;
         EXPECT_EQ(SaveProblem(game, path),
-                  "the file cannot be written: Permission denied. The file on disk is as it was before");
+                  "the file cannot be written: you have no permission. The file on disk is as it was before");
     }
     expectUntouched();
 
@@ -162,7 +162,7 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
     {
         const test::Unprivileged unprivileged;
         EXPECT_EQ(SaveProblem(game, path),
-                  "the previous version could not be kept, so nothing was written: Permission denied");
+                  "the previous version could not be kept, so nothing was written: you have no permission");
     }
     expectUntouched();
 }

@@ -1,0 +1,76 @@
+#include "app/AppHost.h"
+
+#include "app/QtText.h"
+#include "app/frmOrbMsgBox.h"
+#include "app/frmProgress.h"
+
+#include <QApplication>
+
+namespace zem {
+
+namespace {
+
+QMessageBox::StandardButtons PlatformButtons(MessageButtons buttons) {
+    switch (buttons) {
+    case MessageButtons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case MessageButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    default:
+        return QMessageBox::Ok;
+    }
+}
+
+MessageResult PlatformResult(QMessageBox::StandardButton button) {
+    switch (button) {
+    case QMessageBox::Yes:
+        return MessageResult::Yes;
+    case QMessageBox::No:
+        return MessageResult::No;
+    case QMessageBox::Cancel:
+        return MessageResult::Cancel;
+    default:
+        return MessageResult::Ok;
+    }
+}
+
+} // namespace
+
+AppHost::AppHost(const Settings& settings, Dialogs& dialogs) : settings_(settings), dialogs_(dialogs) {}
+
+AppHost::~AppHost() = default;
+
+MessageResult AppHost::ShowMessage(const std::string& text, const std::string& title,
+                                   MessageButtons buttons) {
+    QWidget* parent = QApplication::activeWindow();
+    if (!settings_.UseSpecialMsgBox())
+        return PlatformResult(
+            dialogs_.ShowMessageBox(parent, ToQt(text), ToQt(title), PlatformButtons(buttons)));
+    frmOrbMsgBox box(ToQt(text), buttons, parent);
+    box.exec();
+    return box.Result();
+}
+
+void AppHost::ShowNotice(const std::string& text, const std::string& title) {
+    dialogs_.ShowMessageBox(QApplication::activeWindow(), ToQt(text),
+                            title.empty() ? QLatin1String(DefaultTitle) : ToQt(title));
+}
+
+void AppHost::ShowStage(const std::string& text) {
+    if (!progress_) {
+        progress_ = std::make_unique<frmProgress>(QApplication::activeWindow());
+        progress_->show();
+    }
+    progress_->ShowStage(ToQt(text));
+}
+
+void AppHost::ShowProgress(int percent) {
+    if (progress_)
+        progress_->ShowProgress(percent);
+}
+
+void AppHost::CloseProgress() {
+    progress_.reset();
+}
+
+} // namespace zem

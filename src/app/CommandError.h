@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/Dialogs.h"
+#include "app/QtText.h"
+#include "model/KelError.h"
+
+#include <QString>
+
+#include <stdexcept>
+
+namespace zem {
+
+/// Why a command of the author ended early, ready to be shown.
+class CommandError : public std::runtime_error {
+public:
+    CommandError(const QString& text, const QString& title)
+        : std::runtime_error(text.toStdString()),
+          text_(text),
+          title_(title) {}
+
+    const QString& Text() const { return text_; }
+    const QString& Title() const { return title_; }
+
+private:
+    QString text_;
+    QString title_;
+};
+
+/// Runs a command of the author. What goes wrong in it ends the command with a message and not the program.
+/// @returns false when it did
+template <class Command>
+bool RunCommand(Dialogs& dialogs, QWidget* parent, Command command) {
+    const auto show = [&](const QString& text, const QString& title) {
+        dialogs.ShowMessageBox(parent, text, title, QMessageBox::Ok, QMessageBox::Warning);
+        return false;
+    };
+    try {
+        command();
+        return true;
+    } catch (const CommandError& error) {
+        return show(error.Text(), error.Title());
+    } catch (const KelError& error) {
+        return show(ToQt(error.what()), QLatin1String(DefaultTitle));
+    } catch (const std::exception& error) {
+        return show(QStringLiteral("Something went wrong, and the command was given up: %1")
+                        .arg(QLatin1String(error.what())),
+                    QLatin1String(DefaultTitle));
+    }
+}
+
+} // namespace zem

@@ -1,0 +1,132 @@
+#include "app/CommandLine.h"
+
+#include "app/ErrorCatalogue.h"
+#include "app/QtText.h"
+#include "model/GameModel.h"
+#include "reader/LoadGame.h"
+#include "script/PrintGame.h"
+#include "writer/ReplaceFile.h"
+#include "writer/SaveGame.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <ostream>
+
+namespace zem {
+
+namespace {
+
+enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
+
+/// Text of the core for a terminal.
+std::string ToTerminal(std::string_view text) {
+    return ToQt(text).replace(QLatin1String("\r\n"), QLatin1String(" ")).toStdString();
+}
+
+/// Answers the core on standard error.
+class ConsoleHost : public Host {
+public:
+    explicit ConsoleHost(std::ostream& err) : err_(err) {}
+
+    MessageResult ShowMessage(const std::string& text, const std::string& title, MessageButtons) override {
+        ShowNotice(text, title);
+        return MessageResult::Ok;
+    }
+    void ShowNotice(const std::string& text, const std::string& /*title*/) override {
+        err_ << file_ << ": " << ToTerminal(text) << '\n';
+    }
+    void ShowStage(const std::string& /*text*/) override {}
+    void ShowProgress(int /*percent*/) override {}
+    void CloseProgress() override {}
+
+    /// The file that messages are about.
+    void SetFile(const std::string& file) { file_ = file; }
+
+private:
+    std::ostream& err_;
+    std::string file_;
+};
+
+int Report(std::ostream& err, const std::string& file, const KelError& error) {
+    err << file << ':';
+    if (error.Line() != 0)
+        err << error.Line() << ':';
+    err << ' ' << ToTerminal(error.ProblemWithText()) << '\n';
+    return FileProblem;
+}
+
+class FileCommands {
+public:
+    FileCommands(const std::string& programFolder, std::ostream& out, std::ostream& err)
+        : out_(out),
+          err_(err),
+          host_(err) {
+        host_.SetFile("zemerr.dat");
+        LoadErrorCatalogue(game_.ErrorMessages, programFolder + "/zemerr.dat", host_);
+    }
+
+    int Format(const std::string& in, const std::string& out) {
+        if (!Load(in))
+            return FileProblem;
+        host_.SetFile(out);
+        try {
+            ReplaceFile(out, [&] { SaveGame(game_, out, host_); });
+        } catch (const KelError& error) {
+            return Report(err_, out, error);
+        }
+        return Success;
+    }
+
+    int Print(const std::string& file) {
+        if (!Load(file))
+            return FileProblem;
+        out_ << ToQt(PrintGame(game_)).toStdString();
+        return Success;
+    }
+
+private:
+    bool Load(const std::string& file) {
+        host_.SetFile(file);
+        try {
+            return LoadGame(game_, file, host_);
+        } catch (const KelError& error) {
+            Report(err_, file, error);
+            return false;
+        }
+    }
+
+    std::ostream& out_;
+    std::ostream& err_;
+    ConsoleHost host_;
+    GameModel game_;
+};
+
+} // namespace
+
+CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, const std::string& programFolder,
+                                 std::ostream& out, std::ostream& err) {
+    CLI::App app("The editor for text-adventure games in the Kel script language.", "zem");
+    app.set_version_flag("--version", "ZEM 1.0");
+    std::string file;
+    std::string target;
+    app.add_option("FILE", file, "the game to open in the editor");
+    CLI::App* format = app.add_subcommand("format", "load the game IN and save it as OUT");
+    format->add_option("IN", file, "the game to load")->required();
+    format->add_option("OUT", target, "the file to write; left as it is when anything fails")->required();
+    CLI::App* print = app.add_subcommand("print", "show a whole game as readable text");
+    print->add_option("FILE", file, "the game to show")->required();
+
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend()); // as the parser wants them
+    try {
+        app.parse(reversed);
+    } catch (const CLI::ParseError& error) {
+        return {app.exit(error, out, err) == 0 ? Success : WrongUsage, std::nullopt};
+    }
+    if (*format)
+        return {FileCommands(programFolder, out, err).Format(file, target), std::nullopt};
+    if (*print)
+        return {FileCommands(programFolder, out, err).Print(file), std::nullopt};
+    return {Success, file};
+}
+
+} // namespace zem

@@ -1,0 +1,103 @@
+#include "app/Dialogs.h"
+
+#include "app/QtText.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QUrl>
+
+namespace zem {
+
+namespace {
+
+enum ShellResult { FileNotFound = 2, PathNotFound = 3, NoAssociation = 31, Opened = 33 };
+
+QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question) {
+    if (!question.title.isEmpty())
+        dialog.setWindowTitle(question.title);
+    dialog.setDefaultSuffix(question.defaultSuffix);
+    dialog.setNameFilters(NameFilters(question.filter));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().constFirst();
+}
+
+} // namespace
+
+QMessageBox::StandardButton QtDialogs::ShowMessageBox(QWidget* parent, const QString& text,
+                                                      const QString& title,
+                                                      QMessageBox::StandardButtons buttons,
+                                                      QMessageBox::Icon icon) {
+    QMessageBox box(icon, title, QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")), buttons,
+                    parent);
+    box.setTextFormat(Qt::PlainText); // a line of a game may look like markup
+    box.exec();
+    const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
+    if (pressed != QMessageBox::NoButton)
+        return pressed;
+    return buttons.testFlag(QMessageBox::Cancel) ? QMessageBox::Cancel
+           : buttons.testFlag(QMessageBox::No)   ? QMessageBox::No
+                                                 : QMessageBox::Ok;
+}
+
+std::optional<QString> QtDialogs::AskText(QWidget* parent, const QString& prompt, const QString& title,
+                                          const QString& text) {
+    bool accepted = false;
+    const QString answer = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, text, &accepted);
+    return accepted ? std::optional(answer) : std::nullopt;
+}
+
+QString QtDialogs::AskOpenFile(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(parent);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return RunFileDialog(dialog, question);
+}
+
+QString QtDialogs::AskSaveFile(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(parent);
+    dialog.setAcceptMode(QFileDialog::AcceptSave); // asks before a file is replaced
+    dialog.setFileMode(QFileDialog::AnyFile);
+    return RunFileDialog(dialog, question);
+}
+
+int QtDialogs::OpenDocument(const QString& path) {
+    const QFileInfo file(path);
+    if (path.isEmpty() || !file.exists())
+        return path.isEmpty() || file.dir().exists() ? FileNotFound : PathNotFound;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath())) ? Opened : NoAssociation;
+}
+
+Dialogs::FileQuestion OpenGameQuestion() {
+    return {QString(), QStringLiteral("kel"),
+            QStringLiteral("Veldt script files (*.kel)|*.kel|Text files (*.txt)|*.txt|All files (*.*)|*.*")};
+}
+
+QStringList NameFilters(const QString& filter) {
+    QStringList filters;
+    const QStringList parts = filter.split(u'|');
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString& name = parts[i];
+        // Qt takes the patterns from the brackets in the name.
+        filters.append(name.contains(u'(') ? name : name + QLatin1String(" (") + parts[i + 1] + u')');
+    }
+    return filters;
+}
+
+std::optional<QString> AskStorableText(Dialogs& dialogs, QWidget* parent, const QString& prompt,
+                                       const QString& title, const QString& text) {
+    std::optional<QString> answer = dialogs.AskText(parent, prompt, title, text);
+    while (answer) {
+        const std::optional<QString> problem = UnstorableCharacter(*answer);
+        if (!problem)
+            break;
+        dialogs.ShowMessageBox(parent, *problem, title, QMessageBox::Ok, QMessageBox::Warning);
+        answer = dialogs.AskText(parent, prompt, title, *answer);
+    }
+    return answer;
+}
+
+} // namespace zem

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+
+#include <optional>
+
+class QWidget;
+
+namespace zem {
+
+/// The title of messages that have none of their own.
+inline constexpr const char* DefaultTitle = "ZEM";
+
+/// What the shell asks of the platform: message boxes, input boxes, file dialogs and opening documents. The
+/// program uses QtDialogs; tests answer in its place.
+class Dialogs {
+public:
+    struct FileQuestion {
+        QString title;         // empty for the platform's own
+        QString defaultSuffix; // without a point
+        QString filter;        // "name|pattern|name|pattern..."
+    };
+
+    virtual ~Dialogs() = default;
+
+    /// Shows a message box and returns the button that was pressed; Cancel, No or the only button when it was
+    /// closed otherwise.
+    virtual QMessageBox::StandardButton ShowMessageBox(QWidget* parent, const QString& text,
+                                                       const QString& title = QLatin1String(DefaultTitle),
+                                                       QMessageBox::StandardButtons buttons = QMessageBox::Ok,
+                                                       QMessageBox::Icon icon = QMessageBox::NoIcon) = 0;
+
+    /// Asks for a line of text; nothing when the author cancelled.
+    virtual std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title,
+                                           const QString& text) = 0;
+
+    /// Asks for an existing file; empty when the author cancelled.
+    virtual QString AskOpenFile(QWidget* parent, const FileQuestion& question) = 0;
+
+    /// Asks for a file to write, and whether it may be replaced; empty when the author cancelled.
+    virtual QString AskSaveFile(QWidget* parent, const FileQuestion& question) = 0;
+
+    /// Opens a document with the program that the desktop has for it. Returns the shell's result: above 32
+    /// for success, 2 when the file and 3 when its folder does not exist, 31 when no program is associated.
+    virtual int OpenDocument(const QString& path) = 0;
+};
+
+class QtDialogs : public Dialogs {
+public:
+    QMessageBox::StandardButton ShowMessageBox(QWidget* parent, const QString& text, const QString& title,
+                                               QMessageBox::StandardButtons buttons,
+                                               QMessageBox::Icon icon) override;
+    std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title,
+                                   const QString& text) override;
+    QString AskOpenFile(QWidget* parent, const FileQuestion& question) override;
+    QString AskSaveFile(QWidget* parent, const FileQuestion& question) override;
+    int OpenDocument(const QString& path) override;
+};
+
+/// How a game is asked for wherever one can be opened.
+Dialogs::FileQuestion OpenGameQuestion();
+
+/// "name|pattern|..." as Qt's list of name filters.
+QStringList NameFilters(const QString& filter);
+
+/// Asks for a line of text that a game file can hold: any other is refused with a message and asked for
+/// again.
+std::optional<QString> AskStorableText(Dialogs& dialogs, QWidget* parent, const QString& prompt,
+                                       const QString& title, const QString& text);
+
+} // namespace zem

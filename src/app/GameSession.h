@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/Settings.h"
+#include "model/GameModel.h"
+#include "model/Host.h"
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+namespace zem {
+
+/// One editing command: its name, and the whole game before and after it. Both are cheap copies.
+struct GameChange {
+    QString name; // as a menu would say it: "add room"
+    GameModel before;
+    GameModel after;
+};
+
+/// The game that is open, and the one door for every change of it: whatever hangs on changes hangs on the
+/// signals here.
+class GameSession : public QObject {
+    Q_OBJECT
+
+public:
+    /// All arguments outlive the session.
+    GameSession(GameModel& game, Host& host, Settings& settings);
+
+    const GameModel& Game() const { return game_; }
+    QString FileName() const;
+
+    /// The caption of the main window for this game.
+    QString Title() const;
+
+    /// Runs an editing command on the game, tells everybody, and marks the game as modified. When the command
+    /// throws, the game is as it was before, and the exception goes on.
+    void Change(const QString& name, const std::function<void(GameModel&)>& change);
+
+    /// Marks the game as holding changes that are not saved.
+    void MarkModified();
+
+    /// Starts an empty game.
+    void NewGame();
+
+    /// Opens a game file. False when the author has been told why it is none; throws CommandError when it
+    /// cannot be read or understood. After both the game is empty and has no file name.
+    bool LoadGame(const QString& path);
+
+    /// Saves the game. Throws CommandError when that fails; the file that was there is untouched then, and
+    /// the game stays modified.
+    void SaveGame(const QString& path);
+
+signals:
+    void Changed(const GameChange& change);
+    void Replaced(); // by a new or a loaded game
+    void Saved();
+    void RecentFilesChanged();
+    void StatusChanged(const QString& text);
+
+private:
+    void AddToRecentFiles(const QString& path);
+
+    GameModel& game_;
+    Host& host_;
+    Settings& settings_;
+};
+
+} // namespace zem

@@ -1,0 +1,56 @@
+#include "app/Icons.h"
+
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QSvgRenderer>
+
+/// A resource of a static library is linked in only where it is asked for, outside of any namespace.
+static void InitIcons() {
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace zem {
+
+namespace {
+
+/// Paints a drawing whose lines are in "currentColor".
+class LineIconEngine : public QIconEngine {
+public:
+    LineIconEngine(const QByteArray& drawing, const QPalette& palette)
+        : drawing_(drawing),
+          palette_(palette) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        QByteArray drawing = drawing_;
+        drawing.replace("currentColor", palette_.color(group, QPalette::ButtonText).name().toLatin1());
+        QSvgRenderer(drawing).render(painter, rect);
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return pixmap;
+    }
+
+    QIconEngine* clone() const override { return new LineIconEngine(*this); }
+
+private:
+    QByteArray drawing_;
+    QPalette palette_;
+};
+
+} // namespace
+
+QIcon ThemedIcon(const QString& name, const QPalette& palette) {
+    InitIcons();
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QIcon(new LineIconEngine(file.readAll(), palette)); // the icon owns its engine
+}
+
+} // namespace zem

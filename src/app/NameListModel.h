@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QAbstractListModel>
+
+#include <functional>
+
+namespace zem {
+
+/// A list of names that are made only when they are shown, so that it is instant at any length.
+class NameListModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    using NameAt = std::function<QString(int row)>; // row from 0
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// Shows other names.
+    void Reset(int count, NameAt nameAt) {
+        beginResetModel();
+        count_ = count;
+        nameAt_ = std::move(nameAt);
+        endResetModel();
+    }
+
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
+
+    QVariant data(const QModelIndex& index, int role) const override {
+        return role == Qt::DisplayRole && index.isValid() ? nameAt_(index.row()) : QVariant();
+    }
+
+private:
+    int count_ = 0;
+    NameAt nameAt_;
+};
+
+} // namespace zem

@@ -1,0 +1,90 @@
+#include "app/Program.h"
+
+#include "app/CommandError.h"
+#include "app/ErrorCatalogue.h"
+#include "app/QtText.h"
+#include "app/frmMain.h"
+#include "app/frmStart.h"
+
+namespace zem {
+
+Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder)
+    : settings_(store, programFolder),
+      dialogs_(dialogs),
+      programFolder_(programFolder),
+      host_(settings_, dialogs),
+      game_(game),
+      session_(game, host_, settings_) {}
+
+Program::~Program() = default;
+
+void Program::Main(const QString& file) {
+    LoadSettings();
+    LoadCatalogues();
+    start_ = std::make_unique<frmStart>(settings_, dialogs_);
+    connect(start_.get(), &frmStart::NewGameChosen, this, &Program::CreateNewGame);
+    connect(start_.get(), &frmStart::GameChosen, this, &Program::OpenGame);
+    start_->show();
+    if (!file.isEmpty())
+        OpenGame(file);
+}
+
+void Program::LoadSettings() {
+    if (!settings_.IsVeldtInstalled()) {
+        dialogs_.ShowMessageBox(
+            nullptr,
+            QStringLiteral(
+                "Veldt not installed!\r\n\r\nZem is a product for the 'Veldt' game creation system. It "
+                "must be installed in order for you to be able to use Zem. See the readme file for "
+                "more information"),
+            QLatin1String(DefaultTitle), QMessageBox::Ok, QMessageBox::Information);
+        UnloadAllForms(); // but start-up goes on
+    }
+    RunCommand(dialogs_, nullptr, [&] { settings_.LoadSettings(); });
+}
+
+void Program::LoadCatalogues() {
+    RunCommand(dialogs_, nullptr, [&] {
+        try {
+            LoadCommandCatalogue(commands_, PathFromQt(programFolder_ + QLatin1String("/zem.dat")));
+        } catch (const KelError& error) {
+            throw CommandError(
+                QStringLiteral("The list of script commands, zem.dat in the folder of ZEM, cannot "
+                               "be used: %1.")
+                    .arg(ToQt(error.what())),
+                QStringLiteral("File Error"));
+        }
+    });
+    LoadErrorCatalogue(game_.ErrorMessages, PathFromQt(programFolder_ + QLatin1String("/zemerr.dat")), host_);
+}
+
+frmMain& Program::LoadMainWindow() {
+    if (!main_) {
+        main_ = std::make_unique<frmMain>(session_, settings_, dialogs_, programFolder_);
+        connect(main_.get(), &frmMain::Unloaded, this, [this] { start_.reset(); });
+    }
+    return *main_;
+}
+
+void Program::CreateNewGame() {
+    session_.NewGame();
+    LoadMainWindow().show();
+    start_.release()->deleteLater(); // it is the sender
+}
+
+void Program::OpenGame(const QString& path) {
+    RunCommand(dialogs_, start_.get(), [&] {
+        LoadMainWindow();
+        if (!session_.LoadGame(path))
+            return;
+        main_->show();
+        start_->hide();
+    });
+}
+
+void Program::UnloadAllForms() {
+    main_.reset();
+    start_.reset();
+}
+
+} // namespace zem

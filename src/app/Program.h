@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/AppHost.h"
+#include "app/Dialogs.h"
+#include "app/GameSession.h"
+#include "app/Settings.h"
+#include "script/CommandCatalogue.h"
+
+#include <QObject>
+#include <QSettings>
+
+#include <memory>
+
+namespace zem {
+
+class frmMain;
+class frmStart;
+
+/// The running editor: the start-up, and the windows that live as long as the program.
+class Program : public QObject {
+    Q_OBJECT
+
+public:
+    /// Game, store and dialogs outlive the program.
+    /// @param programFolder  where the data files are, without a trailing separator
+    Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder);
+    ~Program() override;
+
+    /// The start-up procedure: reads settings and catalogues, shows the start window, and opens the file if
+    /// one is given. The program lives on as long as one of its windows is open.
+    void Main(const QString& file = {});
+
+    const CommandCatalogue& Commands() const { return commands_; }
+    frmStart* StartWindow() const { return start_.get(); }
+    frmMain* MainWindow() const { return main_.get(); }
+
+private:
+    void LoadSettings();
+    void LoadCatalogues();
+    void CreateNewGame();
+    void OpenGame(const QString& path);
+    frmMain& LoadMainWindow();
+    void UnloadAllForms();
+
+    Settings settings_;
+    Dialogs& dialogs_;
+    QString programFolder_;
+    AppHost host_;
+    GameModel& game_;
+    GameSession session_;
+    CommandCatalogue commands_;
+    std::unique_ptr<frmStart> start_;
+    std::unique_ptr<frmMain> main_;
+};
+
+} // namespace zem

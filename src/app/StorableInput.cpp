@@ -1,0 +1,33 @@
+#include "app/StorableInput.h"
+
+#include "app/QtText.h"
+
+#include <QSignalBlocker>
+
+#include <memory>
+
+namespace zem {
+
+void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
+    struct State {
+        QString text;
+        qsizetype cursor = 0;
+    };
+    const auto good = std::make_shared<State>();
+    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box, &dialogs, good](const QString& text) {
+        const std::optional<QString> problem = UnstorableCharacter(text);
+        if (!problem) {
+            *good = {text, box.cursorPosition()};
+            return;
+        }
+        {
+            const QSignalBlocker blocker(box);
+            box.setText(good->text);
+            box.setCursorPosition(static_cast<int>(good->cursor));
+        }
+        dialogs.ShowMessageBox(box.window(), *problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
+                               QMessageBox::Warning);
+    });
+}
+
+} // namespace zem

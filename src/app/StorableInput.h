@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/Dialogs.h"
+
+#include <QLineEdit>
+
+namespace zem {
+
+/// From now on refuses, with a message, what is typed or pasted into the box and cannot be kept in a game
+/// file.
+/// @param dialogs  outlives the box
+void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs);
+
+} // namespace zem

@@ -1,0 +1,46 @@
+#include "app/frmEditErrors.h"
+
+#include "app/QtText.h"
+#include "app/StorableInput.h"
+#include "ui_frmEditErrors.h"
+
+namespace zem {
+
+frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, Dialogs& dialogs,
+                             QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmEditErrors>()),
+      errors_(errors) {
+    ui_->setupUi(this);
+    ui_->txtError->setEnabled(false);
+    RefuseUnstorableText(*ui_->txtError, dialogs);
+    for (const ErrorMessage& error : errors_)
+        ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
+    connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
+    connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+frmEditErrors::~frmEditErrors() = default;
+
+void frmEditErrors::StoreText() {
+    if (remembered_ >= 0)
+        errors_.Edit(remembered_ + 1).GameText = FromQt(ui_->txtError->text());
+}
+
+void frmEditErrors::lstErrors_Click() {
+    const QModelIndexList selected = ui_->lstErrors->selectionModel()->selectedIndexes();
+    if (selected.isEmpty())
+        return;
+    ui_->txtError->setEnabled(true);
+    StoreText();
+    remembered_ = selected.constFirst().row();
+    ui_->txtError->setText(ToQt(errors_[remembered_ + 1].GameText));
+}
+
+void frmEditErrors::butOK_Click() {
+    StoreText();
+    accept();
+}
+
+} // namespace zem

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/Dialogs.h"
+#include "model/GameModel.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class frmEditErrors;
+}
+
+namespace zem {
+
+/// Edits the game's own error messages in a working copy of the error table.
+class frmEditErrors : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param friendly  list the errors by their description, not by their name
+    frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, Dialogs& dialogs,
+                  QWidget* parent = nullptr);
+    ~frmEditErrors() override;
+
+    /// The edited table; meant to be used after the window was closed with OK.
+    const Table<ErrorMessage>& Errors() const { return errors_; }
+
+private:
+    void lstErrors_Click();
+    void butOK_Click();
+    void StoreText();
+
+    std::unique_ptr<Ui::frmEditErrors> ui_;
+    Table<ErrorMessage> errors_;
+    int remembered_ = -1; // the row whose text is in the text box
+};
+
+} // namespace zem

@@ -1,0 +1,288 @@
+#include "app/frmMain.h"
+
+#include "app/CommandError.h"
+#include "app/Icons.h"
+#include "app/QtText.h"
+#include "app/frmAbout.h"
+#include "app/frmEditErrors.h"
+#include "app/frmOptions.h"
+#include "ui_frmMain.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace zem {
+
+namespace {
+
+template <class Model>
+auto& Things(Model& room, int index) {
+    return index == 0 ? room.Characters : room.Objects;
+}
+
+} // namespace
+
+frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, const QString& programFolder)
+    : ui_(std::make_unique<Ui::frmMain>()),
+      session_(session),
+      settings_(settings),
+      dialogs_(dialogs),
+      programFolder_(programFolder),
+      status_(new QLabel(this)) {
+    ui_->setupUi(this);
+    setWindowIcon(ThemedIcon(QStringLiteral("zem"), palette()));
+    status_->setObjectName(QStringLiteral("lblStatus"));
+    status_->setTextFormat(Qt::PlainText);
+    status_->setSizePolicy(QSizePolicy::Ignored,
+                           QSizePolicy::Preferred); // a long name must not widen the window
+    ui_->StatusBar1->addWidget(status_, 1);
+    ui_->splitter->setStretchFactor(0, 1);
+    ui_->splitter->setStretchFactor(1, 2);
+    ShowIcons();
+    ConnectMenus();
+    ConnectLists();
+    connect(&session, &GameSession::Changed, this, &frmMain::GameChanged);
+    connect(&session, &GameSession::Replaced, this, &frmMain::GameReplaced);
+    connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
+    connect(&session, &GameSession::RecentFilesChanged, this, &frmMain::RefreshRecentMenu);
+    connect(&session, &GameSession::StatusChanged, status_, &QLabel::setText);
+    RefreshRecentMenu();
+    GameReplaced();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Connect(QAction* action, void (frmMain::*handler)()) {
+    connect(action, &QAction::triggered, this,
+            [this, handler] { RunCommand(dialogs_, this, [&] { (this->*handler)(); }); });
+}
+
+void frmMain::ConnectMenus() {
+    Connect(ui_->mnuFileNew, &frmMain::mnuFileNew_Click);
+    Connect(ui_->mnuFileOpen, &frmMain::mnuFileOpen_Click);
+    Connect(ui_->mnuFileSave, &frmMain::mnuFileSave_Click);
+    Connect(ui_->mnuFileSaveAs, &frmMain::mnuFileSaveAs_Click);
+    Connect(ui_->mnuFileRunKELfile, &frmMain::mnuFileRunKELfile_Click);
+    Connect(ui_->mnuEditErrorMessages, &frmMain::mnuEditErrorMessages_Click);
+    Connect(ui_->mnuViewOptions, &frmMain::mnuViewOptions_Click);
+    Connect(ui_->mnuZEMRef, &frmMain::mnuZEMRef_Click);
+    Connect(ui_->mnuKELRef, &frmMain::mnuKELRef_Click);
+    Connect(ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
+    connect(ui_->mnuFileExit, &QAction::triggered, this, &QWidget::close);
+    connect(ui_->Toolbar1, &QToolBar::actionTriggered, this, &frmMain::Toolbar1_ButtonClick);
+}
+
+void frmMain::ConnectLists() {
+    const auto connectButton = [this](QPushButton* button, const std::function<void()>& handler) {
+        connect(button, &QPushButton::clicked, this,
+                [this, handler] { RunCommand(dialogs_, this, handler); });
+    };
+    connectButton(ui_->butAddNewRoom, [this] { butAddNewRoom_Click(); });
+    connectButton(ui_->butDeleteRoom, [this] { butDeleteRoom_Click(); });
+    ui_->lstRooms->setModel(&rooms_);
+    connect(ui_->lstRooms->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmMain::lstRooms_Click);
+
+    const std::array<QPushButton*, 2> add = {ui_->butAddObj_0, ui_->butAddObj_1};
+    const std::array<QPushButton*, 2> remove = {ui_->butDeleteObj_0, ui_->butDeleteObj_1};
+    for (const int index : {0, 1}) {
+        const auto at = static_cast<std::size_t>(index);
+        connectButton(add[at], [this, index] { butAddObj_Click(index); });
+        connectButton(remove[at], [this, index] { butDeleteObj_Click(index); });
+        ThingList(index)->setModel(&things_[at]);
+        connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                [this, index] { lstThings_Click(index); });
+    }
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange)
+        ShowIcons();
+    QMainWindow::changeEvent(event);
+}
+
+void frmMain::ShowIcons() {
+    for (QAction* button : ui_->Toolbar1->actions())
+        if (!button->isSeparator())
+            button->setIcon(ThemedIcon(button->objectName(), palette()));
+}
+
+void frmMain::UpdateTitle() {
+    // The title bar takes "[*]" for a place of its own unless it stands twice.
+    setWindowTitle(session_.Title().replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+// ---- The lists
+
+QListView* frmMain::ThingList(int index) const {
+    return index == 0 ? ui_->lstCharacters : ui_->lstObjects;
+}
+
+int frmMain::SelectedRow(const QListView& list) const {
+    const QModelIndexList selected = list.selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? -1 : selected.constFirst().row();
+}
+
+frmMain::Selection frmMain::CurrentSelection() const {
+    return {SelectedRow(*ui_->lstRooms), {SelectedRow(*ui_->lstCharacters), SelectedRow(*ui_->lstObjects)}};
+}
+
+/// Selects the row, or the first one where it does not exist any more; nothing for -1 or in an empty list.
+static void SelectRow(QListView& list, int row) {
+    const int count = list.model()->rowCount();
+    if (row < 0 || count == 0)
+        return;
+    list.setCurrentIndex(list.model()->index(row < count ? row : 0, 0));
+}
+
+void frmMain::RefreshLists(const Selection& wanted) {
+    const int scrolled = ui_->lstRooms->verticalScrollBar()->value();
+    const Table<Room> rooms = session_.Game().Rooms;
+    rooms_.Reset(rooms.Count(), [rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    lstRooms_Click();
+    ui_->lstRooms->verticalScrollBar()->setValue(scrolled);
+    SelectRow(*ui_->lstRooms, wanted.room);
+    SelectRow(*ui_->lstCharacters, wanted.things[0]);
+    SelectRow(*ui_->lstObjects, wanted.things[1]);
+}
+
+void frmMain::lstRooms_Click() {
+    FillThings();
+    const int row = SelectedRow(*ui_->lstRooms);
+    ui_->butDeleteRoom->setEnabled(row >= 0);
+    ui_->butAddObj_0->setEnabled(row >= 0);
+    ui_->butAddObj_1->setEnabled(row >= 0);
+    lstThings_Click(0);
+    lstThings_Click(1);
+    if (row < 0)
+        return;
+    const Room& room = session_.Game().Rooms[row + 1];
+    const QString alias =
+        room.Alias.empty() ? QString() : QStringLiteral(" [alias %1]").arg(ToQt(room.Alias));
+    status_->setText(QStringLiteral("Selected room '%1'").arg(ToQt(room.Name)) + alias);
+}
+
+/// Lists the things of every room that has the name of the selected one.
+void frmMain::FillThings() {
+    const Table<Room> rooms = session_.Game().Rooms;
+    const int row = SelectedRow(*ui_->lstRooms);
+    for (const int index : {0, 1}) {
+        std::vector<ThingPlace>& places = thingPlaces_[static_cast<std::size_t>(index)];
+        places.clear();
+        int k = 0;
+        for (const Room& room : rooms) {
+            ++k;
+            if (row < 0 || room.Name != rooms[row + 1].Name)
+                continue;
+            for (int thing = 1; thing <= Things(room, index).Count(); ++thing)
+                places.push_back({k, thing});
+        }
+        things_[static_cast<std::size_t>(index)].Reset(
+            static_cast<int>(places.size()), [rooms, places, index](int thingRow) {
+                const ThingPlace place = places[static_cast<std::size_t>(thingRow)];
+                return ToQt(Things(rooms[place.room], index)[place.thing].Name);
+            });
+    }
+}
+
+void frmMain::lstThings_Click(int index) {
+    QPushButton* remove = index == 0 ? ui_->butDeleteObj_0 : ui_->butDeleteObj_1;
+    remove->setEnabled(SelectedRow(*ThingList(index)) >= 0);
+}
+
+// ---- Changing the game
+
+void frmMain::ChangeGame(const QString& name, const Selection& selection,
+                         const std::function<void(GameModel&)>& change) {
+    Selection wanted = selection;
+    wanted_ = &wanted;
+    try {
+        session_.Change(name, change);
+    } catch (...) {
+        wanted_ = nullptr;
+        throw;
+    }
+    wanted_ = nullptr;
+}
+
+void frmMain::GameChanged() {
+    UpdateTitle();
+    RefreshLists(wanted_ != nullptr ? *wanted_ : CurrentSelection());
+}
+
+void frmMain::GameReplaced() {
+    UpdateTitle();
+    RefreshLists({});
+}
+
+void frmMain::butAddNewRoom_Click() {
+    const std::optional<QString> name =
+        AskStorableText(dialogs_, this, QStringLiteral("Please enter a name for this room:"),
+                        QStringLiteral("New room"), QStringLiteral("Enter a name here..."));
+    if (!name || name->isEmpty()) {
+        session_.MarkModified(); // also when nothing was added
+        return;
+    }
+    Selection selection;
+    selection.room = session_.Game().Rooms.Count();
+    ChangeGame(QStringLiteral("add room"), selection,
+               [&](GameModel& game) { game.Rooms.Append().Name = FromQt(*name); });
+}
+
+void frmMain::butDeleteRoom_Click() {
+    const int row = SelectedRow(*ui_->lstRooms);
+    if (row < 0)
+        return;
+    Selection selection;
+    selection.room = row;
+    ChangeGame(QStringLiteral("delete room"), selection,
+               [row](GameModel& game) { game.Rooms.Remove(row + 1); });
+}
+
+void frmMain::butAddObj_Click(int index) {
+    const int room = SelectedRow(*ui_->lstRooms);
+    if (room < 0) {
+        dialogs_.ShowMessageBox(this, QStringLiteral("No room is selected."));
+        return;
+    }
+    const QString kind = index == 0 ? QStringLiteral("character") : QStringLiteral("object");
+    const std::optional<QString> name =
+        AskStorableText(dialogs_, this, QStringLiteral("Please enter a name for this %1:").arg(kind),
+                        QStringLiteral("New %1").arg(kind), QStringLiteral("Enter a name here..."));
+    if (!name || name->isEmpty()) {
+        session_.MarkModified();
+        return;
+    }
+    // The new thing follows the last one of its room, which need not be the last of the list.
+    const std::vector<ThingPlace>& places = thingPlaces_[static_cast<std::size_t>(index)];
+    const auto after = std::count_if(places.begin(), places.end(),
+                                     [&](const ThingPlace& place) { return place.room <= room + 1; });
+    Selection selection = CurrentSelection();
+    selection.things[static_cast<std::size_t>(index)] = static_cast<int>(after);
+    ChangeGame(QStringLiteral("add %1").arg(kind), selection, [&](GameModel& game) {
+        Things(game.Rooms.Edit(room + 1), index).Append().Name = FromQt(*name);
+    });
+}
+
+void frmMain::butDeleteObj_Click(int index) {
+    const int row = SelectedRow(*ThingList(index));
+    if (row < 0)
+        return;
+    const ThingPlace place = thingPlaces_[static_cast<std::size_t>(index)][static_cast<std::size_t>(row)];
+    ChangeGame(index == 0 ? QStringLiteral("delete character") : QStringLiteral("delete object"),
+               CurrentSelection(),
+               [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
+}
+
+void frmMain::mnuEditErrorMessages_Click() {
+    frmEditErrors form(session_.Game().ErrorMessages, settings_.CurrentOptions().FriendlyScript, dialogs_,
+                       this);
+    if (form.exec() == QDialog::Accepted)
+        ChangeGame(QStringLiteral("edit error messages"), CurrentSelection(),
+                   [&](GameModel& game) { game.ErrorMessages = form.Errors(); });
+}
+
+} // namespace zem

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "app/Dialogs.h"
+#include "app/GameSession.h"
+#include "app/NameListModel.h"
+#include "app/Settings.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QAction;
+class QLabel;
+class QListView;
+
+namespace Ui {
+class frmMain;
+}
+
+namespace zem {
+
+/// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
+/// Throughout, index 0 of a pair of controls stands for characters and index 1 for objects.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// All arguments outlive the window.
+    /// @param programFolder  where the reference documents are
+    frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, const QString& programFolder);
+    ~frmMain() override;
+
+signals:
+    /// The author has closed the window, and it stays closed.
+    void Unloaded();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    /// A thing in the lists: several rooms may share the selected name, and the lists show the things of all.
+    struct ThingPlace {
+        int room;  // from 1
+        int thing; // from 1, in the room's characters or objects
+    };
+
+    /// The rows to select once the lists are filled anew, from 0; -1 for none.
+    struct Selection {
+        int room = -1;
+        std::array<int, 2> things = {-1, -1};
+    };
+
+    void ConnectMenus();
+    void ConnectLists();
+    void Connect(QAction* action, void (frmMain::*handler)());
+
+    void mnuFileNew_Click();
+    void mnuFileOpen_Click();
+    void mnuFileSave_Click();
+    void mnuFileSaveAs_Click();
+    void mnuFileRunKELfile_Click();
+    void mnuFileRecent_Click(const QAction& item);
+    void mnuEditErrorMessages_Click();
+    void mnuViewOptions_Click();
+    void mnuZEMRef_Click();
+    void mnuKELRef_Click();
+    void mnuHelpAbout_Click();
+    void Toolbar1_ButtonClick(const QAction* button);
+
+    void lstRooms_Click();
+    void lstThings_Click(int index);
+    void butAddNewRoom_Click();
+    void butDeleteRoom_Click();
+    void butAddObj_Click(int index);
+    void butDeleteObj_Click(int index);
+
+    /// Asks about unsaved changes, if there are any; false when the author cancelled.
+    bool AskToSave();
+    bool AskToSaveBeforeRun();
+    void OpenDocument(const QString& path);
+
+    /// Runs an editing command; afterwards the lists are filled anew with these rows selected.
+    void ChangeGame(const QString& name, const Selection& selection,
+                    const std::function<void(GameModel&)>& change);
+    void GameChanged();
+    void GameReplaced();
+    void UpdateTitle();
+    void RefreshRecentMenu();
+    void RefreshLists(const Selection& wanted);
+    void FillThings();
+    void ShowIcons();
+
+    Selection CurrentSelection() const;
+    int SelectedRow(const QListView& list) const; // from 0; -1 when nothing is selected
+    QListView* ThingList(int index) const;
+
+    std::unique_ptr<Ui::frmMain> ui_;
+    GameSession& session_;
+    Settings& settings_;
+    Dialogs& dialogs_;
+    QString programFolder_;
+    QLabel* status_;
+    NameListModel rooms_;
+    std::array<NameListModel, 2> things_;
+    std::array<std::vector<ThingPlace>, 2> thingPlaces_;
+    std::vector<QAction*> mnuFileRecent; // element 0 always exists and may be hidden
+    Selection* wanted_ = nullptr;        // while a command runs
+};
+
+} // namespace zem

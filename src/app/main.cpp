@@ -1,0 +1,78 @@
+#include "app/CommandError.h"
+#include "app/CommandLine.h"
+#include "app/Dialogs.h"
+#include "app/Program.h"
+#include "app/QtText.h"
+#include "model/GameModel.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QSettings>
+
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+/// The last net: whatever an event handler lets through ends that event and not the program.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        bool handled = false;
+        zem::RunCommand(dialogs_, activeWindow(), [&] { handled = QApplication::notify(receiver, event); });
+        return handled;
+    }
+
+private:
+    zem::QtDialogs dialogs_;
+};
+
+/// The folder of this executable; that of the name it was started by where the system does not tell.
+std::string ProgramFolder(const char* startedAs) {
+    std::error_code error;
+    const std::filesystem::path itself = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? zem::PathFromQt(QFileInfo(zem::PathToQt(startedAs)).absolutePath())
+                 : itself.parent_path().string();
+}
+
+bool HasDisplay() {
+#ifdef Q_OS_LINUX
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+#else
+    return true;
+#endif
+}
+
+int RunEditor(int argc, char** argv, const std::string& programFolder, const std::string& file) {
+    if (!HasDisplay()) {
+        std::cerr << "zem: there is no display to open a window on; \"zem print FILE\" shows a game here\n";
+        return 1;
+    }
+    const Application application(argc, argv);
+    QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
+    zem::QtDialogs dialogs;
+    zem::GameModel game;
+    zem::Program program(game, store, dialogs, zem::PathToQt(programFolder));
+    program.Main(zem::PathToQt(file));
+    return Application::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const std::string programFolder = ProgramFolder(argv[0]);
+        const zem::CommandLineResult result =
+            zem::RunCommandLine({argv + 1, argv + argc}, programFolder, std::cout, std::cerr);
+        return result.editFile ? RunEditor(argc, argv, programFolder, *result.editFile) : result.exitStatus;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "zem: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,38 @@
+# Sourced by run.sh and test.sh: installs the Debian or Ubuntu packages that are missing.
+# shellcheck shell=bash
+
+# What the build, the tests and the window need. "a|b" means either: releases name it differently.
+zem_packages=(
+    g++ cmake ninja-build qt6-base-dev "qt6-svg-dev|libqt6svg6-dev" libgl1-mesa-dev qt6-qpa-plugins
+    libcli11-dev libgtest-dev libbenchmark-dev fonts-dejavu-core
+)
+
+is_installed() {
+    dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
+}
+
+install_packages() {
+    command -v dpkg-query >/dev/null || return 0 # another system: its own packages are found, or cmake says what is missing
+    local missing=() names package
+    for names in "${zem_packages[@]}"; do
+        is_installed "${names%%|*}" || is_installed "${names##*|}" || missing+=("$names")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing packages: ${missing[*]}"
+    local root=()
+    [ "$(id -u)" -eq 0 ] || root=(sudo)
+    "${root[@]}" apt-get update -qq
+    for names in "${missing[@]}"; do
+        package=${names%%|*}
+        apt-cache show "$package" >/dev/null 2>&1 || package=${names##*|}
+        "${root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "$package" >/dev/null
+    done
+}
+
+# Configures and builds a preset; quiet unless something is wrong.
+build_preset() {
+    echo "Building the $1 preset in build/$1"
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1" ${2:+--target "$2"}
+}
