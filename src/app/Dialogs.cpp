@@ -15,6 +15,8 @@ namespace {
 
 enum ShellResult { FileNotFound = 2, PathNotFound = 3, NoAssociation = 31, Opened = 33 };
 
+constexpr int InputBoxWidth = 380; // room for a name of some words
+
 QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question) {
     if (!question.title.isEmpty())
         dialog.setWindowTitle(question.title);
@@ -45,9 +47,12 @@ QMessageBox::StandardButton QtDialogs::ShowMessageBox(QWidget* parent, const QSt
 
 std::optional<QString> QtDialogs::AskText(QWidget* parent, const QString& prompt, const QString& title,
                                           const QString& text) {
-    bool accepted = false;
-    const QString answer = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, text, &accepted);
-    return accepted ? std::optional(answer) : std::nullopt;
+    QInputDialog box(parent);
+    box.setWindowTitle(title);
+    box.setLabelText(prompt);
+    box.setTextValue(text);
+    box.resize(InputBoxWidth, box.sizeHint().height());
+    return box.exec() == QDialog::Accepted ? std::optional(box.textValue()) : std::nullopt;
 }
 
 QString QtDialogs::AskOpenFile(QWidget* parent, const FileQuestion& question) {

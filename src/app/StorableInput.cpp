@@ -11,19 +11,23 @@ namespace zem {
 void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
     struct State {
         QString text;
-        qsizetype cursor = 0;
+        int cursor = 0;
     };
-    const auto good = std::make_shared<State>();
+    const auto good = std::make_shared<State>(State{box.text(), box.cursorPosition()});
+    QObject::connect(&box, &QLineEdit::cursorPositionChanged, &box, [&box, good](int, int cursor) {
+        if (box.text() == good->text)
+            good->cursor = cursor;
+    });
     QObject::connect(&box, &QLineEdit::textChanged, &box, [&box, &dialogs, good](const QString& text) {
         const std::optional<QString> problem = UnstorableCharacter(text);
         if (!problem) {
-            *good = {text, box.cursorPosition()};
+            good->text = text;
             return;
         }
         {
             const QSignalBlocker blocker(box);
             box.setText(good->text);
-            box.setCursorPosition(static_cast<int>(good->cursor));
+            box.setCursorPosition(good->cursor);
         }
         dialogs.ShowMessageBox(box.window(), *problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
                                QMessageBox::Warning);

@@ -134,15 +134,17 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
     const std::string full = SaveProblem(game, path);
     const std::string fullNew = SaveProblem(game, folder.Path("new.kel"));
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
-    EXPECT_EQ(full, "the file cannot be written: the file has reached the largest size that is allowed. The file on disk is as it was before");
+    EXPECT_EQ(full, "the file cannot be written: the file has reached the largest size that is allowed. The "
+                    "file on disk is as it was before");
     EXPECT_EQ(fullNew, "the file cannot be written: the file has reached the largest size that is allowed");
     EXPECT_FALSE(fs::exists(folder.Path("new.kel")));
     expectUntouched();
 
     EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
               "the file cannot be written: its folder or the file itself is not there");
-    EXPECT_EQ(SaveProblem(game, folder.Folder().string()),
-              "the file cannot be written: this is a folder, not a file. The file on disk is as it was before");
+    EXPECT_EQ(
+        SaveProblem(game, folder.Folder().string()),
+        "the file cannot be written: this is a folder, not a file. The file on disk is as it was before");
     expectUntouched();
 
     fs::permissions(folder.Folder(), fs::perms::all);

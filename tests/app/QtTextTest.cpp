@@ -1,0 +1,64 @@
+#include "app/QtText.h"
+
+#include "app/StorableInput.h"
+#include "model/KelError.h"
+#include "support/ScriptedDialogs.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSet>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+#include <numeric>
+
+namespace zem {
+namespace {
+
+TEST(QtText, KeepsEveryByteBothWays) {
+    std::string bytes(256, '\0');
+    std::iota(bytes.begin(), bytes.end(), '\0');
+    const QString text = ToQt(bytes);
+    EXPECT_EQ(FromQt(text), bytes);
+    EXPECT_EQ(QSet<QChar>(text.begin(), text.end()).size(), 256) << "no two bytes may look the same";
+    EXPECT_EQ(ToQt("caf\xE9 \x80 \x93\x94"), QStringLiteral(u"caf\u00E9 \u20AC \u201C\u201D"));
+}
+
+TEST(QtText, NamesTheCharacterThatCannotBeKept) {
+    struct Case {
+        QString text;
+        const char* named; // empty when all can be kept
+    };
+    for (const Case& c : {Case{QStringLiteral(u"caf\u00E9 \u20AC"), ""},
+                          {QStringLiteral(u"a\u03B1b"), "\"\u03B1\" (U+03B1)"},
+                          {QStringLiteral(u"\U0001F600"), "\"\U0001F600\" (U+1F600)"},
+                          {QString(QChar(0xD83D)), "(U+D83D)"}}) {
+        const std::optional<QString> problem = UnstorableCharacter(c.text);
+        if (*c.named == '\0') {
+            EXPECT_FALSE(problem);
+            continue;
+        }
+        ASSERT_TRUE(problem);
+        EXPECT_TRUE(problem->contains(QString::fromUtf8(c.named))) << problem->toStdString();
+        EXPECT_THROW(FromQt(c.text), KelError);
+    }
+}
+
+TEST(StorableInput, RefusesACharacterWhereItIsTypedOrPasted) {
+    test::ScriptedDialogs dialogs;
+    QLineEdit box;
+    RefuseUnstorableText(box, dialogs);
+    const QString refusal = QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u03B1"));
+    QTest::keyClicks(&box, QStringLiteral("ab"));
+    box.setCursorPosition(1);
+    dialogs.Message(refusal);
+    QGuiApplication::clipboard()->setText(QStringLiteral(u"x\u03B1y"));
+    box.paste();
+    EXPECT_EQ(box.text(), QStringLiteral("ab"));
+    EXPECT_EQ(box.cursorPosition(), 1);
+    QTest::keyClicks(&box, QStringLiteral("c"));
+    EXPECT_EQ(box.text(), QStringLiteral("acb"));
+}
+
+} // namespace
+} // namespace zem

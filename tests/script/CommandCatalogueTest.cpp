@@ -1,0 +1,65 @@
+#include "script/CommandCatalogue.h"
+
+#include "model/LineText.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace zem {
+namespace {
+
+/// Loads the catalogue and returns what went wrong, or nothing.
+std::string Load(CommandCatalogue& catalogue, std::string_view bytes) {
+    const test::TempFolder folder;
+    try {
+        LoadCommandCatalogue(catalogue, folder.Write("zem.dat", bytes));
+    } catch (const KelError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(CommandCatalogue, SplitsEachLineAtItsFirstFourPercentSigns) {
+    CommandCatalogue catalogue;
+    EXPECT_EQ(
+        Load(catalogue, "  msg % text %Print% What % Print $ 50% of it \r\nclear%!%Clear% ! %Clear\r\n"), "");
+    ASSERT_EQ(catalogue.Count(), 2);
+    EXPECT_EQ(catalogue[1], (CommandDefinition{"msg", "text", "Print", "What", "Print $ 50% of it"}));
+    EXPECT_EQ(catalogue[2], (CommandDefinition{"clear", "!", "Clear", "!", "Clear"}));
+}
+
+TEST(CommandCatalogue, KeepsTheEntriesBeforeABadLine) {
+    CommandCatalogue catalogue;
+    EXPECT_EQ(Load(catalogue, "msg%a%b%c%d\r\nsay%a%b%c\r\ndo%a%b%c%d\r\n"),
+              "line 2: a command needs five fields with \"%\" between them: say%a%b%c");
+    ASSERT_EQ(catalogue.Count(), 1);
+    EXPECT_EQ(catalogue[1].Keyword, "msg");
+    EXPECT_EQ(Load(catalogue, "\r\n"), "line 1: a command needs five fields with \"%\" between them");
+    EXPECT_EQ(Load(catalogue, ""), "the file is empty");
+}
+
+// The choosers of the script editor count on this order.
+TEST(CommandCatalogue, ShipsInTheOrderThatLookUpsNeed) {
+    CommandCatalogue catalogue;
+    LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
+    bool conditionsBegan = false;
+    std::string lastCommand;
+    for (int k = 1; k <= catalogue.Count(); ++k) {
+        const std::string& keyword = catalogue[k].Keyword;
+        const bool isCondition = BeginsWith(keyword, "if");
+        EXPECT_TRUE(isCondition || !conditionsBegan) << keyword << " stands after a condition";
+        conditionsBegan = conditionsBegan || isCondition;
+        if (!isCondition)
+            lastCommand = keyword;
+        for (int later = k + 1; later <= catalogue.Count(); ++later)
+            EXPECT_FALSE(BeginsWith(catalogue[later].Keyword, keyword))
+                << catalogue[later].Keyword << " is never found behind " << keyword;
+        EXPECT_EQ(catalogue[k].RawSyntax == "!", catalogue[k].FriendlyPrompt == "!") << keyword;
+    }
+    EXPECT_TRUE(conditionsBegan);
+    EXPECT_EQ(lastCommand, "(other)");
+}
+
+} // namespace
+} // namespace zem

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "app/Dialogs.h"
+
+#include <QString>
+
+#include <deque>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+#include <utility>
+
+namespace zem::test {
+
+/// Answers the program's questions from a script. A question that differs from the script's, one that the
+/// script does not have, and one that is never asked fail the test.
+class ScriptedDialogs : public Dialogs {
+public:
+    ~ScriptedDialogs() override {
+        for (const Step& step : script_)
+            ADD_FAILURE() << "never asked: " << step.question.toStdString();
+    }
+
+    /// A message box, as "title: text".
+    void Message(const QString& titleAndText, QMessageBox::StandardButton answer = QMessageBox::Ok) {
+        script_.push_back({titleAndText, answer, {}, 0});
+    }
+    /// An input box, as "title: prompt [text]"; no answer stands for Cancel.
+    void Text(const QString& question, const std::optional<QString>& answer) {
+        script_.push_back({question, {}, answer, 0});
+    }
+    /// A file dialog; an empty answer stands for Cancel.
+    void OpenFile(const QString& answer) { script_.push_back({QStringLiteral("open"), {}, answer, 0}); }
+    void SaveFile(const QString& answer) { script_.push_back({QStringLiteral("save"), {}, answer, 0}); }
+    /// A document that is to be opened.
+    void Document(const QString& path, int result) {
+        script_.push_back({QStringLiteral("document ") + path, {}, {}, result});
+    }
+    /// What is asked next counts only once these are answered.
+    void ExpectAllAsked() const { EXPECT_TRUE(script_.empty()); }
+
+    QMessageBox::StandardButton ShowMessageBox(QWidget*, const QString& text, const QString& title,
+                                               QMessageBox::StandardButtons buttons,
+                                               QMessageBox::Icon) override {
+        const Step step = Next(title + QLatin1String(": ") + text);
+        EXPECT_TRUE(buttons.testFlag(step.button)) << "no such button: " << text.toStdString();
+        return step.button;
+    }
+    std::optional<QString> AskText(QWidget*, const QString& prompt, const QString& title,
+                                   const QString& text) override {
+        return Next(QStringLiteral("%1: %2 [%3]").arg(title, prompt, text)).text;
+    }
+    QString AskOpenFile(QWidget*, const FileQuestion& question) override {
+        lastFileQuestion = question;
+        return Next(QStringLiteral("open")).text.value_or(QString());
+    }
+    QString AskSaveFile(QWidget*, const FileQuestion& question) override {
+        lastFileQuestion = question;
+        return Next(QStringLiteral("save")).text.value_or(QString());
+    }
+    int OpenDocument(const QString& path) override { return Next(QStringLiteral("document ") + path).result; }
+
+    FileQuestion lastFileQuestion;
+
+private:
+    struct Step {
+        QString question;
+        QMessageBox::StandardButton button = QMessageBox::Ok;
+        std::optional<QString> text;
+        int result = 0;
+    };
+
+    Step Next(const QString& question) {
+        if (script_.empty()) {
+            ADD_FAILURE() << "not in the script: " << question.toStdString();
+            return {};
+        }
+        Step step = script_.front();
+        script_.pop_front();
+        EXPECT_EQ(question.toStdString(), step.question.toStdString());
+        return step;
+    }
+
+    std::deque<Step> script_;
+};
+
+} // namespace zem::test
