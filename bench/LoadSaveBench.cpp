@@ -1,11 +1,10 @@
-// Load and save of a generated game, as a ratio to copying the same file line by line through the C++ streams,
-// both measured in turn in the same run.
+// Load and save of a generated game, as a ratio to copying the same file line by line through the C++
+// streams, both measured in turn in the same run.
 #include "GameFile.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
 
 #include <benchmark/benchmark.h>
-
 #include <chrono>
 #include <fstream>
 #include <string>

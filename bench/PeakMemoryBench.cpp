@@ -2,14 +2,12 @@
 #include "GameFile.h"
 #include "reader/LoadGame.h"
 
-#include <benchmark/benchmark.h>
-
 #include <algorithm>
+#include <benchmark/benchmark.h>
 #include <cstddef>
 #include <cstdlib>
-#include <new>
-
 #include <malloc.h>
+#include <new>
 
 namespace {
 
@@ -64,7 +62,13 @@ void PeakMemory(benchmark::State& state) {
     state.counters["loaded_to_file"] = static_cast<double>(held) / file.Size();
 }
 
-BENCHMARK(PeakMemory)->Arg(100)->Arg(1000)->Arg(10000)->Arg(32767)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(PeakMemory)
+    ->Arg(100)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(32767)
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace zem::bench

@@ -1,17 +1,15 @@
-// From the start of a process to its first painted window, as a ratio: the editor's start window, and the editor
-// with the 200-room sample, to an empty Qt window. The three are started in turn. Without a display they run on
-// Qt's offscreen platform.
+// From the start of a process to its first painted window, as a ratio: the editor's start window, and the
+// editor with the 200-room sample, to an empty Qt window. The three are started in turn. Without a display
+// they run on Qt's offscreen platform.
 #include <benchmark/benchmark.h>
-
 #include <chrono>
 #include <cstdlib>
+#include <spawn.h>
 #include <stdexcept>
 #include <string>
-#include <vector>
-
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -19,6 +17,7 @@ using Clock = std::chrono::steady_clock;
 
 double SecondsToRun(std::vector<std::string> command) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (std::string& argument : command)
         arguments.push_back(argument.data());
     arguments.push_back(nullptr);

@@ -1,4 +1,5 @@
-// The whole start-up of the editor, as its main function does it, up to the first painting of the start window.
+// The whole start-up of the editor, as its main function does it, up to the first painting of the start
+// window.
 #include "FirstPaint.h"
 #include "app/CommandLine.h"
 #include "app/Dialogs.h"
@@ -20,7 +21,8 @@ int main(int argc, char** argv) {
     zem::bench::QuitAtFirstPaint quit(application);
     const QTemporaryDir folder;
     QSettings store(folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat);
-    store.setValue(QStringLiteral("Init/InstalledVer"), QStringLiteral("yes")); // no message before the window
+    store.setValue(QStringLiteral("Init/InstalledVer"),
+                   QStringLiteral("yes")); // no message before the window
     zem::QtDialogs dialogs;
     zem::GameModel game;
     zem::Program program(game, store, dialogs, QStringLiteral(ZEM_PROGRAM_FOLDER));

@@ -87,7 +87,7 @@ private:
     static T* Elements(Block* block) { return std::launder(reinterpret_cast<T*>(block + 1)); }
 
     static Block* Allocate(std::size_t capacity) {
-        Block* block = new (::operator new(sizeof(Block) + capacity * sizeof(T))) Block;
+        auto* block = new (::operator new(sizeof(Block) + capacity * sizeof(T))) Block;
         block->capacity = static_cast<std::uint16_t>(capacity);
         return block;
     }

@@ -31,7 +31,8 @@ public:
     std::int16_t Count() const {
         if (groups_.IsEmpty())
             return 0;
-        return static_cast<std::int16_t>(groups_.Back().first + static_cast<int>(groups_.Back().records.Size()));
+        return static_cast<std::int16_t>(groups_.Back().first +
+                                         static_cast<int>(groups_.Back().records.Size()));
     }
     bool IsEmpty() const { return groups_.IsEmpty(); }
 

@@ -9,11 +9,11 @@ namespace zem {
 namespace {
 
 bool IsKnown(std::string_view firstLine) {
-    constexpr std::string_view known[] = {"define game ", "define room ", "define text ", "define selection ",
+    constexpr std::string_view Known[] = {"define game ", "define room ", "define text ", "define selection ",
                                           "define procedure "};
     // Exactly, although the synonyms themselves are read in any capitals: such a block is kept here, too.
     return firstLine == "define synonyms" ||
-           std::any_of(std::begin(known), std::end(known),
+           std::any_of(std::begin(Known), std::end(Known),
                        [&](std::string_view keyword) { return BeginsWith(firstLine, keyword); });
 }
 

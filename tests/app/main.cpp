@@ -1,8 +1,7 @@
 #include <QApplication>
 
-#include <iostream>
-
 #include <gtest/gtest.h>
+#include <iostream>
 
 /// Drops what the offscreen platform says at every window.
 static void HandleMessage(QtMsgType, const QMessageLogContext&, const QString& message) {
