@@ -2,8 +2,8 @@
 // window.
 #include "FirstPaint.h"
 #include "app/CommandLine.h"
-#include "app/Dialogs.h"
 #include "app/Program.h"
+#include "forms/Dialogs.h"
 #include "model/GameModel.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "app/AppHost.h"
 
-#include "app/QtText.h"
 #include "app/frmOrbMsgBox.h"
 #include "app/frmProgress.h"
+#include "forms/QtText.h"
 
 #include <QApplication>
 

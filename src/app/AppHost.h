@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Dialogs.h"
 #include "app/Settings.h"
+#include "forms/Dialogs.h"
 #include "model/Host.h"
 
 #include <memory>

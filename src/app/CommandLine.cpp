@@ -1,7 +1,7 @@
 #include "app/CommandLine.h"
 
 #include "app/ErrorCatalogue.h"
-#include "app/QtText.h"
+#include "forms/QtText.h"
 #include "model/GameModel.h"
 #include "reader/LoadGame.h"
 #include "script/PrintGame.h"

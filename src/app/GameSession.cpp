@@ -1,7 +1,7 @@
 #include "app/GameSession.h"
 
-#include "app/CommandError.h"
-#include "app/QtText.h"
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
 #include "reader/LoadGame.h"
 #include "writer/ReplaceFile.h"
 #include "writer/SaveGame.h"

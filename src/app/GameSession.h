@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Settings.h"
+#include "forms/ChangeDoor.h"
 #include "model/GameModel.h"
 #include "model/Host.h"
 
@@ -20,25 +21,21 @@ struct GameChange {
 
 /// The game that is open, and the one door for every change of it: whatever hangs on changes hangs on the
 /// signals here.
-class GameSession : public QObject {
+class GameSession : public QObject, public ChangeDoor {
     Q_OBJECT
 
 public:
     /// All arguments outlive the session.
     GameSession(GameModel& game, Host& host, Settings& settings);
 
-    const GameModel& Game() const { return game_; }
+    const GameModel& Game() const override { return game_; }
     QString FileName() const;
 
     /// The caption of the main window for this game.
     QString Title() const;
 
-    /// Runs an editing command on the game, tells everybody, and marks the game as modified. When the command
-    /// throws, the game is as it was before, and the exception goes on.
-    void Change(const QString& name, const std::function<void(GameModel&)>& change);
-
-    /// Marks the game as holding changes that are not saved.
-    void MarkModified();
+    void Change(const QString& name, const std::function<void(GameModel&)>& change) override;
+    void MarkModified() override;
 
     /// Starts an empty game.
     void NewGame();

@@ -1,10 +1,10 @@
 #include "app/Program.h"
 
-#include "app/CommandError.h"
 #include "app/ErrorCatalogue.h"
-#include "app/QtText.h"
 #include "app/frmMain.h"
 #include "app/frmStart.h"
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
 
 namespace zem {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/AppHost.h"
-#include "app/Dialogs.h"
 #include "app/GameSession.h"
 #include "app/Settings.h"
+#include "forms/Dialogs.h"
 #include "script/CommandCatalogue.h"
 
 #include <QObject>

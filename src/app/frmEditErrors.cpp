@@ -1,7 +1,7 @@
 #include "app/frmEditErrors.h"
 
-#include "app/QtText.h"
-#include "app/StorableInput.h"
+#include "forms/QtText.h"
+#include "forms/StorableInput.h"
 #include "ui_frmEditErrors.h"
 
 namespace zem {

@@ -1,11 +1,11 @@
 #include "app/frmMain.h"
 
-#include "app/CommandError.h"
 #include "app/Icons.h"
-#include "app/QtText.h"
 #include "app/frmAbout.h"
 #include "app/frmEditErrors.h"
 #include "app/frmOptions.h"
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
 #include "ui_frmMain.h"
 
 #include <QCloseEvent>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "app/Dialogs.h"
 #include "app/GameSession.h"
-#include "app/NameListModel.h"
 #include "app/Settings.h"
+#include "forms/Dialogs.h"
+#include "forms/NameListModel.h"
 
 #include <QMainWindow>
 

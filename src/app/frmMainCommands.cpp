@@ -1,9 +1,9 @@
 // The file, run, options and help commands of the main window.
-#include "app/CommandError.h"
-#include "app/QtText.h"
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
 #include "app/frmOptions.h"
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
 #include "ui_frmMain.h"
 
 #include <QCloseEvent>

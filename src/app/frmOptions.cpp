@@ -1,6 +1,6 @@
 #include "app/frmOptions.h"
 
-#include "app/QtText.h"
+#include "forms/QtText.h"
 #include "model/LineText.h"
 #include "ui_frmOptions.h"
 

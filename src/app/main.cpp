@@ -1,8 +1,8 @@
-#include "app/CommandError.h"
 #include "app/CommandLine.h"
-#include "app/Dialogs.h"
 #include "app/Program.h"
-#include "app/QtText.h"
+#include "forms/CommandError.h"
+#include "forms/Dialogs.h"
+#include "forms/QtText.h"
 #include "model/GameModel.h"
 
 #include <QApplication>

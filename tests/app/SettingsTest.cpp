@@ -1,6 +1,6 @@
 #include "app/Settings.h"
 
-#include "app/QtText.h"
+#include "forms/QtText.h"
 #include "model/KelError.h"
 #include "support/TempFolder.h"
 

@@ -1,8 +1,8 @@
 #include "app/AppHost.h"
-#include "app/QtText.h"
 #include "app/frmEditErrors.h"
 #include "app/frmHelp.h"
 #include "app/frmOrbMsgBox.h"
+#include "forms/QtText.h"
 #include "support/RunningProgram.h"
 
 #include <QApplication>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/Program.h"
-#include "app/QtText.h"
 #include "app/frmMain.h"
 #include "app/frmStart.h"
+#include "forms/QtText.h"
 #include "support/Games.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"

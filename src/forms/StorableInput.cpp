@@ -1,6 +1,6 @@
-#include "app/StorableInput.h"
+#include "forms/StorableInput.h"
 
-#include "app/QtText.h"
+#include "forms/QtText.h"
 
 #include <QSignalBlocker>
 

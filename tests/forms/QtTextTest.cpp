@@ -1,6 +1,6 @@
-#include "app/QtText.h"
+#include "forms/QtText.h"
 
-#include "app/StorableInput.h"
+#include "forms/StorableInput.h"
 #include "model/KelError.h"
 #include "support/ScriptedDialogs.h"
 

@@ -1,6 +1,6 @@
-#include "app/Dialogs.h"
+#include "forms/Dialogs.h"
 
-#include "app/QtText.h"
+#include "forms/QtText.h"
 
 #include <QDesktopServices>
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/Dialogs.h"
-#include "app/QtText.h"
+#include "forms/Dialogs.h"
+#include "forms/QtText.h"
 #include "model/KelError.h"
 
 #include <QString>

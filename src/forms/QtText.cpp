@@ -1,4 +1,4 @@
-#include "app/QtText.h"
+#include "forms/QtText.h"
 
 #include "model/KelError.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Dialogs.h"
+#include "forms/Dialogs.h"
 
 #include <QLineEdit>
 

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "script/CommandCatalogue.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace zem {
+
+/// Finds the catalogue entry of a script line without looking through the whole catalogue.
+class CommandLookup {
+public:
+    /// @param catalogue  is copied, which costs a pointer
+    explicit CommandLookup(const CommandCatalogue& catalogue);
+
+    /// The first entry in file order whose keyword the line begins with; null when there is none.
+    const CommandDefinition* Find(std::string_view line) const;
+
+    /// The entry for lines that match no other; null when the catalogue has none.
+    const CommandDefinition* Other() const { return other_ == 0 ? nullptr : &catalogue_[other_]; }
+
+    const CommandCatalogue& Catalogue() const { return catalogue_; }
+
+private:
+    /// A place in the tree of all keywords, letter by letter.
+    struct Node {
+        int entry = 0; // the first entry whose keyword ends here, from 1; 0 for none
+        std::vector<std::pair<char, int>> next;
+    };
+
+    int Next(int node, char letter) const; // 0, the root, when no keyword goes on so
+    void Add(std::string_view keyword, int entry);
+
+    CommandCatalogue catalogue_;
+    std::vector<Node> nodes_ = {Node()};
+    int other_ = 0;
+};
+
+} // namespace zem
