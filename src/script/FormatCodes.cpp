@@ -44,24 +44,28 @@ const FormatCode& FindCode(std::string_view afterBar) {
 } // namespace
 
 std::string FormatCodesToText(std::string_view text, bool showCodes) {
+    std::string rest(text);
     std::string result;
     result.reserve(text.size());
-    while (true) {
-        const std::size_t bar = text.find('|');
-        result.append(text.substr(0, bar));
-        if (bar == std::string_view::npos)
+    for (std::size_t at = 0;;) {
+        const std::size_t bar = rest.find('|', at);
+        result.append(rest, at, bar - at);
+        if (bar == std::string::npos)
             return result;
-        text.remove_prefix(bar + 1);
-        const FormatCode& code = FindCode(text);
+        at = bar + 1;
+        const FormatCode& code = FindCode(std::string_view(rest).substr(at));
         if (showCodes)
             result.append(code.word);
-        text.remove_prefix(std::min(code.code.size(), text.size()));
+        at = std::min(at + code.code.size(), rest.size());
         if (code.code != "s")
             continue;
-        const std::string_view size = text.substr(0, 2);
-        if (showCodes)
-            result.append(size).append("]");
-        text.remove_prefix(size.size());
+        const std::string size = rest.substr(at, 2);
+        at += size.size();
+        if (!showCodes)
+            continue;
+        // The end of the word goes back in front of what is left: the two characters may hold a bar themselves.
+        at -= size.size() + 1;
+        rest.replace(at, size.size() + 1, size + "]");
     }
 }
 

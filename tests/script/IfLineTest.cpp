@@ -1,0 +1,143 @@
+#include "script/IfLine.h"
+
+#include "model/KelError.h"
+#include "support/Games.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+
+namespace zem {
+namespace {
+
+std::string Problem(std::string_view line) {
+    try {
+        ParseIfLine(line);
+    } catch (const KelError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+std::string WriteProblem(const IfLine& line) {
+    try {
+        return "written: " + WriteIfLine(line);
+    } catch (const KelError& error) {
+        return error.what();
+    }
+}
+
+TEST(IfLine, TakesALineApart) {
+    const IfLine parsed =
+        ParseIfLine("  IF not has <a key> And in<Hall> or empty handed then msg <if a then b else c> "
+                    "else if flag <x> then do <y> else die");
+    EXPECT_EQ(parsed.Conditions, (std::vector<Condition>{{Joiner::And, true, "has", true, "a key"},
+                                                         {Joiner::And, false, "in", true, "Hall"},
+                                                         {Joiner::Or, false, "empty handed", false, ""}}));
+    EXPECT_EQ(parsed.Then, "msg <if a then b else c>");
+    EXPECT_EQ(parsed.Else, "if flag <x> then do <y> else die");
+}
+
+TEST(IfLine, GivesAnElseToTheNearestIf) {
+    EXPECT_EQ(ParseIfLine("if a then if b then x else y").Else, "");
+    const IfLine both = ParseIfLine("if a then if b then x else y else z");
+    EXPECT_EQ(both.Then, "if b then x else y");
+    EXPECT_EQ(both.Else, "z");
+}
+
+TEST(IfLine, SaysWhyALineIsNotUnderstood) {
+    std::string deep;
+    for (int k = 0; k < 100'000; ++k)
+        deep += "if a then ";
+    struct Case {
+        std::string line;
+        const char* problem;
+    };
+    for (const Case& c : {
+             Case{"msg <x>", "the line does not begin with \"if\""},
+             {"ifhas <x> then y", "the line does not begin with \"if\""},
+             {"if has <x> goto <y>", "after a condition comes \"and\", \"or\" or \"then\""},
+             {"if has <x> <y> then z", "after a condition comes \"and\", \"or\" or \"then\""},
+             {"if then x", "a condition is missing"},
+             {"if a and then x", "a condition is missing"},
+             {"if <x> then y", "a condition is missing"},
+             {"if a then", "there is no command after \"then\""},
+             {"if a then else b", "there is no command after \"then\""},
+             {"if a then b else", "there is no command after \"else\""},
+             {"if a then b else c else d", "there is an \"else\" too many"},
+             {"if has <x then y", "a \"<\" is never closed"},
+             {deep + "x", "too many \"if\" stand inside one another"},
+         })
+        EXPECT_EQ(Problem(c.line), c.problem) << c.line.substr(0, 60);
+}
+
+TEST(IfLine, RefusesPartsOfWhichNoLineCanBeMade) {
+    const Condition has{Joiner::And, false, "has", true, "x"};
+    EXPECT_EQ(WriteProblem({{has}, "if b then x", "y"}),
+              "the \"else\" would belong to the \"if\" inside the \"then\" part: give that one an \"else\" "
+              "of its own, "
+              "or put it into a procedure");
+    EXPECT_EQ(WriteProblem({{has}, "if b then x else z", "y"}),
+              "written: if has <x> then if b then x else z else y");
+    EXPECT_EQ(WriteProblem({{}, "x", ""}), "no line can be made of this: a condition is missing");
+    EXPECT_EQ(WriteProblem({{has}, "", "y"}),
+              "no line can be made of this: there is no command after \"then\"");
+    EXPECT_EQ(WriteProblem({{{Joiner::And, false, "has", true, "a>b"}}, "x", ""}),
+              "no line can be made of this: after a condition comes \"and\", \"or\" or \"then\"");
+    EXPECT_EQ(WriteProblem({{has}, "msg <x> else y", ""}),
+              "no line can be made of this: it would be read as something else");
+}
+
+TEST(IfLine, ComesBackAsItWasFromEveryLineOfTheSamples) {
+    int lines = 0;
+    for (const auto& sample : std::filesystem::directory_iterator(ZEM_SAMPLES)) {
+        if (sample.path().extension() != ".kel")
+            continue;
+        const std::string saved = test::SaveToBytes(test::LoadBytes(test::ReadBytes(sample.path())));
+        for (std::size_t at = saved.find("if "); at != std::string::npos; at = saved.find("if ", at + 1)) {
+            const std::string line = saved.substr(at, saved.find('\r', at) - at);
+            if (saved[at - 1] != '\n' && !saved.substr(0, at).ends_with("> "))
+                continue;
+            ++lines;
+            const IfLine parsed = ParseIfLine(line);
+            EXPECT_EQ(ParseIfLine(WriteIfLine(parsed)), parsed) << line;
+        }
+    }
+    EXPECT_GT(lines, 100);
+}
+
+TEST(IfLine, ParsesWhatItWritesForRandomLines) {
+    std::mt19937 random(11);
+    const std::vector<std::string> pieces = {"if",  "then", "else",  "and", "or",   "not",
+                                             "has", "<x>",  "<a b>", "msg", "<",    ">",
+                                             "  ",  "then", "else",  "if",  "flag", "<then>"};
+    int understood = 0;
+    for (int round = 0; round < 60'000; ++round) {
+        std::string line = "if has <x> then ";
+        for (int n = std::uniform_int_distribution<int>(1, 9)(random); n > 0; --n)
+            line += pieces[std::uniform_int_distribution<std::size_t>(0, pieces.size() - 1)(random)] + " ";
+        if (!Problem(line).empty())
+            continue;
+        ++understood;
+        const IfLine parsed = ParseIfLine(line);
+        ASSERT_EQ(ParseIfLine(WriteIfLine(parsed)), parsed) << line;
+    }
+    EXPECT_GT(understood, 1000);
+}
+
+TEST(IfLine, IsDescribedInPlainEnglish) {
+    CommandCatalogue catalogue;
+    LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
+    const CommandLookup commands(catalogue);
+    EXPECT_EQ(
+        DescribeIfLine("if has <key> and not flag <open> then goto <Hall> else msg <No.>", commands),
+        "If the player has \"key\" and it is not so that the flag \"open\" is set, then: Move the player to "
+        "\"Hall\"; otherwise: Print \"No.\"");
+    EXPECT_EQ(DescribeIfLine("if strange <x> then if has <y> then win", commands),
+              "If strange <x>, then: If the player has \"y\", then: The player wins");
+    EXPECT_EQ(DescribeIfLine("if nonsense", commands), "if nonsense");
+}
+
+} // namespace
+} // namespace zem
