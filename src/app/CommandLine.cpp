@@ -80,8 +80,11 @@ public:
     int Print(const std::string& file) {
         if (!Load(file))
             return FileProblem;
-        out_ << ToQt(PrintGame(game_)).toStdString();
-        return Success;
+        out_ << ToQt(PrintGame(game_)).toStdString() << std::flush;
+        if (out_)
+            return Success;
+        err_ << "zem: the text could not be written\n";
+        return FileProblem;
     }
 
 private:
@@ -91,8 +94,10 @@ private:
             return LoadGame(game_, file, host_);
         } catch (const KelError& error) {
             Report(err_, file, error);
-            return false;
+        } catch (const std::exception& error) {
+            Report(err_, file, KelError(error.what())); // most likely a file larger than the memory
         }
+        return false;
     }
 
     std::ostream& out_;
@@ -107,25 +112,30 @@ CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, cons
                                  std::ostream& out, std::ostream& err) {
     CLI::App app("The editor for text-adventure games in the Kel script language.", "zem");
     app.set_version_flag("--version", "ZEM 1.0");
+    app.require_subcommand(0, 1);
     std::string file;
+    std::string in;
     std::string target;
-    app.add_option("FILE", file, "the game to open in the editor");
+    std::string printed;
+    const CLI::Option* fileOption = app.add_option("FILE", file, "the game to open in the editor");
     CLI::App* format = app.add_subcommand("format", "load the game IN and save it as OUT");
-    format->add_option("IN", file, "the game to load")->required();
+    format->add_option("IN", in, "the game to load")->required();
     format->add_option("OUT", target, "the file to write; left as it is when anything fails")->required();
     CLI::App* print = app.add_subcommand("print", "show a whole game as readable text");
-    print->add_option("FILE", file, "the game to show")->required();
+    print->add_option("FILE", printed, "the game to show")->required();
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend()); // as the parser wants them
     try {
         app.parse(reversed);
+        if (fileOption->count() > 0 && (*format || *print))
+            throw CLI::ExtrasError("a FILE to edit and a command do not go together", {file});
     } catch (const CLI::ParseError& error) {
         return {app.exit(error, out, err) == 0 ? Success : WrongUsage, std::nullopt};
     }
     if (*format)
-        return {FileCommands(programFolder, out, err).Format(file, target), std::nullopt};
+        return {FileCommands(programFolder, out, err).Format(in, target), std::nullopt};
     if (*print)
-        return {FileCommands(programFolder, out, err).Print(file), std::nullopt};
+        return {FileCommands(programFolder, out, err).Print(printed), std::nullopt};
     return {Success, file};
 }
 

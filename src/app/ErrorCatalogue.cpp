@@ -1,8 +1,7 @@
 #include "app/ErrorCatalogue.h"
 
 #include "model/LineText.h"
-#include "reader/ReadFile.h"
-#include "reader/SourceText.h"
+#include "model/TextFile.h"
 
 #include <optional>
 #include <string_view>
@@ -30,11 +29,8 @@ void LoadErrorCatalogue(Table<ErrorMessage>& errors, const std::string& path, Ho
                         "File Error");
         return;
     }
-    if (bytes->empty())
-        return;
-    const SourceText source(*bytes);
-    for (std::size_t index = 1; index <= source.LineCount(); ++index) {
-        const std::string_view line = source.Line(index);
+    for (std::string_view rest = *bytes; !rest.empty();) {
+        const std::string_view line = TakeLine(rest);
         if (line.starts_with('#'))
             continue;
         const std::size_t semicolon = line.find(';');

@@ -4,7 +4,8 @@
 #include "app/GameSession.h"
 #include "app/Settings.h"
 #include "forms/Dialogs.h"
-#include "script/CommandCatalogue.h"
+#include "script/CommandLookup.h"
+#include "script/ScriptEditing.h"
 
 #include <QObject>
 #include <QSettings>
@@ -49,6 +50,8 @@ private:
     GameModel& game_;
     GameSession session_;
     CommandCatalogue commands_;
+    std::unique_ptr<CommandLookup> lookup_;
+    std::unique_ptr<ScriptEditing> scripts_;
     std::unique_ptr<frmStart> start_;
     std::unique_ptr<frmMain> main_;
 };

@@ -3,6 +3,7 @@
 #include "app/Icons.h"
 #include "app/frmAbout.h"
 #include "app/frmEditErrors.h"
+#include "app/frmMenuList.h"
 #include "app/frmOptions.h"
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
@@ -25,11 +26,13 @@ auto& Things(Model& room, int index) {
 
 } // namespace
 
-frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, const QString& programFolder)
+frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
+                 const QString& programFolder)
     : ui_(std::make_unique<Ui::frmMain>()),
       session_(session),
       settings_(settings),
       dialogs_(dialogs),
+      scripts_(scripts),
       programFolder_(programFolder),
       status_(new QLabel(this)) {
     ui_->setupUi(this);
@@ -66,6 +69,7 @@ void frmMain::ConnectMenus() {
     Connect(ui_->mnuFileSave, &frmMain::mnuFileSave_Click);
     Connect(ui_->mnuFileSaveAs, &frmMain::mnuFileSaveAs_Click);
     Connect(ui_->mnuFileRunKELfile, &frmMain::mnuFileRunKELfile_Click);
+    Connect(ui_->mnuViewMenus, &frmMain::mnuViewMenus_Click);
     Connect(ui_->mnuEditErrorMessages, &frmMain::mnuEditErrorMessages_Click);
     Connect(ui_->mnuViewOptions, &frmMain::mnuViewOptions_Click);
     Connect(ui_->mnuZEMRef, &frmMain::mnuZEMRef_Click);
@@ -76,12 +80,8 @@ void frmMain::ConnectMenus() {
 }
 
 void frmMain::ConnectLists() {
-    const auto connectButton = [this](QPushButton* button, const std::function<void()>& handler) {
-        connect(button, &QPushButton::clicked, this,
-                [this, handler] { RunCommand(dialogs_, this, handler); });
-    };
-    connectButton(ui_->butAddNewRoom, [this] { butAddNewRoom_Click(); });
-    connectButton(ui_->butDeleteRoom, [this] { butDeleteRoom_Click(); });
+    OnClick(ui_->butAddNewRoom, this, dialogs_, [this] { butAddNewRoom_Click(); });
+    OnClick(ui_->butDeleteRoom, this, dialogs_, [this] { butDeleteRoom_Click(); });
     ui_->lstRooms->setModel(&rooms_);
     connect(ui_->lstRooms->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmMain::lstRooms_Click);
@@ -90,8 +90,8 @@ void frmMain::ConnectLists() {
     const std::array<QPushButton*, 2> remove = {ui_->butDeleteObj_0, ui_->butDeleteObj_1};
     for (const int index : {0, 1}) {
         const auto at = static_cast<std::size_t>(index);
-        connectButton(add[at], [this, index] { butAddObj_Click(index); });
-        connectButton(remove[at], [this, index] { butDeleteObj_Click(index); });
+        OnClick(add[at], this, dialogs_, [this, index] { butAddObj_Click(index); });
+        OnClick(remove[at], this, dialogs_, [this, index] { butDeleteObj_Click(index); });
         ThingList(index)->setModel(&things_[at]);
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
                 [this, index] { lstThings_Click(index); });
@@ -275,6 +275,10 @@ void frmMain::butDeleteObj_Click(int index) {
     ChangeGame(index == 0 ? QStringLiteral("delete character") : QStringLiteral("delete object"),
                CurrentSelection(),
                [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
+}
+
+void frmMain::mnuViewMenus_Click() {
+    frmMenuList(scripts_, this).exec();
 }
 
 void frmMain::mnuEditErrorMessages_Click() {

@@ -22,6 +22,8 @@ class frmMain;
 
 namespace zem {
 
+class ScriptEditing;
+
 /// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
 /// Throughout, index 0 of a pair of controls stands for characters and index 1 for objects.
 class frmMain : public QMainWindow {
@@ -30,7 +32,8 @@ class frmMain : public QMainWindow {
 public:
     /// All arguments outlive the window.
     /// @param programFolder  where the reference documents are
-    frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, const QString& programFolder);
+    frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
+            const QString& programFolder);
     ~frmMain() override;
 
 signals:
@@ -64,6 +67,7 @@ private:
     void mnuFileSaveAs_Click();
     void mnuFileRunKELfile_Click();
     void mnuFileRecent_Click(const QAction& item);
+    void mnuViewMenus_Click();
     void mnuEditErrorMessages_Click();
     void mnuViewOptions_Click();
     void mnuZEMRef_Click();
@@ -102,6 +106,7 @@ private:
     GameSession& session_;
     Settings& settings_;
     Dialogs& dialogs_;
+    ScriptEditing& scripts_;
     QString programFolder_;
     QLabel* status_;
     NameListModel rooms_;

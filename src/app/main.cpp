@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
@@ -66,6 +67,10 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
 } // namespace
 
 int main(int argc, char** argv) {
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ,
+                SIG_IGN); // a file that may grow no further is an error of its write, and not the end
+#endif
     try {
         const std::string programFolder = ProgramFolder(argv[0]);
         const zem::CommandLineResult result =

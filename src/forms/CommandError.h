@@ -4,6 +4,7 @@
 #include "forms/QtText.h"
 #include "model/KelError.h"
 
+#include <QAbstractButton>
 #include <QString>
 
 #include <stdexcept>
@@ -46,6 +47,13 @@ bool RunCommand(Dialogs& dialogs, QWidget* parent, Command command) {
                         .arg(QLatin1String(error.what())),
                     QLatin1String(DefaultTitle));
     }
+}
+
+/// Runs the handler as a command whenever the button of the form is clicked.
+template <class Handler>
+void OnClick(QAbstractButton* button, QWidget* form, Dialogs& dialogs, Handler handler) {
+    QObject::connect(button, &QAbstractButton::clicked, form,
+                     [form, &dialogs, handler] { RunCommand(dialogs, form, handler); });
 }
 
 } // namespace zem

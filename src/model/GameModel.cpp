@@ -14,7 +14,7 @@ void NewGame(GameModel& game) {
     fresh.GameInfo = "Created with ZEM 1.0";
     for (const char* name : {"intro", "win", "lose"})
         fresh.TextSections.Append({name, ""});
-    fresh.ErrorMessages = std::move(game.ErrorMessages);
+    fresh.ErrorMessages = game.ErrorMessages;
     for (int k = 1; k <= fresh.ErrorMessages.Count(); ++k)
         if (!fresh.ErrorMessages[k].GameText.empty())
             fresh.ErrorMessages.Edit(k).GameText.clear();

@@ -119,7 +119,7 @@ struct ErrorMessage {
     bool operator==(const ErrorMessage&) const = default;
 };
 
-/// One whole game. Copying it costs about a pointer for every 64 records (see Table).
+/// One whole game. Copying it copies its own texts and a pointer a table; the records are shared (see Table).
 struct GameModel {
     std::string FileName;                   // path of the file opened or last saved, in the system's encoding
     bool Modified = false;                  // holds changes that are not saved

@@ -2,14 +2,12 @@
 
 #include "model/LineText.h"
 
-#include <utility>
-
 namespace zem {
 
 namespace {
 
 // A message box must stay readable when the offending line has ten million characters.
-constexpr std::size_t LongestShownText = 80;
+constexpr std::size_t LongestShownText = 300;
 
 std::string Shorten(std::string_view text) {
     text = Trim(text);
@@ -24,11 +22,13 @@ std::string Join(const std::string& problem, const std::string& text) {
 
 } // namespace
 
-KelError::KelError(std::string problem) : std::runtime_error(problem), problem_(std::move(problem)) {}
+KelError::KelError(const std::string& problem)
+    : std::runtime_error(Shorten(problem)),
+      problem_(std::runtime_error::what()) {}
 
-KelError::KelError(std::string problem, std::size_t line, std::string_view text)
-    : std::runtime_error("line " + std::to_string(line) + ": " + Join(problem, Shorten(text))),
-      problem_(std::move(problem)),
+KelError::KelError(const std::string& problem, std::size_t line, std::string_view text)
+    : std::runtime_error("line " + std::to_string(line) + ": " + Join(Shorten(problem), Shorten(text))),
+      problem_(Shorten(problem)),
       line_(line),
       text_(Shorten(text)) {}
 

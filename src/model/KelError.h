@@ -11,12 +11,13 @@ namespace zem {
 /// It is caught at the command that the author gave; the command ends and the program goes on.
 class KelError : public std::runtime_error {
 public:
-    /// @param problem  what is wrong, without a full stop: "a parameter in angle brackets is missing"
-    explicit KelError(std::string problem);
+    /// @param problem  what is wrong, without a full stop: "a parameter in angle brackets is missing";
+    ///                 long ones are cut
+    explicit KelError(const std::string& problem);
 
     /// @param line  1-based number of the line in the file
     /// @param text  the line as it stands in the file; long lines are cut for display
-    KelError(std::string problem, std::size_t line, std::string_view text);
+    KelError(const std::string& problem, std::size_t line, std::string_view text);
 
     /// The problem alone, without line number and text.
     const std::string& Problem() const { return problem_; }

@@ -66,8 +66,10 @@ ParsedNumber ParseNumber(std::string_view text) {
     ParsedNumber number;
     const char* end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, number.value);
-    if (error == std::errc::result_out_of_range)
-        number.value = std::numeric_limits<double>::infinity();
+    if (error == std::errc::result_out_of_range) {
+        const bool isTiny = std::string_view(digits.data(), stop).find('-', 1) != std::string_view::npos;
+        number.value = isTiny ? 0 : std::numeric_limits<double>::infinity();
+    }
     number.isNumber = error != std::errc::invalid_argument;
     number.rest = std::string_view(stop, static_cast<std::size_t>(end - stop));
     return number;

@@ -50,9 +50,8 @@ enum class Cut {
 template <class Use>
 void SplitList(std::string_view list, Cut cut, Use use) {
     while (true) {
-        std::size_t end = list.find_first_of(",;");
-        if (cut == Cut::AtCommaFirst)
-            end = list.find(','); // the end of the list counts as a comma
+        // The end of the list counts as a comma, so a ";" is never the only cut left.
+        const std::size_t end = list.find_first_of(cut == Cut::AtNearest ? ",;" : ",");
         use(Trim(list.substr(0, end)));
         if (end == std::string_view::npos)
             return;

@@ -91,20 +91,11 @@ private:
             return;
         const auto block = FindBraces(source_, span);
         const Position end{block->lines.size() - 1, block->lines.back().size()};
-        std::size_t next = span.FirstLine;
-        const auto clearUpTo = [&](std::size_t index) { // lines that a braced script took up whole
-            for (; next < index; ++next)
-                source_.ClearLine(next);
-        };
         Flatten(block, {0, 0}, end, 0, block->braces.size(),
                 [&](std::size_t line, std::string_view text, bool isRewritten) {
-                    const std::size_t index = span.FirstLine + line;
-                    clearUpTo(isRewritten ? index + 1 : index);
                     if (isRewritten)
-                        source_.SetLine(index, std::string(text));
-                    next = index + 1;
+                        source_.SetLine(span.FirstLine + line, std::string(text));
                 });
-        clearUpTo(span.LastLine + 1);
     }
 
     bool HoldsBrace(const BlockSpan& span) const {
@@ -122,10 +113,11 @@ private:
         source_.AppendSourceLine("define procedure " + script.name, Origin(block, begin.line));
         Flatten(script.block, begin, brace.close, script.brace + 1, brace.next,
                 [&](std::size_t line, std::string_view text, bool /*isRewritten*/) {
-                    const bool besideBrace = line == begin.line || line == brace.close.line;
                     if (line == begin.line)
                         text = Trim(text);
-                    if (!besideBrace || !Trim(text).empty())
+                    // The other empty lines stay: a line that ends "__" is joined to the next one, whatever
+                    // it is.
+                    if (line != begin.line || !text.empty())
                         source_.AppendSourceLine(std::string(text), Origin(block, line));
                 });
         source_.AppendSourceLine("end define", Origin(block, brace.close.line));
@@ -138,8 +130,8 @@ private:
 
     /// Walks the text from `begin` to `end`, in which the outermost braces are among `brace` to `pastBrace`,
     /// and emits its lines with each outermost braced script replaced by a call. What follows a "}" goes on
-    /// on the line of its "{"; lines that a braced script took up whole are not emitted. `emit` gets the
-    /// line's number in the block, its text, and whether that differs from the block's.
+    /// on the line of its "{"; the lines below that a braced script took up are emitted empty. `emit` gets
+    /// the line's number in the block, its text, and whether that differs from the block's.
     template <class Emit>
     void Flatten(const std::shared_ptr<const BracedBlock>& block, Position begin, Position end,
                  std::size_t brace, std::size_t pastBrace, Emit emit) {
@@ -150,6 +142,8 @@ private:
         const auto finishLine = [&](Position lineEnd) {
             const std::string_view rest = TextBetween(*block, at, lineEnd);
             emit(startingLine, isRewritten ? std::string_view(rewritten.append(rest)) : rest, isRewritten);
+            for (std::size_t taken = startingLine + 1; taken <= lineEnd.line; ++taken)
+                emit(taken, std::string_view(), true);
             rewritten.clear();
             isRewritten = false;
         };

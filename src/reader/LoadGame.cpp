@@ -1,9 +1,9 @@
 #include "reader/LoadGame.h"
 
 #include "model/LineText.h"
+#include "model/TextFile.h"
 #include "reader/BlockReaders.h"
 #include "reader/InternalProcedures.h"
-#include "reader/ReadFile.h"
 #include "reader/SourceText.h"
 
 #include <filesystem>

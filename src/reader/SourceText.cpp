@@ -10,24 +10,17 @@ namespace zem {
 SourceText::SourceText(std::string bytes) : bytes_(std::move(bytes)) {
     if (bytes_.empty())
         throw KelError("the file is empty");
-    if (bytes_.size() >= Rewritten)
-        throw KelError("the file is too large: 4 GB and more cannot be read");
     lines_.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n')) + 1);
-    for (std::size_t start = 0; start < bytes_.size();) {
-        const std::size_t newline = bytes_.find('\n', start);
-        const bool isLast = newline == std::string::npos;
-        std::size_t end = isLast ? bytes_.size() : newline;
-        if (!isLast && end > start && bytes_[end - 1] == '\r')
-            --end;
-        const std::string_view line = std::string_view(bytes_).substr(start, end - start);
+    for (std::string_view rest = bytes_; !rest.empty();) {
+        const std::string_view line = TakeLine(rest);
         if (line.find('\t') == std::string_view::npos) {
-            lines_.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(line.size())});
+            lines_.push_back({static_cast<std::uint32_t>(line.data() - bytes_.data()),
+                              static_cast<std::uint32_t>(line.size())});
         } else {
             std::string expanded(line);
             ExpandTabs(expanded);
             lines_.push_back(AddText(std::move(expanded)));
         }
-        start = isLast ? bytes_.size() : newline + 1;
     }
 }
 
@@ -37,11 +30,7 @@ SourceText::LineRef SourceText::AddText(std::string text) {
 }
 
 void SourceText::SetLine(std::size_t index, std::string text) {
-    LineRef& line = lines_[index - 1];
-    if (line.size == Rewritten)
-        texts_[line.start] = std::move(text);
-    else
-        line = AddText(std::move(text));
+    lines_[index - 1] = AddText(std::move(text)); // the old text stays: others may hold views of it
 }
 
 void SourceText::AppendToLine(std::size_t index, std::string_view text) {

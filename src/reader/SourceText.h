@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/KelError.h"
+#include "model/TextFile.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,7 +28,7 @@ public:
 
     std::size_t LineCount() const { return lines_.size(); }
 
-    /// The line's text; good until that line is set anew or trimmed.
+    /// The line's text; good until that line is trimmed or appended to.
     std::string_view Line(std::size_t index) const {
         const LineRef line = lines_[index - 1];
         return line.size == Rewritten ? std::string_view(texts_[line.start])
@@ -61,13 +61,7 @@ public:
     /// Gives the line to `use`, and ties a KelError that comes out of it to the line.
     template <class Use>
     void UseLine(std::size_t index, Use use) const {
-        try {
-            use(Line(index));
-        } catch (const KelError& error) {
-            if (error.Line() != 0)
-                throw;
-            throw KelError(error.Problem(), LineInFile(index), Line(index));
-        }
+        UseLineOfFile(Line(index), LineInFile(index), use);
     }
 
     /// UseLine for each line of the block between its first and its last.

@@ -1,8 +1,7 @@
 #include "script/CommandCatalogue.h"
 
 #include "model/LineText.h"
-#include "reader/ReadFile.h"
-#include "reader/SourceText.h"
+#include "model/TextFile.h"
 
 #include <array>
 #include <string_view>
@@ -27,9 +26,14 @@ CommandDefinition ReadDefinition(std::string_view line) {
 } // namespace
 
 void LoadCommandCatalogue(CommandCatalogue& catalogue, const std::string& path) {
-    const SourceText source(ReadFile(path));
-    for (std::size_t index = 1; index <= source.LineCount(); ++index)
-        source.UseLine(index, [&](std::string_view line) { catalogue.Append(ReadDefinition(line)); });
+    catalogue.Clear();
+    const std::string bytes = ReadFile(path);
+    if (bytes.empty())
+        throw KelError("the file is empty");
+    std::size_t number = 0;
+    for (std::string_view rest = bytes; !rest.empty();)
+        UseLineOfFile(TakeLine(rest), ++number,
+                      [&](std::string_view line) { catalogue.Append(ReadDefinition(line)); });
 }
 
 } // namespace zem

@@ -20,7 +20,7 @@ struct CommandDefinition {
 /// In file order: where several keywords match a line, the first counts.
 using CommandCatalogue = Table<CommandDefinition>;
 
-/// Adds the entries of the catalogue file, one a line with "%" between its fields, to the catalogue.
+/// Reads the catalogue file, one entry a line with "%" between its fields.
 /// Throws KelError when the file cannot be read, is empty, or has a line with fewer than four "%"; the
 /// entries before that line are in the catalogue then.
 void LoadCommandCatalogue(CommandCatalogue& catalogue, const std::string& path);

@@ -63,7 +63,8 @@ std::string FormatCodesToText(std::string_view text, bool showCodes) {
         at += size.size();
         if (!showCodes)
             continue;
-        // The end of the word goes back in front of what is left: the two characters may hold a bar themselves.
+        // The end of the word goes back in front of what is left: the two characters may hold a bar
+        // themselves.
         at -= size.size() + 1;
         rest.replace(at, size.size() + 1, size + "]");
     }

@@ -66,8 +66,12 @@ void PrintExits(Listing& listing, const Room& room) {
 
 void PrintThings(Listing& listing, std::string_view kind, const Table<Thing>& things) {
     for (const Thing& thing : things) {
-        const std::string name = thing.Prefix.empty() ? thing.Name : thing.Prefix + " " + thing.Name;
-        listing.Field(1, kind, name + (thing.Hidden ? " (hidden)" : thing.Invisible ? " (invisible)" : ""));
+        std::string name = thing.Prefix.empty() ? thing.Name : thing.Prefix + " " + thing.Name;
+        if (thing.Name.empty())
+            name += "(without a name)";
+        name += thing.Hidden ? " (hidden)" : "";
+        name += thing.Invisible ? " (invisible)" : "";
+        listing.Field(1, kind, name);
         listing.Field(2, "look", thing.Look);
         listing.Field(2, "speak", thing.Speak);
         listing.Field(2, "take", thing.Take);

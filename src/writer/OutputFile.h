@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/TextFile.h"
+
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -27,10 +29,6 @@ public:
     void Close() override;
 
 private:
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
     std::unique_ptr<std::FILE, CloseFile> file_;
 };
 

@@ -1,5 +1,6 @@
 #include "writer/SaveGame.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace zem {
@@ -55,7 +56,10 @@ private:
     std::string buffer_;
 };
 
-void WriteHeader(LineWriter& writer, const GameModel& game, const std::string& path) {
+void WriteHeader(LineWriter& writer, const GameModel& game, std::string path) {
+    // A line end in a file's name would make a line of its own of what follows it.
+    std::replace_if(
+        path.begin(), path.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
     writer.WriteLine("' ", path, " created by ", "ZEM 1.0");
     writer.WriteLine();
     writer.WriteLine("'*** The following line is required by ZEM - please do not remove");

@@ -78,6 +78,7 @@ TEST(LineText, ReadsNumbers) {
     };
     for (const Case& c : {
              Case{"12", 12, true},
+             {"1e-400", 0, true},
              {"  7 ", 7, true},
              {"-5", -5, true},
              {"+5", 5, true},

@@ -1,9 +1,9 @@
-#include "reader/ReadFile.h"
+#include "model/TextFile.h"
 
-#include "model/KelError.h"
 #include "model/SystemError.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -13,9 +13,7 @@ namespace zem {
 
 namespace {
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
+constexpr std::uintmax_t LargestFile = 0xFFFFFFFF;
 
 [[noreturn]] void ThrowUnreadable(int error) {
     throw KelError("the file cannot be read: " + DescribeSystemError(error));
@@ -37,6 +35,8 @@ std::string ReadFile(const std::string& path) {
         ThrowUnreadable(errno);
     std::string bytes;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (!error && size >= LargestFile)
+        throw KelError("the file is too large: 4 GB and more cannot be read");
     if (!error)
         bytes.resize(size + 1); // one more, so that a full read also meets the end of the file
     std::size_t read = 0;

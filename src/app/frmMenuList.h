@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class frmMenuList;
+}
+
+namespace zem {
+
+class ScriptEditing;
+
+/// The list of the game's menus. What is added or removed here changes the game at once.
+class frmMenuList : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit frmMenuList(ScriptEditing& scripts, QWidget* parent = nullptr);
+    ~frmMenuList() override;
+
+private:
+    void Refresh();
+    int SelectedMenu() const; // from 1; 0 for none
+    void butAdd_Click();
+    void butEdit_Click();
+    void butRemove_Click();
+    void butOK_Click();
+
+    std::unique_ptr<Ui::frmMenuList> ui_;
+    ScriptEditing& scripts_;
+};
+
+} // namespace zem

@@ -1,0 +1,55 @@
+#include "forms/ListKeys.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QKeyEvent>
+
+namespace zem {
+
+namespace {
+
+class ListKeyFilter : public QObject {
+public:
+    ListKeyFilter(QAbstractItemView& list, const ListButtons& buttons) : QObject(&list), buttons_(buttons) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress)
+            if (QAbstractButton* button = ButtonFor(*static_cast<QKeyEvent*>(event))) {
+                button->click();
+                return true;
+            }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QAbstractButton* ButtonFor(const QKeyEvent& event) const {
+        const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+        switch (event.key()) {
+        case Qt::Key_Insert:
+            return buttons_.add;
+        case Qt::Key_Delete:
+            return buttons_.remove;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return buttons_.edit;
+        case Qt::Key_Up:
+            return control ? buttons_.up : nullptr;
+        case Qt::Key_Down:
+            return control ? buttons_.down : nullptr;
+        default:
+            return nullptr;
+        }
+    }
+
+    ListButtons buttons_;
+};
+
+} // namespace
+
+void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons) {
+    list.installEventFilter(new ListKeyFilter(list, buttons)); // which the list owns
+    if (buttons.edit != nullptr)
+        QObject::connect(&list, &QAbstractItemView::doubleClicked, buttons.edit, &QAbstractButton::click);
+}
+
+} // namespace zem

@@ -1,0 +1,21 @@
+#pragma once
+
+class QAbstractButton;
+class QAbstractItemView;
+
+namespace zem {
+
+/// The buttons beside a list; those that it has not are null.
+struct ListButtons {
+    QAbstractButton* add = nullptr;
+    QAbstractButton* remove = nullptr;
+    QAbstractButton* edit = nullptr;
+    QAbstractButton* up = nullptr;
+    QAbstractButton* down = nullptr;
+};
+
+/// Gives the list keys for its buttons: Insert adds, Delete removes, Return and a double-click edit, Ctrl+Up
+/// and Ctrl+Down move.
+void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons);
+
+} // namespace zem

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "model/GameModel.h"
+#include "script/CommandCatalogue.h"
+#include "script/GameNames.h"
+
+#include <QObject>
+#include <QString>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace zem {
+
+/// Offers the game's own names for the part of a parameter in which the caret stands; anything may be typed
+/// all the same.
+class NamePicker : public QObject {
+    Q_OBJECT
+
+public:
+    /// The controls belong to one form; it owns this object. Game and catalogue outlive it.
+    NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const GameModel& game,
+               const CommandCatalogue& catalogue);
+
+    /// The syntax of the command that is chosen now; "!" or empty for one without names.
+    void SetSyntax(const std::string& syntax);
+
+private:
+    void Refresh();
+    void Insert(const QString& name);
+
+    QLineEdit& parameter_;
+    QLabel& label_;
+    QComboBox& names_;
+    const GameModel& game_;
+    const CommandCatalogue& catalogue_;
+    std::string syntax_;
+    NameKind shown_ = NameKind::None;
+};
+
+} // namespace zem

@@ -1,0 +1,63 @@
+#include "script/ScriptEditing.h"
+
+#include "script/ShowFormattedText.h"
+#include "script/frmConditional.h"
+#include "script/frmScriptEditor.h"
+#include "script/frmScriptLines.h"
+
+#include <QApplication>
+
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+/// The hourglass, for as long as it lives.
+class Hourglass {
+public:
+    Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~Hourglass() { QApplication::restoreOverrideCursor(); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+};
+
+} // namespace
+
+ScriptEditing::ScriptEditing(ChangeDoor& door, Dialogs& dialogs, const CommandLookup& commands,
+                             std::function<bool()> isFriendly)
+    : door_(door),
+      dialogs_(dialogs),
+      commands_(commands),
+      isFriendly_(std::move(isFriendly)) {}
+
+std::string ScriptEditing::EditScript(QWidget* parent, const std::string& script) {
+    frmScriptLines form(*this, script, parent);
+    return form.exec() == QDialog::Accepted ? form.Value() : script;
+}
+
+std::string ScriptEditing::EditScriptLine(QWidget* parent, const std::string& line) {
+    frmScriptEditor form(*this, line, parent);
+    return form.exec() == QDialog::Accepted ? form.Line() : line;
+}
+
+std::string ScriptEditing::EditConditional(QWidget* parent, const std::string& line) {
+    frmConditional form(*this, line, parent);
+    return form.exec() == QDialog::Accepted ? form.Line() : line;
+}
+
+std::string ScriptEditing::Render(const std::string& script, ScriptForm form,
+                                  InternalProcedures internal) const {
+    const Hourglass hourglass;
+    try {
+        return RenderScript(script, form, internal, door_.Game().Procedures, commands_, isFriendly_());
+    } catch (const KelError&) {
+        return script; // a command that lacks its parameter
+    }
+}
+
+void ScriptEditing::Show(const std::string& script, QTextEdit& box) const {
+    ShowFormattedText(Render(script, ScriptForm::Rich, InternalProcedures::Expand), box);
+}
+
+} // namespace zem

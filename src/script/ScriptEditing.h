@@ -1,0 +1,52 @@
+#pragma once
+
+#include "forms/ChangeDoor.h"
+#include "forms/Dialogs.h"
+#include "script/CommandLookup.h"
+#include "script/RenderScript.h"
+
+#include <functional>
+#include <string>
+
+class QTextEdit;
+class QWidget;
+
+namespace zem {
+
+/// Shows and edits the scripts of the game: what every form that has a script field works with.
+class ScriptEditing {
+public:
+    /// Door, dialogs and commands outlive this object.
+    /// @param isFriendly  whether scripts are shown in plain English
+    ScriptEditing(ChangeDoor& door, Dialogs& dialogs, const CommandLookup& commands,
+                  std::function<bool()> isFriendly);
+
+    /// Edits the value of a script field in a window of its own. A script of several lines becomes an
+    /// internal procedure, and the value a call of it. Returns the given value when the author cancelled.
+    std::string EditScript(QWidget* parent, const std::string& script);
+
+    /// Edits one line; an empty line for a new one. Returns the given line when the author cancelled.
+    std::string EditScriptLine(QWidget* parent, const std::string& line);
+
+    /// Edits one "if" line; an empty line for a new one. Returns the given line when the author cancelled.
+    std::string EditConditional(QWidget* parent, const std::string& line);
+
+    /// The script as it is shown; the script itself where it cannot be rendered.
+    std::string Render(const std::string& script, ScriptForm form, InternalProcedures internal) const;
+
+    /// Paints the script, internal procedures expanded, into a read-only box.
+    void Show(const std::string& script, QTextEdit& box) const;
+
+    bool IsFriendly() const { return isFriendly_(); }
+    ChangeDoor& Door() const { return door_; }
+    Dialogs& PlatformDialogs() const { return dialogs_; }
+    const CommandLookup& Commands() const { return commands_; }
+
+private:
+    ChangeDoor& door_;
+    Dialogs& dialogs_;
+    const CommandLookup& commands_;
+    std::function<bool()> isFriendly_;
+};
+
+} // namespace zem

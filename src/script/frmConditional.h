@@ -1,0 +1,63 @@
+#pragma once
+
+#include "script/IfLine.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+
+class QLineEdit;
+
+namespace Ui {
+class frmConditional;
+}
+
+namespace zem {
+
+class NamePicker;
+class ScriptEditing;
+
+/// Builds or changes one "if" line: its conditions and its actions, or the raw line itself. The raw line is
+/// what OK takes; the parts show what it says, and say why when it is not understood.
+class frmConditional : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param line  empty for a new line
+    frmConditional(ScriptEditing& scripts, const std::string& line, QWidget* parent = nullptr);
+    ~frmConditional() override;
+
+    /// The line that OK has taken.
+    const std::string& Line() const { return line_; }
+
+private:
+    void FillConditionChooser();
+    void ConnectControls();
+    int SelectedCondition() const; // from 0; -1 for none
+    void ShowParts();
+    void ShowCondition();
+    void ShowProblem(const QString& problem);
+    void PartsChanged();
+    void txtRaw_Change();
+    void EditCondition();
+    void cmbCondition_Change();
+    void butAddCondition_Click();
+    void butRemoveCondition_Click();
+    void MoveCondition(int by);
+    void EditAction(std::string& action, bool asConditional);
+    void chkElse_Click();
+    void butOK_Click();
+    QString DescribeCondition(std::size_t index) const;
+    const CommandDefinition* FindEntry(const std::string& keyword) const;
+
+    std::unique_ptr<Ui::frmConditional> ui_;
+    ScriptEditing& scripts_;
+    NamePicker* names_;
+    IfLine parts_;
+    bool showing_ = false; // the controls are being filled, so their signals say nothing
+    QString problem_;      // of the parts; empty when the raw line says the same as they do
+    std::string line_;
+};
+
+} // namespace zem

@@ -1,0 +1,56 @@
+#include "script/frmEditCommand.h"
+
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
+#include "forms/StorableInput.h"
+#include "script/ScriptEditing.h"
+#include "ui_frmEditCommand.h"
+
+namespace zem {
+
+frmEditCommand::frmEditCommand(ScriptEditing& scripts, const std::string& pattern, const std::string& action,
+                               QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmEditCommand>()),
+      scripts_(scripts),
+      action_(action) {
+    ui_->setupUi(this);
+    ui_->txtCommand->setText(ToQt(pattern));
+    RefuseUnstorableText(*ui_->txtCommand, scripts.PlatformDialogs());
+    scripts.Show(action_, *ui_->txtAction);
+    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
+    OnClick(ui_->butInsertVariable, this, scripts_.PlatformDialogs(), [this] { butInsertVariable_Click(); });
+    connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ui_->txtCommand->setFocus();
+}
+
+frmEditCommand::~frmEditCommand() = default;
+
+std::string frmEditCommand::Pattern() const {
+    return FromQt(ui_->txtCommand->text());
+}
+
+void frmEditCommand::butEdit_Click() {
+    action_ = scripts_.EditScript(this, action_);
+    scripts_.Show(action_, *ui_->txtAction);
+}
+
+/// Puts a variable in the place of the selected text, or at the caret.
+void frmEditCommand::butInsertVariable_Click() {
+    // The selection is lost from sight while the input box is open.
+    QLineEdit& box = *ui_->txtCommand;
+    const int start = box.hasSelectedText() ? box.selectionStart() : box.cursorPosition();
+    const auto length = static_cast<int>(box.selectedText().size());
+    const std::optional<QString> name =
+        AskStorableText(scripts_.PlatformDialogs(), this,
+                        QStringLiteral("Enter a name for the string variable to place text in:"),
+                        QStringLiteral("Insert string variable"), QString());
+    if (!name || name->isEmpty())
+        return;
+    box.setText(box.text().replace(start, length, u'#' + *name + u'#'));
+    box.setFocus();
+    box.setCursorPosition(start + static_cast<int>(name->size()) + 2);
+}
+
+} // namespace zem

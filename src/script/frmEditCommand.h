@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+
+namespace Ui {
+class frmEditCommand;
+}
+
+namespace zem {
+
+class ScriptEditing;
+
+/// Edits one player command: its pattern, in which a word between two "#" names a string variable, and its
+/// action.
+class frmEditCommand : public QDialog {
+    Q_OBJECT
+
+public:
+    frmEditCommand(ScriptEditing& scripts, const std::string& pattern, const std::string& action,
+                   QWidget* parent = nullptr);
+    ~frmEditCommand() override;
+
+    /// The edited pattern and action; for the caller when the window was closed with OK.
+    std::string Pattern() const;
+    const std::string& Action() const { return action_; }
+
+private:
+    void butEdit_Click();
+    void butInsertVariable_Click();
+
+    std::unique_ptr<Ui::frmEditCommand> ui_;
+    ScriptEditing& scripts_;
+    std::string action_;
+};
+
+} // namespace zem

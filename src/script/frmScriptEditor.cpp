@@ -1,0 +1,183 @@
+#include "script/frmScriptEditor.h"
+
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
+#include "forms/StorableInput.h"
+#include "model/LineText.h"
+#include "script/NamePicker.h"
+#include "script/ScriptEditing.h"
+#include "ui_frmScriptEditor.h"
+
+#include <QCompleter>
+
+namespace zem {
+
+namespace {
+
+const char* const OtherCommand = "(other)";
+
+} // namespace
+
+frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string& line, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmScriptEditor>()),
+      scripts_(scripts) {
+    ui_->setupUi(this);
+    names_ = new NamePicker(*ui_->txtParameter, *ui_->lblNames, *ui_->cmbNames, scripts.Door().Game(),
+                            scripts.Commands().Catalogue());
+    ui_->cmbCommands->setVisible(!scripts.IsFriendly());
+    ui_->cmbFriendly->setVisible(scripts.IsFriendly());
+    ui_->lblCommand->setBuddy(VisibleChooser());
+    for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
+        chooser->completer()->setFilterMode(Qt::MatchContains);
+    for (QLineEdit* box : {ui_->txtParameter, ui_->txtOther})
+        RefuseUnstorableText(*box, scripts.PlatformDialogs());
+    OpenLine(line);
+
+    connect(ui_->cmbCommands, &QComboBox::currentIndexChanged, this, &frmScriptEditor::ChooseCommand);
+    connect(ui_->cmbFriendly, &QComboBox::currentIndexChanged, this, &frmScriptEditor::ChooseCommand);
+    connect(ui_->cmbCommands, &QComboBox::editTextChanged, this, &frmScriptEditor::cmbCommands_Change);
+    connect(ui_->cmbFriendly, &QComboBox::editTextChanged, this, &frmScriptEditor::cmbFriendly_Change);
+    connect(ui_->chkNoParameter, &QCheckBox::clicked, this, &frmScriptEditor::chkNoParameter_Click);
+    connect(ui_->butClear, &QPushButton::clicked, this, &frmScriptEditor::butClear_Click);
+    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    VisibleChooser()->setFocus();
+}
+
+frmScriptEditor::~frmScriptEditor() = default;
+
+QComboBox* frmScriptEditor::VisibleChooser() const {
+    return scripts_.IsFriendly() ? ui_->cmbFriendly : ui_->cmbCommands;
+}
+
+/// Fills both choosers with the commands, conditions left out, and selects the given one in both.
+void frmScriptEditor::FillChoosers(const std::string& command) {
+    int selected = -1;
+    for (const CommandDefinition& entry : scripts_.Commands().Catalogue()) {
+        if (BeginsWith(entry.Keyword, "if"))
+            continue;
+        if (entry.Keyword == command)
+            selected = ui_->cmbCommands->count();
+        ui_->cmbCommands->addItem(ToQt(entry.Keyword));
+        ui_->cmbFriendly->addItem(ToQt(entry.FriendlyName));
+    }
+    ui_->cmbCommands->setCurrentIndex(selected);
+    ui_->cmbFriendly->setCurrentIndex(selected);
+}
+
+void frmScriptEditor::OpenLine(const std::string& line) {
+    const std::size_t open = line.find('<');
+    const std::size_t close = line.find('>');
+    const bool hasParameter = open != std::string::npos;
+    // What is no command with one parameter opens as it stands, so that nothing of it is lost.
+    const bool isWhole =
+        !hasParameter || (close != std::string::npos && close > open && Trim(line.substr(close + 1)).empty());
+    const std::string command(isWhole ? Trim(std::string_view(line).substr(0, open))
+                                      : std::string_view(line));
+    FillChoosers(command);
+    ShowOther(false);
+    if (line.empty())
+        return;
+    const QString parameter = hasParameter && isWhole ? ToQt(GetParameter(line)) : QString();
+    if (ui_->cmbCommands->currentIndex() < 0) {
+        const int other = ui_->cmbCommands->count() - 1;
+        ui_->cmbCommands->setCurrentIndex(other);
+        ui_->cmbFriendly->setCurrentIndex(other);
+        ui_->txtOther->setText(ToQt(command));
+        ui_->chkNoParameter->setChecked(!hasParameter || !isWhole);
+    }
+    ChooseCommand(ui_->cmbCommands->currentIndex());
+    ui_->txtParameter->setText(parameter);
+}
+
+void frmScriptEditor::ShowOther(bool isOther) {
+    ui_->lblOther->setVisible(isOther);
+    ui_->txtOther->setVisible(isOther);
+    ui_->chkNoParameter->setVisible(isOther);
+}
+
+void frmScriptEditor::ChooseCommand(int index) {
+    if (index >= 0 && index < scripts_.Commands().Catalogue().Count()) {
+        const CommandDefinition& entry = scripts_.Commands().Catalogue()[index + 1];
+        const std::string& syntax = scripts_.IsFriendly() ? entry.FriendlyPrompt : entry.RawSyntax;
+        const bool takesParameter = syntax != "!";
+        ui_->txtParameter->setEnabled(takesParameter);
+        if (takesParameter) {
+            ui_->txtSyntax->setText(ToQt(syntax));
+        } else {
+            ui_->txtSyntax->setText(scripts_.IsFriendly()
+                                        ? QStringLiteral("There are no parameters for this command.")
+                                        : QStringLiteral("Function takes no parameters."));
+            ui_->txtParameter->clear();
+        }
+        names_->SetSyntax(entry.RawSyntax);
+        ShowOther(entry.Keyword == OtherCommand);
+        if (entry.Keyword == OtherCommand)
+            chkNoParameter_Click();
+    } else {
+        ui_->txtSyntax->clear();
+    }
+    for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
+        if (chooser->currentIndex() != index)
+            chooser->setCurrentIndex(index);
+}
+
+/// Typing a command in full chooses it; any other text has no syntax to show.
+void frmScriptEditor::cmbCommands_Change() {
+    const int index = ui_->cmbCommands->findText(ui_->cmbCommands->currentText(), Qt::MatchExactly);
+    if (index >= 0) {
+        ChooseCommand(index);
+        return;
+    }
+    ui_->txtSyntax->clear();
+    ui_->txtParameter->setEnabled(true);
+}
+
+/// The same for the friendly names, where any other text is no command.
+void frmScriptEditor::cmbFriendly_Change() {
+    const int index = ui_->cmbFriendly->findText(ui_->cmbFriendly->currentText(), Qt::MatchFixedString);
+    if (index >= 0) {
+        ChooseCommand(index);
+        return;
+    }
+    ui_->txtSyntax->clear();
+    ui_->txtParameter->setEnabled(true);
+    ui_->cmbCommands->setEditText(QString());
+}
+
+void frmScriptEditor::chkNoParameter_Click() {
+    ui_->txtParameter->setEnabled(!ui_->chkNoParameter->isChecked());
+}
+
+void frmScriptEditor::butClear_Click() {
+    ui_->cmbCommands->setCurrentIndex(-1);
+    ui_->cmbFriendly->setCurrentIndex(-1);
+    ui_->cmbCommands->clearEditText();
+    ui_->cmbFriendly->clearEditText();
+    ui_->txtParameter->clear();
+    ui_->txtSyntax->clear();
+    names_->SetSyntax({});
+    ShowOther(false);
+}
+
+std::string frmScriptEditor::BuildLine() const {
+    const std::string parameter = " <" + FromQt(ui_->txtParameter->text()) + ">";
+    const std::string keyword = FromQt(ui_->cmbCommands->currentText());
+    if (keyword != OtherCommand)
+        return keyword + parameter; // with empty brackets for a command that takes no parameter
+    const std::string other = FromQt(ui_->txtOther->text());
+    return ui_->chkNoParameter->isChecked() ? other : other + parameter;
+}
+
+void frmScriptEditor::butOK_Click() {
+    if (ui_->cmbCommands->currentText().isEmpty()) {
+        scripts_.PlatformDialogs().ShowMessageBox(this, QStringLiteral("No command has been selected."));
+        VisibleChooser()->setFocus();
+        return;
+    }
+    line_ = BuildLine();
+    accept();
+}
+
+} // namespace zem

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+
+class QComboBox;
+
+namespace Ui {
+class frmScriptEditor;
+}
+
+namespace zem {
+
+class NamePicker;
+class ScriptEditing;
+
+/// Builds or changes one script line: a command of the catalogue and its parameter.
+class frmScriptEditor : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param line  empty for a new line
+    frmScriptEditor(const ScriptEditing& scripts, const std::string& line, QWidget* parent = nullptr);
+    ~frmScriptEditor() override;
+
+    /// The line that OK has built.
+    const std::string& Line() const { return line_; }
+
+private:
+    void FillChoosers(const std::string& command);
+    void OpenLine(const std::string& line);
+    void ChooseCommand(int index);
+    void cmbCommands_Change();
+    void cmbFriendly_Change();
+    void chkNoParameter_Click();
+    void butClear_Click();
+    void butOK_Click();
+    std::string BuildLine() const;
+    QComboBox* VisibleChooser() const;
+    void ShowOther(bool isOther);
+
+    std::unique_ptr<Ui::frmScriptEditor> ui_;
+    const ScriptEditing& scripts_;
+    NamePicker* names_;
+    std::string line_;
+};
+
+} // namespace zem

@@ -1,0 +1,199 @@
+#include "script/frmScriptLines.h"
+
+#include "forms/CommandError.h"
+#include "forms/ListKeys.h"
+#include "forms/QtText.h"
+#include "model/LineText.h"
+#include "script/ScriptEditing.h"
+#include "ui_frmScriptLines.h"
+
+#include <limits>
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+/// The internal procedure that a script calls, whatever its capitals, from 1; 0 when it calls none.
+int FindInternalProcedure(const GameModel& game, const std::string& script) {
+    if (!BeginsWith(script, "do "))
+        return 0;
+    std::string_view name;
+    try {
+        name = GetParameter(script);
+    } catch (const KelError&) {
+        return 0; // no call of a procedure, but a line that its author may still mend
+    }
+    if (!name.starts_with('~'))
+        return 0;
+    for (int k = 1; k <= game.Procedures.Count(); ++k)
+        if (EqualIgnoringCase(game.Procedures[k].Name, name))
+            return k;
+    return 0;
+}
+
+/// The lines of a script, without the empty ones at its end.
+std::vector<std::string> SplitLines(std::string_view script) {
+    const std::size_t last = script.find_last_not_of(" \r\n");
+    const std::string_view text =
+        script.substr(0, last == std::string_view::npos ? 0 : script.find("\r\n", last));
+    std::vector<std::string> lines;
+    for (std::string_view rest = text; !text.empty();) {
+        const std::size_t end = rest.find("\r\n");
+        lines.emplace_back(rest.substr(0, end));
+        if (end == std::string_view::npos)
+            break;
+        rest.remove_prefix(end + 2);
+    }
+    return lines;
+}
+
+} // namespace
+
+frmScriptLines::frmScriptLines(ScriptEditing& scripts, const std::string& script, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmScriptLines>()),
+      scripts_(scripts) {
+    ui_->setupUi(this);
+    ui_->lstScriptLines->setVisible(!scripts.IsFriendly());
+    ui_->lstFriendlyLines->setVisible(scripts.IsFriendly());
+    ui_->lblLines->setBuddy(&List());
+    OpenScript(script);
+    ConnectButtons();
+    List().setFocus();
+}
+
+frmScriptLines::~frmScriptLines() = default;
+
+void frmScriptLines::ConnectButtons() {
+    OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
+    OnClick(ui_->butAddConditional, this, scripts_.PlatformDialogs(), [this] { butAddConditional_Click(); });
+    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { butRemove_Click(); });
+    OnClick(ui_->butUp, this, scripts_.PlatformDialogs(), [this] { MoveLine(-1); });
+    OnClick(ui_->butDown, this, scripts_.PlatformDialogs(), [this] { MoveLine(1); });
+    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+        ConnectListKeys(*list, {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butUp, ui_->butDown});
+    connect(ui_->lstFriendlyLines, &QListWidget::currentRowChanged, ui_->lstScriptLines,
+            qOverload<int>(&QListWidget::setCurrentRow));
+    connect(ui_->lstScriptLines, &QListWidget::currentRowChanged, ui_->lstFriendlyLines,
+            qOverload<int>(&QListWidget::setCurrentRow));
+}
+
+void frmScriptLines::OpenScript(const std::string& script) {
+    const GameModel& game = scripts_.Door().Game();
+    procedure_ = FindInternalProcedure(game, script);
+    const std::string text = procedure_ == 0 ? script : game.Procedures[procedure_].Script;
+    for (const std::string& line : SplitLines(text))
+        InsertLine(static_cast<int>(lines_.size()), line);
+}
+
+QListWidget& frmScriptLines::List() const {
+    return *(scripts_.IsFriendly() ? ui_->lstFriendlyLines : ui_->lstScriptLines);
+}
+
+int frmScriptLines::SelectedLine() const {
+    const QModelIndexList selected = List().selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? -1 : selected.constFirst().row();
+}
+
+void frmScriptLines::ShowLine(int index) {
+    const std::string& line = lines_[static_cast<std::size_t>(index)];
+    const std::string friendly = scripts_.Render(line, ScriptForm::Plain, InternalProcedures::ShowCall);
+    ui_->lstScriptLines->item(index)->setText(ToQt(line));
+    ui_->lstFriendlyLines->item(index)->setText(ToQt(friendly));
+    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+        list->item(index)->setToolTip(ToQt(line).toHtmlEscaped());
+}
+
+void frmScriptLines::SelectLine(int index) {
+    List().setCurrentRow(index);
+}
+
+void frmScriptLines::InsertLine(int index, const std::string& line) {
+    lines_.insert(lines_.begin() + index, line);
+    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+        list->insertItem(index, QString());
+    ShowLine(index);
+}
+
+void frmScriptLines::AddLine(const std::string& line) {
+    if (line.empty())
+        return;
+    InsertLine(static_cast<int>(lines_.size()), line);
+    SelectLine(static_cast<int>(lines_.size()) - 1);
+}
+
+void frmScriptLines::butAdd_Click() {
+    AddLine(scripts_.EditScriptLine(this, {}));
+}
+
+void frmScriptLines::butAddConditional_Click() {
+    AddLine(scripts_.EditConditional(this, {}));
+}
+
+void frmScriptLines::butEdit_Click() {
+    const int index = SelectedLine();
+    if (index < 0)
+        return;
+    std::string& line = lines_[static_cast<std::size_t>(index)];
+    line =
+        BeginsWith(line, "if ") ? scripts_.EditConditional(this, line) : scripts_.EditScriptLine(this, line);
+    ShowLine(index);
+}
+
+void frmScriptLines::butRemove_Click() {
+    const int index = SelectedLine();
+    if (index < 0)
+        return;
+    lines_.erase(lines_.begin() + index);
+    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+        delete list->takeItem(index);
+}
+
+void frmScriptLines::MoveLine(int by) {
+    const int index = SelectedLine();
+    const int target = index + by;
+    if (index < 0 || target < 0 || target >= static_cast<int>(lines_.size()))
+        return;
+    std::swap(lines_[static_cast<std::size_t>(index)], lines_[static_cast<std::size_t>(target)]);
+    ShowLine(index);
+    ShowLine(target);
+    SelectLine(target);
+}
+
+/// Makes one value of the lines, in an internal procedure when there are several.
+std::string frmScriptLines::FoldLines() {
+    std::string joined;
+    for (std::size_t k = 0; k < lines_.size(); ++k)
+        joined.append(k == 0 ? "" : "\r\n").append(lines_[k]);
+    ChangeDoor& door = scripts_.Door();
+    if (procedure_ != 0) {
+        const Procedure& opened = door.Game().Procedures[procedure_];
+        const std::string call = "do <" + opened.Name + ">";
+        if (opened.Script != joined)
+            door.Change(QStringLiteral("edit script"),
+                        [&](GameModel& game) { game.Procedures.Edit(procedure_).Script = joined; });
+        return call;
+    }
+    if (lines_.size() < 2)
+        return joined;
+    std::string name;
+    door.Change(QStringLiteral("edit script"), [&](GameModel& game) {
+        if (game.NextInternalProcedure == std::numeric_limits<std::int16_t>::max())
+            throw KelError("the numbers of internal procedures end at 32,767");
+        name = "~Internal Procedure " + std::to_string(game.NextInternalProcedure);
+        game.Procedures.Append({name, joined});
+        ++game.NextInternalProcedure;
+    });
+    return "do <" + name + ">";
+}
+
+void frmScriptLines::butOK_Click() {
+    value_ = FoldLines();
+    accept();
+}
+
+} // namespace zem

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QListWidget;
+
+namespace Ui {
+class frmScriptLines;
+}
+
+namespace zem {
+
+class ScriptEditing;
+
+/// Edits a script as a list of lines. Two lists hold the same lines, raw and in plain English; one of them is
+/// shown.
+class frmScriptLines : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param script  the value of a script field; a call of an internal procedure opens that procedure
+    frmScriptLines(ScriptEditing& scripts, const std::string& script, QWidget* parent = nullptr);
+    ~frmScriptLines() override;
+
+    /// The value that OK has built.
+    const std::string& Value() const { return value_; }
+
+private:
+    void OpenScript(const std::string& script);
+    void ConnectButtons();
+    QListWidget& List() const;
+    int SelectedLine() const; // from 0; -1 for none
+    void ShowLine(int index);
+    void SelectLine(int index);
+    void InsertLine(int index, const std::string& line);
+    void AddLine(const std::string& line);
+    void butAdd_Click();
+    void butAddConditional_Click();
+    void butEdit_Click();
+    void butRemove_Click();
+    void MoveLine(int by);
+    void butOK_Click();
+    std::string FoldLines();
+
+    std::unique_ptr<Ui::frmScriptLines> ui_;
+    ScriptEditing& scripts_;
+    std::vector<std::string> lines_;
+    int procedure_ = 0; // the internal procedure that was opened, from 1; 0 for none
+    std::string value_;
+};
+
+} // namespace zem
