@@ -10,7 +10,7 @@ namespace zem {
 
 namespace {
 
-/// The lines of the file; none when it cannot be read.
+/// The bytes of the file; none when it cannot be read.
 std::optional<std::string> ReadCatalogue(const std::string& path) {
     try {
         return ReadFile(path);

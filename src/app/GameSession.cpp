@@ -77,16 +77,16 @@ void GameSession::NewGame() {
 }
 
 bool GameSession::LoadGame(const QString& path) {
-    const ProgressCloser closer(host_);
     bool loaded = false;
     try {
+        const ProgressCloser closer(host_);
         loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+        emit Replaced();
     } catch (const KelError& error) {
         emit Replaced();
         emit StatusChanged(QString());
-        throw CommandError(Describe(path, error), QStringLiteral("Failed to load game"));
+        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
     }
-    emit Replaced();
     emit StatusChanged(QString());
     if (loaded)
         AddToRecentFiles(path);
@@ -107,8 +107,8 @@ void GameSession::SaveGame(const QString& path) {
             throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to save game"));
         }
         emit Saved();
-        AddToRecentFiles(path);
     }
+    AddToRecentFiles(path);
     emit StatusChanged(status);
 }
 
@@ -116,7 +116,10 @@ void GameSession::AddToRecentFiles(const QString& path) {
     try {
         settings_.AddToRecentFiles(path);
     } catch (const KelError& error) {
-        host_.ShowNotice(error.Problem(), DefaultTitle); // the game itself is open or saved all the same
+        if (!std::exchange(toldAboutRecentFiles_, true))
+            host_.ShowNotice("All is well with the game, but it cannot be listed among the recent files: " +
+                                 error.Problem() + ". Edit, Options sets the maximum.",
+                             DefaultTitle);
     }
     emit RecentFilesChanged();
 }

@@ -61,6 +61,7 @@ private:
     GameModel& game_;
     Host& host_;
     Settings& settings_;
+    bool toldAboutRecentFiles_ = false; // that there is no room for any; once is enough
 };
 
 } // namespace zem

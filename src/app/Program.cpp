@@ -6,6 +6,8 @@
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
 
+#include <QFileInfo>
+
 namespace zem {
 
 Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder)
@@ -26,7 +28,7 @@ void Program::Main(const QString& file) {
     connect(start_.get(), &frmStart::GameChosen, this, &Program::OpenGame);
     start_->show();
     if (!file.isEmpty())
-        OpenGame(file);
+        OpenGame(QFileInfo(file).absoluteFilePath()); // its name must be good from any folder
 }
 
 void Program::LoadSettings() {
@@ -70,12 +72,17 @@ frmMain& Program::LoadMainWindow() {
 }
 
 void Program::CreateNewGame() {
+    if (!start_)
+        return; // a second click that was already on its way
     session_.NewGame();
     LoadMainWindow().show();
+    start_->hide();
     start_.release()->deleteLater(); // it is the sender
 }
 
 void Program::OpenGame(const QString& path) {
+    if (!start_)
+        return;
     RunCommand(dialogs_, start_.get(), [&] {
         LoadMainWindow();
         if (!session_.LoadGame(path))

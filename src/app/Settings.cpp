@@ -46,7 +46,11 @@ Settings::Settings(QSettings& store, const QString& programFolder)
       programFolder_(programFolder) {}
 
 QString Settings::Read(const Key& key) const {
-    const QVariant value = store_.value(NameInStore(key.section, key.key), QLatin1String(key.defaultText));
+    return Read(key, QLatin1String(key.defaultText));
+}
+
+QString Settings::Read(const Key& key, const QString& defaultText) const {
+    const QVariant value = store_.value(NameInStore(key.section, key.key), defaultText);
     // A text with commas that another program wrote without quotes comes back as a list.
     return value.typeId() == QMetaType::QStringList ? value.toStringList().join(QLatin1String(", "))
                                                     : value.toString();
@@ -70,11 +74,8 @@ bool Settings::IsVeldtInstalled() const {
 
 void Settings::LoadSettings() {
     useSpecialMsgBox_ = YesNoToBool(Read(Keys::SpecialMsgBox));
-    const QString compiler = programFolder_ + QLatin1String(Keys::VCOMPILElocation.defaultText);
-    options_.VCOMPILElocation =
-        store_.contains(NameInStore(Keys::VCOMPILElocation.section, Keys::VCOMPILElocation.key))
-            ? Read(Keys::VCOMPILElocation)
-            : QDir::toNativeSeparators(compiler);
+    options_.VCOMPILElocation = Read(
+        Keys::VCOMPILElocation, QDir::toNativeSeparators(programFolder_ + QLatin1String("/VCOMPILE.EXE")));
     options_.FriendlyScript = YesNoToBool(Read(Keys::FriendlyScript));
     options_.MaxRecent = ReadNumber(Keys::MaxRecent);
     int numberRecent = ReadNumber(Keys::NumberRecent);

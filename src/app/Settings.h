@@ -47,6 +47,7 @@ private:
     struct Keys;
 
     QString Read(const Key& key) const;
+    QString Read(const Key& key, const QString& defaultText) const;
     std::int16_t ReadNumber(const Key& key) const;
     void Write(const Key& key, const QString& value);
 

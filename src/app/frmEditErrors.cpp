@@ -1,5 +1,6 @@
 #include "app/frmEditErrors.h"
 
+#include "forms/NameListView.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "ui_frmEditErrors.h"
@@ -16,6 +17,7 @@ frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, D
     RefuseUnstorableText(*ui_->txtError, dialogs);
     for (const ErrorMessage& error : errors_)
         ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
+    SelectFocusedRowFirst(*ui_->lstErrors);
     connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
     connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -1,16 +1,14 @@
 #include "app/frmMain.h"
 
 #include "app/Icons.h"
-#include "app/frmAbout.h"
 #include "app/frmEditErrors.h"
 #include "app/frmMenuList.h"
-#include "app/frmOptions.h"
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
 #include "ui_frmMain.h"
 
-#include <QCloseEvent>
 #include <QLabel>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -18,6 +16,19 @@
 namespace zem {
 
 namespace {
+
+/// Selects the row, or the first one where it does not exist any more; nothing for -1 or in an empty list.
+void SelectRow(QListView& list, int row) {
+    const int count = list.model()->rowCount();
+    if (row < 0 || count == 0)
+        return;
+    list.setCurrentIndex(list.model()->index(row < count ? row : 0, 0));
+}
+
+int SelectedRow(const QListView& list) {
+    const QModelIndexList selected = list.selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? -1 : selected.constFirst().row();
+}
 
 template <class Model>
 auto& Things(Model& room, int index) {
@@ -51,7 +62,7 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     connect(&session, &GameSession::Replaced, this, &frmMain::GameReplaced);
     connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
     connect(&session, &GameSession::RecentFilesChanged, this, &frmMain::RefreshRecentMenu);
-    connect(&session, &GameSession::StatusChanged, status_, &QLabel::setText);
+    connect(&session, &GameSession::StatusChanged, this, &frmMain::ShowStatus);
     RefreshRecentMenu();
     GameReplaced();
 }
@@ -77,12 +88,21 @@ void frmMain::ConnectMenus() {
     Connect(ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
     connect(ui_->mnuFileExit, &QAction::triggered, this, &QWidget::close);
     connect(ui_->Toolbar1, &QToolBar::actionTriggered, this, &frmMain::Toolbar1_ButtonClick);
+    for (const auto& [button, command] : ToolbarCommands()) {
+        const auto follow = [button = button, command = command] {
+            button->setEnabled(command->isEnabled());
+        };
+        connect(command, &QAction::changed, button, follow);
+        follow();
+    }
 }
 
 void frmMain::ConnectLists() {
     OnClick(ui_->butAddNewRoom, this, dialogs_, [this] { butAddNewRoom_Click(); });
     OnClick(ui_->butDeleteRoom, this, dialogs_, [this] { butDeleteRoom_Click(); });
     ui_->lstRooms->setModel(&rooms_);
+    // A click on the selected room counts, too.
+    connect(ui_->lstRooms, &QListView::clicked, this, &frmMain::lstRooms_Click);
     connect(ui_->lstRooms->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmMain::lstRooms_Click);
 
@@ -110,6 +130,11 @@ void frmMain::ShowIcons() {
             button->setIcon(ThemedIcon(button->objectName(), palette()));
 }
 
+void frmMain::ShowStatus(const QString& text) {
+    status_->setText(text);
+    status_->setToolTip(text.toHtmlEscaped()); // for what a narrow window cuts off
+}
+
 void frmMain::UpdateTitle() {
     // The title bar takes "[*]" for a place of its own unless it stands twice.
     setWindowTitle(session_.Title().replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
@@ -121,21 +146,8 @@ QListView* frmMain::ThingList(int index) const {
     return index == 0 ? ui_->lstCharacters : ui_->lstObjects;
 }
 
-int frmMain::SelectedRow(const QListView& list) const {
-    const QModelIndexList selected = list.selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? -1 : selected.constFirst().row();
-}
-
 frmMain::Selection frmMain::CurrentSelection() const {
     return {SelectedRow(*ui_->lstRooms), {SelectedRow(*ui_->lstCharacters), SelectedRow(*ui_->lstObjects)}};
-}
-
-/// Selects the row, or the first one where it does not exist any more; nothing for -1 or in an empty list.
-static void SelectRow(QListView& list, int row) {
-    const int count = list.model()->rowCount();
-    if (row < 0 || count == 0)
-        return;
-    list.setCurrentIndex(list.model()->index(row < count ? row : 0, 0));
 }
 
 void frmMain::RefreshLists(const Selection& wanted) {
@@ -162,7 +174,7 @@ void frmMain::lstRooms_Click() {
     const Room& room = session_.Game().Rooms[row + 1];
     const QString alias =
         room.Alias.empty() ? QString() : QStringLiteral(" [alias %1]").arg(ToQt(room.Alias));
-    status_->setText(QStringLiteral("Selected room '%1'").arg(ToQt(room.Name)) + alias);
+    ShowStatus(QStringLiteral("Selected room '%1'").arg(ToQt(room.Name)) + alias);
 }
 
 /// Lists the things of every room that has the name of the selected one.
@@ -197,20 +209,13 @@ void frmMain::lstThings_Click(int index) {
 
 void frmMain::ChangeGame(const QString& name, const Selection& selection,
                          const std::function<void(GameModel&)>& change) {
-    Selection wanted = selection;
-    wanted_ = &wanted;
-    try {
-        session_.Change(name, change);
-    } catch (...) {
-        wanted_ = nullptr;
-        throw;
-    }
-    wanted_ = nullptr;
+    const QScopedValueRollback<std::optional<Selection>> wanted(wanted_, selection);
+    session_.Change(name, change);
 }
 
 void frmMain::GameChanged() {
     UpdateTitle();
-    RefreshLists(wanted_ != nullptr ? *wanted_ : CurrentSelection());
+    RefreshLists(wanted_.value_or(CurrentSelection()));
 }
 
 void frmMain::GameReplaced() {

@@ -10,6 +10,8 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 class QAction;
@@ -75,6 +77,9 @@ private:
     void mnuHelpAbout_Click();
     void Toolbar1_ButtonClick(const QAction* button);
 
+    /// The buttons of the toolbar, each with the menu command that it runs.
+    std::vector<std::pair<QAction*, QAction*>> ToolbarCommands() const;
+
     void lstRooms_Click();
     void lstThings_Click(int index);
     void butAddNewRoom_Click();
@@ -93,13 +98,13 @@ private:
     void GameChanged();
     void GameReplaced();
     void UpdateTitle();
+    void ShowStatus(const QString& text);
     void RefreshRecentMenu();
     void RefreshLists(const Selection& wanted);
     void FillThings();
     void ShowIcons();
 
     Selection CurrentSelection() const;
-    int SelectedRow(const QListView& list) const; // from 0; -1 when nothing is selected
     QListView* ThingList(int index) const;
 
     std::unique_ptr<Ui::frmMain> ui_;
@@ -113,7 +118,7 @@ private:
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;
     std::vector<QAction*> mnuFileRecent; // element 0 always exists and may be hidden
-    Selection* wanted_ = nullptr;        // while a command runs
+    std::optional<Selection> wanted_;    // while a command runs
 };
 
 } // namespace zem

@@ -13,6 +13,12 @@
 
 namespace zem {
 
+namespace {
+
+constexpr int WidestRecentFile = 600; // device-independent pixels
+
+} // namespace
+
 bool frmMain::AskToSave() {
     if (!session_.Game().Modified)
         return true;
@@ -41,7 +47,7 @@ void frmMain::mnuFileNew_Click() {
 void frmMain::mnuFileOpen_Click() {
     if (!AskToSave())
         return;
-    const QString path = dialogs_.AskOpenFile(this, OpenGameQuestion());
+    const QString path = dialogs_.AskOpenFile(this, OpenGameQuestion(session_.FileName()));
     if (!path.isEmpty())
         session_.LoadGame(path);
 }
@@ -56,7 +62,8 @@ void frmMain::mnuFileSave_Click() {
 void frmMain::mnuFileSaveAs_Click() {
     const QString path = dialogs_.AskSaveFile(
         this, {QString(), QStringLiteral("kel"),
-               QStringLiteral("Veldt KEL file (*.kel)|*.kel|Text file (*.txt)|*.txt|All files|*.*")});
+               QStringLiteral("Veldt KEL file (*.kel)|*.kel|Text file (*.txt)|*.txt|All files|*.*"),
+               session_.FileName()});
     if (!path.isEmpty())
         session_.SaveGame(path);
 }
@@ -124,7 +131,10 @@ void frmMain::RefreshRecentMenu() {
     mnuFileRecent.front()->setVisible(count != 0);
     for (std::size_t i = 0; i < count; ++i) {
         const QString& path = recent[static_cast<qsizetype>(i)];
-        mnuFileRecent[i]->setText(QString(path).replace(u'&', QLatin1String("&&"))); // not a mnemonic
+        // The whole path, unless it would make the menu wider than a screen; an "&" in it is no mnemonic.
+        QString caption = ui_->mnuFile->fontMetrics().elidedText(path, Qt::ElideMiddle, WidestRecentFile);
+        mnuFileRecent[i]->setText(caption.replace(u'&', QLatin1String("&&")));
+        mnuFileRecent[i]->setToolTip(path);
         mnuFileRecent[i]->setData(path);
     }
 }
@@ -152,8 +162,8 @@ void frmMain::mnuHelpAbout_Click() {
     frmAbout(this).exec();
 }
 
-void frmMain::Toolbar1_ButtonClick(const QAction* button) {
-    const std::pair<const QAction*, QAction*> commands[] = {
+std::vector<std::pair<QAction*, QAction*>> frmMain::ToolbarCommands() const {
+    return {
         {ui_->butNew, ui_->mnuFileNew},
         {ui_->butOpen, ui_->mnuFileOpen},
         {ui_->butSave, ui_->mnuFileSave},
@@ -169,7 +179,10 @@ void frmMain::Toolbar1_ButtonClick(const QAction* button) {
         {ui_->butEditSynonyms, ui_->mnuViewSynonyms},
         {ui_->butHelp, ui_->mnuZEMRef},
     };
-    for (const auto& [key, command] : commands)
+}
+
+void frmMain::Toolbar1_ButtonClick(const QAction* button) {
+    for (const auto& [key, command] : ToolbarCommands())
         if (key == button)
             command->trigger();
 }

@@ -8,6 +8,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <cmath>
 
 namespace zem {
 
@@ -19,6 +20,8 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
     ui_->setupUi(this);
     const Options& options = settings.CurrentOptions();
     ui_->txtVCOMPILElocation->setText(options.VCOMPILElocation);
+    ui_->txtVCOMPILElocation->setCursorPosition(0);
+    ui_->txtVCOMPILElocation->setToolTip(options.VCOMPILElocation);
     ui_->chkFriendlyScript->setChecked(options.FriendlyScript);
     ui_->txtMax->setText(QString::number(options.MaxRecent));
     ui_->txtMax->installEventFilter(this);
@@ -73,8 +76,8 @@ void frmOptions::RefuseMax(const QString& message) {
 void frmOptions::butOK_Click() {
     const QString max = ui_->txtMax->text().trimmed();
     bool isNumeric = false;
-    QLocale::c().toDouble(max, &isNumeric);
-    if (!isNumeric) {
+    const double number = QLocale::c().toDouble(max, &isNumeric);
+    if (!isNumeric || !std::isfinite(number)) {
         RefuseMax(QStringLiteral("Maximum number of files must be a number."));
         return;
     }

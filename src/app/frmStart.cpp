@@ -3,6 +3,7 @@
 #include "app/Icons.h"
 #include "app/frmAbout.h"
 #include "app/frmOptions.h"
+#include "forms/NameListView.h"
 #include "ui_frmStart.h"
 
 #include <QShortcut>
@@ -29,6 +30,7 @@ frmStart::frmStart(Settings& settings, Dialogs& dialogs)
     connect(ui_->lstRecent, &QListWidget::itemDoubleClicked, this, &frmStart::butOpenRecent_Click);
     connect(ui_->butOptions, &QPushButton::clicked, this, &frmStart::butOptions_Click);
     connect(ui_->butAbout, &QPushButton::clicked, this, &frmStart::butAbout_Click);
+    SelectFocusedRowFirst(*ui_->lstRecent);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, ui_->lstRecent, nullptr, nullptr, Qt::WidgetShortcut),
                 &QShortcut::activated, this, &frmStart::butOpenRecent_Click);

@@ -1,4 +1,5 @@
 #include "app/CommandLine.h"
+#include "app/Icons.h"
 #include "app/Program.h"
 #include "forms/CommandError.h"
 #include "forms/Dialogs.h"
@@ -56,6 +57,7 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
         return 1;
     }
     const Application application(argc, argv);
+    Application::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem"), Application::palette()));
     QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
     zem::QtDialogs dialogs;
     zem::GameModel game;

@@ -28,24 +28,22 @@ private:
 };
 
 /// Runs a command of the author. What goes wrong in it ends the command with a message and not the program.
-/// @returns false when it did
 template <class Command>
-bool RunCommand(Dialogs& dialogs, QWidget* parent, Command command) {
+void RunCommand(Dialogs& dialogs, QWidget* parent, Command command) {
     const auto show = [&](const QString& text, const QString& title) {
         dialogs.ShowMessageBox(parent, text, title, QMessageBox::Ok, QMessageBox::Warning);
-        return false;
     };
     try {
         command();
-        return true;
     } catch (const CommandError& error) {
-        return show(error.Text(), error.Title());
+        show(error.Text(), error.Title());
     } catch (const KelError& error) {
-        return show(ToQt(error.what()), QLatin1String(DefaultTitle));
+        show(QStringLiteral("The command was not carried out: %1.").arg(ToQt(error.what())),
+             QLatin1String(DefaultTitle));
     } catch (const std::exception& error) {
-        return show(QStringLiteral("Something went wrong, and the command was given up: %1")
-                        .arg(QLatin1String(error.what())),
-                    QLatin1String(DefaultTitle));
+        show(QStringLiteral("Something went wrong, and the command was given up: %1")
+                 .arg(QLatin1String(error.what())),
+             QLatin1String(DefaultTitle));
     }
 }
 

@@ -22,6 +22,11 @@ QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question
         dialog.setWindowTitle(question.title);
     dialog.setDefaultSuffix(question.defaultSuffix);
     dialog.setNameFilters(NameFilters(question.filter));
+    const QFileInfo current(question.currentFile);
+    if (!question.currentFile.isEmpty())
+        dialog.setDirectory(current.absolutePath());
+    if (!question.currentFile.isEmpty() && dialog.acceptMode() == QFileDialog::AcceptSave)
+        dialog.selectFile(current.fileName());
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     return dialog.selectedFiles().constFirst();
@@ -76,9 +81,10 @@ int QtDialogs::OpenDocument(const QString& path) {
     return QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath())) ? Opened : NoAssociation;
 }
 
-Dialogs::FileQuestion OpenGameQuestion() {
+Dialogs::FileQuestion OpenGameQuestion(const QString& currentFile) {
     return {QString(), QStringLiteral("kel"),
-            QStringLiteral("Veldt script files (*.kel)|*.kel|Text files (*.txt)|*.txt|All files (*.*)|*.*")};
+            QStringLiteral("Veldt script files (*.kel)|*.kel|Text files (*.txt)|*.txt|All files (*.*)|*.*"),
+            currentFile};
 }
 
 QStringList NameFilters(const QString& filter) {
@@ -102,7 +108,7 @@ std::optional<QString> AskStorableText(Dialogs& dialogs, QWidget* parent, const 
         dialogs.ShowMessageBox(parent, *problem, title, QMessageBox::Ok, QMessageBox::Warning);
         answer = dialogs.AskText(parent, prompt, title, *answer);
     }
-    return answer;
+    return answer ? std::optional(OnOneLine(*answer)) : answer;
 }
 
 } // namespace zem

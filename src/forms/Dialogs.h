@@ -17,9 +17,10 @@ inline constexpr const char* DefaultTitle = "ZEM";
 class Dialogs {
 public:
     struct FileQuestion {
-        QString title;         // empty for the platform's own
-        QString defaultSuffix; // without a point
-        QString filter;        // "name|pattern|name|pattern..."
+        QString title;            // empty for the platform's own
+        QString defaultSuffix;    // without a point
+        QString filter;           // "name|pattern|name|pattern..."
+        QString currentFile = {}; // where to begin; empty for anywhere
     };
 
     virtual ~Dialogs() = default;
@@ -59,7 +60,7 @@ public:
 };
 
 /// How a game is asked for wherever one can be opened.
-Dialogs::FileQuestion OpenGameQuestion();
+Dialogs::FileQuestion OpenGameQuestion(const QString& currentFile = {});
 
 /// "name|pattern|..." as Qt's list of name filters.
 QStringList NameFilters(const QString& filter);

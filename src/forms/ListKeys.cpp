@@ -1,5 +1,7 @@
 #include "forms/ListKeys.h"
 
+#include "forms/NameListView.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QKeyEvent>
@@ -47,6 +49,7 @@ private:
 } // namespace
 
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons) {
+    SelectFocusedRowFirst(list);
     list.installEventFilter(new ListKeyFilter(list, buttons)); // which the list owns
     if (buttons.edit != nullptr)
         QObject::connect(&list, &QAbstractItemView::doubleClicked, buttons.edit, &QAbstractButton::click);

@@ -3,6 +3,7 @@
 #include <QAbstractListModel>
 
 #include <functional>
+#include <utility>
 
 namespace zem {
 

@@ -66,6 +66,12 @@ std::optional<QString> UnstorableCharacter(const QString& text) {
         .arg(character, QString::number(static_cast<uint>(code), 16).toUpper().rightJustified(4, u'0'));
 }
 
+QString OnOneLine(QString text) {
+    std::replace_if(
+        text.begin(), text.end(), [](QChar character) { return character.unicode() < 0x20; }, u' ');
+    return text;
+}
+
 QString PathToQt(const std::string& path) {
     return QFile::decodeName(QByteArray::fromStdString(path));
 }

@@ -20,6 +20,10 @@ std::string FromQt(const QString& text);
 /// when it can hold them all.
 std::optional<QString> UnstorableCharacter(const QString& text);
 
+/// The text on one line: line ends, tabs and other control characters, which a paste can bring along, become
+/// blanks.
+QString OnOneLine(QString text);
+
 /// Paths, which are as the file system has them.
 QString PathToQt(const std::string& path);
 std::string PathFromQt(const QString& path);

@@ -19,6 +19,12 @@ void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
             good->cursor = cursor;
     });
     QObject::connect(&box, &QLineEdit::textChanged, &box, [&box, &dialogs, good](const QString& text) {
+        if (OnOneLine(text) != text) {
+            const int cursor = box.cursorPosition();
+            box.setText(OnOneLine(text)); // which comes here again
+            box.setCursorPosition(cursor);
+            return;
+        }
         const std::optional<QString> problem = UnstorableCharacter(text);
         if (!problem) {
             good->text = text;

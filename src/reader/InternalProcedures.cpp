@@ -91,11 +91,16 @@ private:
             return;
         const auto block = FindBraces(source_, span);
         const Position end{block->lines.size() - 1, block->lines.back().size()};
-        Flatten(block, {0, 0}, end, 0, block->braces.size(),
-                [&](std::size_t line, std::string_view text, bool isRewritten) {
-                    if (isRewritten)
-                        source_.SetLine(span.FirstLine + line, std::string(text));
-                });
+        Flatten(
+            block, {0, 0}, end, 0, block->braces.size(),
+            [&](std::size_t line, std::string_view text, bool isRewritten) {
+                if (isRewritten)
+                    source_.SetLine(span.FirstLine + line, std::string(text));
+            },
+            [&](std::size_t first, std::size_t last) {
+                for (std::size_t line = first; line <= last; ++line)
+                    source_.ClearLine(span.FirstLine + line);
+            });
     }
 
     bool HoldsBrace(const BlockSpan& span) const {
@@ -111,15 +116,19 @@ private:
         const Position begin{brace.open.line, brace.open.column + 1};
         const std::size_t first = source_.LineCount() + 1;
         source_.AppendSourceLine("define procedure " + script.name, Origin(block, begin.line));
-        Flatten(script.block, begin, brace.close, script.brace + 1, brace.next,
-                [&](std::size_t line, std::string_view text, bool /*isRewritten*/) {
-                    if (line == begin.line)
-                        text = Trim(text);
-                    // The other empty lines stay: a line that ends "__" is joined to the next one, whatever
-                    // it is.
-                    if (line != begin.line || !text.empty())
-                        source_.AppendSourceLine(std::string(text), Origin(block, line));
-                });
+        Flatten(
+            script.block, begin, brace.close, script.brace + 1, brace.next,
+            [&](std::size_t line, std::string_view text, bool /*isRewritten*/) {
+                if (line == begin.line)
+                    text = Trim(text);
+                if (line != begin.line || !text.empty())
+                    source_.AppendSourceLine(std::string(text), Origin(block, line));
+            },
+            // One empty line stands for all: a line above it that ends "__" is joined to the next one, and no
+            // further. A line for each would add up to the square of the depth.
+            [&](std::size_t first, std::size_t /*last*/) {
+                source_.AppendSourceLine({}, Origin(block, first));
+            });
         source_.AppendSourceLine("end define", Origin(block, brace.close.line));
         source_.Blocks().push_back({first, source_.LineCount()});
     }
@@ -132,9 +141,9 @@ private:
     /// and emits its lines with each outermost braced script replaced by a call. What follows a "}" goes on
     /// on the line of its "{"; the lines below that a braced script took up are emitted empty. `emit` gets
     /// the line's number in the block, its text, and whether that differs from the block's.
-    template <class Emit>
+    template <class Emit, class Take>
     void Flatten(const std::shared_ptr<const BracedBlock>& block, Position begin, Position end,
-                 std::size_t brace, std::size_t pastBrace, Emit emit) {
+                 std::size_t brace, std::size_t pastBrace, Emit emit, Take take) {
         Position at = begin;
         std::size_t startingLine = begin.line;
         std::string rewritten;
@@ -142,8 +151,8 @@ private:
         const auto finishLine = [&](Position lineEnd) {
             const std::string_view rest = TextBetween(*block, at, lineEnd);
             emit(startingLine, isRewritten ? std::string_view(rewritten.append(rest)) : rest, isRewritten);
-            for (std::size_t taken = startingLine + 1; taken <= lineEnd.line; ++taken)
-                emit(taken, std::string_view(), true);
+            if (startingLine < lineEnd.line)
+                take(startingLine + 1, lineEnd.line);
             rewritten.clear();
             isRewritten = false;
         };

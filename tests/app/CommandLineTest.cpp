@@ -41,7 +41,9 @@ TEST(CommandLine, ExplainsItself) {
                                                   {"format", "one.kel"},
                                                   {"--nonsense"},
                                                   {"print"},
-                                                  {"a.kel", "b.kel"}}) {
+                                                  {"a.kel", "b.kel"},
+                                                  {"a.kel", "print", "b.kel"},
+                                                  {"format", "a.kel", "b.kel", "print", "c.kel"}}) {
         const ZemCall run(wrong);
         EXPECT_EQ(run.result.exitStatus, 2);
         EXPECT_FALSE(run.result.editFile);

@@ -1,5 +1,7 @@
 #include "support/RunningProgram.h"
 
+#include <QMenu>
+#include <QPointer>
 #include <QToolBar>
 
 #include <filesystem>
@@ -44,11 +46,35 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     EXPECT_TRUE(p.IsEnabled("butDeleteObj_0"));
     EXPECT_FALSE(p.IsEnabled("butDeleteObj_1"));
 
-    QTest::keyClick(p.Find<QAbstractItemView>("lstRooms"), Qt::Key_Down);
+    auto* rooms = p.Find<QAbstractItemView>("lstRooms");
+    QTest::keyClick(rooms, Qt::Key_Space, Qt::ControlModifier); // takes nothing back
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 0);
+    QTest::keyClick(rooms, Qt::Key_Down);
     EXPECT_EQ(p.Status(), "Selected room 'Attic'");
     EXPECT_TRUE(p.Rows("lstCharacters").isEmpty());
     EXPECT_FALSE(p.IsEnabled("butDeleteObj_0"));
     EXPECT_FALSE(p.game.Modified);
+}
+
+TEST(MainWindow, SelectsTheFirstRoomWithTheFirstArrowKey) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+        RunningProgram p;
+        p.StartWith(ThreeRooms);
+        auto* rooms = p.Find<QAbstractItemView>("lstRooms");
+        rooms->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(rooms, key);
+        EXPECT_EQ(p.SelectedRow("lstRooms"), 0);
+    }
+}
+
+TEST(MainWindow, TakesAClickOnTheSelectedRoomForAClick) {
+    RunningProgram p;
+    p.StartWith(ThreeRooms);
+    p.Select("lstRooms", 0);
+    p.Select("lstCharacters", 0);
+    p.Select("lstRooms", 0);
+    EXPECT_FALSE(p.IsEnabled("butDeleteObj_0"));
+    EXPECT_EQ(p.SelectedRow("lstCharacters"), -1);
 }
 
 TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
@@ -165,34 +191,6 @@ TEST(MainWindow, AsksAgainForANameThatCannotBeKept) {
     EXPECT_EQ(p.Rows("lstRooms").constLast(), QStringLiteral("Delta"));
 }
 
-TEST(MainWindow, TellsEachChangeWithTheGameBeforeAndAfter) {
-    RunningProgram p;
-    p.Start();
-    test::RecordingHost host;
-    QSettings store(p.Path("other.ini"), QSettings::IniFormat);
-    Settings settings(store, {});
-    GameModel game;
-    GameSession session(game, host, settings);
-    std::vector<GameChange> changes;
-    QObject::connect(&session, &GameSession::Changed,
-                     [&](const GameChange& change) { changes.push_back(change); });
-    session.Change(QStringLiteral("add room"), [](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
-    ASSERT_EQ(changes.size(), 1u);
-    EXPECT_EQ(changes[0].name, QStringLiteral("add room"));
-    EXPECT_EQ(changes[0].before.Rooms.Count(), 0);
-    EXPECT_EQ(changes[0].after.Rooms[1].Name, "Hall");
-
-    // A command that fails half-way leaves the game as it was.
-    EXPECT_THROW(session.Change(QStringLiteral("fail"),
-                                [](GameModel& model) {
-                                    model.Rooms.Remove(1);
-                                    model.Rooms.Remove(1);
-                                }),
-                 KelError);
-    EXPECT_EQ(changes.size(), 1u);
-    EXPECT_EQ(game.Rooms.Count(), 1);
-}
-
 TEST(MainWindow, ReportsARoomTooMany) {
     RunningProgram p;
     p.StartWith(ThreeRooms);
@@ -200,7 +198,8 @@ TEST(MainWindow, ReportsARoomTooMany) {
         p.game.Rooms.Append();
     p.dialogs.Text(QStringLiteral("New room: Please enter a name for this room: [Enter a name here...]"),
                    QStringLiteral("one more"));
-    p.dialogs.Message(QStringLiteral("ZEM: a list of the game cannot hold more than 32,767 entries"));
+    p.dialogs.Message(QStringLiteral(
+        "ZEM: The command was not carried out: a list of the game cannot hold more than 32,767 entries."));
     p.Click("butAddNewRoom");
     EXPECT_EQ(p.game.Rooms.Count(), 32767);
     EXPECT_FALSE(p.game.Modified);
@@ -278,8 +277,14 @@ TEST(MainWindow, StaysOpenWhenTheSaveBeforeClosingFails) {
 TEST(MainWindow, ClosesWhenTheNameDialogIsCancelled) {
     RunningProgram p;
     p.Start();
-    QTest::mouseClick(p.program->StartWindow()->findChild<QPushButton*>(QStringLiteral("butNewGame")),
-                      Qt::LeftButton);
+    const QPointer<QWidget> start = p.program->StartWindow();
+    auto* newGame = start->findChild<QPushButton*>(QStringLiteral("butNewGame"));
+    newGame->setFocus();
+    QTest::keyClick(newGame, Qt::Key_Return);
+    EXPECT_FALSE(start->isVisible());
+    newGame->click(); // which was already on its way
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(start.isNull());
     EXPECT_EQ(p.Title(), "ZEM 1.0");
     p.dialogs.Text(QStringLiteral("New room: Please enter a name for this room: [Enter a name here...]"), {});
     p.Click("butAddNewRoom");
@@ -317,7 +322,7 @@ TEST(MainWindow, ReportsABadFileAndGoesOnWithAnEmptyGame) {
     p.dialogs.OpenFile(p.Path("bad.kel"));
     p.dialogs.Message(
         QStringLiteral("Failed to load game: bad.kel, line 4: a parameter in angle brackets is missing: "
-                       "alias Hall"));
+                       "alias Hall."));
     p.Trigger("mnuFileOpen");
     EXPECT_EQ(p.Title(), "ZEM 1.0");
     EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
@@ -426,6 +431,50 @@ TEST(MainWindow, HasItsMenusShortcutsAndToolbar) {
             << button->text().toStdString();
     p.Trigger("butNew");
     EXPECT_EQ(p.Title(), "ZEM 1.0");
+    EXPECT_EQ(p.Status(), "");
+}
+
+/// A menu as text: its items with their places, those without an editor in brackets, "-" for a separator.
+QString Describe(const QMenu& menu) {
+    QStringList items;
+    for (const QAction* item : menu.actions()) {
+        if (!item->isVisible())
+            continue;
+        QString text = item->isSeparator() ? QStringLiteral("-") : item->text();
+        if (item->menu() != nullptr)
+            text += u'{' + Describe(*item->menu()) + u'}';
+        items.append(item->isEnabled() ? text : u'(' + text + u')');
+    }
+    return items.join(QStringLiteral(", "));
+}
+
+TEST(MainWindow, HasItsMenusAndToolbarInOrder) {
+    RunningProgram p;
+    p.Start();
+    QTest::mouseClick(p.program->StartWindow()->findChild<QPushButton*>(QStringLiteral("butNewGame")),
+                      Qt::LeftButton);
+    EXPECT_EQ(Describe(*p.Find<QMenu>("mnuFile")).toStdString(),
+              "&New, &Open..., &Save, Save &As..., -, &Run KEL file, -, E&xit");
+    EXPECT_EQ(
+        Describe(*p.Find<QMenu>("mnuView")).toStdString(),
+        "&Game{(&Properties...), (&Items...), (&Collectables...)}, &Actions{&Menus..., (&Procedures...)}, "
+        "&Advanced{(&Misc KEL...), (Included &Libraries...), (&Synonyms...), &Error Messages...}, "
+        "(&Text Blocks...), -, &Options...");
+    EXPECT_EQ(Describe(*p.Find<QMenu>("mnuHelp")).toStdString(),
+              "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM");
+    QStringList buttons;
+    for (const QAction* button : p.Find<QToolBar>("Toolbar1")->actions())
+        if (!button->isSeparator())
+            buttons.append(button->objectName() + u' ' + button->toolTip() +
+                           (button->isEnabled() ? QString() : QStringLiteral(" off")));
+    EXPECT_EQ(
+        buttons.join(u'|').toStdString(),
+        "butNew New game|butOpen Open a game|butSave Save|butRun Run KEL file|butEditItems Items off|"
+        "butEditCollectables Collectables off|butEditText Text Sections off|butEditGame Game Properties off|"
+        "butEditProcs Procedures off|butEditMiscKEL Misc KEL off|butOptions Options|butEditLibs Libraries "
+        "off|"
+        "butEditSynonyms Synonyms off|butHelp Help");
+    EXPECT_FALSE(p.IsEnabled("butEditRoom"));
 }
 
 TEST(MainWindow, ListsAsManyRoomsAsAGameHolds) {

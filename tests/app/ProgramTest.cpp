@@ -33,9 +33,9 @@ TEST(Program, StartsWithoutItsDataFilesAndWithBadSettings) {
     RunningProgram p;
     p.programFolder = p.Path("empty");
     p.store.setValue(QStringLiteral("Editor/NumberRecent"), QStringLiteral("99999"));
-    p.dialogs.Message(
-        QStringLiteral("ZEM: the setting NumberRecent cannot be used: the number does not lie between "
-                       "-32,768 and 32,767"));
+    p.dialogs.Message(QStringLiteral(
+        "ZEM: The command was not carried out: the setting NumberRecent cannot be used: the number does not "
+        "lie between -32,768 and 32,767."));
     p.dialogs.Message(
         QStringLiteral("File Error: The list of script commands, zem.dat in the folder of ZEM, cannot "
                        "be used: the file cannot be read: its folder or the file itself is not there."));
@@ -48,7 +48,7 @@ TEST(Program, StartsWithoutItsDataFilesAndWithBadSettings) {
 
 TEST(Program, KeepsTheStartWindowWhenTheGameOfTheCommandLineCannotBeOpened) {
     RunningProgram p;
-    p.dialogs.Message(QStringLiteral("Failed to load game: game.kel: the file is empty"));
+    p.dialogs.Message(QStringLiteral("Failed to load game: game.kel: the file is empty."));
     p.StartWith("");
     EXPECT_TRUE(p.program->StartWindow()->isVisible());
     EXPECT_FALSE(p.Main()->isVisible());
@@ -101,6 +101,35 @@ void WhenOpen(std::function<void(Form&)> use) {
     });
 }
 
+TEST(Options, TrimTheListOfTheStartWindow) {
+    RunningProgram p;
+    p.store.setValue(QStringLiteral("Editor/NumberRecent"), QStringLiteral("3"));
+    for (int k = 1; k <= 3; ++k)
+        p.store.setValue(QStringLiteral("Editor/Recent%1").arg(k), QStringLiteral("/%1.kel").arg(k));
+    p.Start();
+    WhenOpen<frmOptions>([](frmOptions& form) {
+        auto* down = form.findChild<QAbstractButton*>(QStringLiteral("butMaxDown"));
+        for (int k = 0; k < 6; ++k)
+            QTest::mouseClick(down, Qt::LeftButton);
+        EXPECT_EQ(form.findChild<QLineEdit*>(QStringLiteral("txtMax"))->text(), QStringLiteral("2"));
+        QTest::mouseClick(form.findChild<QPushButton*>(QStringLiteral("butOK")), Qt::LeftButton);
+    });
+    frmStart* start = p.program->StartWindow();
+    QTest::mouseClick(start->findChild<QPushButton*>(QStringLiteral("butOptions")), Qt::LeftButton);
+    EXPECT_EQ(start->findChild<QListWidget*>(QStringLiteral("lstRecent"))->count(), 2);
+}
+
+TEST(Program, KnowsTheFullPathOfTheFileOnItsCommandLine) {
+    RunningProgram p;
+    p.folder.Write("game.kel", "define game <x>\nend define\n");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(p.folder.Folder());
+    p.Start(QStringLiteral("game.kel"));
+    std::filesystem::current_path(before);
+    EXPECT_EQ(std::filesystem::canonical(p.game.FileName),
+              std::filesystem::canonical(p.folder.Path("game.kel")));
+}
+
 TEST(Options, AreStoredOnOkAndTrimTheListsAtOnce) {
     RunningProgram p;
     p.store.setValue(QStringLiteral("Editor/NumberRecent"), QStringLiteral("5"));
@@ -118,6 +147,11 @@ TEST(Options, AreStoredOnOkAndTrimTheListsAtOnce) {
         p.dialogs.Message(QStringLiteral("ZEM: Maximum number of files must be a number."));
         QTest::mouseClick(ok, Qt::LeftButton);
         EXPECT_TRUE(form.isVisible());
+        for (const char* odd : {"inf", "nan", ""}) {
+            max->setText(QLatin1String(odd));
+            p.dialogs.Message(QStringLiteral("ZEM: Maximum number of files must be a number."));
+            QTest::mouseClick(ok, Qt::LeftButton);
+        }
         max->setText(QStringLiteral("40000"));
         p.dialogs.Message(
             QStringLiteral("ZEM: Maximum number of files: the number does not lie between -32,768 and "

@@ -44,6 +44,18 @@ TEST(QtText, NamesTheCharacterThatCannotBeKept) {
     }
 }
 
+TEST(StorableInput, TurnsPastedLineEndsIntoBlanks) {
+    test::ScriptedDialogs dialogs;
+    QLineEdit box;
+    RefuseUnstorableText(box, dialogs);
+    QGuiApplication::clipboard()->setText(QStringLiteral("one\r\nend define\n\ttwo"));
+    box.paste();
+    EXPECT_EQ(box.text(), QStringLiteral("one  end define  two"));
+    dialogs.Text(QStringLiteral("Title: Prompt []"), QStringLiteral("Hall\nend define"));
+    EXPECT_EQ(AskStorableText(dialogs, nullptr, QStringLiteral("Prompt"), QStringLiteral("Title"), {}),
+              QStringLiteral("Hall end define"));
+}
+
 TEST(StorableInput, RefusesACharacterWhereItIsTypedOrPasted) {
     test::ScriptedDialogs dialogs;
     QLineEdit box;

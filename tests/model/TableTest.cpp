@@ -100,6 +100,13 @@ TEST(Table, SharesRecordsBetweenCopiesUntilOneIsWritten) {
     EXPECT_TRUE(SameGame(copy, game)) << "file name and modified flag are no part of the game";
 }
 
+TEST(Table, DiffersFromOneThatGoesOn) {
+    EXPECT_EQ(MakeTable({"a", "b"}), MakeTable({"a", "b"}));
+    EXPECT_FALSE(MakeTable({"a"}) == MakeTable({"a", "b"}));
+    EXPECT_FALSE(MakeTable({"a", "b"}) == MakeTable({"a"}));
+    EXPECT_FALSE(MakeTable({"a", "b"}) == MakeTable({"a", "c"}));
+}
+
 TEST(Table, IsEmptyAfterItWasMovedFrom) {
     Table<std::string> table = MakeTable({"a"});
     const Table<std::string> target = std::move(table);

@@ -15,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::CrLf;
+using test::GameWithErrorNames;
 using test::LoadBytes;
 using test::RecordingHost;
 using test::TempFolder;
@@ -165,6 +166,30 @@ TEST(LoadGame, AcceptsEveryKindOfLineEnd) {
     EXPECT_EQ(game.TextSections[1].Text, std::string("x\r\0y", 4));
 }
 
+// What a saved file cannot tell.
+TEST(LoadGame, PutsEachValueIntoItsField) {
+    GameModel named = GameWithErrorNames();
+    named.ErrorMessages.Append({"again", "badgo", ""});
+    const GameModel game =
+        LoadBytes(CrLf("define game <x>\ncollectables < >\nerror <  BADGO  ; No. >\nend define\n"
+                       "define synonyms\nget = take = grab\nend define\n"
+                       "define room <a>\ndescription   msg <x>\nout <b> msg <y>\nout <c>\n"
+                       "north goto <b>\nnorth <c>\nend define\n"
+                       "define roomy <b>\ndefine object <o>\nend define\nend define\n"
+                       "'ZEM-NIPX <5>\n"),
+                  named);
+    EXPECT_EQ(game.Collectables.Count(), 0);
+    EXPECT_EQ(game.ErrorMessages[2].GameText, "No.");
+    EXPECT_EQ(game.ErrorMessages[3].GameText, "") << "only the first of two equal names";
+    EXPECT_EQ(game.Synonyms[1], (SynonymEntry{"get", "take = grab"}));
+    EXPECT_EQ(game.Rooms[1].Description, "  msg <x>");
+    EXPECT_EQ(*game.Rooms[1].Out, (ScriptPair{"c", "msg <y>"}));
+    EXPECT_EQ(*game.Rooms[1].North, (ScriptPair{"c", ""}));
+    ASSERT_EQ(game.Rooms.Count(), 2) << "the word needs no blank after it to be a room's";
+    EXPECT_EQ(game.Rooms[2].Objects.Count(), 0) << "but its things do";
+    EXPECT_EQ(game.NextInternalProcedure, 0);
+}
+
 TEST(LoadGame, GoesOnCountingWithoutAMarker) {
     GameModel game;
     game.NextInternalProcedure = 5;
@@ -198,6 +223,7 @@ TEST(LoadGame, ReadsHostileFilesInOnePass) {
     const GameModel wide = LoadBytes("define room <a>\nlook <" + longLine + ">\nend define\n");
     EXPECT_EQ(wide.Rooms[1].Look.size(), longLine.size());
     EXPECT_LT(Problem("define room <a>\nlook " + longLine + "\nend define\n").size(), 200u);
+    EXPECT_LT(Problem("define game <a>\ncollectables <" + longLine + ">\nend define\n").size(), 600u);
 
     std::string nested = "define procedure <p>\n";
     for (int k = 0; k < Many; ++k)
@@ -209,12 +235,12 @@ TEST(LoadGame, ReadsHostileFilesInOnePass) {
     EXPECT_EQ(deep.Procedures[Many + 1].Script, "do <x>\r\n");
 
     std::string joins = "define procedure <p>\nif a then b\n";
-    for (int k = 0; k < 200'000; ++k)
+    for (int k = 0; k < 400'000; ++k)
         joins += "else c\n";
-    for (int k = 0; k < 200'000; ++k)
+    for (int k = 0; k < 400'000; ++k)
         joins += "x__\n";
     const GameModel joined = LoadBytes(joins + "end\nend define\n");
-    EXPECT_EQ(joined.Procedures[1].Script.size(), 11u + 200'000 * 7 + 2 + 200'000 + 3 + 2);
+    EXPECT_EQ(joined.Procedures[1].Script.size(), 11u + 400'000 * 7 + 2 + 400'000 + 3 + 2);
 
     std::string twins;
     for (int k = 0; k < 32000; ++k)

@@ -35,6 +35,9 @@ TEST(CommandCatalogue, KeepsTheEntriesBeforeABadLine) {
               "line 2: a command needs five fields with \"%\" between them: say%a%b%c");
     ASSERT_EQ(catalogue.Count(), 1);
     EXPECT_EQ(catalogue[1].Keyword, "msg");
+    EXPECT_EQ(Load(catalogue, "a\tb%1%2%3%4\n"), "");
+    ASSERT_EQ(catalogue.Count(), 1) << "a load begins anew";
+    EXPECT_EQ(catalogue[1].Keyword, "a\tb") << "a catalogue is no game: tabs stay";
     EXPECT_EQ(Load(catalogue, "\r\n"), "line 1: a command needs five fields with \"%\" between them");
     EXPECT_EQ(Load(catalogue, ""), "the file is empty");
 }

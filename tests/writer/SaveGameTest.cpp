@@ -58,6 +58,16 @@ TEST(SaveGame, NamesThePathInTheHeaderAndTakesItAsFileName) {
     EXPECT_EQ(ReadBytes(path), first) << "saving twice gives identical bytes";
 }
 
+TEST(SaveGame, KeepsTheHeaderOnOneLineWhateverThePath) {
+    const TempFolder folder;
+    const std::string path = folder.Path("q\ndefine.kel");
+    GameModel game = LargeGame();
+    RecordingHost host;
+    SaveGame(game, path, host);
+    GameModel again;
+    EXPECT_TRUE(LoadGame(again, path, host));
+}
+
 TEST(SaveGame, WarnsAboutAMissingStartRoomAndSavesAllTheSame) {
     const TempFolder folder;
     GameModel game = LargeGame();
@@ -106,10 +116,78 @@ TEST(ReplaceFile, KeepsTheVersionThatIsReplaced) {
     EXPECT_EQ(SaveProblem(game, path), "");
     EXPECT_EQ(ReadBytes(path + "~"), before);
     EXPECT_NE(ReadBytes(path), before);
+}
 
-    fs::create_symlink(path, folder.Path("link.kel"));
-    EXPECT_EQ(SaveProblem(game, folder.Path("link.kel")), "");
-    EXPECT_TRUE(fs::is_symlink(folder.Path("link.kel")));
+/// Lets no file grow beyond 100,000 bytes while it lives.
+class FullDisk {
+public:
+    FullDisk() {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &unlimited_);
+        rlimit small = unlimited_;
+        small.rlim_cur = 100'000;
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &unlimited_); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit unlimited_{};
+};
+
+TEST(ReplaceFile, SavesThroughLinksAndPutsBackWhatTheyLeadTo) {
+    const TempFolder folder;
+    fs::create_directory(folder.Path("games"));
+    const std::string target = folder.Write("games/game.kel", "the old version");
+    const std::string link = folder.Path("link.kel");
+    fs::create_symlink("games/game.kel", link);
+    fs::create_hard_link(target, folder.Path("other name.kel"));
+    GameModel game = LargeGame();
+    {
+        const FullDisk full;
+        EXPECT_NE(SaveProblem(game, link), "");
+    }
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(ReadBytes(target), "the old version");
+    EXPECT_EQ(ReadBytes(folder.Path("other name.kel")), "the old version");
+
+    EXPECT_EQ(SaveProblem(game, link), "");
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_GT(ReadBytes(target).size(), 200'000u);
+    EXPECT_EQ(ReadBytes(target + "~"), "the old version");
+    EXPECT_FALSE(fs::exists(link + "~"));
+
+    // A link to a file that is not there yet, and one that leads to itself.
+    fs::create_symlink("games/new.kel", folder.Path("dangling.kel"));
+    {
+        const FullDisk full;
+        EXPECT_NE(SaveProblem(game, folder.Path("dangling.kel")), "");
+    }
+    EXPECT_TRUE(fs::is_symlink(folder.Path("dangling.kel")));
+    EXPECT_FALSE(fs::exists(folder.Path("games/new.kel")));
+    fs::create_symlink("circle.kel", folder.Path("circle.kel"));
+    EXPECT_EQ(SaveProblem(game, folder.Path("circle.kel")),
+              "the file is a link that leads in a circle, so nothing was written");
+    EXPECT_TRUE(fs::is_symlink(folder.Path("circle.kel")));
+}
+
+TEST(ReplaceFile, KeepsTheOldVersionUnderNoOtherFilesName) {
+    const TempFolder folder;
+    const std::string path = folder.Write("game.kel", "the old version");
+    folder.Write("precious", "precious");
+    fs::create_symlink("precious", path + "~new");
+    GameModel game = LargeGame();
+    EXPECT_EQ(SaveProblem(game, path), "");
+    EXPECT_EQ(ReadBytes(folder.Path("precious")), "precious");
+    EXPECT_FALSE(fs::is_symlink(path + "~"));
+    EXPECT_EQ(ReadBytes(path + "~"), "the old version");
+
+    fs::remove(path + "~");
+    fs::create_directory(path + "~");
+    EXPECT_EQ(SaveProblem(game, path),
+              "the previous version could not be kept under its name and a \"~\", so "
+              "nothing was written: this is a folder, not a file");
 }
 
 TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
@@ -124,16 +202,13 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
         EXPECT_EQ(game.FileName, "somewhere.kel");
     };
 
-    // The disk is full after the first piece.
-    rlimit unlimited{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit small = unlimited;
-    small.rlim_cur = 100'000;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const std::string full = SaveProblem(game, path);
-    const std::string fullNew = SaveProblem(game, folder.Path("new.kel"));
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &unlimited), 0);
+    std::string full;
+    std::string fullNew;
+    {
+        const FullDisk fullDisk;
+        full = SaveProblem(game, path);
+        fullNew = SaveProblem(game, folder.Path("new.kel"));
+    }
     EXPECT_EQ(full, "the file cannot be written: the file has reached the largest size that is allowed. The "
                     "file on disk is as it was before");
     EXPECT_EQ(fullNew, "the file cannot be written: the file has reached the largest size that is allowed");
@@ -163,8 +238,9 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
                                          fs::perms::others_exec);
     {
         const test::Unprivileged unprivileged;
-        EXPECT_EQ(SaveProblem(game, path),
-                  "the previous version could not be kept, so nothing was written: you have no permission");
+        EXPECT_EQ(SaveProblem(game, path), "the previous version could not be kept under its name and a "
+                                           "\"~\", so nothing was written: you have no "
+                                           "permission");
     }
     expectUntouched();
 }

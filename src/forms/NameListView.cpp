@@ -1,0 +1,56 @@
+#include "forms/NameListView.h"
+
+#include <QKeyEvent>
+
+namespace zem {
+
+namespace {
+
+/// Selects the row with the focus, or the first, if the key moves and nothing is selected yet.
+bool SelectFirst(QAbstractItemView& list, const QKeyEvent& event) {
+    const bool moves = event.key() == Qt::Key_Down || event.key() == Qt::Key_Up;
+    if (!moves || event.modifiers() != Qt::NoModifier || list.selectionModel()->hasSelection() ||
+        list.model()->rowCount() == 0)
+        return false;
+    const QModelIndex focused = list.currentIndex();
+    list.setCurrentIndex(QModelIndex()); // so that it changes even if it is the one that is wanted
+    list.setCurrentIndex(focused.isValid() ? focused : list.model()->index(0, 0));
+    return true;
+}
+
+class FirstRowFilter : public QObject {
+public:
+    explicit FirstRowFilter(QAbstractItemView& list) : QObject(&list), list_(list) {}
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        return (event->type() == QEvent::KeyPress && SelectFirst(list_, *static_cast<QKeyEvent*>(event))) ||
+               QObject::eventFilter(watched, event);
+    }
+
+private:
+    QAbstractItemView& list_;
+};
+
+} // namespace
+
+QItemSelectionModel::SelectionFlags NameListView::selectionCommand(const QModelIndex& index,
+                                                                   const QEvent* event) const {
+    const QItemSelectionModel::SelectionFlags flags = QListView::selectionCommand(index, event);
+    const bool deselects =
+        flags.testFlag(QItemSelectionModel::Toggle) || flags.testFlag(QItemSelectionModel::Deselect) ||
+        (flags.testFlag(QItemSelectionModel::Clear) && !flags.testFlag(QItemSelectionModel::Select));
+    if (!deselects)
+        return flags;
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
+void NameListView::keyPressEvent(QKeyEvent* event) {
+    if (!SelectFirst(*this, *event))
+        QListView::keyPressEvent(event);
+}
+
+void SelectFocusedRowFirst(QAbstractItemView& list) {
+    list.installEventFilter(new FirstRowFilter(list)); // which the list owns
+}
+
+} // namespace zem

@@ -1,0 +1,61 @@
+#include "app/GameSession.h"
+
+#include "forms/QtText.h"
+#include "support/Games.h"
+
+#include <QSettings>
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace zem {
+namespace {
+
+TEST(GameSession, TellsEachChangeWithTheGameBeforeAndAfter) {
+    const test::TempFolder folder;
+    test::RecordingHost host;
+    QSettings store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat);
+    Settings settings(store, {});
+    GameModel game;
+    GameSession session(game, host, settings);
+    std::vector<GameChange> changes;
+    QObject::connect(&session, &GameSession::Changed,
+                     [&](const GameChange& change) { changes.push_back(change); });
+    session.Change(QStringLiteral("add room"), [](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
+    ASSERT_EQ(changes.size(), 1u);
+    EXPECT_EQ(changes[0].name, QStringLiteral("add room"));
+    EXPECT_EQ(changes[0].before.Rooms.Count(), 0);
+    EXPECT_EQ(changes[0].after.Rooms[1].Name, "Hall");
+
+    // A command that fails half-way leaves the game as it was.
+    EXPECT_THROW(session.Change(QStringLiteral("fail"),
+                                [](GameModel& model) {
+                                    model.Rooms.Remove(1);
+                                    model.Rooms.Remove(1);
+                                }),
+                 KelError);
+    EXPECT_EQ(changes.size(), 1u);
+    EXPECT_EQ(game.Rooms.Count(), 1);
+}
+
+// The list of recent files may be set to hold nothing; the game is loaded and saved all the same.
+TEST(GameSession, SaysOnceThatThereIsNoRoomForRecentFiles) {
+    const test::TempFolder folder;
+    test::RecordingHost host;
+    QSettings store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat);
+    store.setValue(QStringLiteral("Editor/MaxRecent"), 0);
+    Settings settings(store, {});
+    settings.LoadSettings();
+    GameModel game;
+    GameSession session(game, host, settings);
+    const QString path = PathToQt(folder.Write("game.kel", "define game <x>\nstart <Hall>\nend define\n"));
+    EXPECT_TRUE(session.LoadGame(path));
+    session.MarkModified();
+    session.SaveGame(path);
+    EXPECT_FALSE(game.Modified);
+    ASSERT_EQ(host.notices.size(), 1u);
+    EXPECT_EQ(host.stages.back(), "closed");
+}
+
+} // namespace
+} // namespace zem
