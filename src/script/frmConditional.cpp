@@ -134,10 +134,13 @@ void frmConditional::ShowCondition() {
     ui_->cmbJoiner->setEnabled(index > 0);
     ui_->cmbJoiner->setCurrentIndex(condition.JoinedBy == Joiner::And ? 0 : 1);
     ui_->chkNot->setChecked(condition.Negated);
-    const int row = ui_->cmbCondition->findData(ToQt(condition.Keyword), Qt::UserRole, Qt::MatchFixedString);
-    ui_->cmbCondition->setCurrentIndex(row);
-    if (row < 0)
-        ui_->cmbCondition->setEditText(ToQt(condition.Keyword));
+    if (FromChooser() != condition.Keyword) { // or else what is being typed would be rewritten
+        const int row =
+            ui_->cmbCondition->findData(ToQt(condition.Keyword), Qt::UserRole, Qt::MatchFixedString);
+        ui_->cmbCondition->setCurrentIndex(row);
+        if (row < 0)
+            ui_->cmbCondition->setEditText(ToQt(condition.Keyword));
+    }
     ui_->txtConditionParameter->setEnabled(condition.HasParameter);
     if (ui_->txtConditionParameter->text() != ToQt(condition.Parameter))
         ui_->txtConditionParameter->setText(ToQt(condition.Parameter));
@@ -211,18 +214,24 @@ void frmConditional::cmbCondition_Change() {
     if (showing_ || index < 0)
         return;
     Condition& condition = parts_.Conditions[static_cast<std::size_t>(index)];
-    const QString typed = ui_->cmbCondition->currentText();
-    const int row = ui_->cmbCondition->findText(typed, Qt::MatchFixedString);
-    if (row < 0 && UnstorableCharacter(typed))
+    const std::optional<std::string> keyword = FromChooser();
+    if (!keyword)
         return; // neither a name of the list nor a keyword of any game
-    condition.Keyword = FromQt(row >= 0 ? ui_->cmbCondition->itemData(row).toString() : typed.simplified());
+    condition.Keyword = *keyword;
     const CommandDefinition* entry = FindEntry(condition.Keyword);
     condition.HasParameter = entry == nullptr || entry->RawSyntax != "!";
     if (!condition.HasParameter)
         condition.Parameter.clear();
-    const int cursor = ui_->cmbCondition->lineEdit()->cursorPosition();
     PartsChanged();
-    ui_->cmbCondition->lineEdit()->setCursorPosition(cursor);
+}
+
+/// The keyword of the condition in the chooser, picked or typed; nothing for a text that no game can hold.
+std::optional<std::string> frmConditional::FromChooser() const {
+    const QString text = ui_->cmbCondition->currentText();
+    const int row = ui_->cmbCondition->findText(text, Qt::MatchFixedString);
+    if (row >= 0)
+        return FromQt(ui_->cmbCondition->itemData(row).toString());
+    return UnstorableCharacter(text) ? std::nullopt : std::optional(FromQt(text.simplified()));
 }
 
 void frmConditional::butAddCondition_Click() {
@@ -232,6 +241,8 @@ void frmConditional::butAddCondition_Click() {
     parts_.Conditions.push_back(condition);
     PartsChanged();
     ui_->lstConditions->setCurrentRow(ui_->lstConditions->count() - 1);
+    ui_->cmbCondition->setFocus();
+    ui_->cmbCondition->lineEdit()->selectAll();
 }
 
 void frmConditional::butRemoveCondition_Click() {

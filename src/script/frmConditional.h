@@ -5,6 +5,7 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 class QLineEdit;
@@ -48,6 +49,7 @@ private:
     void EditAction(std::string& action, bool asConditional);
     void chkElse_Click();
     void butOK_Click();
+    std::optional<std::string> FromChooser() const;
     QString DescribeCondition(std::size_t index) const;
     const CommandDefinition* FindEntry(const std::string& keyword) const;
 

@@ -121,6 +121,10 @@ void frmScriptEditor::ChooseCommand(int index) {
     for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
         if (chooser->currentIndex() != index)
             chooser->setCurrentIndex(index);
+    // The hidden chooser may have been emptied while the author was still typing into the other.
+    QComboBox* hidden = scripts_.IsFriendly() ? ui_->cmbCommands : ui_->cmbFriendly;
+    if (hidden->currentText() != hidden->itemText(index))
+        hidden->setEditText(hidden->itemText(index));
 }
 
 /// Typing a command in full chooses it; any other text has no syntax to show.
