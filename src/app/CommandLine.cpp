@@ -58,7 +58,8 @@ int Report(std::ostream& err, const std::string& file, const KelError& error) {
 class FileCommands {
 public:
     FileCommands(const std::string& programFolder, std::ostream& out, std::ostream& err)
-        : out_(out),
+        : programFolder_(programFolder),
+          out_(out),
           err_(err),
           host_(err) {
         host_.SetFile("zemerr.dat");
@@ -80,7 +81,13 @@ public:
     int Print(const std::string& file) {
         if (!Load(file))
             return FileProblem;
-        out_ << ToQt(PrintGame(game_)).toStdString() << std::flush;
+        CommandCatalogue commands;
+        try {
+            LoadCommandCatalogue(commands, programFolder_ + "/zem.dat");
+        } catch (const KelError& error) {
+            Report(err_, "zem.dat", error); // scripts are shown as they stand where no entry tells better
+        }
+        out_ << ToQt(PrintGame(game_, CommandLookup(commands))).toStdString() << std::flush;
         if (out_)
             return Success;
         err_ << "zem: the text could not be written\n";
@@ -100,6 +107,7 @@ private:
         return false;
     }
 
+    std::string programFolder_;
     std::ostream& out_;
     std::ostream& err_;
     ConsoleHost host_;
@@ -121,7 +129,8 @@ CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, cons
     CLI::App* format = app.add_subcommand("format", "load the game IN and save it as OUT");
     format->add_option("IN", in, "the game to load")->required();
     format->add_option("OUT", target, "the file to write; left as it is when anything fails")->required();
-    CLI::App* print = app.add_subcommand("print", "show a whole game as readable text");
+    CLI::App* print =
+        app.add_subcommand("print", "show a whole game as readable text, its scripts in plain English");
     print->add_option("FILE", printed, "the game to show")->required();
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend()); // as the parser wants them

@@ -6,6 +6,7 @@ namespace zem {
 
 CommandLookup::CommandLookup(const CommandCatalogue& catalogue) : catalogue_(catalogue) {
     for (int k = 1; k <= catalogue_.Count(); ++k) {
+        entries_.push_back(&catalogue_[k]);
         Add(catalogue_[k].Keyword, k);
         if (other_ == 0 && BeginsWith(catalogue_[k].Keyword, "(other)"))
             other_ = k;
@@ -47,7 +48,7 @@ const CommandDefinition* CommandLookup::Find(std::string_view line) const {
         if (entry != 0 && (found == 0 || entry < found))
             found = entry;
     }
-    return found == 0 ? nullptr : &catalogue_[found];
+    return entries_[static_cast<std::size_t>(found)];
 }
 
 } // namespace zem

@@ -15,11 +15,14 @@ public:
     /// @param catalogue  is copied, which costs a pointer
     explicit CommandLookup(const CommandCatalogue& catalogue);
 
+    CommandLookup(const CommandLookup&) = delete; // the entries are those of this very object
+    CommandLookup& operator=(const CommandLookup&) = delete;
+
     /// The first entry in file order whose keyword the line begins with; null when there is none.
     const CommandDefinition* Find(std::string_view line) const;
 
     /// The entry for lines that match no other; null when the catalogue has none.
-    const CommandDefinition* Other() const { return other_ == 0 ? nullptr : &catalogue_[other_]; }
+    const CommandDefinition* Other() const { return entries_[static_cast<std::size_t>(other_)]; }
 
     const CommandCatalogue& Catalogue() const { return catalogue_; }
 
@@ -35,6 +38,7 @@ private:
 
     CommandCatalogue catalogue_;
     std::vector<Node> nodes_ = {Node()};
+    std::vector<const CommandDefinition*> entries_ = {nullptr}; // by number, from 1
     int other_ = 0;
 };
 

@@ -211,7 +211,9 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
     case NameKind::Timer: {
         const std::vector<NamingCommand> commands = CommandsNaming(kind, catalogue);
         UseScripts(game, [&](const std::string& script) { AddNamesInScript(names, script, commands); });
-        break;
+        std::vector<std::string> sorted = names.Take();
+        std::sort(sorted.begin(), sorted.end());
+        return sorted;
     }
     }
     return names.Take();

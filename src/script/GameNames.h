@@ -42,7 +42,7 @@ struct ParameterPart {
 ParameterPart FindParameterPart(std::string_view syntax, std::string_view parameter, std::size_t position);
 
 /// All names of the kind in the game, each once, in the order of the game. Variables, flags and timers are
-/// those that its scripts use, by the catalogue's syntax.
+/// those that its scripts use, by the catalogue's syntax, sorted.
 std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const CommandCatalogue& catalogue);
 
 } // namespace zem

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "model/GameModel.h"
+#include "script/CommandLookup.h"
 
 #include <string>
 
 namespace zem {
 
-/// The game as readable text, LF line ends: its properties, rooms with their exits, places and things.
-std::string PrintGame(const GameModel& game);
+/// The whole game as readable text, LF line ends, its scripts in plain English and internal procedures in the
+/// place where they are called.
+std::string PrintGame(const GameModel& game, const CommandLookup& commands);
 
 } // namespace zem

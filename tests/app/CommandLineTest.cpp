@@ -92,15 +92,21 @@ TEST(CommandLine, ReportsProblemsByFileAndLineAndLeavesTheOutput) {
 TEST(CommandLine, PrintsAGame) {
     const TempFolder folder;
     const ZemCall run(
-        {"print", folder.Write("game.kel", "define game <Caf\xE9>\nstart <Hall>\nitems <lamp>\nend define\n"
-                                           "define room <Hall>\nalias <the hall>\nnorth <Attic>\n"
-                                           "south msg <No.>\nout <Street> msg <Bye>\nplace <the; Shed>\n"
-                                           "define object <lamp>\nprefix <a>\nhidden\nlook <Old.>\n"
-                                           "end define\nend define\n")});
+        {"print",
+         folder.Write("game.kel",
+                      "define game <Caf\xE9>\nstart <Hall>\nitems <lamp>\nend define\n"
+                      "define room <Hall>\nalias <the hall>\nnorth <Attic>\n"
+                      "south msg <No.>\nout <Street> msg <Bye>\nplace <the; Shed>\n"
+                      "define object <lamp>\nprefix <a>\nhidden\nlook <Old.>\n"
+                      "end define\nuse <oil> {\n msg <a>\n if has <key> then win\n}\nend define\n")});
     EXPECT_EQ(run.out,
               "Caf\xC3\xA9\n  about: Created with ZEM 1.0\n  start room: Hall\n  items: lamp\n\n"
-              "Room Hall [the hall]\n  out: Street, then msg <Bye>\n  north: Attic\n  south: does msg <No.>\n"
-              "  place: the; Shed\n  object: a lamp (hidden)\n    look: msg <Old.>\n");
+              "Room Hall [the hall]\n  out: Street\n  on the way out: Print \"Bye\"\n  north: Attic\n  "
+              "south: Print \"No.\"\n"
+              "  place \"the; Shed\"\n  use \"oil\":\n    Print \"a\"\n    If the player has \"key\", then: "
+              "The player wins\n  object: a lamp (hidden)\n    look: Print \"Old.\"\n\nProcedure ~Internal "
+              "Procedure 0:\n  Print \"a\"\n"
+              "  If the player has \"key\", then: The player wins\n");
 }
 
 } // namespace

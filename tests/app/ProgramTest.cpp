@@ -1,6 +1,7 @@
 #include "app/ErrorCatalogue.h"
 #include "app/frmOptions.h"
 #include "support/RunningProgram.h"
+#include "support/WhenOpen.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -15,6 +16,7 @@ namespace {
 
 using test::RecordingHost;
 using test::RunningProgram;
+using test::WhenOpen;
 
 TEST(Program, WarnsAboutAMissingVeldtAndGoesOn) {
     RunningProgram p;
@@ -87,18 +89,6 @@ TEST(Program, OpensGamesFromTheStartWindow) {
     EXPECT_FALSE(start->isVisible());
     EXPECT_EQ(p.Title(), "\"Tower\" [" + path.toStdString() + "] - ZEM 1.0");
     EXPECT_EQ(p.store.value(QStringLiteral("Editor/Recent1")).toString(), path);
-}
-
-/// Runs `use` on the modal window that opens next.
-template <class Form>
-void WhenOpen(std::function<void(Form&)> use) {
-    QTimer::singleShot(0, [use] {
-        auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
-        ASSERT_NE(form, nullptr);
-        use(*form);
-        if (form->isVisible())
-            form->reject();
-    });
 }
 
 TEST(Options, TrimTheListOfTheStartWindow) {

@@ -1,0 +1,85 @@
+// Rendering 100,000 script lines in plain English, as a ratio to splitting the same lines and searching them
+// for "<" and ">" in a plain loop, both measured in turn in the same run; with the shipped catalogue and with
+// one many times as long.
+#include "script/CommandLookup.h"
+#include "script/RenderScript.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <string>
+#include <string_view>
+
+namespace zem::bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int Lines = 100'000;
+
+/// Lines of every kind that the catalogue knows, and some that it does not.
+std::string MakeScript(const CommandCatalogue& catalogue) {
+    std::string script;
+    for (int k = 0; k < Lines; ++k) {
+        const CommandDefinition& entry = catalogue[k % catalogue.Count() + 1];
+        const bool isOther = entry.Keyword.starts_with('(');
+        script += isOther ? "unheard-of <thing>" : entry.Keyword + " <parameter " + std::to_string(k) + ">";
+        script += "\r\n";
+    }
+    return script;
+}
+
+/// The catalogue with further entries in front, which no line begins with.
+CommandCatalogue Lengthen(const CommandCatalogue& catalogue, int factor) {
+    CommandCatalogue longer;
+    for (int k = 0; k < catalogue.Count() * (factor - 1); ++k)
+        longer.Append({"zz" + std::to_string(k), "", "", "", "$"});
+    for (const CommandDefinition& entry : catalogue)
+        longer.Append(entry);
+    return longer;
+}
+
+std::size_t SplitAndSearch(std::string_view script) {
+    std::size_t found = 0;
+    while (!script.empty()) {
+        const std::size_t end = script.find("\r\n");
+        const std::string_view line = script.substr(0, end);
+        const std::size_t open = line.find('<');
+        const std::size_t close = line.find('>');
+        found += close - open;
+        script.remove_prefix(end == std::string_view::npos ? script.size() : end + 2);
+    }
+    return found;
+}
+
+double Seconds(Clock::duration duration) {
+    return std::chrono::duration<double>(duration).count();
+}
+
+void Render(benchmark::State& state) {
+    CommandCatalogue shipped;
+    LoadCommandCatalogue(shipped, ZEM_PROGRAM_FOLDER "/zem.dat");
+    const std::string script = MakeScript(shipped);
+    const CommandLookup commands(Lengthen(shipped, static_cast<int>(state.range(0))));
+    double searching = 0;
+    double rendering = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        benchmark::DoNotOptimize(SplitAndSearch(script));
+        const auto searched = Clock::now();
+        benchmark::DoNotOptimize(
+            RenderScript(script, ScriptForm::Rich, InternalProcedures::ShowCall, {}, commands, true));
+        const auto rendered = Clock::now();
+        searching += Seconds(searched - start);
+        rendering += Seconds(rendered - searched);
+        state.SetIterationTime(Seconds(rendered - searched));
+    }
+    state.counters["entries"] = commands.Catalogue().Count();
+    state.counters["ratio_to_ten_searches"] = rendering / (10 * searching);
+}
+
+BENCHMARK(Render)->Arg(1)->Arg(10)->Arg(100)->UseManualTime()->MinTime(1)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace zem::bench
+
+BENCHMARK_MAIN();

@@ -1,0 +1,150 @@
+#include "app/frmMenuList.h"
+#include "app/frmPlayerCommandEditor.h"
+#include "app/frmSelectionWindow.h"
+#include "script/frmEditCommand.h"
+#include "script/frmScriptLines.h"
+#include "support/RunningProgram.h"
+#include "support/ScriptFixture.h"
+#include "support/WhenOpen.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+
+#include <gtest/gtest.h>
+
+namespace zem {
+namespace {
+
+using test::Click;
+using test::Find;
+using test::WhenOpen;
+
+class MenuFormsTest : public test::ScriptFixture {
+protected:
+    MenuFormsTest() {
+        SelectionMenu& menu = game.SelectionMenus.Append();
+        menu.Name = "shop";
+        menu.Info = "Buy?";
+        menu.Choices.Append({"bread", "msg <b>"});
+        menu.Choices.Append({"wine", "msg <w>"});
+        menu.Choices.Append({"nothing", ""});
+    }
+};
+
+TEST_F(MenuFormsTest, EditsAMenuThroughItsWindows) {
+    frmMenuList menus(scripts);
+    menus.show();
+    auto& list = Find<QListWidget>(menus, "lstMenus");
+    Click(menus, "butEdit"); // nothing selected, nothing happens
+    list.setCurrentRow(0);
+    WhenOpen<frmSelectionWindow>([this](frmSelectionWindow& form) {
+        EXPECT_EQ(form.windowTitle(), QStringLiteral("Menu Editor"));
+        Find<QLineEdit>(form, "txtInfo").setText(QStringLiteral("What?"));
+        auto& choices = Find<QListWidget>(form, "lstMenu");
+        choices.setCurrentRow(0);
+        QTest::keyClick(&choices, Qt::Key_Up, Qt::ControlModifier); // at the top already
+        QTest::keyClick(&choices, Qt::Key_Down, Qt::ControlModifier);
+        EXPECT_EQ(choices.currentRow(), 1);
+        dialogs.Text(QStringLiteral("Rename: Enter a new name for this menu choice: [bread]"),
+                     QStringLiteral("loaf"));
+        Click(form, "butRename");
+        choices.setCurrentRow(2);
+        QTest::keyClick(&choices, Qt::Key_Delete);
+        dialogs.Text(
+            QStringLiteral("New Menu Choice: Please enter the text to display for this menu choice: []"),
+            QStringLiteral("cheese"));
+        WhenOpen<frmScriptLines>([](frmScriptLines& script) { Click(script, "butOK"); });
+        Click(form, "butAdd");
+        Click(form, "butOK");
+    });
+    QTest::keyClick(&list, Qt::Key_Return);
+    SelectionMenu expected;
+    expected.Name = "shop";
+    expected.Info = "What?";
+    expected.Choices.Append({"wine", "msg <w>"});
+    expected.Choices.Append({"loaf", "msg <b>"});
+    expected.Choices.Append({"cheese", ""});
+    EXPECT_EQ(game.SelectionMenus[1], expected);
+    EXPECT_EQ(door.changes, std::vector<std::string>{"edit menu"});
+}
+
+TEST_F(MenuFormsTest, KeepsANewMenuWhoseEditorIsCancelledAndAlwaysMarksTheGame) {
+    frmMenuList menus(scripts);
+    menus.show();
+    dialogs.Text(QStringLiteral("Add menu: Please enter a name for this menu []"), {});
+    Click(menus, "butAdd");
+    EXPECT_FALSE(game.Modified);
+    dialogs.Text(QStringLiteral("Add menu: Please enter a name for this menu []"), QStringLiteral("inn"));
+    WhenOpen<frmSelectionWindow>([](frmSelectionWindow& form) { form.close(); });
+    QTest::keyClick(&Find<QListWidget>(menus, "lstMenus"), Qt::Key_Insert);
+    ASSERT_EQ(game.SelectionMenus.Count(), 2);
+    EXPECT_EQ(game.SelectionMenus[2].Name, "inn");
+    EXPECT_EQ(Find<QListWidget>(menus, "lstMenus").currentRow(), 1);
+    Find<QListWidget>(menus, "lstMenus").setCurrentRow(0);
+    Click(menus, "butRemove");
+    EXPECT_EQ(game.SelectionMenus[1].Name, "inn");
+    game.Modified = false;
+    Click(menus, "butOK");
+    EXPECT_TRUE(game.Modified) << "also when nothing was changed";
+    EXPECT_FALSE(menus.isVisible());
+}
+
+TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
+    frmPlayerCommandEditor form(scripts, {{"look", "msg <l>"}, {"take #x#", "msg <t>"}});
+    form.show();
+    auto& list = Find<QListWidget>(form, "lstCommands");
+    WhenOpen<frmEditCommand>([](frmEditCommand& command) { Click(command, "butOK"); });
+    Click(form, "butAdd"); // an empty pattern, too
+    list.setCurrentRow(0);
+    QTest::keyClick(&list, Qt::Key_Down, Qt::ControlModifier);
+    WhenOpen<frmEditCommand>([](frmEditCommand& command) {
+        EXPECT_EQ(command.Pattern(), "look");
+        QTest::keyClick(&Find<QLineEdit>(command, "txtCommand"), Qt::Key_End);
+        QTest::keyClicks(&Find<QLineEdit>(command, "txtCommand"), QStringLiteral(" round"));
+        WhenOpen<frmScriptLines>([](frmScriptLines& script) {
+            Find<QListWidget>(script, "lstFriendlyLines").setCurrentRow(0);
+            Click(script, "butRemove");
+            Click(script, "butOK");
+        });
+        Click(command, "butEdit");
+        Click(command, "butOK");
+    });
+    QTest::keyClick(&list, Qt::Key_Return);
+    WhenOpen<frmEditCommand>([](frmEditCommand& command) {
+        QTest::keyClicks(&Find<QLineEdit>(command, "txtCommand"), QStringLiteral(" cancelled"));
+        QTest::keyClick(&command, Qt::Key_Escape);
+    });
+    Click(form, "butEdit");
+    EXPECT_EQ(form.Commands(),
+              (std::vector<ScriptPair>{{"take #x#", "msg <t>"}, {"look round", ""}, {"", ""}}));
+    for (int k = 0; k < 4; ++k)
+        Click(form, "butRemove"); // the next one is selected each time
+    EXPECT_TRUE(form.Commands().empty());
+    Click(form, "butOK");
+    EXPECT_TRUE(door.changes.empty()) << "the caller takes the list, not this window";
+}
+
+TEST(MenusCommand, OpensFromTheMainWindowAndSaves) {
+    test::RunningProgram p;
+    p.StartWith("define game <x>\nstart <Hall>\nend define\ndefine selection <shop>\nchoice <bread> msg "
+                "<b>\nend define\n");
+    WhenOpen<frmMenuList>([](frmMenuList& menus) {
+        Find<QListWidget>(menus, "lstMenus").setCurrentRow(0);
+        WhenOpen<frmSelectionWindow>([](frmSelectionWindow& form) {
+            Find<QListWidget>(form, "lstMenu").setCurrentRow(0);
+            Click(form, "butRemove");
+            Click(form, "butOK");
+        });
+        Click(menus, "butEdit");
+        Click(menus, "butOK");
+    });
+    p.Trigger("mnuViewMenus");
+    EXPECT_EQ(p.Status(), "Current version of game not saved.");
+    p.Trigger("mnuFileSave");
+    EXPECT_NE(test::ReadBytes(p.folder.Path("game.kel"))
+                  .find("define selection <shop>\r\ninfo <>\r\nend define\r\n"),
+              std::string::npos);
+}
+
+} // namespace
+} // namespace zem
