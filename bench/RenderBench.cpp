@@ -6,6 +6,7 @@
 
 #include <benchmark/benchmark.h>
 #include <chrono>
+#include <malloc.h>
 #include <string>
 #include <string_view>
 
@@ -82,4 +83,12 @@ BENCHMARK(Render)->Arg(1)->Arg(10)->Arg(100)->UseManualTime()->MinTime(1)->Unit(
 } // namespace
 } // namespace zem::bench
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    // What the allocator gives back it would get anew from the system, page by page, depending on what ran
+    // before.
+    mallopt(M_MMAP_THRESHOLD, 1 << 30);
+    mallopt(M_TRIM_THRESHOLD, 1 << 30);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -8,11 +8,12 @@ namespace zem {
 
 /// One entry of the command catalogue: a script command or a condition of the Kel language.
 struct CommandDefinition {
-    std::string Keyword;          // as it begins a script line; conditions begin with "if"
-    std::string RawSyntax;        // "!" when the command takes no parameter
-    std::string FriendlyName;     // in plain English
-    std::string FriendlyPrompt;   // what the parameter is; "!" when there is none
-    std::string FriendlyTemplate; // the line in plain English; the first "$" stands for the parameter
+    std::string Keyword;        // as it begins a script line; conditions begin with "if"
+    std::string RawSyntax;      // "!" when the command takes no parameter
+    std::string FriendlyName;   // in plain English
+    std::string FriendlyPrompt; // what the parameter is; "!" when there is none
+    std::string
+        FriendlyTemplate; // the line in plain English, with format codes; the first "$" is the parameter
 
     bool operator==(const CommandDefinition&) const = default;
 };

@@ -1,6 +1,7 @@
 #include "script/IfLine.h"
 
 #include "model/LineText.h"
+#include "script/FormatCodes.h"
 #include "script/RenderScript.h"
 
 #include <optional>
@@ -145,7 +146,7 @@ std::string DescribeCondition(const Condition& condition, const CommandLookup& c
     const CommandDefinition* entry = commands.Find("if " + raw);
     std::string text = raw;
     if (entry != nullptr && EqualIgnoringCase(entry->Keyword, "if " + condition.Keyword)) {
-        text = entry->FriendlyTemplate;
+        text = FormatCodesToText(entry->FriendlyTemplate, false);
         if (const std::size_t place = text.find('$'); place != std::string::npos)
             text.replace(place, 1, condition.Parameter);
         if (BeginsWith(text, "if "))

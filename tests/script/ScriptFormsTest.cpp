@@ -366,9 +366,18 @@ TEST_F(ScriptLinesTest, InsertsAVariableIntoAPlayerCommand) {
                           {"take it", 5, 0, QStringLiteral("x"), "take #x#it", 8},
                           {"take it", 4, 0, std::nullopt, "take it", 4},
                           {"take it", 4, 0, QString(), "take it", 4}}) {
-        frmEditCommand form(scripts, c.text, "msg <x>");
+        frmEditCommand form(scripts, c.text, "msg <x>\r\nwin <>");
         form.show();
-        EXPECT_EQ(Find<QTextEdit>(form, "txtAction").toPlainText(), QStringLiteral("Print \"x\""));
+        const QTextEdit& action = Find<QTextEdit>(form, "txtAction");
+        EXPECT_EQ(action.toPlainText(), QStringLiteral("Print \"x\";\nThe player wins"));
+        // The semicolon is red, and what follows it is not.
+        const auto colourAt = [&](int position) {
+            QTextCursor cursor(action.document());
+            cursor.setPosition(position + 1);
+            return cursor.charFormat().foreground().color();
+        };
+        EXPECT_EQ(colourAt(0), colourAt(11));
+        EXPECT_NE(colourAt(0), colourAt(9));
         auto& box = Find<QLineEdit>(form, "txtCommand");
         box.setCursorPosition(c.start);
         if (c.length > 0)
