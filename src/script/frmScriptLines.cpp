@@ -172,7 +172,7 @@ std::string frmScriptLines::FoldLines() {
     ChangeDoor& door = scripts_.Door();
     if (procedure_ != 0) {
         const Procedure& opened = door.Game().Procedures[procedure_];
-        const std::string call = "do <" + opened.Name + ">";
+        std::string call = "do <" + opened.Name + ">";
         if (opened.Script != joined)
             door.Change(QStringLiteral("edit script"),
                         [&](GameModel& game) { game.Procedures.Edit(procedure_).Script = joined; });
