@@ -4,6 +4,7 @@
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <filesystem>
 #include <string>
 
 namespace zem {
@@ -62,6 +63,20 @@ TEST(CommandCatalogue, ShipsInTheOrderThatLookUpsNeed) {
     }
     EXPECT_TRUE(conditionsBegan);
     EXPECT_EQ(lastCommand, "(other)");
+}
+
+TEST(CommandCatalogue, IsUsedWholeByTheSamples) {
+    std::string scripts;
+    for (const char* sample : {"lighthouse.kel", "archipelago.kel"})
+        scripts += test::ReadBytes(std::filesystem::path(ZEM_SAMPLES) / sample);
+    CommandCatalogue catalogue;
+    LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
+    for (const CommandDefinition& entry : catalogue) {
+        const bool isCondition = BeginsWith(entry.Keyword, "if ");
+        const std::string keyword = isCondition ? entry.Keyword.substr(3) : entry.Keyword;
+        const std::string used = " " + keyword + (entry.RawSyntax == "!" ? "" : " <");
+        EXPECT_TRUE(keyword == "(other)" || scripts.find(used) != std::string::npos) << used;
+    }
 }
 
 } // namespace
