@@ -5,6 +5,7 @@
 zem_packages=(
     g++ cmake ninja-build qt6-base-dev "qt6-svg-dev|libqt6svg6-dev" libgl1-mesa-dev qt6-qpa-plugins
     libcli11-dev libgtest-dev libbenchmark-dev fonts-dejavu-core
+    clang "libclang-rt-dev|libclang-rt-14-dev"
 )
 
 is_installed() {
