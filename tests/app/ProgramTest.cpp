@@ -48,6 +48,19 @@ TEST(Program, StartsWithoutItsDataFilesAndWithBadSettings) {
     EXPECT_TRUE(p.program->StartWindow()->isVisible());
 }
 
+TEST(Program, StartsWithTheCommandsBeforeABadLine) {
+    RunningProgram p;
+    p.programFolder = PathToQt(p.folder.Folder().string());
+    p.folder.Write("zem.dat", "msg%a%b%c%d\r\nbroken\r\n");
+    p.folder.Write("zemerr.dat", "badgo; No way\r\n");
+    p.dialogs.Message(
+        QStringLiteral("File Error: The list of script commands, zem.dat in the folder of ZEM, cannot be "
+                       "used: line 2: a command needs five fields with \"%\" between them: broken."));
+    p.Start();
+    EXPECT_EQ(p.program->Commands().Count(), 1);
+    EXPECT_TRUE(p.program->StartWindow()->isVisible());
+}
+
 TEST(Program, KeepsTheStartWindowWhenTheGameOfTheCommandLineCannotBeOpened) {
     RunningProgram p;
     p.dialogs.Message(QStringLiteral("Failed to load game: game.kel: the file is empty."));

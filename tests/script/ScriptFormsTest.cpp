@@ -227,6 +227,23 @@ TEST_F(ScriptLinesTest, OpensEachLineInItsEditorAndLeavesTheModelAloneOnCancel) 
     EXPECT_EQ(game, before);
 }
 
+// One bad line must never close an editor: it is shown as it stands, and comes back unchanged.
+TEST_F(ScriptLinesTest, ShowsWhateverAScriptHoldsAndGivesItBack) {
+    for (const std::string& script :
+         {std::string("msg"), std::string("msg > <"), std::string("a|"), std::string("|||x|s1"),
+          std::string("> <"), std::string("if if if"), std::string("do <~"),
+          std::string("unheard-of <thing>"), std::string("\x80\x81\xFF"),
+          "msg <" + std::string(1'000'000, 'x') + ">"}) {
+        const auto form = Open(script);
+        ASSERT_EQ(Find<QListWidget>(*form, "lstFriendlyLines").count(), 1) << script.substr(0, 40);
+        EXPECT_FALSE(Find<QListWidget>(*form, "lstFriendlyLines").item(0)->text().isEmpty())
+            << script.substr(0, 40);
+        Click(*form, "butOK");
+        EXPECT_EQ(form->Value(), script);
+    }
+    EXPECT_EQ(scripts.Render("msg", ScriptForm::Plain, InternalProcedures::ShowCall), "msg");
+}
+
 TEST_F(ScriptLinesTest, SaysWhenTheNumbersOfProceduresRunOut) {
     game.NextInternalProcedure = 32767;
     const auto form = Open("msg <a>\r\nmsg <b>");
