@@ -3,8 +3,8 @@
 #include "model/LineText.h"
 #include "support/TempFolder.h"
 
-#include <gtest/gtest.h>
 #include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 
 namespace zem {
