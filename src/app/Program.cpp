@@ -60,12 +60,14 @@ void Program::LoadCatalogues() {
     lookup_ = std::make_unique<CommandLookup>(commands_);
     scripts_ = std::make_unique<ScriptEditing>(session_, dialogs_, *lookup_,
                                                [this] { return settings_.CurrentOptions().FriendlyScript; });
+    editorShell_ = std::make_unique<AppEditorShell>(settings_, *scripts_);
     LoadErrorCatalogue(game_.ErrorMessages, PathFromQt(programFolder_ + QLatin1String("/zemerr.dat")), host_);
 }
 
 frmMain& Program::LoadMainWindow() {
     if (!main_) {
-        main_ = std::make_unique<frmMain>(session_, settings_, dialogs_, *scripts_, programFolder_);
+        main_ = std::make_unique<frmMain>(session_, settings_, dialogs_, *scripts_, *editorShell_,
+                                          programFolder_);
         connect(main_.get(), &frmMain::Unloaded, this, [this] { start_.reset(); });
     }
     return *main_;

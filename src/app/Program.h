@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppEditorShell.h"
 #include "app/AppHost.h"
 #include "app/GameSession.h"
 #include "app/Settings.h"
@@ -52,6 +53,7 @@ private:
     CommandCatalogue commands_;
     std::unique_ptr<CommandLookup> lookup_;
     std::unique_ptr<ScriptEditing> scripts_;
+    std::unique_ptr<AppEditorShell> editorShell_;
     std::unique_ptr<frmStart> start_;
     std::unique_ptr<frmMain> main_;
 };

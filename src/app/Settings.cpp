@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace zem {
 
 struct Settings::Key {
@@ -23,6 +25,8 @@ struct Settings::Keys {
     static constexpr Key MaxRecent{"Editor", "MaxRecent", "8"};
     static constexpr Key NumberRecent{"Editor", "NumberRecent", "0"};
     static constexpr Key Recent{"Editor", "Recent", ""}; // followed by a number from 1
+    static constexpr Key TagEditorWindowWidth{"Editor", "TagEditorWindowWidth", "6000"}; // twips
+    static constexpr Key TagEditorWindowHeight{"Editor", "TagEditorWindowHeight", "6000"};
 };
 
 namespace {
@@ -62,6 +66,20 @@ std::int16_t Settings::ReadNumber(const Key& key) const {
     } catch (const KelError& error) {
         throw KelError(std::string("the setting ") + key.key + " cannot be used: " + error.Problem());
     }
+}
+
+/// A length on a screen. What is no number counts as 0, and what no screen can have is cut.
+int Settings::ReadTwips(const Key& key) const {
+    return static_cast<int>(std::clamp(LeadingReal(Read(key).toStdString()), 0.0, 1e6));
+}
+
+QSize Settings::TagEditorSize() const {
+    return {ReadTwips(Keys::TagEditorWindowWidth), ReadTwips(Keys::TagEditorWindowHeight)};
+}
+
+void Settings::StoreTagEditorSize(const QSize& twips) {
+    Write(Keys::TagEditorWindowWidth, QString::number(twips.width()));
+    Write(Keys::TagEditorWindowHeight, QString::number(twips.height()));
 }
 
 void Settings::Write(const Key& key, const QString& value) {

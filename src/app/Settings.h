@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSettings>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -42,6 +43,10 @@ public:
     /// only in capitals count as one. Throws KelError when the list may hold no entry at all.
     void AddToRecentFiles(const QString& path);
 
+    /// The size in twips, fifteenths of a device-independent pixel, in which the tag editor opens.
+    QSize TagEditorSize() const;
+    void StoreTagEditorSize(const QSize& twips);
+
 private:
     struct Key;
     struct Keys;
@@ -49,6 +54,7 @@ private:
     QString Read(const Key& key) const;
     QString Read(const Key& key, const QString& defaultText) const;
     std::int16_t ReadNumber(const Key& key) const;
+    int ReadTwips(const Key& key) const;
     void Write(const Key& key, const QString& value);
 
     QSettings& store_;

@@ -1,5 +1,7 @@
 #include "app/frmEditErrors.h"
 
+#include "forms/DialogSize.h"
+#include "forms/ListRows.h"
 #include "forms/NameListView.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
@@ -21,6 +23,7 @@ frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, D
     connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
     connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    RememberSize(*this);
 }
 
 frmEditErrors::~frmEditErrors() = default;
@@ -31,12 +34,12 @@ void frmEditErrors::StoreText() {
 }
 
 void frmEditErrors::lstErrors_Click() {
-    const QModelIndexList selected = ui_->lstErrors->selectionModel()->selectedIndexes();
-    if (selected.isEmpty())
+    const int row = SelectedRow(*ui_->lstErrors);
+    if (row < 0)
         return;
     ui_->txtError->setEnabled(true);
     StoreText();
-    remembered_ = selected.constFirst().row();
+    remembered_ = row;
     ui_->txtError->setText(ToQt(errors_[remembered_ + 1].GameText));
 }
 

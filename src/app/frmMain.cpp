@@ -1,9 +1,11 @@
 #include "app/frmMain.h"
 
 #include "app/Icons.h"
-#include "app/frmEditErrors.h"
-#include "app/frmMenuList.h"
+#include "editors/frmRoomProperties.h"
+#include "editors/frmThingProperties.h"
 #include "forms/CommandError.h"
+#include "forms/ListKeys.h"
+#include "forms/ListRows.h"
 #include "forms/QtText.h"
 #include "ui_frmMain.h"
 
@@ -25,11 +27,6 @@ void SelectRow(QListView& list, int row) {
     list.setCurrentIndex(list.model()->index(row < count ? row : 0, 0));
 }
 
-int SelectedRow(const QListView& list) {
-    const QModelIndexList selected = list.selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? -1 : selected.constFirst().row();
-}
-
 template <class Model>
 auto& Things(Model& room, int index) {
     return index == 0 ? room.Characters : room.Objects;
@@ -38,12 +35,13 @@ auto& Things(Model& room, int index) {
 } // namespace
 
 frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
-                 const QString& programFolder)
+                 EditorShell& editorShell, const QString& programFolder)
     : ui_(std::make_unique<Ui::frmMain>()),
       session_(session),
       settings_(settings),
       dialogs_(dialogs),
       scripts_(scripts),
+      editorShell_(editorShell),
       programFolder_(programFolder),
       status_(new QLabel(this)) {
     ui_->setupUi(this);
@@ -80,8 +78,16 @@ void frmMain::ConnectMenus() {
     Connect(ui_->mnuFileSave, &frmMain::mnuFileSave_Click);
     Connect(ui_->mnuFileSaveAs, &frmMain::mnuFileSaveAs_Click);
     Connect(ui_->mnuFileRunKELfile, &frmMain::mnuFileRunKELfile_Click);
+    Connect(ui_->mnuViewGameProperties, &frmMain::mnuViewGameProperties_Click);
+    Connect(ui_->mnuViewItems, &frmMain::mnuViewItems_Click);
+    Connect(ui_->mnuViewCollectables, &frmMain::mnuViewCollectables_Click);
     Connect(ui_->mnuViewMenus, &frmMain::mnuViewMenus_Click);
+    Connect(ui_->mnuViewProcedures, &frmMain::mnuViewProcedures_Click);
+    Connect(ui_->mnuViewMiscKEL, &frmMain::mnuViewMiscKEL_Click);
+    Connect(ui_->mnuViewLibraries, &frmMain::mnuViewLibraries_Click);
+    Connect(ui_->mnuViewSynonyms, &frmMain::mnuViewSynonyms_Click);
     Connect(ui_->mnuEditErrorMessages, &frmMain::mnuEditErrorMessages_Click);
+    Connect(ui_->mnuViewTextSectionEditor, &frmMain::mnuViewTextSectionEditor_Click);
     Connect(ui_->mnuViewOptions, &frmMain::mnuViewOptions_Click);
     Connect(ui_->mnuZEMRef, &frmMain::mnuZEMRef_Click);
     Connect(ui_->mnuKELRef, &frmMain::mnuKELRef_Click);
@@ -99,20 +105,26 @@ void frmMain::ConnectMenus() {
 
 void frmMain::ConnectLists() {
     OnClick(ui_->butAddNewRoom, this, dialogs_, [this] { butAddNewRoom_Click(); });
+    OnClick(ui_->butEditRoom, this, dialogs_, [this] { butEditRoom_Click(); });
     OnClick(ui_->butDeleteRoom, this, dialogs_, [this] { butDeleteRoom_Click(); });
     ui_->lstRooms->setModel(&rooms_);
+    ConnectListKeys(*ui_->lstRooms,
+                    {ui_->butAddNewRoom, ui_->butDeleteRoom, ui_->butEditRoom, nullptr, nullptr});
     // A click on the selected room counts, too.
     connect(ui_->lstRooms, &QListView::clicked, this, &frmMain::lstRooms_Click);
     connect(ui_->lstRooms->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmMain::lstRooms_Click);
 
     const std::array<QPushButton*, 2> add = {ui_->butAddObj_0, ui_->butAddObj_1};
+    const std::array<QPushButton*, 2> edit = {ui_->butEditObj_0, ui_->butEditObj_1};
     const std::array<QPushButton*, 2> remove = {ui_->butDeleteObj_0, ui_->butDeleteObj_1};
     for (const int index : {0, 1}) {
         const auto at = static_cast<std::size_t>(index);
         OnClick(add[at], this, dialogs_, [this, index] { butAddObj_Click(index); });
+        OnClick(edit[at], this, dialogs_, [this, index] { butEditObj_Click(index); });
         OnClick(remove[at], this, dialogs_, [this, index] { butDeleteObj_Click(index); });
         ThingList(index)->setModel(&things_[at]);
+        ConnectListKeys(*ThingList(index), {add[at], remove[at], edit[at], nullptr, nullptr});
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
                 [this, index] { lstThings_Click(index); });
     }
@@ -164,6 +176,7 @@ void frmMain::RefreshLists(const Selection& wanted) {
 void frmMain::lstRooms_Click() {
     FillThings();
     const int row = SelectedRow(*ui_->lstRooms);
+    ui_->butEditRoom->setEnabled(row >= 0);
     ui_->butDeleteRoom->setEnabled(row >= 0);
     ui_->butAddObj_0->setEnabled(row >= 0);
     ui_->butAddObj_1->setEnabled(row >= 0);
@@ -201,8 +214,9 @@ void frmMain::FillThings() {
 }
 
 void frmMain::lstThings_Click(int index) {
-    QPushButton* remove = index == 0 ? ui_->butDeleteObj_0 : ui_->butDeleteObj_1;
-    remove->setEnabled(SelectedRow(*ThingList(index)) >= 0);
+    const bool isSelected = SelectedRow(*ThingList(index)) >= 0;
+    (index == 0 ? ui_->butEditObj_0 : ui_->butEditObj_1)->setEnabled(isSelected);
+    (index == 0 ? ui_->butDeleteObj_0 : ui_->butDeleteObj_1)->setEnabled(isSelected);
 }
 
 // ---- Changing the game
@@ -235,6 +249,13 @@ void frmMain::butAddNewRoom_Click() {
     selection.room = session_.Game().Rooms.Count();
     ChangeGame(QStringLiteral("add room"), selection,
                [&](GameModel& game) { game.Rooms.Append().Name = FromQt(*name); });
+    butEditRoom_Click();
+}
+
+void frmMain::butEditRoom_Click() {
+    const int row = SelectedRow(*ui_->lstRooms);
+    if (row >= 0)
+        frmRoomProperties(scripts_, editorShell_, row + 1, this).exec();
 }
 
 void frmMain::butDeleteRoom_Click() {
@@ -270,6 +291,16 @@ void frmMain::butAddObj_Click(int index) {
     ChangeGame(QStringLiteral("add %1").arg(kind), selection, [&](GameModel& game) {
         Things(game.Rooms.Edit(room + 1), index).Append().Name = FromQt(*name);
     });
+    butEditObj_Click(index);
+}
+
+void frmMain::butEditObj_Click(int index) {
+    const int row = SelectedRow(*ThingList(index));
+    if (row < 0)
+        return;
+    const ThingPlace place = thingPlaces_[static_cast<std::size_t>(index)][static_cast<std::size_t>(row)];
+    const ThingKind kind = index == 0 ? ThingKind::Character : ThingKind::Object;
+    frmThingProperties(scripts_, editorShell_, kind, place.room, place.thing, this).exec();
 }
 
 void frmMain::butDeleteObj_Click(int index) {
@@ -280,18 +311,6 @@ void frmMain::butDeleteObj_Click(int index) {
     ChangeGame(index == 0 ? QStringLiteral("delete character") : QStringLiteral("delete object"),
                CurrentSelection(),
                [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
-}
-
-void frmMain::mnuViewMenus_Click() {
-    frmMenuList(scripts_, this).exec();
-}
-
-void frmMain::mnuEditErrorMessages_Click() {
-    frmEditErrors form(session_.Game().ErrorMessages, settings_.CurrentOptions().FriendlyScript, dialogs_,
-                       this);
-    if (form.exec() == QDialog::Accepted)
-        ChangeGame(QStringLiteral("edit error messages"), CurrentSelection(),
-                   [&](GameModel& game) { game.ErrorMessages = form.Errors(); });
 }
 
 } // namespace zem

@@ -24,6 +24,7 @@ class frmMain;
 
 namespace zem {
 
+class EditorShell;
 class ScriptEditing;
 
 /// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
@@ -35,7 +36,7 @@ public:
     /// All arguments outlive the window.
     /// @param programFolder  where the reference documents are
     frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
-            const QString& programFolder);
+            EditorShell& editorShell, const QString& programFolder);
     ~frmMain() override;
 
 signals:
@@ -69,8 +70,16 @@ private:
     void mnuFileSaveAs_Click();
     void mnuFileRunKELfile_Click();
     void mnuFileRecent_Click(const QAction& item);
+    void mnuViewGameProperties_Click();
+    void mnuViewItems_Click();
+    void mnuViewCollectables_Click();
     void mnuViewMenus_Click();
+    void mnuViewProcedures_Click();
+    void mnuViewMiscKEL_Click();
+    void mnuViewLibraries_Click();
+    void mnuViewSynonyms_Click();
     void mnuEditErrorMessages_Click();
+    void mnuViewTextSectionEditor_Click();
     void mnuViewOptions_Click();
     void mnuZEMRef_Click();
     void mnuKELRef_Click();
@@ -83,8 +92,10 @@ private:
     void lstRooms_Click();
     void lstThings_Click(int index);
     void butAddNewRoom_Click();
+    void butEditRoom_Click();
     void butDeleteRoom_Click();
     void butAddObj_Click(int index);
+    void butEditObj_Click(int index);
     void butDeleteObj_Click(int index);
 
     /// Asks about unsaved changes, if there are any; false when the author cancelled.
@@ -112,6 +123,7 @@ private:
     Settings& settings_;
     Dialogs& dialogs_;
     ScriptEditing& scripts_;
+    EditorShell& editorShell_;
     QString programFolder_;
     QLabel* status_;
     NameListModel rooms_;

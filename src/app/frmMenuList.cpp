@@ -2,7 +2,9 @@
 
 #include "app/frmSelectionWindow.h"
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
+#include "forms/ListRows.h"
 #include "forms/QtText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmMenuList.h"
@@ -20,6 +22,7 @@ frmMenuList::frmMenuList(ScriptEditing& scripts, QWidget* parent)
     OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { butRemove_Click(); });
     OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
     ConnectListKeys(*ui_->lstMenus, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    RememberSize(*this);
 }
 
 frmMenuList::~frmMenuList() = default;
@@ -31,8 +34,7 @@ void frmMenuList::Refresh() {
 }
 
 int frmMenuList::SelectedMenu() const {
-    const QModelIndexList selected = ui_->lstMenus->selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? 0 : selected.constFirst().row() + 1;
+    return SelectedRow(*ui_->lstMenus) + 1;
 }
 
 void frmMenuList::butAdd_Click() {

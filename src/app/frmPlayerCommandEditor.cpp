@@ -1,6 +1,7 @@
 #include "app/frmPlayerCommandEditor.h"
 
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "script/ScriptEditing.h"
 #include "script/frmEditCommand.h"
@@ -26,6 +27,7 @@ frmPlayerCommandEditor::frmPlayerCommandEditor(ScriptEditing& scripts,
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstCommands, {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butUp, ui_->butDown});
+    RememberSize(*this);
 }
 
 frmPlayerCommandEditor::~frmPlayerCommandEditor() = default;

@@ -1,6 +1,7 @@
 #include "app/frmSelectionWindow.h"
 
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
@@ -31,6 +32,7 @@ frmSelectionWindow::frmSelectionWindow(ScriptEditing& scripts, const SelectionMe
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstMenu,
                     {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butMoveUp, ui_->butMoveDown});
+    RememberSize(*this);
 }
 
 frmSelectionWindow::~frmSelectionWindow() = default;

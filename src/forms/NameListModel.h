@@ -27,7 +27,8 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
 
     QVariant data(const QModelIndex& index, int role) const override {
-        return role == Qt::DisplayRole && index.isValid() ? nameAt_(index.row()) : QVariant();
+        const bool isText = role == Qt::DisplayRole || role == Qt::EditRole;
+        return isText && index.isValid() ? nameAt_(index.row()) : QVariant();
     }
 
 private:

@@ -1,5 +1,6 @@
 #include "forms/ScriptPairList.h"
 
+#include "forms/ListRows.h"
 #include "forms/QtText.h"
 
 #include <utility>
@@ -7,8 +8,7 @@
 namespace zem {
 
 int ScriptPairList::SelectedRow() const {
-    const QModelIndexList selected = list_.selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? -1 : selected.constFirst().row();
+    return zem::SelectedRow(list_);
 }
 
 void ScriptPairList::Show(int row) {
@@ -25,13 +25,9 @@ void ScriptPairList::Append(const ScriptPair& pair) {
 }
 
 void ScriptPairList::RemoveSelected() {
-    const int row = SelectedRow();
-    if (row < 0)
-        return;
-    pairs_.erase(pairs_.begin() + row);
-    delete list_.takeItem(row);
-    if (Count() > 0)
-        list_.setCurrentRow(std::min(row, Count() - 1));
+    const int row = RemoveSelectedRow(list_);
+    if (row >= 0)
+        pairs_.erase(pairs_.begin() + row);
 }
 
 void ScriptPairList::MoveSelected(int by) {

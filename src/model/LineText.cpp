@@ -102,6 +102,11 @@ std::int16_t LeadingNumber(std::string_view text) {
     return number.isNumber ? Round(number.value) : std::int16_t{0};
 }
 
+double LeadingReal(std::string_view text) {
+    const ParsedNumber number = ParseNumber(text);
+    return number.isNumber ? number.value : 0;
+}
+
 std::int16_t WholeNumber(std::string_view text) {
     const ParsedNumber number = ParseNumber(text);
     if (!number.isNumber || !Trim(number.rest).empty())

@@ -121,6 +121,10 @@ constexpr bool IsOneFlag(std::int16_t value) {
 /// Throws KelError beyond -32,768 to 32,767.
 std::int16_t LeadingNumber(std::string_view text);
 
+/// Reads the number at the start of the text, after any blanks; 0 when the text does not start with a number,
+/// and infinity for one beyond all bounds.
+double LeadingReal(std::string_view text);
+
 /// Converts a text that is a number and nothing else, blanks around it aside, rounding as LeadingNumber does.
 /// Throws KelError for any other text and beyond -32,768 to 32,767.
 std::int16_t WholeNumber(std::string_view text);

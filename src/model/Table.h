@@ -76,6 +76,14 @@ public:
 
     void Clear() { *this = Table(); }
 
+    /// Replaces all records by those of a range. Throws KelError when they are too many.
+    template <class Range>
+    void Assign(const Range& records) {
+        Clear();
+        for (const auto& record : records)
+            Append(record);
+    }
+
     Iterator begin() const { return {this, 0, 0}; }
     Iterator end() const { return {this, groups_.Size(), 0}; }
 

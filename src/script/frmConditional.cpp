@@ -1,6 +1,7 @@
 #include "script/frmConditional.h"
 
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
@@ -34,6 +35,7 @@ frmConditional::frmConditional(ScriptEditing& scripts, const std::string& line, 
         ui_->lstConditions->setCurrentRow(0);
     }
     ui_->cmbCondition->setFocus();
+    RememberSize(*this);
 }
 
 frmConditional::~frmConditional() = default;

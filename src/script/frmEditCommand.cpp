@@ -1,6 +1,7 @@
 #include "script/frmEditCommand.h"
 
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
@@ -23,6 +24,7 @@ frmEditCommand::frmEditCommand(ScriptEditing& scripts, const std::string& patter
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtCommand->setFocus();
+    RememberSize(*this);
 }
 
 frmEditCommand::~frmEditCommand() = default;

@@ -1,6 +1,7 @@
 #include "script/frmScriptEditor.h"
 
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "model/LineText.h"
@@ -43,6 +44,7 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
     OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     VisibleChooser()->setFocus();
+    RememberSize(*this);
 }
 
 frmScriptEditor::~frmScriptEditor() = default;

@@ -1,7 +1,9 @@
 #include "script/frmScriptLines.h"
 
 #include "forms/CommandError.h"
+#include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
+#include "forms/ListRows.h"
 #include "forms/QtText.h"
 #include "model/LineText.h"
 #include "script/ScriptEditing.h"
@@ -61,6 +63,7 @@ frmScriptLines::frmScriptLines(ScriptEditing& scripts, const std::string& script
     OpenScript(script);
     ConnectButtons();
     List().setFocus();
+    RememberSize(*this);
 }
 
 frmScriptLines::~frmScriptLines() = default;
@@ -95,8 +98,7 @@ QListWidget& frmScriptLines::List() const {
 }
 
 int frmScriptLines::SelectedLine() const {
-    const QModelIndexList selected = List().selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? -1 : selected.constFirst().row();
+    return SelectedRow(List());
 }
 
 void frmScriptLines::ShowLine(int index) {

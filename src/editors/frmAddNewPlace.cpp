@@ -1,0 +1,31 @@
+#include "editors/frmAddNewPlace.h"
+
+#include "forms/DialogSize.h"
+#include "forms/QtText.h"
+#include "forms/StorableInput.h"
+#include "ui_frmAddNewPlace.h"
+
+namespace zem {
+
+frmAddNewPlace::frmAddNewPlace(QAbstractItemModel& rooms, Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmAddNewPlace>()) {
+    ui_->setupUi(this);
+    RefuseUnstorableText(*ui_->txtPrefix, dialogs);
+    ui_->cmbPlaceNames->Offer(rooms);
+    ui_->cmbPlaceNames->RefuseUnstorableText(dialogs);
+    connect(ui_->butAdd, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ui_->txtPrefix->setFocus();
+    RememberSize(*this);
+}
+
+frmAddNewPlace::~frmAddNewPlace() = default;
+
+std::string frmAddNewPlace::Place() const {
+    const std::string prefix = FromQt(ui_->txtPrefix->text());
+    const std::string room = ui_->cmbPlaceNames->Text();
+    return prefix.empty() ? room : prefix + "; " + room;
+}
+
+} // namespace zem

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "forms/ChangeDoor.h"
+#include "forms/Dialogs.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class frmEditItems;
+}
+
+namespace zem {
+
+/// The items that the game knows, ticked where the player holds them when play begins.
+class frmEditItems : public QDialog {
+    Q_OBJECT
+
+public:
+    frmEditItems(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~frmEditItems() override;
+
+private:
+    void Append(const std::string& name, bool isStartItem);
+    void butAdd_Click();
+    void butOK_Click();
+
+    std::unique_ptr<Ui::frmEditItems> ui_;
+    ChangeDoor& door_;
+    Dialogs& dialogs_;
+};
+
+} // namespace zem

@@ -1,0 +1,128 @@
+#include "editors/frmGameProperties.h"
+
+#include "editors/frmObjectInteract.h"
+#include "editors/frmTagEditor.h"
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/PageButtons.h"
+#include "forms/StorableInput.h"
+#include "model/LineText.h"
+#include "script/ScriptEditing.h"
+#include "script/ScriptField.h"
+#include "ui_frmGameProperties.h"
+
+namespace zem {
+
+namespace {
+
+enum Page { InformationPage, ActionsPage, FontsPage, SettingsPage };
+
+} // namespace
+
+frmGameProperties::frmGameProperties(ScriptEditing& scripts, EditorShell& shell, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmGameProperties>()),
+      scripts_(scripts),
+      shell_(shell) {
+    ui_->setupUi(this);
+    pages_ = new PageButtons(
+        *ui_->pages, {ui_->butGameInformation, ui_->butActions, ui_->butFonts, ui_->butGlobalSettings});
+    const GameModel& game = scripts.Door().Game();
+    FillInformation(game);
+    FillScripts(game);
+    FillSettings(game);
+    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ui_->txtGameName->setFocus();
+    RememberSize(*this);
+}
+
+frmGameProperties::~frmGameProperties() = default;
+
+void frmGameProperties::FillInformation(const GameModel& game) {
+    ui_->txtGameName->setText(ToQt(game.GameName));
+    ui_->txtGameAuthor->setText(ToQt(game.GameAuthor));
+    ui_->txtGameVersion->setText(ToQt(game.GameVersion));
+    ui_->txtGameCopyright->setText(ToQt(game.GameCopyright));
+    ui_->txtFontName->setText(ToQt(game.DefaultFontName));
+    for (QLineEdit* box :
+         {ui_->txtGameName, ui_->txtGameAuthor, ui_->txtGameVersion, ui_->txtGameCopyright, ui_->txtFontName})
+        RefuseUnstorableText(*box, scripts_.PlatformDialogs());
+    ui_->txtGameInfo->SetText(BarToCrLf(game.GameInfo));
+    ui_->txtGameInfo->RefuseUnstorableText(scripts_.PlatformDialogs());
+    roomNames_.Reset(game.Rooms.Count(), [rooms = game.Rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    ui_->cmbRoomNames->Offer(roomNames_);
+    ui_->cmbRoomNames->SetText(game.StartRoom);
+    ui_->cmbRoomNames->RefuseUnstorableText(scripts_.PlatformDialogs());
+}
+
+void frmGameProperties::FillScripts(const GameModel& game) {
+    const auto field = [this](QTextEdit* box, QPushButton* button, const std::string& script) {
+        return new ScriptField(scripts_, *this, *box, *button, script);
+    };
+    startScript_ = field(ui_->txtStartScript, ui_->butEditStartScript, game.StartScript);
+    description_ = field(ui_->txtDescriptionScript, ui_->butEditDescriptionScript, game.GameDescription);
+    beforeTurn_ = field(ui_->txtBeforeTurnScript, ui_->Command1, game.BeforeTurnScript);
+    afterTurn_ = field(ui_->txtAfterTurnScript, ui_->Command2, game.AfterTurnScript);
+}
+
+void frmGameProperties::FillSettings(const GameModel& game) {
+    ui_->txtFontSize->setText(QString::number(game.DefaultFontSize));
+    ui_->chkNoDebug->setChecked(game.NoDebug);
+    for (const PlayerCommand& command : game.PlayerCommands)
+        commands_.push_back({command.Pattern, command.Script});
+    uses_.assign(game.GameUses.begin(), game.GameUses.end());
+    miscTags_ = game.GameMiscTags;
+    Dialogs& dialogs = scripts_.PlatformDialogs();
+    OnClick(ui_->butMiscTags, this, dialogs,
+            [this] { EditTags(shell_, scripts_.PlatformDialogs(), miscTags_, this); });
+    OnClick(ui_->butCommands, this, dialogs, [this] { shell_.EditPlayerCommands(this, commands_); });
+    OnClick(ui_->butUseableObjects, this, dialogs, [this] {
+        EditUses(scripts_, QStringLiteral("Objects that can be USEd throughout the game:"), uses_, this);
+    });
+}
+
+std::optional<std::int16_t> frmGameProperties::FontSize() const {
+    bool isNumber = false;
+    const short size = ui_->txtFontSize->text().trimmed().toShort(&isNumber);
+    return isNumber ? std::optional<std::int16_t>(size) : std::nullopt;
+}
+
+void frmGameProperties::Write(GameModel& game, std::int16_t fontSize) const {
+    game.GameName = FromQt(ui_->txtGameName->text());
+    game.GameAuthor = FromQt(ui_->txtGameAuthor->text());
+    game.GameCopyright = FromQt(ui_->txtGameCopyright->text());
+    game.GameInfo = CrLfToBar(ui_->txtGameInfo->Text());
+    game.GameVersion = FromQt(ui_->txtGameVersion->text());
+    game.StartRoom = ui_->cmbRoomNames->Text();
+    game.GameDescription = description_->Script();
+    game.StartScript = startScript_->Script();
+    game.DefaultFontName = FromQt(ui_->txtFontName->text());
+    game.DefaultFontSize = fontSize;
+    game.GameMiscTags = miscTags_;
+    game.NoDebug = ui_->chkNoDebug->checkState() == Qt::Checked;
+    game.BeforeTurnScript = beforeTurn_->Script();
+    game.AfterTurnScript = afterTurn_->Script();
+    game.PlayerCommands.Clear();
+    for (const ScriptPair& command : commands_)
+        game.PlayerCommands.Append({command.Key, command.Script});
+    game.GameUses.Assign(uses_);
+}
+
+void frmGameProperties::butOK_Click() {
+    const std::optional<std::int16_t> fontSize = FontSize();
+    if (!fontSize) {
+        pages_->Show(FontsPage);
+        ui_->txtFontSize->setFocus();
+        ui_->txtFontSize->selectAll();
+        scripts_.PlatformDialogs().ShowMessageBox(
+            this, QStringLiteral("The default font size must be a whole number from -32768 to 32767."),
+            windowTitle(), QMessageBox::Ok, QMessageBox::Warning);
+        return;
+    }
+    scripts_.Door().Change(QStringLiteral("edit game properties"),
+                           [&](GameModel& game) { Write(game, *fontSize); });
+    accept();
+}
+
+} // namespace zem

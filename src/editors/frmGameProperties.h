@@ -1,0 +1,56 @@
+#pragma once
+
+#include "editors/EditorShell.h"
+#include "forms/NameListModel.h"
+#include "model/GameModel.h"
+
+#include <QDialog>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Ui {
+class frmGameProperties;
+}
+
+namespace zem {
+
+class PageButtons;
+class ScriptEditing;
+class ScriptField;
+
+/// Edits what concerns the whole game.
+class frmGameProperties : public QDialog {
+    Q_OBJECT
+
+public:
+    frmGameProperties(ScriptEditing& scripts, EditorShell& shell, QWidget* parent = nullptr);
+    ~frmGameProperties() override;
+
+private:
+    void FillInformation(const GameModel& game);
+    void FillScripts(const GameModel& game);
+    void FillSettings(const GameModel& game);
+    void butOK_Click();
+
+    std::optional<std::int16_t> FontSize() const;
+    void Write(GameModel& game, std::int16_t fontSize) const;
+
+    std::unique_ptr<Ui::frmGameProperties> ui_;
+    ScriptEditing& scripts_;
+    EditorShell& shell_;
+    PageButtons* pages_;
+    NameListModel roomNames_;
+    ScriptField* startScript_ = nullptr;
+    ScriptField* description_ = nullptr;
+    ScriptField* beforeTurn_ = nullptr;
+    ScriptField* afterTurn_ = nullptr;
+    std::vector<ScriptPair> commands_;
+    std::vector<ScriptPair> uses_;
+    std::string miscTags_;
+};
+
+} // namespace zem

@@ -1,0 +1,76 @@
+#include "editors/frmObjectInteract.h"
+
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "script/ScriptEditing.h"
+#include "ui_frmObjectInteract.h"
+
+namespace zem {
+
+frmObjectInteract::frmObjectInteract(ScriptEditing& scripts, const QString& caption, const QString& heading,
+                                     const std::vector<ScriptPair>& objects, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmObjectInteract>()),
+      scripts_(scripts) {
+    ui_->setupUi(this);
+    setWindowTitle(caption);
+    ui_->lblTitle->setTextFormat(Qt::PlainText);
+    ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // which a name may hold
+    objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems);
+    for (const ScriptPair& object : objects)
+        objects_->Append(object);
+    ui_->lstItems->setCurrentRow(-1);
+    OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { objects_->RemoveSelected(); });
+    connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    ui_->lstItems->setFocus();
+    RememberSize(*this);
+}
+
+frmObjectInteract::~frmObjectInteract() = default;
+
+void frmObjectInteract::butAdd_Click() {
+    const std::optional<QString> name =
+        AskStorableText(scripts_.PlatformDialogs(), this,
+                        QStringLiteral("Enter the name of the item to add:"), QStringLiteral("New item"), {});
+    if (!name || name->isEmpty())
+        return;
+    objects_->Append({FromQt(*name), ""});
+    butEdit_Click();
+}
+
+void frmObjectInteract::butEdit_Click() {
+    const int row = objects_->SelectedRow();
+    if (row < 0)
+        return;
+    ScriptPair& object = objects_->Edit(row);
+    object.Script = scripts_.EditScript(this, object.Script);
+    objects_->Show(row);
+}
+
+namespace {
+
+void EditObjects(ScriptEditing& scripts, const QString& caption, const QString& heading,
+                 std::vector<ScriptPair>& objects, QWidget* parent) {
+    frmObjectInteract form(scripts, caption, heading, objects, parent);
+    if (form.exec() == QDialog::Accepted)
+        objects = form.Objects();
+}
+
+} // namespace
+
+void EditUses(ScriptEditing& scripts, const QString& heading, std::vector<ScriptPair>& uses,
+              QWidget* parent) {
+    EditObjects(scripts, QStringLiteral("Use-able objects"), heading, uses, parent);
+}
+
+void EditGives(ScriptEditing& scripts, const QString& heading, std::vector<ScriptPair>& gives,
+               QWidget* parent) {
+    EditObjects(scripts, QStringLiteral("Give-able objects"), heading, gives, parent);
+}
+
+} // namespace zem

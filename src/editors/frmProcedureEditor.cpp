@@ -1,0 +1,95 @@
+#include "editors/frmProcedureEditor.h"
+
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "forms/ListRows.h"
+#include "model/LineText.h"
+#include "script/ScriptEditing.h"
+#include "ui_frmProcedureEditor.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace zem {
+
+namespace {
+
+bool IsInternal(const std::string& name) {
+    constexpr std::string_view Prefix = "~Internal Procedure";
+    return EqualIgnoringCase(std::string_view(name).substr(0, Prefix.size()), Prefix);
+}
+
+} // namespace
+
+frmProcedureEditor::frmProcedureEditor(ScriptEditing& scripts, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmProcedureEditor>()),
+      scripts_(scripts) {
+    ui_->setupUi(this);
+    Refresh();
+    OnClick(ui_->butAdd, this, scripts.PlatformDialogs(), [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, scripts.PlatformDialogs(), [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, scripts.PlatformDialogs(), [this] { butRemove_Click(); });
+    connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
+    ConnectListKeys(*ui_->cmbProcedures, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    ui_->cmbProcedures->setFocus();
+    RememberSize(*this);
+}
+
+frmProcedureEditor::~frmProcedureEditor() = default;
+
+void frmProcedureEditor::Refresh() {
+    ui_->cmbProcedures->clear();
+    procedures_.clear();
+    int k = 0;
+    for (const Procedure& procedure : scripts_.Door().Game().Procedures) {
+        ++k;
+        if (IsInternal(procedure.Name))
+            continue;
+        ui_->cmbProcedures->addItem(ToQt(procedure.Name));
+        procedures_.push_back(k);
+    }
+}
+
+int frmProcedureEditor::SelectedProcedure() const {
+    const int row = SelectedRow(*ui_->cmbProcedures);
+    return row < 0 ? 0 : procedures_[static_cast<std::size_t>(row)];
+}
+
+void frmProcedureEditor::butAdd_Click() {
+    const std::optional<QString> name = AskStorableText(
+        scripts_.PlatformDialogs(), this, QStringLiteral("Enter a name for this new procedure:"),
+        QStringLiteral("New Procedure"), {});
+    if (!name || name->isEmpty())
+        return;
+    scripts_.Door().Change(QStringLiteral("add procedure"),
+                           [&](GameModel& game) { game.Procedures.Append().Name = FromQt(*name); });
+    Refresh();
+    if (procedures_.empty() || procedures_.back() != scripts_.Door().Game().Procedures.Count())
+        return; // a name that hides it
+    ui_->cmbProcedures->setCurrentRow(ui_->cmbProcedures->count() - 1);
+    butEdit_Click();
+}
+
+void frmProcedureEditor::butEdit_Click() {
+    const int k = SelectedProcedure();
+    if (k == 0)
+        return;
+    const std::string script = scripts_.EditScript(this, scripts_.Door().Game().Procedures[k].Script);
+    scripts_.Door().Change(QStringLiteral("edit procedure"),
+                           [&](GameModel& game) { game.Procedures.Edit(k).Script = script; });
+}
+
+void frmProcedureEditor::butRemove_Click() {
+    const int k = SelectedProcedure();
+    if (k == 0)
+        return;
+    scripts_.Door().Change(QStringLiteral("remove procedure"),
+                           [&](GameModel& game) { game.Procedures.Remove(k); });
+    const int row = SelectedRow(*ui_->cmbProcedures);
+    Refresh();
+    ui_->cmbProcedures->setCurrentRow(std::min(row, ui_->cmbProcedures->count() - 1));
+}
+
+} // namespace zem

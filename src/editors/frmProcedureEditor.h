@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+#include <vector>
+
+namespace Ui {
+class frmProcedureEditor;
+}
+
+namespace zem {
+
+class ScriptEditing;
+
+/// The list of the game's procedures, without those that the editor makes itself. Everything here changes the
+/// game at once.
+class frmProcedureEditor : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit frmProcedureEditor(ScriptEditing& scripts, QWidget* parent = nullptr);
+    ~frmProcedureEditor() override;
+
+private:
+    void Refresh();
+    int SelectedProcedure() const; // from 1; 0 for none
+    void butAdd_Click();
+    void butEdit_Click();
+    void butRemove_Click();
+
+    std::unique_ptr<Ui::frmProcedureEditor> ui_;
+    ScriptEditing& scripts_;
+    std::vector<int> procedures_; // by row, from 1: names may be equal
+};
+
+} // namespace zem

@@ -1,0 +1,211 @@
+#include "editors/frmRoomProperties.h"
+
+#include "editors/frmAddNewPlace.h"
+#include "editors/frmObjectInteract.h"
+#include "editors/frmTagEditor.h"
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "forms/ListRows.h"
+#include "forms/PageButtons.h"
+#include "forms/StorableInput.h"
+#include "script/ScriptEditing.h"
+#include "script/ScriptField.h"
+#include "ui_frmRoomProperties.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace zem {
+
+namespace {
+
+constexpr const char* NotAccessible = "[not accessible]";
+
+constexpr std::array ExitsOfRoom = {&Room::Out,       &Room::North,     &Room::South,
+                                    &Room::East,      &Room::West,      &Room::NorthWest,
+                                    &Room::NorthEast, &Room::SouthWest, &Room::SouthEast};
+
+/// The row of an exit's box for its destination. One that does not exist gets the row for none, and is none
+/// after OK.
+int RowOfDestination(const Table<Room>& rooms, const std::string& destination, bool isCompassExit) {
+    if (destination.empty())
+        return 0;
+    if (isCompassExit && destination == ActionExit)
+        return rooms.Count() + 1;
+    const auto found =
+        std::find_if(rooms.begin(), rooms.end(), [&](const Room& room) { return room.Name == destination; });
+    return found == rooms.end() ? 0 : static_cast<int>(std::distance(rooms.begin(), found)) + 1;
+}
+
+} // namespace
+
+frmRoomProperties::frmRoomProperties(ScriptEditing& scripts, EditorShell& shell, int room, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmRoomProperties>()),
+      scripts_(scripts),
+      shell_(shell),
+      room_(room) {
+    ui_->setupUi(this);
+    cmbRoomNames_ = {ui_->cmbRoomNames_0, ui_->cmbRoomNames_1, ui_->cmbRoomNames_2,
+                     ui_->cmbRoomNames_3, ui_->cmbRoomNames_4, ui_->cmbRoomNames_5,
+                     ui_->cmbRoomNames_6, ui_->cmbRoomNames_7, ui_->cmbRoomNames_8};
+    butRoomAction_ = {ui_->butRoomAction_0, ui_->butRoomAction_1, ui_->butRoomAction_2,
+                      ui_->butRoomAction_3, ui_->butRoomAction_4, ui_->butRoomAction_5,
+                      ui_->butRoomAction_6, ui_->butRoomAction_7, ui_->butRoomAction_8};
+    new PageButtons(*ui_->pages, {ui_->butDetails, ui_->butExits, ui_->butActions, ui_->butMisc});
+    const Room record = scripts.Door().Game().Rooms[room];
+    FillDetails(record);
+    FillExits(record);
+    FillPlaces(record);
+    enterScript_ = new ScriptField(scripts, *this, *ui_->txtScript, *ui_->butEditScript, record.Script);
+    descriptionScript_ = new ScriptField(scripts, *this, *ui_->txtDescriptionScript,
+                                         *ui_->butEditDescriptionScript, record.Description);
+    commands_.assign(record.Commands.begin(), record.Commands.end());
+    uses_.assign(record.Uses.begin(), record.Uses.end());
+    miscTags_ = record.MiscTags;
+    ConnectMisc();
+    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ui_->txtAlias->setFocus();
+    RememberSize(*this);
+}
+
+frmRoomProperties::~frmRoomProperties() = default;
+
+void frmRoomProperties::FillDetails(const Room& room) {
+    ui_->txtRoomName->setText(ToQt(room.Name));
+    ui_->txtAlias->setText(ToQt(room.Alias));
+    ui_->txtPrefix->setText(ToQt(room.Prefix));
+    ui_->txtInDescription->setText(ToQt(room.InDescription));
+    ui_->txtDescription->SetText(room.Look);
+    for (QLineEdit* box : {ui_->txtAlias, ui_->txtPrefix, ui_->txtInDescription})
+        RefuseUnstorableText(*box, scripts_.PlatformDialogs());
+    ui_->txtDescription->RefuseUnstorableText(scripts_.PlatformDialogs());
+    ui_->txtDescription->HoldOneLine(); // as its line of the file does
+}
+
+void frmRoomProperties::FillExits(const Room& room) {
+    const Table<Room> rooms = scripts_.Door().Game().Rooms;
+    const int count = rooms.Count();
+    const auto name = [rooms, count](int row) {
+        if (row == 0)
+            return QString(QLatin1String(NotAccessible));
+        return row <= count ? ToQt(rooms[row].Name) : QString(QLatin1String(ActionExit));
+    };
+    outNames_.Reset(count + 1, name);
+    compassNames_.Reset(count + 2, name);
+    for (std::size_t exit = 0; exit < ExitCount; ++exit) {
+        NameBox& box = *cmbRoomNames_[exit];
+        box.Offer(exit == 0 ? outNames_ : compassNames_);
+        connect(&box, &QComboBox::currentTextChanged, this, [this, exit] { cmbRoomNames_Change(exit); });
+        box.setCurrentIndex(RowOfDestination(rooms, (room.*ExitsOfRoom[exit])->Key, exit != 0));
+        box.RefuseUnstorableText(scripts_.PlatformDialogs());
+        OnClick(butRoomAction_[exit], this, scripts_.PlatformDialogs(),
+                [this, exit] { butRoomAction_Click(exit); });
+    }
+}
+
+void frmRoomProperties::cmbRoomNames_Change(std::size_t exit) {
+    const QString text = cmbRoomNames_[exit]->currentText();
+    butRoomAction_[exit]->setEnabled(exit == 0 ? text != QLatin1String(NotAccessible)
+                                               : text == QLatin1String(ActionExit));
+}
+
+/// Writes the action into the game at once: Cancel does not take it back, on purpose.
+void frmRoomProperties::butRoomAction_Click(std::size_t exit) {
+    const auto member = ExitsOfRoom[exit];
+    const std::string before = (scripts_.Door().Game().Rooms[room_].*member)->Script;
+    const std::string after = scripts_.EditScript(this, before);
+    if (after != before)
+        scripts_.Door().Change(QStringLiteral("edit exit action"), [&](GameModel& game) {
+            (game.Rooms.Edit(room_).*member).Edit().Script = after;
+        });
+}
+
+void frmRoomProperties::FillPlaces(const Room& room) {
+    for (const ScriptPair& place : room.Places) {
+        ui_->lstPlaces->addItem(ToQt(place.Key));
+        placeScripts_.push_back(place.Script);
+    }
+    OnClick(ui_->butAddPlace, this, scripts_.PlatformDialogs(), [this] { butAddPlace_Click(); });
+    OnClick(ui_->butRemovePlace, this, scripts_.PlatformDialogs(), [this] { butRemovePlace_Click(); });
+    OnClick(ui_->butScript, this, scripts_.PlatformDialogs(), [this] { butScript_Click(); });
+    ConnectListKeys(*ui_->lstPlaces,
+                    {ui_->butAddPlace, ui_->butRemovePlace, ui_->butScript, nullptr, nullptr});
+}
+
+void frmRoomProperties::butAddPlace_Click() {
+    const Table<Room> rooms = scripts_.Door().Game().Rooms;
+    roomNames_.Reset(rooms.Count(), [rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    frmAddNewPlace form(roomNames_, scripts_.PlatformDialogs(), this);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    AppendRow(*ui_->lstPlaces, form.Place());
+    placeScripts_.emplace_back();
+}
+
+/// The scripts stay where they are, on purpose: the places after this one take over the scripts before
+/// theirs.
+void frmRoomProperties::butRemovePlace_Click() {
+    RemoveSelectedRow(*ui_->lstPlaces);
+}
+
+void frmRoomProperties::butScript_Click() {
+    const int row = SelectedRow(*ui_->lstPlaces);
+    if (row < 0)
+        return;
+    std::string& script = placeScripts_[static_cast<std::size_t>(row)];
+    script = scripts_.EditScript(this, script);
+}
+
+void frmRoomProperties::ConnectMisc() {
+    Dialogs& dialogs = scripts_.PlatformDialogs();
+    OnClick(ui_->butMoreTags, this, dialogs,
+            [this] { EditTags(shell_, scripts_.PlatformDialogs(), miscTags_, this); });
+    OnClick(ui_->butCommands, this, dialogs, [this] { shell_.EditPlayerCommands(this, commands_); });
+    OnClick(ui_->butEditUse, this, dialogs, [this] {
+        EditUses(scripts_, QStringLiteral("Objects that can be USEd in this room:"), uses_, this);
+    });
+    OnClick(ui_->butHelp, this, dialogs, [this] { shell_.ShowHelp(QStringLiteral("roomhelp"), this); });
+}
+
+void frmRoomProperties::WriteDetails(Room& room) const {
+    room.Alias = FromQt(ui_->txtAlias->text());
+    room.Prefix = FromQt(ui_->txtPrefix->text());
+    room.Look = ui_->txtDescription->Text();
+    room.InDescription = FromQt(ui_->txtInDescription->text());
+    room.Script = enterScript_->Script();
+    room.Description = descriptionScript_->Script();
+    room.MiscTags = miscTags_;
+}
+
+void frmRoomProperties::WriteExits(Room& room) const {
+    for (std::size_t exit = 0; exit < ExitCount; ++exit) {
+        const std::string text = cmbRoomNames_[exit]->Text();
+        const std::string destination = text == NotAccessible ? std::string() : text;
+        Shared<ScriptPair>& pair = room.*ExitsOfRoom[exit];
+        if (pair->Key != destination)
+            pair.Edit().Key = destination;
+    }
+}
+
+void frmRoomProperties::WriteLists(Room& room) const {
+    RowsToTable(*ui_->lstPlaces, room.Places, [this](ScriptPair& place, int row) {
+        place = {RowText(*ui_->lstPlaces, row), placeScripts_[static_cast<std::size_t>(row)]};
+    });
+    room.Commands.Assign(commands_);
+    room.Uses.Assign(uses_);
+}
+
+void frmRoomProperties::butOK_Click() {
+    scripts_.Door().Change(QStringLiteral("edit room"), [this](GameModel& game) {
+        Room& room = game.Rooms.Edit(room_);
+        WriteDetails(room);
+        WriteExits(room);
+        WriteLists(room);
+    });
+    accept();
+}
+
+} // namespace zem

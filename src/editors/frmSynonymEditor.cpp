@@ -1,0 +1,77 @@
+#include "editors/frmSynonymEditor.h"
+
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "forms/ListRows.h"
+#include "forms/StorableInput.h"
+#include "model/LineText.h"
+#include "ui_frmSynonymEditor.h"
+
+namespace zem {
+
+namespace {
+
+/// One row for each of the words, which ";" separates.
+void AddWords(QListWidget& list, std::string_view words) {
+    while (!words.empty()) {
+        const std::size_t length = words.find(';');
+        list.addItem(ToQt(Trim(words.substr(0, length))));
+        if (length == std::string_view::npos)
+            return;
+        words.remove_prefix(length + 1);
+    }
+}
+
+std::string JoinWords(const QListWidget& list) {
+    std::string words;
+    for (int row = 0; row < list.count(); ++row)
+        words.append(row == 0 ? "" : "; ").append(RowText(list, row));
+    return words;
+}
+
+} // namespace
+
+frmSynonymEditor::frmSynonymEditor(Dialogs& dialogs, const SynonymEntry& entry, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmSynonymEditor>()),
+      dialogs_(dialogs) {
+    ui_->setupUi(this);
+    AddWords(*ui_->lstWords, entry.Words);
+    ui_->txtConvertTo->setText(ToQt(entry.ConvertTo));
+    RefuseUnstorableText(*ui_->txtConvertTo, dialogs);
+    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butRemove, this, dialogs, [this] { RemoveSelectedRow(*ui_->lstWords); });
+    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ConnectListKeys(*ui_->lstWords, {ui_->butAdd, ui_->butRemove, nullptr, nullptr, nullptr});
+    ui_->lstWords->setFocus();
+    RememberSize(*this);
+}
+
+frmSynonymEditor::~frmSynonymEditor() = default;
+
+SynonymEntry frmSynonymEditor::Entry() const {
+    return {JoinWords(*ui_->lstWords), FromQt(ui_->txtConvertTo->text())};
+}
+
+void frmSynonymEditor::butAdd_Click() {
+    const std::optional<QString> word = AskStorableText(
+        dialogs_, this, QStringLiteral("Please enter a new word that will be converted to this synonym:"),
+        QStringLiteral("New Word"), {});
+    if (word && !word->isEmpty())
+        AppendRow(*ui_->lstWords, FromQt(*word));
+}
+
+void frmSynonymEditor::butOK_Click() {
+    if (ui_->lstWords->count() == 0)
+        dialogs_.ShowMessageBox(this,
+                                QStringLiteral("You must specify some words to convert to this synonym."));
+    else if (ui_->txtConvertTo->text().isEmpty())
+        dialogs_.ShowMessageBox(this,
+                                QStringLiteral("You must specify a word to convert these synonyms to."));
+    else
+        accept();
+}
+
+} // namespace zem

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "forms/ChangeDoor.h"
+#include "forms/Dialogs.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Ui {
+class frmSynonyms;
+}
+
+namespace zem {
+
+/// The words that stand for others.
+class frmSynonyms : public QDialog {
+    Q_OBJECT
+
+public:
+    frmSynonyms(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~frmSynonyms() override;
+
+private:
+    void butAdd_Click();
+    void butEdit_Click();
+    void butRemove_Click();
+    void butOK_Click();
+
+    std::unique_ptr<Ui::frmSynonyms> ui_;
+    ChangeDoor& door_;
+    Dialogs& dialogs_;
+    std::vector<std::string> words_; // by row
+};
+
+} // namespace zem

@@ -1,0 +1,113 @@
+#include "editors/frmTextSectionEdit.h"
+
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "forms/ListRows.h"
+#include "ui_frmTextSectionEdit.h"
+
+#include <QEvent>
+#include <QSignalBlocker>
+
+namespace zem {
+
+namespace {
+
+/// The game-running program looks for these three by name.
+bool IsFixedName(const std::string& name) {
+    return name == "intro" || name == "win" || name == "lose";
+}
+
+} // namespace
+
+frmTextSectionEdit::frmTextSectionEdit(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmTextSectionEdit>()),
+      door_(door),
+      dialogs_(dialogs) {
+    ui_->setupUi(this);
+    for (const TextSection& section : door.Game().TextSections)
+        ui_->cmbTextSections->addItem(ToQt(section.Name));
+    ui_->txtText->RefuseUnstorableText(dialogs);
+    ui_->txtText->installEventFilter(this);
+    connect(ui_->cmbTextSections, &QListWidget::itemSelectionChanged, this,
+            &frmTextSectionEdit::cmbTextSections_Click);
+    connect(ui_->txtText, &QPlainTextEdit::textChanged, this,
+            [this] { RunCommand(dialogs_, this, [this] { txtText_Change(); }); });
+    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butRename, this, dialogs, [this] { butRename_Click(); });
+    connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
+    ConnectListKeys(*ui_->cmbTextSections, {ui_->butAdd, nullptr, ui_->butRename, nullptr, nullptr});
+    cmbTextSections_Click();
+    ui_->cmbTextSections->setCurrentRow(ui_->cmbTextSections->count() > 0 ? 0 : -1);
+    ui_->cmbTextSections->setFocus();
+    RememberSize(*this);
+}
+
+frmTextSectionEdit::~frmTextSectionEdit() = default;
+
+int frmTextSectionEdit::SelectedSection() const {
+    return SelectedRow(*ui_->cmbTextSections) + 1;
+}
+
+void frmTextSectionEdit::cmbTextSections_Click() {
+    const int k = SelectedSection();
+    const TextSection section = k == 0 ? TextSection() : door_.Game().TextSections[k];
+    {
+        const QSignalBlocker showing(ui_->txtText); // is no change
+        ui_->txtText->SetText(section.Text);
+    }
+    ui_->txtText->setEnabled(k != 0);
+    ui_->butRename->setEnabled(k != 0 && !IsFixedName(section.Name));
+}
+
+void frmTextSectionEdit::txtText_Change() {
+    const int k = SelectedSection();
+    if (k == 0)
+        return;
+    const std::string text = ui_->txtText->Text();
+    if (text != door_.Game().TextSections[k].Text)
+        door_.Change(QStringLiteral("edit text block"),
+                     [&](GameModel& game) { game.TextSections.Edit(k).Text = text; });
+}
+
+bool frmTextSectionEdit::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress)
+        door_.MarkModified(); // whatever the key does
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmTextSectionEdit::butAdd_Click() {
+    const std::optional<QString> name =
+        AskStorableText(dialogs_, this, QStringLiteral("Enter a name for this text section:"),
+                        QStringLiteral("New text section"), {});
+    if (!name || name->isEmpty())
+        return;
+    door_.Change(QStringLiteral("add text block"), [&](GameModel& game) {
+        game.TextSections.Append({FromQt(*name), "Enter text here..."});
+    });
+    AppendRow(*ui_->cmbTextSections, FromQt(*name));
+}
+
+void frmTextSectionEdit::butRename_Click() {
+    const int k = SelectedSection();
+    if (k == 0)
+        return;
+    const std::optional<QString> name =
+        AskStorableText(dialogs_, this, QStringLiteral("Please enter a new name for this text section:"),
+                        QStringLiteral("Rename text section"), {});
+    if (!name || name->isEmpty())
+        return;
+    door_.Change(QStringLiteral("rename text block"),
+                 [&](GameModel& game) { game.TextSections.Edit(k).Name = FromQt(*name); });
+    ui_->cmbTextSections->item(k - 1)->setText(*name);
+    cmbTextSections_Click(); // it may have become one of the fixed names
+}
+
+/// However the window is closed, the game counts as changed.
+void frmTextSectionEdit::done(int result) {
+    door_.MarkModified();
+    QDialog::done(result);
+}
+
+} // namespace zem

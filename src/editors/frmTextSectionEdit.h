@@ -1,0 +1,41 @@
+#pragma once
+
+#include "forms/ChangeDoor.h"
+#include "forms/Dialogs.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class frmTextSectionEdit;
+}
+
+namespace zem {
+
+/// Edits the texts of the game. Everything here changes the game at once.
+class frmTextSectionEdit : public QDialog {
+    Q_OBJECT
+
+public:
+    frmTextSectionEdit(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    ~frmTextSectionEdit() override;
+
+    void done(int result) override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    int SelectedSection() const; // from 1; 0 for none
+    void cmbTextSections_Click();
+    void txtText_Change();
+    void butAdd_Click();
+    void butRename_Click();
+
+    std::unique_ptr<Ui::frmTextSectionEdit> ui_;
+    ChangeDoor& door_;
+    Dialogs& dialogs_;
+};
+
+} // namespace zem

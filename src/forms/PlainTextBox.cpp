@@ -1,0 +1,73 @@
+#include "forms/PlainTextBox.h"
+
+#include "forms/QtText.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+
+namespace zem {
+
+namespace {
+
+/// Pasted text as a game file can hold it: line ends of every kind are one, and the other control characters
+/// become blanks, a tab as many as on loading.
+QString OnLines(QString text) {
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    for (const QChar lineEnd : {QChar(u'\r'), QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
+        text.replace(lineEnd, u'\n');
+    text.replace(u'\t', QLatin1String("    "));
+    for (QChar& character : text)
+        if (character.unicode() < 0x20 && character != u'\n')
+            character = u' ';
+    return text;
+}
+
+} // namespace
+
+void PlainTextBox::SetText(const std::string& text) {
+    given_ = text;
+    setPlainText(ToQt(text));
+    shown_ = document()->toRawText();
+}
+
+std::string PlainTextBox::Text() const {
+    // The plain text of a document has ordinary blanks for no-break ones; its raw text has not.
+    QString text = document()->toRawText();
+    if (text == shown_)
+        return given_;
+    text.replace(QChar(QChar::ParagraphSeparator), QLatin1String("\r\n"));
+    text.replace(QChar(QChar::LineSeparator), QLatin1String("\r\n"));
+    return FromQt(text);
+}
+
+bool PlainTextBox::Refuse(const QString& text) {
+    const std::optional<QString> problem = UnstorableCharacter(text);
+    if (problem && dialogs_ != nullptr)
+        dialogs_->ShowMessageBox(window(), *problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
+                                 QMessageBox::Warning);
+    return problem.has_value();
+}
+
+void PlainTextBox::keyPressEvent(QKeyEvent* event) {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if ((oneLine_ && isReturn) || Refuse(event->text())) {
+        event->accept();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void PlainTextBox::inputMethodEvent(QInputMethodEvent* event) {
+    if (Refuse(event->commitString()))
+        event->setCommitString(QString(), event->replacementStart(), event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(event);
+}
+
+void PlainTextBox::insertFromMimeData(const QMimeData* source) {
+    const QString text = OnLines(source->text());
+    if (!Refuse(text))
+        insertPlainText(oneLine_ ? OnOneLine(text) : text);
+}
+
+} // namespace zem

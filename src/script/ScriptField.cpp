@@ -1,0 +1,37 @@
+#include "script/ScriptField.h"
+
+#include "forms/CommandError.h"
+#include "script/ScriptEditing.h"
+
+#include <QEvent>
+#include <QPushButton>
+#include <QTextEdit>
+
+namespace zem {
+
+ScriptField::ScriptField(ScriptEditing& scripts, QWidget& form, QTextEdit& box, QPushButton& button,
+                         const std::string& script)
+    : QObject(&form),
+      scripts_(scripts),
+      form_(form),
+      box_(box),
+      button_(button),
+      script_(script) {
+    scripts_.Show(script_, box_);
+    OnClick(&button_, &form_, scripts_.PlatformDialogs(), [this] { Edit(); });
+    box_.viewport()->installEventFilter(this);
+}
+
+bool ScriptField::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::MouseButtonDblClick)
+        return QObject::eventFilter(watched, event);
+    button_.click();
+    return true;
+}
+
+void ScriptField::Edit() {
+    script_ = scripts_.EditScript(&form_, script_);
+    scripts_.Show(script_, box_);
+}
+
+} // namespace zem
