@@ -1,4 +1,7 @@
+#include "editors/frmRoomProperties.h"
+#include "editors/frmThingProperties.h"
 #include "support/RunningProgram.h"
+#include "support/WhenOpen.h"
 
 #include <QMenu>
 #include <QPointer>
@@ -13,6 +16,7 @@ namespace {
 using test::CrLf;
 using test::ReadBytes;
 using test::RunningProgram;
+using test::WhenOpen;
 
 const char* const UnsavedQuestion = "Game not saved: Do you want to save the changes you made to this game?";
 const char* const NotSaved = "Current version of game not saved.";
@@ -32,8 +36,8 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     EXPECT_EQ(p.Title(), "\"Tower\" [" + p.folder.Path("game.kel") + "] - ZEM 1.0");
     EXPECT_EQ(p.Rows("lstRooms"), (QStringList{"Hall", "Attic", "Cellar"}));
     EXPECT_EQ(p.SelectedRow("lstRooms"), -1);
-    for (const char* button :
-         {"butDeleteRoom", "butAddObj_0", "butAddObj_1", "butDeleteObj_0", "butDeleteObj_1"})
+    for (const char* button : {"butEditRoom", "butDeleteRoom", "butAddObj_0", "butAddObj_1", "butEditObj_0",
+                               "butEditObj_1", "butDeleteObj_0", "butDeleteObj_1"})
         EXPECT_FALSE(p.IsEnabled(button)) << button;
 
     p.Select("lstRooms", 0);
@@ -41,10 +45,11 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     EXPECT_EQ(p.Rows("lstCharacters"), (QStringList{"Bob", "Eve"}));
     EXPECT_EQ(p.Rows("lstObjects"), QStringList{"lamp"});
     EXPECT_TRUE(p.IsEnabled("butDeleteRoom") && p.IsEnabled("butAddObj_0") && p.IsEnabled("butAddObj_1"));
-    EXPECT_FALSE(p.IsEnabled("butDeleteObj_0"));
+    EXPECT_TRUE(p.IsEnabled("butEditRoom"));
+    EXPECT_FALSE(p.IsEnabled("butDeleteObj_0") || p.IsEnabled("butEditObj_0"));
     p.Select("lstCharacters", 1);
-    EXPECT_TRUE(p.IsEnabled("butDeleteObj_0"));
-    EXPECT_FALSE(p.IsEnabled("butDeleteObj_1"));
+    EXPECT_TRUE(p.IsEnabled("butDeleteObj_0") && p.IsEnabled("butEditObj_0"));
+    EXPECT_FALSE(p.IsEnabled("butDeleteObj_1") || p.IsEnabled("butEditObj_1"));
 
     auto* rooms = p.Find<QAbstractItemView>("lstRooms");
     QTest::keyClick(rooms, Qt::Key_Space, Qt::ControlModifier); // takes nothing back
@@ -84,6 +89,7 @@ TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
         QStringLiteral("New room: Please enter a name for this room: [Enter a name here...]");
 
     p.dialogs.Text(askRoom, QStringLiteral(u"Caf\u00E9"));
+    WhenOpen<frmRoomProperties>([](auto&) {}); // which opens on it
     p.Click("butAddNewRoom");
     EXPECT_EQ(p.SelectedRow("lstRooms"), 3);
     EXPECT_EQ(p.Status(), NotSaved);
@@ -91,9 +97,11 @@ TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
     p.dialogs.Text(
         QStringLiteral("New character: Please enter a name for this character: [Enter a name here...]"),
         QStringLiteral("Ann"));
+    WhenOpen<frmThingProperties>([](auto&) {});
     p.Click("butAddObj_0");
     p.dialogs.Text(QStringLiteral("New object: Please enter a name for this object: [Enter a name here...]"),
                    QStringLiteral("cup"));
+    WhenOpen<frmThingProperties>([](auto&) {});
     p.Click("butAddObj_1");
     EXPECT_EQ(p.Rows("lstCharacters"), QStringList{"Ann"});
     EXPECT_EQ(p.SelectedRow("lstCharacters"), 0);
@@ -138,8 +146,8 @@ TEST(MainWindow, SelectsTheFirstRoomWhenTheLastIsDeletedAndNoneInAnEmptyGame) {
     p.Click("butDeleteRoom");
     EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
     EXPECT_TRUE(p.Rows("lstCharacters").isEmpty());
-    for (const char* button :
-         {"butDeleteRoom", "butAddObj_0", "butAddObj_1", "butDeleteObj_0", "butDeleteObj_1"})
+    for (const char* button : {"butEditRoom", "butDeleteRoom", "butAddObj_0", "butAddObj_1", "butEditObj_0",
+                               "butEditObj_1", "butDeleteObj_0", "butDeleteObj_1"})
         EXPECT_FALSE(p.IsEnabled(button)) << button;
     EXPECT_EQ(p.Status(), NotSaved);
 }
@@ -153,6 +161,7 @@ TEST(MainWindow, KeepsThingsApartWhenRoomsShareAName) {
     EXPECT_EQ(p.Rows("lstObjects"), (QStringList{"a", "b"}));
     p.dialogs.Text(QStringLiteral("New object: Please enter a name for this object: [Enter a name here...]"),
                    QStringLiteral("mine"));
+    WhenOpen<frmThingProperties>([](auto&) {});
     p.Click("butAddObj_1");
     EXPECT_EQ(p.Rows("lstObjects"), (QStringList{"mine", "a", "b"}));
     EXPECT_EQ(p.SelectedRow("lstObjects"), 0);
@@ -187,6 +196,7 @@ TEST(MainWindow, AsksAgainForANameThatCannotBeKept) {
     p.dialogs.Message(QStringLiteral("New room: ") + *UnstorableCharacter(greek));
     p.dialogs.Text(QStringLiteral("New room: Please enter a name for this room: [%1]").arg(greek),
                    QStringLiteral("Delta"));
+    WhenOpen<frmRoomProperties>([](auto&) {}); // which opens on it
     p.Click("butAddNewRoom");
     EXPECT_EQ(p.Rows("lstRooms").constLast(), QStringLiteral("Delta"));
 }
@@ -434,7 +444,7 @@ TEST(MainWindow, HasItsMenusShortcutsAndToolbar) {
     EXPECT_EQ(p.Status(), "");
 }
 
-/// A menu as text: its items with their places, those without an editor in brackets, "-" for a separator.
+/// A menu as text: its items with their places, those that are off in brackets, "-" for a separator.
 QString Describe(const QMenu& menu) {
     QStringList items;
     for (const QAction* item : menu.actions()) {
@@ -455,11 +465,10 @@ TEST(MainWindow, HasItsMenusAndToolbarInOrder) {
                       Qt::LeftButton);
     EXPECT_EQ(Describe(*p.Find<QMenu>("mnuFile")).toStdString(),
               "&New, &Open..., &Save, Save &As..., -, &Run KEL file, -, E&xit");
-    EXPECT_EQ(
-        Describe(*p.Find<QMenu>("mnuView")).toStdString(),
-        "&Game{(&Properties...), (&Items...), (&Collectables...)}, &Actions{&Menus..., (&Procedures...)}, "
-        "&Advanced{(&Misc KEL...), (Included &Libraries...), (&Synonyms...), &Error Messages...}, "
-        "(&Text Blocks...), -, &Options...");
+    EXPECT_EQ(Describe(*p.Find<QMenu>("mnuView")).toStdString(),
+              "&Game{&Properties..., &Items..., &Collectables...}, &Actions{&Menus..., &Procedures...}, "
+              "&Advanced{&Misc KEL..., Included &Libraries..., &Synonyms..., &Error Messages...}, "
+              "&Text Blocks..., -, &Options...");
     EXPECT_EQ(Describe(*p.Find<QMenu>("mnuHelp")).toStdString(),
               "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM");
     QStringList buttons;
@@ -467,13 +476,11 @@ TEST(MainWindow, HasItsMenusAndToolbarInOrder) {
         if (!button->isSeparator())
             buttons.append(button->objectName() + u' ' + button->toolTip() +
                            (button->isEnabled() ? QString() : QStringLiteral(" off")));
-    EXPECT_EQ(
-        buttons.join(u'|').toStdString(),
-        "butNew New game|butOpen Open a game|butSave Save|butRun Run KEL file|butEditItems Items off|"
-        "butEditCollectables Collectables off|butEditText Text Sections off|butEditGame Game Properties off|"
-        "butEditProcs Procedures off|butEditMiscKEL Misc KEL off|butOptions Options|butEditLibs Libraries "
-        "off|"
-        "butEditSynonyms Synonyms off|butHelp Help");
+    EXPECT_EQ(buttons.join(u'|').toStdString(),
+              "butNew New game|butOpen Open a game|butSave Save|butRun Run KEL file|butEditItems Items|"
+              "butEditCollectables Collectables|butEditText Text Sections|butEditGame Game Properties|"
+              "butEditProcs Procedures|butEditMiscKEL Misc KEL|butOptions Options|butEditLibs Libraries|"
+              "butEditSynonyms Synonyms|butHelp Help");
     EXPECT_FALSE(p.IsEnabled("butEditRoom"));
 }
 

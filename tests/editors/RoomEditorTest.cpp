@@ -1,0 +1,229 @@
+#include "app/frmHelp.h"
+#include "editors/frmAddNewPlace.h"
+#include "editors/frmRoomProperties.h"
+#include "forms/NameBox.h"
+#include "forms/PlainTextBox.h"
+#include "script/frmScriptLines.h"
+#include "support/Lines.h"
+#include "support/RunningProgram.h"
+#include "support/WhenOpen.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QStackedWidget>
+#include <QTextEdit>
+
+#include <gtest/gtest.h>
+
+namespace zem {
+namespace {
+
+using test::Click;
+using test::Find;
+using test::WhenOpen;
+
+/// Opens the editor of the room in a row and runs `use` on it.
+class RoomEditor : public testing::Test {
+protected:
+    explicit RoomEditor(const std::string& bytes = test::CrLf(
+                            "define game <x>\nend define\n"
+                            "define room <Hall>\nout <Yard> msg <bye>\nnorth msg <Locked.>\nsouth <yard>\n"
+                            "place <the; Yard> msg <a>\nplace <Hall> msg <b>\nend define\n"
+                            "define room <Yard>\nend define\n")) {
+        p.StartWith(bytes);
+    }
+
+    void Edit(int row, const std::function<void(frmRoomProperties&)>& use) {
+        p.Select("lstRooms", row);
+        WhenOpen<frmRoomProperties>(use);
+        p.Click("butEditRoom");
+    }
+
+    /// Answers the next script editor by taking away the one line of the script, which prints the message.
+    static void ClearNextScript(const QString& message) {
+        WhenOpen<frmScriptLines>([message](frmScriptLines& script) {
+            auto& lines = Find<QListWidget>(script, "lstFriendlyLines");
+            ASSERT_EQ(lines.count(), 1);
+            EXPECT_TRUE(lines.item(0)->text().contains(message)) << lines.item(0)->text().toStdString();
+            lines.setCurrentRow(0);
+            Click(script, "butRemove");
+            Click(script, "butOK");
+        });
+    }
+
+    const Room& Hall() const { return p.game.Rooms[1]; }
+
+    test::RunningProgram p;
+};
+
+TEST_F(RoomEditor, OffersTheRoomsAndAnActionWhereTheExitsCanHaveOne) {
+    Edit(0, [](frmRoomProperties& form) {
+        struct Case {
+            const char* box;
+            QString text;
+            int rows;
+            bool hasAction; // which can be edited
+        };
+        for (const Case& c : {Case{"0", "Yard", 3, true},
+                              {"1", "[action]", 4, true},
+                              {"2", "[not accessible]", 4, false}, // "yard" is no room: the case differs
+                              {"3", "[not accessible]", 4, false}}) {
+            auto& box = Find<NameBox>(form, (std::string("cmbRoomNames_") + c.box).c_str());
+            EXPECT_EQ(box.currentText(), c.text) << c.box;
+            EXPECT_EQ(box.count(), c.rows) << c.box;
+            EXPECT_EQ(Find<QPushButton>(form, (std::string("butRoomAction_") + c.box).c_str()).isEnabled(),
+                      c.hasAction)
+                << c.box;
+        }
+        auto& north = Find<NameBox>(form, "cmbRoomNames_1");
+        const auto& action = Find<QPushButton>(form, "butRoomAction_1");
+        north.setCurrentIndex(1);
+        EXPECT_EQ(north.currentText(), QStringLiteral("Hall"));
+        EXPECT_FALSE(action.isEnabled());
+        north.setEditText(QStringLiteral("[action]"));
+        EXPECT_TRUE(action.isEnabled());
+        north.setEditText(QStringLiteral("hall")); // typed, and no other case is put in its place
+        north.setFocus();
+        Find<NameBox>(form, "cmbRoomNames_0").setFocus();
+        Click(form, "butOK");
+    });
+    EXPECT_EQ(Hall().North->Key, "hall");
+    EXPECT_EQ(Hall().North->Script, "msg <Locked.>") << "stays in the record";
+    EXPECT_EQ(Hall().South->Key, "") << "led nowhere";
+    EXPECT_EQ(Hall().Out->Key, "Yard");
+}
+
+// It is written at once, and Cancel does not take it back.
+TEST_F(RoomEditor, KeepsTheActionOfAnExitWhenItIsCancelled) {
+    Edit(0, [](frmRoomProperties& form) {
+        Find<QLineEdit>(form, "txtAlias").setText(QStringLiteral("lost"));
+        for (const auto& [button, script] :
+             {std::pair("butRoomAction_0", "bye"), std::pair("butRoomAction_1", "Locked.")}) {
+            ClearNextScript(QLatin1String(script));
+            Click(form, "butExits");
+            Click(form, button);
+        }
+        QTest::keyClick(&form, Qt::Key_Escape);
+    });
+    EXPECT_EQ(Hall().Out->Script, "");
+    EXPECT_EQ(Hall().Out->Key, "Yard");
+    EXPECT_EQ(Hall().North->Script, "");
+    EXPECT_EQ(Hall().Alias, "");
+    EXPECT_TRUE(p.game.Modified);
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 0);
+}
+
+TEST_F(RoomEditor, AddsPlacesToRoomsThatNeedNotExist) {
+    Edit(0, [](frmRoomProperties& form) {
+        Click(form, "butExits");
+        for (const auto& [prefix, room] : {std::pair("the", "Hall"), std::pair("", "nowhere; yet")}) {
+            WhenOpen<frmAddNewPlace>([prefix = prefix, room = room](frmAddNewPlace& place) {
+                EXPECT_EQ(Find<NameBox>(place, "cmbPlaceNames").count(), 2);
+                QTest::keyClicks(&Find<QLineEdit>(place, "txtPrefix"), QLatin1String(prefix));
+                Find<NameBox>(place, "cmbPlaceNames").setEditText(QLatin1String(room));
+                Click(place, "butAdd");
+            });
+            Click(form, "butAddPlace");
+        }
+        WhenOpen<frmAddNewPlace>([](frmAddNewPlace& place) { Click(place, "butCancel"); });
+        QTest::keyClick(&Find<QListWidget>(form, "lstPlaces"), Qt::Key_Insert);
+        Click(form, "butOK");
+    });
+    ASSERT_EQ(Hall().Places.Count(), 4);
+    EXPECT_EQ(Hall().Places[3], (ScriptPair{"the; Hall", ""}));
+    EXPECT_EQ(Hall().Places[4], (ScriptPair{"nowhere; yet", ""}));
+    EXPECT_EQ(Hall().Places[2], (ScriptPair{"Hall", "msg <b>"}));
+}
+
+// The scripts stay where they were, also under a place that is added afterwards.
+TEST_F(RoomEditor, LeavesTheScriptOfARemovedPlaceBehind) {
+    Edit(0, [](frmRoomProperties& form) {
+        auto& places = Find<QListWidget>(form, "lstPlaces");
+        Click(form, "butExits");
+        Click(form, "butRemovePlace"); // nothing selected, nothing happens
+        Click(form, "butScript");
+        places.setCurrentRow(0);
+        Click(form, "butRemovePlace");
+        WhenOpen<frmAddNewPlace>([](frmAddNewPlace& place) {
+            Find<NameBox>(place, "cmbPlaceNames").setEditText(QStringLiteral("Attic"));
+            Click(place, "butAdd");
+        });
+        Click(form, "butAddPlace");
+        ClearNextScript(QStringLiteral("b")); // of the row that is selected now, the new one
+        const QPoint attic = places.visualItemRect(places.item(1)).center();
+        QTest::mouseClick(places.viewport(), Qt::LeftButton, {}, attic);
+        QTest::mouseDClick(places.viewport(), Qt::LeftButton, {}, attic);
+        Click(form, "butOK");
+    });
+    ASSERT_EQ(Hall().Places.Count(), 2);
+    EXPECT_EQ(Hall().Places[1], (ScriptPair{"Hall", "msg <a>"}));
+    EXPECT_EQ(Hall().Places[2], (ScriptPair{"Attic", ""}));
+}
+
+TEST_F(RoomEditor, ShowsOnePageAndItsButtonInBold) {
+    Edit(0, [this](frmRoomProperties& form) {
+        const auto shown = [&form] {
+            QString text;
+            for (const char* button : {"butDetails", "butExits", "butActions", "butMisc"})
+                text += Find<QPushButton>(form, button).font().bold() ? u'1' : u'0';
+            return text + u' ' + Find<QStackedWidget>(form, "pages").currentWidget()->objectName();
+        };
+        EXPECT_EQ(shown(), QStringLiteral("1000 fraDetails"));
+        EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("txtAlias"));
+        Click(form, "butMisc");
+        EXPECT_EQ(shown(), QStringLiteral("0001 fraMisc"));
+        QTest::keyClick(&form, Qt::Key_E, Qt::AltModifier);
+        EXPECT_EQ(shown(), QStringLiteral("0100 fraExits"));
+        Click(form, "butHelp");
+        const auto* help = form.findChild<frmHelp*>();
+        ASSERT_NE(help, nullptr);
+        EXPECT_TRUE(
+            Find<QPlainTextEdit>(*help, "txtHelp").toPlainText().contains(QStringLiteral("'roomhelp'")));
+        form.resize(711, 613);
+    });
+    Edit(1, [](frmRoomProperties& form) { EXPECT_EQ(form.size(), QSize(711, 613)) << "remembered"; });
+}
+
+TEST_F(RoomEditor, OpensWithADoubleClickAndWithReturn) {
+    auto* rooms = p.Find<QAbstractItemView>("lstRooms");
+    const auto isOf = [](const char* name) {
+        WhenOpen<frmRoomProperties>([name](frmRoomProperties& form) {
+            EXPECT_EQ(Find<QLineEdit>(form, "txtRoomName").text(), QLatin1String(name));
+        });
+    };
+    isOf("Yard");
+    p.Select("lstRooms", 1);
+    QTest::mouseDClick(rooms->viewport(), Qt::LeftButton, {},
+                       rooms->visualRect(rooms->model()->index(1, 0)).center());
+    isOf("Hall");
+    QTest::keyClick(rooms, Qt::Key_Up);
+    QTest::keyClick(rooms, Qt::Key_Return);
+}
+
+TEST(NameBox, OffersTheNamesThatHoldTheTextAndKeepsWhatIsTyped) {
+    NameListModel names;
+    const QStringList rooms = {"Hall", "Great hall", "Yard"};
+    names.Reset(3, [&](int row) { return rooms[row]; });
+    test::ScriptedDialogs dialogs;
+    NameBox box;
+    box.Offer(names);
+    box.RefuseUnstorableText(dialogs);
+    box.show();
+    EXPECT_EQ(box.Text(), "");
+    auto* line = box.findChild<QLineEdit*>();
+    QTest::keyClicks(line, QStringLiteral("hall"));
+    const QWidget* popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr);
+    EXPECT_EQ(qobject_cast<const QAbstractItemView*>(popup)->model()->rowCount(), 2);
+    QTest::keyClick(line, Qt::Key_Escape);
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(box.Text(), "hall");
+    dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u0394")));
+    QTest::keyClick(line, Qt::Key_End);
+    line->insert(QStringLiteral(u"\u0394"));
+    EXPECT_EQ(box.Text(), "hall");
+    box.hidePopup();
+}
+
+} // namespace
+} // namespace zem

@@ -1,0 +1,109 @@
+#include "forms/PlainTextBox.h"
+
+#include "forms/QtText.h"
+#include "support/ScriptedDialogs.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+namespace zem {
+namespace {
+
+class PlainTextBoxTest : public testing::Test {
+protected:
+    PlainTextBoxTest() { box.RefuseUnstorableText(dialogs); }
+
+    void Paste(const QString& text) {
+        QApplication::clipboard()->setText(text);
+        box.paste();
+    }
+
+    test::ScriptedDialogs dialogs;
+    PlainTextBox box;
+};
+
+TEST_F(PlainTextBoxTest, GivesBackWhatItGot) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    for (const std::string& text :
+         {std::string(), std::string("a"), std::string("a\r\nb"), std::string("a\r\n"),
+          std::string("\r\n\r\n"), std::string("a\rb\nc\xA0 "), all}) {
+        box.SetText(text);
+        EXPECT_EQ(box.Text(), text);
+    }
+}
+
+TEST_F(PlainTextBoxTest, JoinsLinesWithCrLfAndAddsNoLineEnd) {
+    struct Case {
+        const char* text;
+        std::function<void(PlainTextBox&)> edit;
+        const char* expected;
+    };
+    const auto keys = [](std::initializer_list<int> presses) {
+        return [presses = std::vector<int>(presses)](PlainTextBox& target) {
+            for (const int key : presses)
+                QTest::keyClick(&target, static_cast<Qt::Key>(key));
+        };
+    };
+    for (const Case& c : {Case{"one", keys({Qt::Key_End, Qt::Key_Return, Qt::Key_X}), "one\r\nx"},
+                          {"one\r\n", keys({Qt::Key_X}), "xone\r\n"},
+                          {"\xA0\x81", keys({Qt::Key_X}), "x\xA0\x81"},
+                          {"a\r\nb", keys({Qt::Key_End, Qt::Key_Delete}), "ab"},
+                          {"a",
+                           [](PlainTextBox& target) {
+                               QTest::keyClick(&target, Qt::Key_Return,
+                                               Qt::ShiftModifier); // a line end of another kind
+                           },
+                           "\r\na"}}) {
+        box.SetText(c.text);
+        c.edit(box);
+        EXPECT_EQ(box.Text(), c.expected);
+    }
+}
+
+TEST_F(PlainTextBoxTest, PastesPlainTextOnly) {
+    auto* rich = new QMimeData;
+    rich->setHtml(QStringLiteral("<b>bold</b>"));
+    rich->setText(QStringLiteral("bold"));
+    QApplication::clipboard()->setMimeData(rich);
+    box.paste();
+    EXPECT_EQ(box.Text(), "bold");
+    box.SetText("");
+    Paste(QStringLiteral(u"a\tb\r\nc\rd\u2028e\u2029f\u000Cg\u00A0"));
+    EXPECT_EQ(box.Text(), "a    b\r\nc\r\nd\r\ne\r\nf g\xA0");
+    box.HoldOneLine();
+    box.SetText("");
+    Paste(QStringLiteral("a\nb"));
+    QTest::keyClick(&box, Qt::Key_Return);
+    EXPECT_EQ(box.Text(), "a b");
+}
+
+TEST_F(PlainTextBoxTest, RefusesWhatAFileCannotHold) {
+    const QString delta = QStringLiteral(u"\u0394");
+    const auto expectMessage = [&] {
+        dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(delta));
+    };
+    box.SetText("x");
+    expectMessage();
+    QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, delta, Qt::NoModifier);
+    expectMessage();
+    Paste(QStringLiteral("abc") + delta);
+    expectMessage();
+    QInputMethodEvent composed;
+    composed.setCommitString(delta);
+    QApplication::sendEvent(&box, &composed);
+    EXPECT_EQ(box.Text(), "x");
+    QInputMethodEvent accent;
+    accent.setCommitString(QStringLiteral(u"\u00E9"));
+    QApplication::sendEvent(&box, &accent);
+    EXPECT_EQ(box.Text(), "\xE9x");
+}
+
+} // namespace
+} // namespace zem
