@@ -172,7 +172,7 @@ TEST_F(RoomEditor, ShowsOnePageAndItsButtonInBold) {
         EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("txtAlias"));
         Click(form, "butMisc");
         EXPECT_EQ(shown(), QStringLiteral("0001 fraMisc"));
-        QTest::keyClick(&form, Qt::Key_E, Qt::AltModifier);
+        Click(form, "butExits");
         EXPECT_EQ(shown(), QStringLiteral("0100 fraExits"));
         Click(form, "butHelp");
         const auto* help = form.findChild<frmHelp*>();
