@@ -194,17 +194,21 @@ void frmMain::lstRooms_Click() {
 void frmMain::FillThings() {
     const Table<Room> rooms = session_.Game().Rooms;
     const int row = SelectedRow(*ui_->lstRooms);
-    for (const int index : {0, 1}) {
-        std::vector<ThingPlace>& places = thingPlaces_[static_cast<std::size_t>(index)];
-        places.clear();
+    thingPlaces_ = {};
+    if (row >= 0) {
+        const std::string& name = rooms[row + 1].Name;
         int k = 0;
         for (const Room& room : rooms) {
             ++k;
-            if (row < 0 || room.Name != rooms[row + 1].Name)
+            if (room.Name != name)
                 continue;
-            for (int thing = 1; thing <= Things(room, index).Count(); ++thing)
-                places.push_back({k, thing});
+            for (const int index : {0, 1})
+                for (int thing = 1; thing <= Things(room, index).Count(); ++thing)
+                    thingPlaces_[static_cast<std::size_t>(index)].push_back({k, thing});
         }
+    }
+    for (const int index : {0, 1}) {
+        const std::vector<ThingPlace>& places = thingPlaces_[static_cast<std::size_t>(index)];
         things_[static_cast<std::size_t>(index)].Reset(
             static_cast<int>(places.size()), [rooms, places, index](int thingRow) {
                 const ThingPlace place = places[static_cast<std::size_t>(thingRow)];
