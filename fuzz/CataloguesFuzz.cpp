@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <fstream>
 #include <string>
-
 #include <unistd.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

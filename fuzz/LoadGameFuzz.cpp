@@ -1,4 +1,5 @@
-// Any bytes as a game file: it loads or is refused; what was loaded saves and, if that loads again, saves the same.
+// Any bytes as a game file: it loads or is refused; what was loaded saves and, if that loads again, saves the
+// same.
 #include "model/GameModel.h"
 #include "model/Host.h"
 #include "reader/LoadGame.h"
@@ -9,7 +10,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
-
 #include <unistd.h>
 
 namespace {

@@ -1,5 +1,5 @@
-// Any text as a script: it renders or lacks a parameter; codes become words without a bar; an "if" line that is
-// understood is understood in the same way when it is written again.
+// Any text as a script: it renders or lacks a parameter; codes become words without a bar; an "if" line that
+// is understood is understood in the same way when it is written again.
 #include "model/GameModel.h"
 #include "script/FormatCodes.h"
 #include "script/GameNames.h"
@@ -45,14 +45,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         zem::FormatCodesToText(script, false).find('|') != std::string::npos)
         std::abort();
     std::size_t shown = 0;
-    zem::ForEachFormattedRun(script, [&](std::string_view run, const zem::TextFormat&) { shown += run.size(); });
+    zem::ForEachFormattedRun(script,
+                             [&](std::string_view run, const zem::TextFormat&) { shown += run.size(); });
     if (shown > size)
         std::abort();
     zem::GameModel game;
     game.Procedures.Append({"~p", script});
     for (const zem::ScriptForm form : {zem::ScriptForm::Plain, zem::ScriptForm::Rich})
         try {
-            zem::RenderScript(script, form, zem::InternalProcedures::Expand, game.Procedures, Commands(), true);
+            zem::RenderScript(script, form, zem::InternalProcedures::Expand, game.Procedures, Commands(),
+                              true);
         } catch (const zem::KelError&) {
             // a command that lacks its parameter
         }

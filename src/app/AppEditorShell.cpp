@@ -2,8 +2,13 @@
 
 #include "app/frmHelp.h"
 #include "app/frmPlayerCommandEditor.h"
+#include "forms/QtText.h"
 
 namespace zem {
+
+void AppEditorShell::ShowMessage(const QString& text, const QString& title) {
+    host_.ShowMessage(FromQt(text), FromQt(title), MessageButtons::Ok);
+}
 
 void AppEditorShell::ShowHelp(const QString& section, QWidget* parent) {
     zem::ShowHelp(section, parent);

@@ -2,6 +2,7 @@
 
 #include "app/Settings.h"
 #include "editors/EditorShell.h"
+#include "model/Host.h"
 
 namespace zem {
 
@@ -10,9 +11,13 @@ class ScriptEditing;
 /// What the property editors get from this program.
 class AppEditorShell : public EditorShell {
 public:
-    /// Both arguments outlive the shell.
-    AppEditorShell(Settings& settings, ScriptEditing& scripts) : settings_(settings), scripts_(scripts) {}
+    /// All arguments outlive the shell.
+    AppEditorShell(Settings& settings, Host& host, ScriptEditing& scripts)
+        : settings_(settings),
+          host_(host),
+          scripts_(scripts) {}
 
+    void ShowMessage(const QString& text, const QString& title) override;
     void ShowHelp(const QString& section, QWidget* parent) override;
     void EditPlayerCommands(QWidget* parent, std::vector<ScriptPair>& commands) override;
     QSize TagEditorSize() const override { return settings_.TagEditorSize(); }
@@ -20,6 +25,7 @@ public:
 
 private:
     Settings& settings_;
+    Host& host_;
     ScriptEditing& scripts_;
 };
 

@@ -60,7 +60,7 @@ void Program::LoadCatalogues() {
     lookup_ = std::make_unique<CommandLookup>(commands_);
     scripts_ = std::make_unique<ScriptEditing>(session_, dialogs_, *lookup_,
                                                [this] { return settings_.CurrentOptions().FriendlyScript; });
-    editorShell_ = std::make_unique<AppEditorShell>(settings_, *scripts_);
+    editorShell_ = std::make_unique<AppEditorShell>(settings_, host_, *scripts_);
     LoadErrorCatalogue(game_.ErrorMessages, PathFromQt(programFolder_ + QLatin1String("/zemerr.dat")), host_);
 }
 

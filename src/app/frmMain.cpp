@@ -108,8 +108,7 @@ void frmMain::ConnectLists() {
     OnClick(ui_->butEditRoom, this, dialogs_, [this] { butEditRoom_Click(); });
     OnClick(ui_->butDeleteRoom, this, dialogs_, [this] { butDeleteRoom_Click(); });
     ui_->lstRooms->setModel(&rooms_);
-    ConnectListKeys(*ui_->lstRooms,
-                    {ui_->butAddNewRoom, ui_->butDeleteRoom, ui_->butEditRoom, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstRooms, {ui_->butAddNewRoom, ui_->butDeleteRoom, ui_->butEditRoom});
     // A click on the selected room counts, too.
     connect(ui_->lstRooms, &QListView::clicked, this, &frmMain::lstRooms_Click);
     connect(ui_->lstRooms->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -124,7 +123,7 @@ void frmMain::ConnectLists() {
         OnClick(edit[at], this, dialogs_, [this, index] { butEditObj_Click(index); });
         OnClick(remove[at], this, dialogs_, [this, index] { butDeleteObj_Click(index); });
         ThingList(index)->setModel(&things_[at]);
-        ConnectListKeys(*ThingList(index), {add[at], remove[at], edit[at], nullptr, nullptr});
+        ConnectListKeys(*ThingList(index), {add[at], remove[at], edit[at]});
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
                 [this, index] { lstThings_Click(index); });
     }
@@ -243,9 +242,9 @@ void frmMain::GameReplaced() {
 
 void frmMain::butAddNewRoom_Click() {
     const std::optional<QString> name =
-        AskStorableText(dialogs_, this, QStringLiteral("Please enter a name for this room:"),
-                        QStringLiteral("New room"), QStringLiteral("Enter a name here..."));
-    if (!name || name->isEmpty()) {
+        AskName(dialogs_, this, QStringLiteral("Please enter a name for this room:"),
+                QStringLiteral("New room"), QStringLiteral("Enter a name here..."));
+    if (!name) {
         session_.MarkModified(); // also when nothing was added
         return;
     }
@@ -280,9 +279,9 @@ void frmMain::butAddObj_Click(int index) {
     }
     const QString kind = index == 0 ? QStringLiteral("character") : QStringLiteral("object");
     const std::optional<QString> name =
-        AskStorableText(dialogs_, this, QStringLiteral("Please enter a name for this %1:").arg(kind),
-                        QStringLiteral("New %1").arg(kind), QStringLiteral("Enter a name here..."));
-    if (!name || name->isEmpty()) {
+        AskName(dialogs_, this, QStringLiteral("Please enter a name for this %1:").arg(kind),
+                QStringLiteral("New %1").arg(kind), QStringLiteral("Enter a name here..."));
+    if (!name) {
         session_.MarkModified();
         return;
     }

@@ -10,8 +10,6 @@
 #include "editors/frmSynonyms.h"
 #include "editors/frmTagEditor.h"
 #include "editors/frmTextSectionEdit.h"
-#include "script/ScriptEditing.h"
-#include "ui_frmMain.h"
 
 namespace zem {
 
@@ -24,7 +22,7 @@ void frmMain::mnuViewItems_Click() {
 }
 
 void frmMain::mnuViewCollectables_Click() {
-    frmEditCollectables(session_, dialogs_, this).exec();
+    frmEditCollectables(session_, editorShell_, dialogs_, this).exec();
 }
 
 void frmMain::mnuViewMenus_Click() {
@@ -40,7 +38,7 @@ void frmMain::mnuViewMiscKEL_Click() {
     const auto store = [this](const std::string& text) {
         session_.Change(QStringLiteral("edit misc KEL"), [&](GameModel& game) { game.UnknownBlocks = text; });
     };
-    frmTagEditor form(editorShell_, dialogs_, session_.Game().UnknownBlocks, store, this);
+    frmTagEditor form(editorShell_, dialogs_, *session_.Game().UnknownBlocks, store, this);
     form.setWindowTitle(QStringLiteral("Misc Kel Editor"));
     form.exec();
 }

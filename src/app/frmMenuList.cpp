@@ -21,7 +21,7 @@ frmMenuList::frmMenuList(ScriptEditing& scripts, QWidget* parent)
     OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { butRemove_Click(); });
     OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
-    ConnectListKeys(*ui_->lstMenus, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstMenus, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
     RememberSize(*this);
 }
 
@@ -39,9 +39,9 @@ int frmMenuList::SelectedMenu() const {
 
 void frmMenuList::butAdd_Click() {
     const std::optional<QString> name =
-        AskStorableText(scripts_.PlatformDialogs(), this, QStringLiteral("Please enter a name for this menu"),
-                        QStringLiteral("Add menu"), QString());
-    if (!name || name->isEmpty())
+        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Please enter a name for this menu"),
+                QStringLiteral("Add menu"));
+    if (!name)
         return;
     scripts_.Door().Change(QStringLiteral("add menu"),
                            [&](GameModel& game) { game.SelectionMenus.Append().Name = FromQt(*name); });

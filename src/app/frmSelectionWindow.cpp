@@ -48,10 +48,10 @@ SelectionMenu frmSelectionWindow::Menu() const {
 
 void frmSelectionWindow::butAdd_Click() {
     const std::optional<QString> text =
-        AskStorableText(scripts_.PlatformDialogs(), this,
-                        QStringLiteral("Please enter the text to display for this menu choice:"),
-                        QStringLiteral("New Menu Choice"), QString());
-    if (!text || text->isEmpty())
+        AskName(scripts_.PlatformDialogs(), this,
+                QStringLiteral("Please enter the text to display for this menu choice:"),
+                QStringLiteral("New Menu Choice"));
+    if (!text)
         return;
     choices_->Append({FromQt(*text), ""});
     butEdit_Click();
@@ -71,10 +71,10 @@ void frmSelectionWindow::butRename_Click() {
     if (row < 0)
         return;
     ScriptPair& choice = choices_->Edit(row);
-    const std::optional<QString> text = AskStorableText(
-        scripts_.PlatformDialogs(), this, QStringLiteral("Enter a new name for this menu choice:"),
-        QStringLiteral("Rename"), ToQt(choice.Key));
-    if (!text || text->isEmpty())
+    const std::optional<QString> text =
+        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter a new name for this menu choice:"),
+                QStringLiteral("Rename"), ToQt(choice.Key));
+    if (!text)
         return;
     choice.Key = FromQt(*text);
     choices_->Show(row);

@@ -16,6 +16,9 @@ class EditorShell {
 public:
     virtual ~EditorShell() = default;
 
+    /// Shows a message with an OK button, in the editor's own message window if the author has chosen that.
+    virtual void ShowMessage(const QString& text, const QString& title) = 0;
+
     /// Shows a section of the help beside the form.
     virtual void ShowHelp(const QString& section, QWidget* parent) = 0;
 

@@ -7,17 +7,16 @@
 
 namespace zem {
 
-frmEditCollectableSettings::frmEditCollectableSettings(Dialogs& dialogs, const std::string& definition,
-                                                       QWidget* parent)
+frmEditCollectableSettings::frmEditCollectableSettings(EditorShell& shell, Dialogs& dialogs,
+                                                       const std::string& definition, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditCollectableSettings>()),
+      shell_(shell),
       dialogs_(dialogs) {
     ui_->setupUi(this);
     ui_->cmbType->addItems({QStringLiteral("Positive number"), QStringLiteral("Any number"),
                             QStringLiteral("Percentage"), QStringLiteral("Range")});
     Fill(ParseCollectable(definition));
-    for (QLineEdit* box : {ui_->txtName, ui_->txtMin, ui_->txtMax, ui_->txtInitValue, ui_->txtDisplay})
-        RefuseUnstorableText(*box, dialogs);
     connect(ui_->cmbType, &QComboBox::currentIndexChanged, this, &frmEditCollectableSettings::UpdateControls);
     connect(ui_->chkDontDisplay, &QCheckBox::toggled, this, &frmEditCollectableSettings::UpdateControls);
     UpdateControls();
@@ -30,12 +29,12 @@ frmEditCollectableSettings::frmEditCollectableSettings(Dialogs& dialogs, const s
 frmEditCollectableSettings::~frmEditCollectableSettings() = default;
 
 void frmEditCollectableSettings::Fill(const CollectableDefinition& definition) {
-    ui_->txtName->setText(ToQt(definition.Name));
+    EditStorableText(*ui_->txtName, definition.Name, dialogs_);
     ui_->cmbType->setCurrentIndex(static_cast<int>(definition.Type));
-    ui_->txtMin->setText(ToQt(definition.Min));
-    ui_->txtMax->setText(ToQt(definition.Max));
-    ui_->txtInitValue->setText(ToQt(definition.InitialValue));
-    ui_->txtDisplay->setText(ToQt(definition.Display));
+    EditStorableText(*ui_->txtMin, definition.Min, dialogs_);
+    EditStorableText(*ui_->txtMax, definition.Max, dialogs_);
+    EditStorableText(*ui_->txtInitValue, definition.InitialValue, dialogs_);
+    EditStorableText(*ui_->txtDisplay, definition.Display, dialogs_);
     ui_->chkDontDisplayZero->setChecked(definition.HiddenAtZero);
     ui_->chkDontDisplay->setChecked(definition.HiddenInItems);
 }
@@ -70,8 +69,7 @@ std::string frmEditCollectableSettings::Definition() const {
 void frmEditCollectableSettings::butOK_Click() {
     const std::vector<CollectableProblem> problems = CheckCollectable(Fields());
     for (const CollectableProblem& problem : problems) {
-        dialogs_.ShowMessageBox(this, QLatin1String(problem.message), QStringLiteral("Error"),
-                                QMessageBox::Ok, QMessageBox::Warning);
+        shell_.ShowMessage(QLatin1String(problem.message), QStringLiteral("Error"));
         (problem.field == CollectableProblem::NameField ? ui_->txtName : ui_->txtInitValue)->setFocus();
     }
     if (problems.empty())

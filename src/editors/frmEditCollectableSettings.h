@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editors/EditorShell.h"
 #include "forms/Dialogs.h"
 #include "model/CollectableDefinition.h"
 
@@ -19,7 +20,8 @@ class frmEditCollectableSettings : public QDialog {
     Q_OBJECT
 
 public:
-    frmEditCollectableSettings(Dialogs& dialogs, const std::string& definition, QWidget* parent = nullptr);
+    frmEditCollectableSettings(EditorShell& shell, Dialogs& dialogs, const std::string& definition,
+                               QWidget* parent = nullptr);
     ~frmEditCollectableSettings() override;
 
     /// The new definition line; for the caller when the window was closed with OK.
@@ -32,6 +34,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmEditCollectableSettings> ui_;
+    EditorShell& shell_;
     Dialogs& dialogs_;
 };
 

@@ -11,10 +11,12 @@
 
 namespace zem {
 
-frmEditCollectables::frmEditCollectables(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
+frmEditCollectables::frmEditCollectables(ChangeDoor& door, EditorShell& shell, Dialogs& dialogs,
+                                         QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditCollectables>()),
       door_(door),
+      shell_(shell),
       dialogs_(dialogs) {
     ui_->setupUi(this);
     for (const Collectable& collectable : door.Game().Collectables)
@@ -35,7 +37,7 @@ frmEditCollectables::~frmEditCollectables() = default;
 /// Selecting a row in either list selects it in the other.
 void frmEditCollectables::ConnectLists() {
     for (QListWidget* list : {ui_->lstNames, ui_->lstCollectables}) {
-        ConnectListKeys(*list, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+        ConnectListKeys(*list, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
         QListWidget* other = list == ui_->lstNames ? ui_->lstCollectables : ui_->lstNames;
         connect(list, &QListWidget::itemSelectionChanged, this, [list, other] {
             const int row = SelectedRow(*list);
@@ -66,7 +68,7 @@ void frmEditCollectables::butEdit_Click() {
     const int row = SelectedRow(*ui_->lstCollectables);
     if (row < 0)
         return;
-    frmEditCollectableSettings form(dialogs_, RowText(*ui_->lstCollectables, row), this);
+    frmEditCollectableSettings form(shell_, dialogs_, RowText(*ui_->lstCollectables, row), this);
     if (form.exec() != QDialog::Accepted)
         return;
     const QString definition = ToQt(form.Definition());

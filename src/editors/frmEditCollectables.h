@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editors/EditorShell.h"
 #include "forms/ChangeDoor.h"
 #include "forms/Dialogs.h"
 
@@ -18,7 +19,7 @@ class frmEditCollectables : public QDialog {
     Q_OBJECT
 
 public:
-    frmEditCollectables(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    frmEditCollectables(ChangeDoor& door, EditorShell& shell, Dialogs& dialogs, QWidget* parent = nullptr);
     ~frmEditCollectables() override;
 
 private:
@@ -32,6 +33,7 @@ private:
 
     std::unique_ptr<Ui::frmEditCollectables> ui_;
     ChangeDoor& door_;
+    EditorShell& shell_;
     Dialogs& dialogs_;
 };
 

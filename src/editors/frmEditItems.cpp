@@ -20,7 +20,7 @@ frmEditItems::frmEditItems(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
     OnClick(ui_->butRemove, this, dialogs, [this] { RemoveSelectedRow(*ui_->lstItems); });
     OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
-    ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove, nullptr, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove});
     ui_->lstItems->setFocus();
     RememberSize(*this);
 }
@@ -34,9 +34,9 @@ void frmEditItems::Append(const std::string& name, bool isStartItem) {
 }
 
 void frmEditItems::butAdd_Click() {
-    const std::optional<QString> name = AskStorableText(
-        dialogs_, this, QStringLiteral("Please enter a name for this item:"), QStringLiteral("New item"), {});
-    if (!name || name->isEmpty())
+    const std::optional<QString> name = AskName(
+        dialogs_, this, QStringLiteral("Please enter a name for this item:"), QStringLiteral("New item"));
+    if (!name)
         return;
     Append(FromQt(*name), false);
     ui_->lstItems->setCurrentRow(ui_->lstItems->count() - 1);

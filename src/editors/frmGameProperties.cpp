@@ -40,20 +40,18 @@ frmGameProperties::frmGameProperties(ScriptEditing& scripts, EditorShell& shell,
 frmGameProperties::~frmGameProperties() = default;
 
 void frmGameProperties::FillInformation(const GameModel& game) {
-    ui_->txtGameName->setText(ToQt(game.GameName));
-    ui_->txtGameAuthor->setText(ToQt(game.GameAuthor));
-    ui_->txtGameVersion->setText(ToQt(game.GameVersion));
-    ui_->txtGameCopyright->setText(ToQt(game.GameCopyright));
-    ui_->txtFontName->setText(ToQt(game.DefaultFontName));
-    for (QLineEdit* box :
-         {ui_->txtGameName, ui_->txtGameAuthor, ui_->txtGameVersion, ui_->txtGameCopyright, ui_->txtFontName})
-        RefuseUnstorableText(*box, scripts_.PlatformDialogs());
+    Dialogs& dialogs = scripts_.PlatformDialogs();
+    EditStorableText(*ui_->txtGameName, game.GameName, dialogs);
+    EditStorableText(*ui_->txtGameAuthor, game.GameAuthor, dialogs);
+    EditStorableText(*ui_->txtGameVersion, game.GameVersion, dialogs);
+    EditStorableText(*ui_->txtGameCopyright, game.GameCopyright, dialogs);
+    EditStorableText(*ui_->txtFontName, game.DefaultFontName, dialogs);
     ui_->txtGameInfo->SetText(BarToCrLf(game.GameInfo));
-    ui_->txtGameInfo->RefuseUnstorableText(scripts_.PlatformDialogs());
+    ui_->txtGameInfo->RefuseUnstorableText(dialogs);
     roomNames_.Reset(game.Rooms.Count(), [rooms = game.Rooms](int row) { return ToQt(rooms[row + 1].Name); });
     ui_->cmbRoomNames->Offer(roomNames_);
     ui_->cmbRoomNames->SetText(game.StartRoom);
-    ui_->cmbRoomNames->RefuseUnstorableText(scripts_.PlatformDialogs());
+    ui_->cmbRoomNames->RefuseUnstorableText(dialogs);
 }
 
 void frmGameProperties::FillScripts(const GameModel& game) {
@@ -72,7 +70,7 @@ void frmGameProperties::FillSettings(const GameModel& game) {
     for (const PlayerCommand& command : game.PlayerCommands)
         commands_.push_back({command.Pattern, command.Script});
     uses_.assign(game.GameUses.begin(), game.GameUses.end());
-    miscTags_ = game.GameMiscTags;
+    miscTags_ = *game.GameMiscTags;
     Dialogs& dialogs = scripts_.PlatformDialogs();
     OnClick(ui_->butMiscTags, this, dialogs,
             [this] { EditTags(shell_, scripts_.PlatformDialogs(), miscTags_, this); });
@@ -99,7 +97,8 @@ void frmGameProperties::Write(GameModel& game, std::int16_t fontSize) const {
     game.StartScript = startScript_->Script();
     game.DefaultFontName = FromQt(ui_->txtFontName->text());
     game.DefaultFontSize = fontSize;
-    game.GameMiscTags = miscTags_;
+    if (*game.GameMiscTags != miscTags_)
+        game.GameMiscTags = miscTags_;
     game.NoDebug = ui_->chkNoDebug->checkState() == Qt::Checked;
     game.BeforeTurnScript = beforeTurn_->Script();
     game.AfterTurnScript = afterTurn_->Script();

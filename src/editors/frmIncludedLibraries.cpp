@@ -20,7 +20,7 @@ frmIncludedLibraries::frmIncludedLibraries(ChangeDoor& door, Dialogs& dialogs, Q
     OnClick(ui_->butRemove, this, dialogs, [this] { RemoveSelectedRow(*ui_->lstLibs); });
     OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
-    ConnectListKeys(*ui_->lstLibs, {ui_->butAdd, ui_->butRemove, nullptr, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstLibs, {ui_->butAdd, ui_->butRemove});
     ui_->lstLibs->setFocus();
     RememberSize(*this);
 }
@@ -29,9 +29,9 @@ frmIncludedLibraries::~frmIncludedLibraries() = default;
 
 void frmIncludedLibraries::butAdd_Click() {
     const std::optional<QString> name =
-        AskStorableText(dialogs_, this, QStringLiteral("Enter filename of library (including extension)"),
-                        QStringLiteral("Add library"), {});
-    if (name && !name->isEmpty())
+        AskName(dialogs_, this, QStringLiteral("Enter filename of library (including extension)"),
+                QStringLiteral("Add library"));
+    if (name)
         AppendRow(*ui_->lstLibs, FromQt(*name));
 }
 

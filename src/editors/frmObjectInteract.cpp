@@ -26,7 +26,7 @@ frmObjectInteract::frmObjectInteract(ScriptEditing& scripts, const QString& capt
     OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { objects_->RemoveSelected(); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
-    ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
     ui_->lstItems->setFocus();
     RememberSize(*this);
 }
@@ -35,9 +35,9 @@ frmObjectInteract::~frmObjectInteract() = default;
 
 void frmObjectInteract::butAdd_Click() {
     const std::optional<QString> name =
-        AskStorableText(scripts_.PlatformDialogs(), this,
-                        QStringLiteral("Enter the name of the item to add:"), QStringLiteral("New item"), {});
-    if (!name || name->isEmpty())
+        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter the name of the item to add:"),
+                QStringLiteral("New item"));
+    if (!name)
         return;
     objects_->Append({FromQt(*name), ""});
     butEdit_Click();

@@ -32,7 +32,7 @@ frmProcedureEditor::frmProcedureEditor(ScriptEditing& scripts, QWidget* parent)
     OnClick(ui_->butEdit, this, scripts.PlatformDialogs(), [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, scripts.PlatformDialogs(), [this] { butRemove_Click(); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
-    ConnectListKeys(*ui_->cmbProcedures, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    ConnectListKeys(*ui_->cmbProcedures, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
     ui_->cmbProcedures->setFocus();
     RememberSize(*this);
 }
@@ -58,17 +58,17 @@ int frmProcedureEditor::SelectedProcedure() const {
 }
 
 void frmProcedureEditor::butAdd_Click() {
-    const std::optional<QString> name = AskStorableText(
-        scripts_.PlatformDialogs(), this, QStringLiteral("Enter a name for this new procedure:"),
-        QStringLiteral("New Procedure"), {});
-    if (!name || name->isEmpty())
+    const std::optional<QString> name =
+        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter a name for this new procedure:"),
+                QStringLiteral("New Procedure"));
+    if (!name)
         return;
     scripts_.Door().Change(QStringLiteral("add procedure"),
                            [&](GameModel& game) { game.Procedures.Append().Name = FromQt(*name); });
-    Refresh();
-    if (procedures_.empty() || procedures_.back() != scripts_.Door().Game().Procedures.Count())
+    if (IsInternal(FromQt(*name)))
         return; // a name that hides it
-    ui_->cmbProcedures->setCurrentRow(ui_->cmbProcedures->count() - 1);
+    procedures_.push_back(scripts_.Door().Game().Procedures.Count());
+    AppendRow(*ui_->cmbProcedures, FromQt(*name));
     butEdit_Click();
 }
 

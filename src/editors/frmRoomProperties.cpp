@@ -74,14 +74,16 @@ frmRoomProperties::frmRoomProperties(ScriptEditing& scripts, EditorShell& shell,
 frmRoomProperties::~frmRoomProperties() = default;
 
 void frmRoomProperties::FillDetails(const Room& room) {
-    ui_->txtRoomName->setText(ToQt(room.Name));
-    ui_->txtAlias->setText(ToQt(room.Alias));
-    ui_->txtPrefix->setText(ToQt(room.Prefix));
-    ui_->txtInDescription->setText(ToQt(room.InDescription));
+    ui_->txtRoomName->setText(ToQt(room.Name)); // shown only
+    QPalette readOnly = ui_->txtRoomName->palette();
+    readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
+    ui_->txtRoomName->setPalette(readOnly);
+    Dialogs& dialogs = scripts_.PlatformDialogs();
+    EditStorableText(*ui_->txtAlias, room.Alias, dialogs);
+    EditStorableText(*ui_->txtPrefix, room.Prefix, dialogs);
+    EditStorableText(*ui_->txtInDescription, room.InDescription, dialogs);
     ui_->txtDescription->SetText(room.Look);
-    for (QLineEdit* box : {ui_->txtAlias, ui_->txtPrefix, ui_->txtInDescription})
-        RefuseUnstorableText(*box, scripts_.PlatformDialogs());
-    ui_->txtDescription->RefuseUnstorableText(scripts_.PlatformDialogs());
+    ui_->txtDescription->RefuseUnstorableText(dialogs);
     ui_->txtDescription->HoldOneLine(); // as its line of the file does
 }
 
@@ -131,8 +133,7 @@ void frmRoomProperties::FillPlaces(const Room& room) {
     OnClick(ui_->butAddPlace, this, scripts_.PlatformDialogs(), [this] { butAddPlace_Click(); });
     OnClick(ui_->butRemovePlace, this, scripts_.PlatformDialogs(), [this] { butRemovePlace_Click(); });
     OnClick(ui_->butScript, this, scripts_.PlatformDialogs(), [this] { butScript_Click(); });
-    ConnectListKeys(*ui_->lstPlaces,
-                    {ui_->butAddPlace, ui_->butRemovePlace, ui_->butScript, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstPlaces, {ui_->butAddPlace, ui_->butRemovePlace, ui_->butScript});
 }
 
 void frmRoomProperties::butAddPlace_Click() {

@@ -24,7 +24,8 @@ class NameBox;
 class ScriptEditing;
 class ScriptField;
 
-/// Edits a room. Everything is written on OK, except that the action of an exit is written when it is edited.
+/// Edits a room. Everything is written on OK, except that the action of an exit is written when it is edited,
+/// and the procedure that a script of several lines becomes when its editor is closed.
 class frmRoomProperties : public QDialog {
     Q_OBJECT
 

@@ -14,13 +14,13 @@ namespace {
 
 /// One row for each of the words, which ";" separates.
 void AddWords(QListWidget& list, std::string_view words) {
-    while (!words.empty()) {
-        const std::size_t length = words.find(';');
-        list.addItem(ToQt(Trim(words.substr(0, length))));
-        if (length == std::string_view::npos)
-            return;
-        words.remove_prefix(length + 1);
+    if (words.empty())
+        return;
+    for (std::size_t end = words.find(';'); end != std::string_view::npos; end = words.find(';')) {
+        list.addItem(ToQt(Trim(words.substr(0, end))));
+        words.remove_prefix(end + 1);
     }
+    list.addItem(ToQt(Trim(words)));
 }
 
 std::string JoinWords(const QListWidget& list) {
@@ -38,13 +38,12 @@ frmSynonymEditor::frmSynonymEditor(Dialogs& dialogs, const SynonymEntry& entry, 
       dialogs_(dialogs) {
     ui_->setupUi(this);
     AddWords(*ui_->lstWords, entry.Words);
-    ui_->txtConvertTo->setText(ToQt(entry.ConvertTo));
-    RefuseUnstorableText(*ui_->txtConvertTo, dialogs);
+    EditStorableText(*ui_->txtConvertTo, entry.ConvertTo, dialogs);
     OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butRemove, this, dialogs, [this] { RemoveSelectedRow(*ui_->lstWords); });
     OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
-    ConnectListKeys(*ui_->lstWords, {ui_->butAdd, ui_->butRemove, nullptr, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstWords, {ui_->butAdd, ui_->butRemove});
     ui_->lstWords->setFocus();
     RememberSize(*this);
 }
@@ -56,10 +55,10 @@ SynonymEntry frmSynonymEditor::Entry() const {
 }
 
 void frmSynonymEditor::butAdd_Click() {
-    const std::optional<QString> word = AskStorableText(
+    const std::optional<QString> word = AskName(
         dialogs_, this, QStringLiteral("Please enter a new word that will be converted to this synonym:"),
-        QStringLiteral("New Word"), {});
-    if (word && !word->isEmpty())
+        QStringLiteral("New Word"));
+    if (word)
         AppendRow(*ui_->lstWords, FromQt(*word));
 }
 

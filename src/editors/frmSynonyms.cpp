@@ -26,7 +26,7 @@ frmSynonyms::frmSynonyms(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
     OnClick(ui_->butRemove, this, dialogs, [this] { butRemove_Click(); });
     OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
-    ConnectListKeys(*ui_->lstSynonyms, {ui_->butAdd, ui_->butRemove, ui_->butEdit, nullptr, nullptr});
+    ConnectListKeys(*ui_->lstSynonyms, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
     ui_->lstSynonyms->setFocus();
     RememberSize(*this);
 }
@@ -38,8 +38,6 @@ void frmSynonyms::butAdd_Click() {
     if (form.exec() != QDialog::Accepted)
         return;
     const SynonymEntry entry = form.Entry();
-    if (entry.Words.empty() || entry.ConvertTo.empty())
-        return;
     words_.push_back(entry.Words);
     AppendRow(*ui_->lstSynonyms, entry.ConvertTo);
 }

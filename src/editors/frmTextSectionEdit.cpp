@@ -37,7 +37,7 @@ frmTextSectionEdit::frmTextSectionEdit(ChangeDoor& door, Dialogs& dialogs, QWidg
     OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butRename, this, dialogs, [this] { butRename_Click(); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
-    ConnectListKeys(*ui_->cmbTextSections, {ui_->butAdd, nullptr, ui_->butRename, nullptr, nullptr});
+    ConnectListKeys(*ui_->cmbTextSections, {ui_->butAdd, nullptr, ui_->butRename});
     cmbTextSections_Click();
     ui_->cmbTextSections->setCurrentRow(ui_->cmbTextSections->count() > 0 ? 0 : -1);
     ui_->cmbTextSections->setFocus();
@@ -79,9 +79,9 @@ bool frmTextSectionEdit::eventFilter(QObject* watched, QEvent* event) {
 
 void frmTextSectionEdit::butAdd_Click() {
     const std::optional<QString> name =
-        AskStorableText(dialogs_, this, QStringLiteral("Enter a name for this text section:"),
-                        QStringLiteral("New text section"), {});
-    if (!name || name->isEmpty())
+        AskName(dialogs_, this, QStringLiteral("Enter a name for this text section:"),
+                QStringLiteral("New text section"));
+    if (!name)
         return;
     door_.Change(QStringLiteral("add text block"), [&](GameModel& game) {
         game.TextSections.Append({FromQt(*name), "Enter text here..."});
@@ -94,9 +94,9 @@ void frmTextSectionEdit::butRename_Click() {
     if (k == 0)
         return;
     const std::optional<QString> name =
-        AskStorableText(dialogs_, this, QStringLiteral("Please enter a new name for this text section:"),
-                        QStringLiteral("Rename text section"), {});
-    if (!name || name->isEmpty())
+        AskName(dialogs_, this, QStringLiteral("Please enter a new name for this text section:"),
+                QStringLiteral("Rename text section"), ToQt(door_.Game().TextSections[k].Name));
+    if (!name)
         return;
     door_.Change(QStringLiteral("rename text block"),
                  [&](GameModel& game) { game.TextSections.Edit(k).Name = FromQt(*name); });

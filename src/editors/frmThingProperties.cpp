@@ -55,14 +55,11 @@ void frmThingProperties::AdaptToKind() {
 
 void frmThingProperties::Fill() {
     const Thing thing = Record();
-    ui_->txtThingName->setText(ToQt(thing.Name));
-    ui_->txtPrefix->setText(ToQt(thing.Prefix));
-    if (IsCharacter()) {
-        ui_->txtSuffix->setText(ToQt(thing.Suffix));
-        ui_->txtGender->setText(ToQt(thing.Gender));
-    }
-    for (QLineEdit* box : {ui_->txtThingName, ui_->txtPrefix, ui_->txtSuffix, ui_->txtGender})
-        RefuseUnstorableText(*box, scripts_.PlatformDialogs());
+    Dialogs& dialogs = scripts_.PlatformDialogs();
+    EditStorableText(*ui_->txtThingName, thing.Name, dialogs);
+    EditStorableText(*ui_->txtPrefix, thing.Prefix, dialogs);
+    EditStorableText(*ui_->txtSuffix, IsCharacter() ? thing.Suffix : "", dialogs);
+    EditStorableText(*ui_->txtGender, IsCharacter() ? thing.Gender : "", dialogs);
     ui_->chkHidden->setChecked(thing.Hidden);
     ui_->chkInvisible->setChecked(thing.Invisible);
     look_ = new ScriptField(scripts_, *this, *ui_->txtDescription, *ui_->butLookAction, thing.Look);

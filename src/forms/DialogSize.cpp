@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
+#include <QScreen>
 
 namespace zem {
 
@@ -29,6 +30,7 @@ void RememberSize(QDialog& form) {
     const QVariant size = qApp->property(PropertyName(form).constData());
     if (size.isValid())
         form.resize(size.toSize());
+    form.resize(form.size().boundedTo(form.screen()->availableSize()));
     form.installEventFilter(new SizeKeeper(&form));
 }
 

@@ -111,4 +111,10 @@ std::optional<QString> AskStorableText(Dialogs& dialogs, QWidget* parent, const 
     return answer ? std::optional(OnOneLine(*answer)) : answer;
 }
 
+std::optional<QString> AskName(Dialogs& dialogs, QWidget* parent, const QString& prompt, const QString& title,
+                               const QString& text) {
+    const std::optional<QString> name = AskStorableText(dialogs, parent, prompt, title, text);
+    return name && name->isEmpty() ? std::nullopt : name;
+}
+
 } // namespace zem

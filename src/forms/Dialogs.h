@@ -70,4 +70,8 @@ QStringList NameFilters(const QString& filter);
 std::optional<QString> AskStorableText(Dialogs& dialogs, QWidget* parent, const QString& prompt,
                                        const QString& title, const QString& text);
 
+/// AskStorableText for a name: nothing, too, when it was left empty.
+std::optional<QString> AskName(Dialogs& dialogs, QWidget* parent, const QString& prompt, const QString& title,
+                               const QString& text = {});
+
 } // namespace zem

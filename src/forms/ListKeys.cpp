@@ -25,15 +25,18 @@ public:
 
 private:
     QAbstractButton* ButtonFor(const QKeyEvent& event) const {
-        const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+        const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+        const bool control = modifiers == Qt::ControlModifier;
+        if (!control && modifiers != Qt::NoModifier)
+            return nullptr;
         switch (event.key()) {
         case Qt::Key_Insert:
-            return buttons_.add;
+            return control ? nullptr : buttons_.add;
         case Qt::Key_Delete:
-            return buttons_.remove;
+            return control ? nullptr : buttons_.remove;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return buttons_.edit;
+            return control ? nullptr : buttons_.edit;
         case Qt::Key_Up:
             return control ? buttons_.up : nullptr;
         case Qt::Key_Down:

@@ -8,6 +8,8 @@
 #include <QListView>
 #include <QWheelEvent>
 
+#include <limits>
+
 namespace zem {
 
 namespace {
@@ -27,6 +29,7 @@ NameBox::NameBox(QWidget* parent) : QComboBox(parent), suggestions_(new QComplet
     setMinimumContentsLength(ShownCharacters);
     setMaxVisibleItems(VisibleRows);
     setFocusPolicy(Qt::StrongFocus);
+    lineEdit()->setMaxLength(std::numeric_limits<int>::max());
 
     auto* popup = new QListView;
     popup->setUniformItemSizes(true);
@@ -64,7 +67,7 @@ void NameBox::Suggest(const QString& text) {
     if (text.isEmpty() || isOnlyItself)
         suggestions_->popup()->hide();
     else
-        suggestions_->complete();
+        suggestions_->complete(QRect(-lineEdit()->pos(), size())); // as wide as the whole box
 }
 
 void NameBox::showPopup() {

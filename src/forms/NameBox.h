@@ -19,7 +19,7 @@ public:
     explicit NameBox(QWidget* parent = nullptr);
 
     /// Offers names; the box is empty then.
-    /// @param names  may serve several boxes; outlives them
+    /// @param names  may serve several boxes; the box must not be used when it is gone
     void Offer(QAbstractItemModel& names);
 
     /// From now on refuses, with a message, what a game file cannot hold.

@@ -44,11 +44,6 @@ QItemSelectionModel::SelectionFlags NameListView::selectionCommand(const QModelI
     return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }
 
-void NameListView::keyPressEvent(QKeyEvent* event) {
-    if (!SelectFirst(*this, *event))
-        QListView::keyPressEvent(event);
-}
-
 void SelectFocusedRowFirst(QAbstractItemView& list) {
     list.installEventFilter(new FirstRowFilter(list)); // which the list owns
 }

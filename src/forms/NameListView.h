@@ -14,7 +14,6 @@ public:
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
-    void keyPressEvent(QKeyEvent* event) override;
 };
 
 /// From now on the first arrow key in a list that has nothing selected selects the row with the focus, and

@@ -23,11 +23,24 @@ QString OnLines(QString text) {
     return text;
 }
 
+/// Signs for line ends of other kinds, which a text box would make ordinary ones. A game cannot hold the
+/// signs themselves.
+constexpr QChar SignForCr(0x240D);
+constexpr QChar SignForLf(0x240A);
+
+/// The text with "\n" for CR LF, and signs for the line ends that would become that, too.
+QString WithSigns(QString text) {
+    text.replace(QLatin1String("\r\n"), QString(QChar(QChar::ParagraphSeparator)));
+    text.replace(u'\r', SignForCr);
+    text.replace(u'\n', SignForLf);
+    return text.replace(QChar(QChar::ParagraphSeparator), u'\n');
+}
+
 } // namespace
 
 void PlainTextBox::SetText(const std::string& text) {
     given_ = text;
-    setPlainText(ToQt(text));
+    setPlainText(WithSigns(ToQt(text)));
     shown_ = document()->toRawText();
 }
 
@@ -38,6 +51,8 @@ std::string PlainTextBox::Text() const {
         return given_;
     text.replace(QChar(QChar::ParagraphSeparator), QLatin1String("\r\n"));
     text.replace(QChar(QChar::LineSeparator), QLatin1String("\r\n"));
+    text.replace(SignForCr, u'\r');
+    text.replace(SignForLf, u'\n');
     return FromQt(text);
 }
 
@@ -66,8 +81,10 @@ void PlainTextBox::inputMethodEvent(QInputMethodEvent* event) {
 
 void PlainTextBox::insertFromMimeData(const QMimeData* source) {
     const QString text = OnLines(source->text());
-    if (!Refuse(text))
-        insertPlainText(oneLine_ ? OnOneLine(text) : text);
+    if (Refuse(text))
+        return;
+    insertPlainText(oneLine_ ? OnOneLine(text) : text);
+    ensureCursorVisible();
 }
 
 } // namespace zem

@@ -21,10 +21,12 @@ constexpr std::array<char16_t, 32> UpperControls = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 std::optional<char> ToByte(char16_t unit) {
+    if (unit < 0x80) // most of them
+        return static_cast<char>(unit);
     const auto* found = std::find(UpperControls.begin(), UpperControls.end(), unit);
     if (found != UpperControls.end())
         return static_cast<char>(0x80 + std::distance(UpperControls.begin(), found));
-    if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF))
+    if (unit >= 0xA0 && unit <= 0xFF)
         return static_cast<char>(unit);
     return std::nullopt;
 }
@@ -46,7 +48,8 @@ std::string FromQt(const QString& text) {
     for (const QChar character : text) {
         const std::optional<char> byte = ToByte(character.unicode());
         if (!byte)
-            throw KelError(UnstorableCharacter(text)->toStdString());
+            throw KelError("the character with the number " + std::to_string(character.unicode()) +
+                           " cannot be kept in a game file");
         bytes.push_back(*byte);
     }
     return bytes;

@@ -9,7 +9,8 @@
 
 namespace zem {
 
-/// A list of texts with a script behind each, moved and removed together: choices of a menu, player commands.
+/// A list of texts with a script behind each, moved and removed together: choices of a menu, player commands,
+/// objects that can be used or given.
 class ScriptPairList {
 public:
     /// @param list  shows the keys; outlives this object

@@ -2,11 +2,26 @@
 
 #include "forms/QtText.h"
 
-#include <QSignalBlocker>
-
+#include <algorithm>
+#include <iterator>
+#include <limits>
 #include <memory>
 
 namespace zem {
+
+namespace {
+
+/// The text with the part of it that `before` has not on one line.
+QString WithInsertedPartOnOneLine(const QString& before, const QString& text) {
+    const auto shorter = std::min(text.size(), before.size());
+    const auto first = std::distance(
+        text.begin(), std::mismatch(text.begin(), text.begin() + shorter, before.begin()).first);
+    const auto last = std::mismatch(text.rbegin(), text.rbegin() + (shorter - first), before.rbegin()).first;
+    const auto length = std::distance(last, text.rend()) - first;
+    return text.left(first) + OnOneLine(text.mid(first, length)) + text.mid(first + length);
+}
+
+} // namespace
 
 void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
     struct State {
@@ -18,26 +33,33 @@ void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
         if (box.text() == good->text)
             good->cursor = cursor;
     });
-    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box, &dialogs, good](const QString& text) {
-        if (OnOneLine(text) != text) {
-            const int cursor = box.cursorPosition();
-            box.setText(OnOneLine(text)); // which comes here again
-            box.setCursorPosition(cursor);
+    // Comes before textChanged, and only for what the author does.
+    QObject::connect(&box, &QLineEdit::textEdited, &box, [&box, good](const QString& text) {
+        const QString cleaned = WithInsertedPartOnOneLine(good->text, text);
+        if (cleaned == text)
             return;
-        }
-        const std::optional<QString> problem = UnstorableCharacter(text);
+        const int cursor = box.cursorPosition();
+        box.setText(cleaned);
+        box.setCursorPosition(cursor);
+    });
+    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box, &dialogs, good] {
+        const std::optional<QString> problem = UnstorableCharacter(box.text());
         if (!problem) {
-            good->text = text;
+            good->text = box.text();
             return;
         }
-        {
-            const QSignalBlocker blocker(box);
-            box.setText(good->text);
-            box.setCursorPosition(good->cursor);
-        }
+        const int cursor = good->cursor;
+        box.setText(good->text); // which comes here again
+        box.setCursorPosition(cursor);
         dialogs.ShowMessageBox(box.window(), *problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
                                QMessageBox::Warning);
     });
+}
+
+void EditStorableText(QLineEdit& box, const std::string& text, Dialogs& dialogs) {
+    box.setMaxLength(std::numeric_limits<int>::max());
+    box.setText(ToQt(text));
+    RefuseUnstorableText(box, dialogs);
 }
 
 } // namespace zem

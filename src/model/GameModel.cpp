@@ -1,5 +1,6 @@
 #include "model/GameModel.h"
 
+#include "model/Fields.h"
 #include "model/LineText.h"
 
 #include <string_view>
@@ -22,10 +23,9 @@ void NewGame(GameModel& game) {
 }
 
 bool SameGame(const GameModel& a, const GameModel& b) {
-    GameModel copy = a;
-    copy.FileName = b.FileName;
-    copy.Modified = b.Modified;
-    return copy == b;
+    bool same = true;
+    ForEachField<GameModel>([&](const char*, auto field) { same = same && a.*field == b.*field; });
+    return same;
 }
 
 namespace {

@@ -139,8 +139,9 @@ struct GameModel {
     std::string BeforeTurnScript;
     std::string AfterTurnScript;
     bool NoDebug = false;
-    std::string UnknownBlocks; // whole blocks not understood, each followed by an empty line
-    std::string GameMiscTags;  // lines not understood, each followed by CR LF
+    // Shared between copies, because they may be large.
+    Shared<std::string> UnknownBlocks; // whole blocks not understood, each followed by an empty line
+    Shared<std::string> GameMiscTags;  // lines not understood, each followed by CR LF
 
     Table<std::string> Includes; // file names of included libraries
     Table<Room> Rooms;

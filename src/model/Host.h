@@ -34,4 +34,17 @@ public:
     virtual void CloseProgress() = 0;
 };
 
+/// Asks nobody and shows nothing.
+class SilentHost : public Host {
+public:
+    MessageResult ShowMessage(const std::string& /*text*/, const std::string& /*title*/,
+                              MessageButtons /*buttons*/) override {
+        return MessageResult::Ok;
+    }
+    void ShowNotice(const std::string& /*text*/, const std::string& /*title*/) override {}
+    void ShowStage(const std::string& /*text*/) override {}
+    void ShowProgress(int /*percent*/) override {}
+    void CloseProgress() override {}
+};
+
 } // namespace zem

@@ -38,6 +38,9 @@ public:
     std::size_t Size() const { return block_ == nullptr ? 0 : block_->size; }
     bool IsEmpty() const { return block_ == nullptr; }
 
+    /// True when both are the same elements in memory, or both are empty.
+    bool IsSharedWith(const SharedArray& other) const { return block_ == other.block_; }
+
     const T* begin() const { return block_ == nullptr ? nullptr : Elements(block_); }
     const T* end() const { return begin() + Size(); }
 

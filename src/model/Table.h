@@ -89,8 +89,12 @@ public:
 
     /// Compares the records, without looking into those that both tables share.
     friend bool operator==(const Table& a, const Table& b) {
+        if (a.groups_.IsSharedWith(b.groups_))
+            return true;
         if (a.Count() != b.Count())
             return false;
+        if (a.HasGroupsLike(b))
+            return a.HasSameGroups(b);
         for (Iterator left = a.begin(), right = b.begin(); left != a.end(); ++left, ++right)
             if (&*left != &*right && !(*left == *right))
                 return false;
@@ -122,6 +126,20 @@ private:
                              [](int index, const Group& group) { return index < group.first; });
         const auto group = static_cast<std::size_t>(after - groups_.begin()) - 1;
         return {group, static_cast<std::size_t>(k - 1 - groups_[group].first)};
+    }
+
+    bool HasGroupsLike(const Table& other) const {
+        return std::equal(groups_.begin(), groups_.end(), other.groups_.begin(), other.groups_.end(),
+                          [](const Group& a, const Group& b) { return a.first == b.first; });
+    }
+
+    bool HasSameGroups(const Table& other) const {
+        const auto sameRecord = [](const Box& a, const Box& b) { return a.IsSharedWith(b) || a[0] == b[0]; };
+        return std::equal(
+            groups_.begin(), groups_.end(), other.groups_.begin(), [&](const Group& a, const Group& b) {
+                return a.records.IsSharedWith(b.records) ||
+                       std::equal(a.records.begin(), a.records.end(), b.records.begin(), sameRecord);
+            });
     }
 
     SharedArray<Group> groups_; // also tells the count, so that a table moved from is simply empty

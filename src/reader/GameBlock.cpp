@@ -72,7 +72,7 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
         if (line == "nodebug")
             game.NoDebug = true;
         else if (!BeginsWith(line, "'"))
-            KeepLine(game.GameMiscTags, line);
+            KeepLine(game.GameMiscTags.Edit(), line);
     });
     game.KelVersion = CurrentKelVersion;
 }
@@ -128,7 +128,7 @@ void ReadErrorMessages(GameModel& game, const SourceText& source) {
                                ? firstByName.end()
                                : firstByName.find(Lower(Trim(parameter.substr(0, semicolon))));
         if (found == firstByName.end())
-            KeepLine(game.GameMiscTags, line);
+            KeepLine(game.GameMiscTags.Edit(), line);
         else
             game.ErrorMessages.Edit(found->second).GameText = Trim(parameter.substr(semicolon + 1));
     });

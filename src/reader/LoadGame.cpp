@@ -7,8 +7,8 @@
 #include "reader/SourceText.h"
 
 #include <filesystem>
-#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace zem {
 
@@ -58,14 +58,11 @@ void ReadIncludes(GameModel& game, const SourceText& source) {
 
 /// The file pass: from the bytes of the file to lines in which every script stands on one line. False when
 /// the host has told the author what is wrong.
-bool ReadGameFile(GameModel& game, const std::string& path, Host& host, std::optional<SourceText>& source) {
-    if (!IsGamePath(path, host))
-        return false;
-    source.emplace(ReadFile(path));
-    ReadMarker(game, *source);
-    ReadIncludes(game, *source);
-    source->IndexBlocks();
-    MakeInternalProcedures(game, *source);
+bool PassFile(GameModel& game, SourceText& source, const std::string& path, Host& host) {
+    ReadMarker(game, source);
+    ReadIncludes(game, source);
+    source.IndexBlocks();
+    MakeInternalProcedures(game, source);
 
     // The place for errors that the pass could go on after; it has none, so the flag stays unset.
     const bool errorsFound = false;
@@ -99,35 +96,44 @@ constexpr Stage Stages[] = {
      100},
 };
 
-bool ReadWholeGame(GameModel& game, const std::string& path, Host& host) {
-    std::optional<SourceText> source;
-    if (!ReadGameFile(game, path, host, source))
-        return false;
-    host.ShowStage("Initializing...");
-    host.ShowProgress(5);
-    source->TrimLines();
-    for (const Stage& stage : Stages) {
-        host.ShowStage(stage.text);
-        stage.read(game, *source);
-        host.ShowProgress(stage.progressAfter);
+bool ReadWholeGame(GameModel& game, std::string bytes, const std::string& path, Host& host) {
+    NewGame(game);
+    try {
+        SourceText source(std::move(bytes));
+        if (!PassFile(game, source, path, host))
+            return false;
+        host.ShowStage("Initializing...");
+        host.ShowProgress(5);
+        source.TrimLines();
+        for (const Stage& stage : Stages) {
+            host.ShowStage(stage.text);
+            stage.read(game, source);
+            host.ShowProgress(stage.progressAfter);
+        }
+        host.ShowStage("Completed intialization");
+        return true;
+    } catch (...) {
+        NewGame(game); // half a game must not look like a whole one
+        throw;
     }
-    host.ShowStage("Completed intialization");
-    game.FileName = path;
-    game.Modified = false;
-    return true;
 }
 
 } // namespace
 
 bool LoadGame(GameModel& game, const std::string& path, Host& host) {
     host.ShowStage("Parsing file...");
-    NewGame(game);
-    try {
-        return ReadWholeGame(game, path, host);
-    } catch (...) {
-        NewGame(game); // half a game must not look like a whole one
-        throw;
-    }
+    NewGame(game); // also when there is no file to read
+    if (!IsGamePath(path, host))
+        return false;
+    if (!ReadWholeGame(game, ReadFile(path), path, host))
+        return false;
+    game.FileName = path;
+    return true;
+}
+
+void ReadGame(GameModel& game, std::string bytes) {
+    SilentHost host;
+    ReadWholeGame(game, std::move(bytes), {}, host);
 }
 
 } // namespace zem

@@ -15,4 +15,8 @@ namespace zem {
 /// file. After either, the game is empty and has no file name, so that a save cannot touch the file.
 bool LoadGame(GameModel& game, const std::string& path, Host& host);
 
+/// Reads the bytes of a game file into the game, which is reset first and has no file name afterwards. Throws
+/// KelError as LoadGame does; the game is empty then.
+void ReadGame(GameModel& game, std::string bytes);
+
 } // namespace zem

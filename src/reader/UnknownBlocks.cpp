@@ -24,8 +24,8 @@ void CollectUnknownBlocks(GameModel& game, const SourceText& source) {
         if (IsKnown(source.Line(block.FirstLine)))
             continue;
         for (std::size_t index = block.FirstLine; index <= block.LastLine; ++index)
-            KeepLine(game.UnknownBlocks, source.Line(index));
-        game.UnknownBlocks.append("\r\n");
+            KeepLine(game.UnknownBlocks.Edit(), source.Line(index));
+        game.UnknownBlocks.Edit().append("\r\n");
     }
 }
 

@@ -136,7 +136,7 @@ void PrintProperties(Listing& listing, const GameModel& game) {
         listing.Line(1, "synonym: " + synonym.Words + " = " + synonym.ConvertTo);
     if (game.NoDebug)
         listing.Line(1, "without debugging");
-    listing.Lines(1, "tags", game.GameMiscTags);
+    listing.Lines(1, "tags", *game.GameMiscTags);
 }
 
 void PrintExits(Listing& listing, const Room& room) {
@@ -205,7 +205,7 @@ void PrintBlocks(Listing& listing, const GameModel& game) {
         listing.Field(1, "prompt", menu.Info);
         listing.Pairs(1, "choice", menu.Choices);
     }
-    listing.Lines(0, "\nOther blocks", game.UnknownBlocks);
+    listing.Lines(0, "\nOther blocks", *game.UnknownBlocks);
 }
 
 } // namespace

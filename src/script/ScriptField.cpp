@@ -3,7 +3,7 @@
 #include "forms/CommandError.h"
 #include "script/ScriptEditing.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QTextEdit>
 
@@ -19,11 +19,16 @@ ScriptField::ScriptField(ScriptEditing& scripts, QWidget& form, QTextEdit& box, 
       script_(script) {
     scripts_.Show(script_, box_);
     OnClick(&button_, &form_, scripts_.PlatformDialogs(), [this] { Edit(); });
+    box_.installEventFilter(this);
     box_.viewport()->installEventFilter(this);
 }
 
 bool ScriptField::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::MouseButtonDblClick)
+    const auto isReturn = [event] {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        return key == Qt::Key_Return || key == Qt::Key_Enter;
+    };
+    if (event->type() != QEvent::MouseButtonDblClick && (event->type() != QEvent::KeyPress || !isReturn()))
         return QObject::eventFilter(watched, event);
     button_.click();
     return true;

@@ -45,10 +45,10 @@ void frmEditCommand::butInsertVariable_Click() {
     const int start = box.hasSelectedText() ? box.selectionStart() : box.cursorPosition();
     const auto length = static_cast<int>(box.selectedText().size());
     const std::optional<QString> name =
-        AskStorableText(scripts_.PlatformDialogs(), this,
-                        QStringLiteral("Enter a name for the string variable to place text in:"),
-                        QStringLiteral("Insert string variable"), QString());
-    if (!name || name->isEmpty())
+        AskName(scripts_.PlatformDialogs(), this,
+                QStringLiteral("Enter a name for the string variable to place text in:"),
+                QStringLiteral("Insert string variable"));
+    if (!name)
         return;
     box.setText(box.text().replace(start, length, u'#' + *name + u'#'));
     box.setFocus();

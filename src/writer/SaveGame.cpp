@@ -96,7 +96,7 @@ void WriteGameBlock(LineWriter& writer, const GameModel& game) {
     for (const ErrorMessage& error : game.ErrorMessages)
         if (!error.GameText.empty())
             writer.WriteLine("error <", error.Name, ";", error.GameText, ">");
-    writer.WriteLineIfSet("", game.GameMiscTags);
+    writer.WriteLineIfSet("", *game.GameMiscTags);
     writer.WriteLine("end define");
     writer.WriteLine();
 }
@@ -233,7 +233,7 @@ void WriteGame(const GameModel& game, const std::string& path, Output& output) {
         WriteBodyBlock(writer, "define text", section.Name, section.Text);
     for (const SelectionMenu& menu : game.SelectionMenus)
         WriteSelectionMenu(writer, menu);
-    writer.WriteLine(game.UnknownBlocks);
+    writer.WriteLine(*game.UnknownBlocks);
     writer.Flush();
 }
 

@@ -94,7 +94,6 @@ struct EditorCase {
     const char* caption;
     std::function<void(RunningProgram&)> open;
     std::vector<Edit> edits;
-    const char* untouched = ""; // what OK alone changes
 };
 
 std::function<void(RunningProgram&)> Menu(const char* action) {
@@ -236,7 +235,7 @@ protected:
 
 TEST_P(EveryForm, ChangesNothingByItself) {
     const Change none = [](RunningProgram&, QDialog&) {};
-    EXPECT_EQ(DifferenceAfter(none, "butOK"), GetParam().untouched);
+    EXPECT_EQ(DifferenceAfter(none, "butOK"), "");
     EXPECT_EQ(DifferenceAfter(none, "butCancel"), "");
 }
 

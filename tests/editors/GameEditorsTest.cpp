@@ -1,9 +1,13 @@
 // The branches of the game, thing and tag editors that the comparison of saved files does not reach.
+#include "app/frmOrbMsgBox.h"
+#include "editors/frmEditCollectableSettings.h"
+#include "editors/frmEditCollectables.h"
 #include "editors/frmGameProperties.h"
 #include "editors/frmObjectInteract.h"
 #include "editors/frmRoomProperties.h"
 #include "editors/frmTagEditor.h"
 #include "editors/frmThingProperties.h"
+#include "forms/NameBox.h"
 #include "forms/PlainTextBox.h"
 #include "script/frmScriptLines.h"
 #include "support/EditorGame.h"
@@ -118,6 +122,47 @@ TEST_F(GameEditors, EditsTheThingThatIsShownForRoomsOfOneName) {
     EXPECT_EQ(p.game.Rooms[2].Objects[1].Name, "ours");
     EXPECT_EQ(p.Rows("lstObjects"), (QStringList{"lamp", "ours"}));
     EXPECT_EQ(p.SelectedRow("lstObjects"), 1);
+}
+
+// As long as they are, and with bytes that a box of one line would like to change.
+TEST_F(GameEditors, KeepsWhatIsNotTouched) {
+    const std::string odd = "a\x01\x02 b" + std::string(40000, 'x');
+    Room& room = p.game.Rooms.Edit(1);
+    room.Alias = odd;
+    p.game.Rooms.Edit(2).Name = odd;
+    room.Out.Edit().Key = odd;
+    p.Select("lstRooms", 0);
+    WhenOpen<frmRoomProperties>([](frmRoomProperties& form) {
+        auto& alias = Find<QLineEdit>(form, "txtAlias");
+        QTest::keyClick(&alias, Qt::Key_End);
+        QTest::keyClicks(&alias, QStringLiteral("y"));
+        Find<NameBox>(form, "cmbRoomNames_1").setCurrentIndex(2); // the odd name, picked
+        Click(form, "butOK");
+    });
+    p.Click("butEditRoom");
+    EXPECT_TRUE(p.game.Rooms[1].Alias == odd + "y");
+    EXPECT_TRUE(p.game.Rooms[1].Out->Key == odd);
+    EXPECT_TRUE(p.game.Rooms[1].North->Key == odd);
+}
+
+TEST_F(GameEditors, ShowsValueErrorsInTheMessageWindowOfTheOptions) {
+    for (const char* special : {"Yes", "No"}) {
+        RunningProgram q;
+        q.store.setValue(QStringLiteral("Options/SpecialMsgBox"), QLatin1String(special));
+        q.StartWith(test::EditorGame());
+        WhenOpen<frmEditCollectables>([&](frmEditCollectables& form) {
+            WhenOpen<frmEditCollectableSettings>([&](frmEditCollectableSettings& edit) {
+                Find<QLineEdit>(edit, "txtName").clear();
+                if (std::string(special) == "Yes")
+                    WhenOpen<frmOrbMsgBox>([](frmOrbMsgBox& box) { box.close(); });
+                else
+                    q.dialogs.Message(QStringLiteral("Error: Collectable must have a name"));
+                Click(edit, "butOK");
+            });
+            Click(form, "butAdd");
+        });
+        q.Trigger("mnuViewCollectables");
+    }
 }
 
 TEST_F(GameEditors, RedrawsAScriptThatWasEdited) {

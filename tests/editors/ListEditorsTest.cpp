@@ -39,6 +39,24 @@ QStringList Rows(const QListWidget& list) {
 
 class ListEditors : public test::ScriptFixture {
 protected:
+    /// Of what the shell does, these editors only show messages.
+    class Shell : public EditorShell {
+    public:
+        explicit Shell(Dialogs& dialogs) : dialogs_(dialogs) {}
+        void ShowMessage(const QString& text, const QString& title) override {
+            dialogs_.ShowMessageBox(nullptr, text, title);
+        }
+        void ShowHelp(const QString&, QWidget*) override {}
+        void EditPlayerCommands(QWidget*, std::vector<ScriptPair>&) override {}
+        QSize TagEditorSize() const override { return {}; }
+        void StoreTagEditorSize(const QSize&) override {}
+
+    private:
+        Dialogs& dialogs_;
+    };
+
+    Shell shell{dialogs};
+
     void Type(QWidget& form, const char* box, const char* text) {
         Find<QLineEdit>(form, box).setText(QLatin1String(text));
     }
@@ -83,7 +101,7 @@ TEST_F(ListEditors, KeepsObjectsAndTheirScriptsTogether) {
 TEST_F(ListEditors, ShowsCollectablesByNameOrWithTheirDefinitions) {
     for (const char* name : {"gold", "luck", "hp"})
         game.Collectables.Append({std::string(name) + " p=0 [!]", name});
-    frmEditCollectables form(door, dialogs);
+    frmEditCollectables form(door, shell, dialogs);
     form.show();
     auto& names = Find<QListWidget>(form, "lstNames");
     auto& definitions = Find<QListWidget>(form, "lstCollectables");
@@ -106,7 +124,7 @@ TEST_F(ListEditors, ShowsCollectablesByNameOrWithTheirDefinitions) {
 }
 
 TEST_F(ListEditors, EditsACollectable) {
-    frmEditCollectables form(door, dialogs);
+    frmEditCollectables form(door, shell, dialogs);
     form.show();
     auto& definitions = Find<QListWidget>(form, "lstCollectables");
     Click(form, "butEdit"); // nothing selected, nothing happens
@@ -201,8 +219,9 @@ TEST_F(ListEditors, WritesTextsAtOnceAndRenamesAllButThreeOfThem) {
     QTest::keyClick(&box, Qt::Key_Left);
     EXPECT_TRUE(game.Modified) << "whatever the key does";
 
-    dialogs.Text(QStringLiteral("Rename text section: Please enter a new name for this text section: []"),
-                 QStringLiteral("win"));
+    dialogs.Text(
+        QStringLiteral("Rename text section: Please enter a new name for this text section: [Intro]"),
+        QStringLiteral("win"));
     Click(form, "butRename");
     EXPECT_EQ(game.TextSections[2].Name, "win");
     EXPECT_FALSE(Find<QPushButton>(form, "butRename").isEnabled());
@@ -274,7 +293,7 @@ TEST_F(ListEditors, HidesTheProceduresThatTheEditorMakes) {
 // ---- Synonyms
 
 TEST_F(ListEditors, EditsSynonyms) {
-    game.Synonyms.Append({"get;take ; pick up", "grab"});
+    game.Synonyms.Append({"get;take ; pick up;", "grab"});
     game.Synonyms.Append({"l", "look"});
     frmSynonyms form(door, dialogs);
     form.show();
@@ -283,7 +302,9 @@ TEST_F(ListEditors, EditsSynonyms) {
     list.setCurrentRow(0);
     WhenOpen<frmSynonymEditor>([this](frmSynonymEditor& editor) {
         auto& words = Find<QListWidget>(editor, "lstWords");
-        EXPECT_EQ(Rows(words), (QStringList{"get", "take", "pick up"}));
+        EXPECT_EQ(Rows(words), (QStringList{"get", "take", "pick up", ""}));
+        words.setCurrentRow(3);
+        Click(editor, "butRemove");
         words.setCurrentRow(1);
         Click(editor, "butRemove");
         dialogs.Text(

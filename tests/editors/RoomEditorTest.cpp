@@ -57,7 +57,7 @@ protected:
 };
 
 TEST_F(RoomEditor, OffersTheRoomsAndAnActionWhereTheExitsCanHaveOne) {
-    Edit(0, [](frmRoomProperties& form) {
+    Edit(0, [this](frmRoomProperties& form) {
         struct Case {
             const char* box;
             QString text;
@@ -82,6 +82,9 @@ TEST_F(RoomEditor, OffersTheRoomsAndAnActionWhereTheExitsCanHaveOne) {
         EXPECT_FALSE(action.isEnabled());
         north.setEditText(QStringLiteral("[action]"));
         EXPECT_TRUE(action.isEnabled());
+        p.dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u0394")));
+        north.findChild<QLineEdit*>()->insert(QStringLiteral(u"\u0394"));
+        EXPECT_TRUE(action.isEnabled()) << "as the text is back";
         north.setEditText(QStringLiteral("hall")); // typed, and no other case is put in its place
         north.setFocus();
         Find<NameBox>(form, "cmbRoomNames_0").setFocus();

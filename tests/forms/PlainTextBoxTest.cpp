@@ -51,16 +51,18 @@ TEST_F(PlainTextBoxTest, JoinsLinesWithCrLfAndAddsNoLineEnd) {
                 QTest::keyClick(&target, static_cast<Qt::Key>(key));
         };
     };
-    for (const Case& c : {Case{"one", keys({Qt::Key_End, Qt::Key_Return, Qt::Key_X}), "one\r\nx"},
-                          {"one\r\n", keys({Qt::Key_X}), "xone\r\n"},
-                          {"\xA0\x81", keys({Qt::Key_X}), "x\xA0\x81"},
-                          {"a\r\nb", keys({Qt::Key_End, Qt::Key_Delete}), "ab"},
-                          {"a",
-                           [](PlainTextBox& target) {
-                               QTest::keyClick(&target, Qt::Key_Return,
-                                               Qt::ShiftModifier); // a line end of another kind
-                           },
-                           "\r\na"}}) {
+    for (const Case& c :
+         {Case{"one", keys({Qt::Key_End, Qt::Key_Return, Qt::Key_X}), "one\r\nx"},
+          {"one\r\n", keys({Qt::Key_X}), "xone\r\n"},
+          {"\xA0\x81", keys({Qt::Key_X}), "x\xA0\x81"},
+          {"a\rb\nc\r\nd", keys({Qt::Key_X}), "xa\rb\nc\r\nd"}, // line ends of other kinds stay
+          {"a\r\nb", keys({Qt::Key_End, Qt::Key_Delete}), "ab"},
+          {"a",
+           [](PlainTextBox& target) {
+               QTest::keyClick(&target, Qt::Key_Return,
+                               Qt::ShiftModifier); // a line end of another kind
+           },
+           "\r\na"}}) {
         box.SetText(c.text);
         c.edit(box);
         EXPECT_EQ(box.Text(), c.expected);

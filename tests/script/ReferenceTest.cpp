@@ -77,7 +77,7 @@ CommandCatalogue ShippedCatalogue() {
 
 /// The scripts of a game by their lines, and all that the reader has kept without understanding it.
 struct Scripts {
-    explicit Scripts(const GameModel& game) : kept(game.GameMiscTags + game.UnknownBlocks) {
+    explicit Scripts(const GameModel& game) : kept(*game.GameMiscTags + *game.UnknownBlocks) {
         for (const std::string* script :
              {&game.StartScript, &game.GameDescription, &game.BeforeTurnScript, &game.AfterTurnScript})
             Add(*script);

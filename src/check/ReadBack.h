@@ -1,0 +1,32 @@
+#pragma once
+
+#include "model/GameModel.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What a game file would not give back: some values that the forms accept change their meaning in a file.
+namespace zem {
+
+/// A place of the game that a file does not give back.
+struct LostPlace {
+    // Where it is: the plain name and the 1-based entry of the list of the game, and of the list within that
+    // entry; empty and 0 for the game's own fields, and for what concerns the entry itself.
+    std::string list;
+    int entry = 0;
+    std::string innerList;
+    int innerEntry = 0;
+
+    std::string text; // a sentence without its point: where it is, and what happens to it
+};
+
+/// The game file of a game, as bytes.
+std::string GameFile(const GameModel& game);
+
+/// Reads the bytes that a save of the game has written and compares what comes back with the game. Returns
+/// the places that do not come back, at most `most` of them; none when all is well. What the format itself
+/// adds or drops and nobody can see, like blank lines in a script, is no difference.
+std::vector<LostPlace> ReadBack(const GameModel& game, const std::string& bytes, std::size_t most = 20);
+
+} // namespace zem
