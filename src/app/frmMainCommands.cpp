@@ -55,7 +55,7 @@ void frmMain::mnuFileOpen_Click() {
 void frmMain::mnuFileSave_Click() {
     if (session_.FileName().isEmpty())
         mnuFileSaveAs_Click();
-    else
+    else if (!session_.IsChangedOnDisk() || AskAboutChangedFile())
         session_.SaveGame(session_.FileName());
 }
 

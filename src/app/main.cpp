@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/Icons.h"
 #include "app/Program.h"
+#include "app/StateFolder.h"
 #include "forms/CommandError.h"
 #include "forms/Dialogs.h"
 #include "forms/QtText.h"
@@ -13,6 +14,7 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -24,13 +26,25 @@ class Application : public QApplication {
 public:
     using QApplication::QApplication;
 
+    /// @param rescue  makes sure of the unsaved changes before the author is told
+    void SetRescue(std::function<void()> rescue) { rescue_ = std::move(rescue); }
+
     bool notify(QObject* receiver, QEvent* event) override {
         bool handled = false;
-        zem::RunCommand(dialogs_, activeWindow(), [&] { handled = QApplication::notify(receiver, event); });
+        zem::RunCommand(dialogs_, activeWindow(), [&] {
+            try {
+                handled = QApplication::notify(receiver, event);
+            } catch (...) {
+                if (rescue_)
+                    rescue_();
+                throw;
+            }
+        });
         return handled;
     }
 
 private:
+    std::function<void()> rescue_;
     zem::QtDialogs dialogs_;
 };
 
@@ -56,12 +70,13 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
         std::cerr << "zem: there is no display to open a window on; \"zem print FILE\" shows a game here\n";
         return 1;
     }
-    const Application application(argc, argv);
+    Application application(argc, argv);
     Application::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem"), Application::palette()));
     QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
     zem::QtDialogs dialogs;
     zem::GameModel game;
-    zem::Program program(game, store, dialogs, zem::PathToQt(programFolder));
+    zem::Program program(game, store, dialogs, zem::PathToQt(programFolder), zem::StateFolder());
+    application.SetRescue([&program] { program.Rescue(); });
     program.Main(zem::PathToQt(file));
     return Application::exec();
 }
