@@ -185,9 +185,29 @@ TEST_P(Disk, LosesNothingWhereverItFails) {
     }
     const auto expect = [](Save& save) { save.ExpectNothingLost(true); };
     faults += SaveWithFaults(GetParam(), {Fault::ReadOnly, EROFS}, expect);
-    // The save fails in any case, and then something on the way back.
-    faults += SaveWithFaults(GetParam(), {Fault::Once, EIO, 100'000}, expect);
+    // The save fails in any case, and then something on the way back, for which there are two ways.
+    faults += SaveWithFaults(GetParam(), {Fault::Once, EIO, 100'000},
+                             [](Save& save) { save.ExpectNothingLost(!save.HasOld()); });
     RecordProperty("faults", faults);
+}
+
+// Without the protection around it, the writer alone must notice whatever fails.
+TEST(SaveGame, NoticesEveryFault) {
+    const TempFolder folder;
+    const std::string root = fs::canonical(folder.Folder());
+    std::vector<std::string> calls;
+    for (int failing = 0; static_cast<std::size_t>(failing) <= calls.size(); ++failing) {
+        GameModel game = test::LargeGame();
+        test::RecordingHost host;
+        const FaultyDisk disk(root, failing, Fault::Once, EIO);
+        const auto save = [&] { SaveGame(game, root + "/game.kel", host); };
+        if (failing == 0) {
+            save();
+            calls = disk.Calls();
+        } else
+            EXPECT_THROW(save(), KelError) << calls[static_cast<std::size_t>(failing) - 1];
+    }
+    EXPECT_EQ(calls.front() + ", " + calls.back(), "fopen game.kel, fclose game.kel");
 }
 
 // The disk is back, but full, and then it has room: the version that was whole must outlive both saves.
