@@ -4,7 +4,6 @@
 #include "forms/QtText.h"
 #include "model/TextFile.h"
 #include "reader/LoadGame.h"
-#include "writer/ReplaceFile.h"
 #include "writer/SaveGame.h"
 
 #include <QFileInfo>
@@ -173,7 +172,7 @@ void GameSession::SaveGame(const QString& path) {
         const ProgressCloser closer(host_);
         const std::string file = PathFromQt(path);
         try {
-            ReplaceFile(file, [&] { zem::SaveGame(game_, file, host_); });
+            ReplaceGame(game_, file, host_);
         } catch (const KelError& error) {
             throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to save game"));
         }
