@@ -370,7 +370,7 @@ GameModel Alone(GameModel game, const LostPlace& place) {
 TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
     int comeBack = 0;
     int lost = 0;
-    for (unsigned seed = 1; seed <= 3000; ++seed) {
+    for (unsigned seed = 1; seed <= 2000; ++seed) {
         const GameModel game = test::RandomGame(seed, seed % 3 == 0 ? 0 : static_cast<int>(seed % 7)).Make();
         SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + GameFile(game));
         const std::vector<LostPlace> places = Places(game);
