@@ -1,14 +1,17 @@
 #include "check/ReadBack.h"
 
 #include "check/LooseComparison.h"
+#include "check/LossReason.h"
 #include "model/Fields.h"
 #include "model/LineText.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
 
+#include <algorithm>
 #include <functional>
 #include <type_traits>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace zem {
@@ -39,48 +42,6 @@ bool ComesBack(const GameModel& game) {
     }
 }
 
-/// The text in quotes, cut to a length that fits into a message.
-std::string Quote(std::string_view text) {
-    constexpr std::size_t Longest = 40;
-    const std::string shown(text.substr(0, Longest));
-    return '"' + shown + (text.size() > Longest ? "..." : "") + '"';
-}
-
-/// The first line of the text that means something of its own in a file, wherever it stands.
-std::string_view SpecialLine(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = text.find("\r\n");
-        const std::string_view line = text.substr(0, length);
-        for (const char* word : {"define ", "end define", "!include ", "'ZEM-NIP "})
-            if (BeginsWith(line, word))
-                return line;
-        text.remove_prefix(length == std::string_view::npos ? text.size() : length + 2);
-    }
-    return {};
-}
-
-/// Why a text does not come back, as far as its signs tell.
-std::string Reason(std::string_view text, bool isListed) {
-    if (isListed && text.find(',') != std::string_view::npos)
-        return "the comma in it ends it early";
-    if (isListed && text.find(';') != std::string_view::npos)
-        return "the semicolon in it ends it early";
-    if (const std::string_view line = SpecialLine(text); !line.empty())
-        return "the line " + Quote(Trim(line)) + " means something of its own there";
-    for (const char* sign : {"{", "}"})
-        if (text.find(sign) != std::string_view::npos)
-            return std::string("the \"") + sign + "\" in it begins or ends a script of several lines";
-    if (text.find(">") != std::string_view::npos)
-        return "the \">\" in it ends it early";
-    if (text.find('\n') != std::string_view::npos)
-        return "the line break in it ends it early";
-    if (text.find("__") != std::string_view::npos)
-        return "the \"__\" in it joins its line with the next";
-    if (text.empty())
-        return "it is empty";
-    return Quote(text) + " means something else there";
-}
-
 template <class Value>
 constexpr bool IsTable = false;
 template <class Record>
@@ -92,10 +53,7 @@ public:
     Search(std::vector<LostPlace>& places, std::size_t most) : places_(places), most_(most) {}
 
     void Run(const GameModel& game) {
-        Explore<GameModel>(game, [&game](GameModel part) {
-            part.ErrorMessages = WithCatalogue(part.ErrorMessages, game.ErrorMessages);
-            return ComesBack(part);
-        });
+        Explore<GameModel>(game, [](const GameModel& part) { return ComesBack(part); });
     }
 
 private:
@@ -108,11 +66,6 @@ private:
     template <class Record>
     using Try = std::function<bool(Record)>;
 
-    static Table<ErrorMessage> WithCatalogue(const Table<ErrorMessage>& part,
-                                             const Table<ErrorMessage>& catalogue) {
-        return part.IsEmpty() ? catalogue : part;
-    }
-
     /// Reports the parts of a record that do not come back; the record itself if it is none of them alone.
     template <class Record>
     void Explore(const Record& record, const Try<Record>& comesBack) {
@@ -122,7 +75,7 @@ private:
                 TryField(record, name, field, comesBack);
         });
         if (places_.size() == before && !path_.empty())
-            Report("", "it does not come back from the file as it is");
+            Report("", JointReason(record, comesBack));
     }
 
     template <class Record, class Field>
@@ -136,8 +89,12 @@ private:
         } else {
             Record part;
             part.*field = value;
-            if (!comesBack(part))
-                Report(name, ReasonFor(value));
+            const Try<Value> valueComesBack = [&](const Value& other) {
+                part.*field = other;
+                return comesBack(part);
+            };
+            if (!valueComesBack(value))
+                Report(name, ReasonFor(value, valueComesBack));
         }
     }
 
@@ -153,33 +110,90 @@ private:
             };
             if (places_.size() == most_ || entryComesBack(entry))
                 continue;
-            path_.push_back({name, k, Label(entry)});
-            if constexpr (std::is_same_v<Entry, std::string>)
-                Report("", Reason(entry, false));
+            path_.push_back({name, k, LabelOr(Label(entry), k)});
+            if constexpr (std::is_same_v<Entry, std::string> || std::is_same_v<Entry, Collectable>)
+                Report("", ReasonFor(entry, entryComesBack));
+            else if (!entryComesBack({}))
+                Report("", "it is not kept there");
             else
                 Explore<Entry>(entry, entryComesBack);
             path_.pop_back();
         }
     }
 
-    std::string ReasonFor(const std::string& value) const {
-        const bool isListed = !path_.empty() && (std::string_view(path_.back().list) == "item" ||
-                                                 std::string_view(path_.back().list) == "collectable");
-        return Reason(value, isListed);
+    /// Why a record does not come back, each part of which does.
+    template <class Record>
+    static std::string JointReason(Record record, const Try<Record>& comesBack) {
+        if constexpr (std::is_same_v<Record, Room>) {
+            record.MiscTags.clear();
+            for (Table<Thing>* things : {&record.Characters, &record.Objects})
+                for (int k = 1; k <= things->Count(); ++k)
+                    things->Edit(k).MiscTags.clear();
+            if (comesBack(record))
+                return "an \"else\" line among its tags joins an \"if\" line above it";
+        }
+        return "it does not come back from the file as it is";
     }
-    std::string ReasonFor(const Shared<std::string>& value) const { return Reason(*value, false); }
-    static std::string ReasonFor(const Shared<ScriptPair>& exit) {
+
+    template <class Value>
+    static std::string ReasonFor(const Value& value, const Try<Value>& comesBack) {
+        if constexpr (std::is_same_v<Value, std::string>)
+            return LossReason(value, comesBack);
+        else
+            return "it does not come back from the file as it is";
+    }
+    static std::string ReasonFor(const Shared<std::string>& value,
+                                 const Try<Shared<std::string>>& comesBack) {
+        return LossReason(*value, [&](const std::string& text) { return comesBack(text); });
+    }
+    static std::string ReasonFor(const Shared<ScriptPair>& exit, const Try<Shared<ScriptPair>>& comesBack) {
         if (exit->Key.empty())
             return "its action is lost, because the exit leads nowhere";
         if (exit->Key == ActionExit && Trim(exit->Script).empty())
             return "it is to run an action, but there is none";
-        return Reason(exit->Key + exit->Script, false);
+        if (comesBack(ScriptPair{exit->Key, "x"}))
+            return LossReason(
+                exit->Script,
+                [&](const std::string& script) {
+                    return comesBack(ScriptPair{exit->Key, script});
+                },
+                "its action");
+        return LossReason(exit->Key, [&](const std::string& key) { return comesBack(ScriptPair{key, ""}); });
     }
-    template <class Value>
-    static std::string ReasonFor(const Value& /*value*/) {
-        return "it does not come back from the file as it is";
+    static std::string ReasonFor(const Collectable& collectable, const Try<Collectable>& comesBack) {
+        const std::string& definition = collectable.Definition;
+        if (definition.find(' ') == std::string::npos)
+            return "it has no settings";
+        const auto definitionComesBack = [&](const std::string& text) {
+            return comesBack({text, text.substr(0, text.find(' '))});
+        };
+        if (definitionComesBack(definition))
+            return "its definition names " + QuoteShortly(FirstWord(definition));
+        const std::size_t name = definition.find(' ');
+        const std::size_t display = std::min(definition.find('['), definition.size() - 1) + 1;
+        const std::size_t displaySize = definition.substr(display).find(']');
+        struct Part {
+            const char* noun;
+            std::size_t start;
+            std::size_t size;
+        };
+        for (const Part& part : {Part{"its display text", display, displaySize},
+                                 {"its settings", name + 1, std::string::npos},
+                                 {"its name", 0, name}}) {
+            const auto partComesBack = [&](const std::string& text) {
+                return definitionComesBack(std::string(definition).replace(part.start, part.size, text));
+            };
+            if (partComesBack("x"))
+                return LossReason(definition.substr(part.start, part.size), partComesBack, part.noun);
+        }
+        return LossReason(
+            definition, [&](const std::string& text) { return definitionComesBack("x " + text); },
+            "its definition");
     }
 
+    static std::string LabelOr(const std::string& label, int number) {
+        return Trim(label).empty() ? "number " + std::to_string(number) : Shorten(label);
+    }
     static std::string Label(const std::string& entry) { return entry; }
     static std::string Label(const ScriptPair& pair) { return pair.Key; }
     static std::string Label(const SynonymEntry& entry) { return entry.ConvertTo; }
@@ -228,8 +242,25 @@ void FindRoomsOfOneName(const GameModel& game, std::vector<LostPlace>& places, s
         const bool hasThings = !room.Characters.IsEmpty() || !room.Objects.IsEmpty();
         if (hasThings && lastByName[room.Name] != k && places.size() < most)
             places.push_back({"room", k, "", 0,
-                              "Room " + room.Name +
+                              "Room " + Shorten(room.Name) +
                                   ": its characters and objects move to the last room of the same name"});
+    }
+}
+
+/// Start items are read by their names, in any capitals.
+void FindItemsOfOneName(const GameModel& game, std::vector<LostPlace>& places, std::size_t most) {
+    std::unordered_set<std::string> startItems;
+    for (const ItemEntry& item : game.Items)
+        if (item.IsStartItem)
+            startItems.insert(Lower(Trim(item.Name)));
+    int k = 0;
+    for (const ItemEntry& item : game.Items) {
+        ++k;
+        const std::string name = Lower(Trim(item.Name));
+        if (!item.IsStartItem && !name.empty() && startItems.contains(name) && places.size() < most)
+            places.push_back(
+                {"item", k, "", 0,
+                 "Item " + Shorten(item.Name) + ": it becomes a start item like the other of the same name"});
     }
 }
 
@@ -253,6 +284,7 @@ std::vector<LostPlace> ReadBack(const GameModel& game, const std::string& bytes,
     std::vector<LostPlace> places;
     Search(places, most).Run(game);
     FindRoomsOfOneName(game, places, most);
+    FindItemsOfOneName(game, places, most);
     if (places.empty())
         places.push_back({"", 0, "", 0, problem});
     return places;

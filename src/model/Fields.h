@@ -14,6 +14,8 @@ struct Field {
     const char* name; // in plain words
     Member member;
 };
+template <class Member>
+Field(const char*, Member) -> Field<Member>;
 
 template <class Record>
 inline constexpr auto FieldsOf = std::tuple<>();

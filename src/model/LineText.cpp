@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 namespace zem {
 
@@ -86,7 +87,11 @@ std::int16_t Round(double value) {
 } // namespace
 
 void ExpandTabs(std::string& line) {
-    line = ReplaceAll(line, "\t", "    ");
+    std::string expanded;
+    expanded.reserve(line.size() + 3 * static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')));
+    for (const char c : line)
+        expanded.append(c == '\t' ? 4 : 1, c == '\t' ? ' ' : c);
+    line = std::move(expanded);
 }
 
 std::string CrLfToBar(std::string_view text) {

@@ -80,7 +80,12 @@ public:
     }
 
     void Value(std::string& text) { text = Take(Number(4)); }
-    void Value(bool& value) { value = Number(1) != 0; }
+    void Value(bool& value) {
+        const std::uint64_t number = Number(1);
+        if (number > 1)
+            throw KelError("the copy of the game is damaged: a mark is neither set nor unset");
+        value = number == 1;
+    }
     void Value(std::int16_t& value) { value = static_cast<std::int16_t>(Number(2)); }
 
     template <class Record>
@@ -94,6 +99,8 @@ public:
     void Value(Table<Record>& table) {
         std::int16_t count = 0;
         Value(count);
+        if (count < 0)
+            throw KelError("the copy of the game is damaged: a list has fewer than no entries");
         for (int k = 1; k <= count; ++k)
             Value(table.Append());
     }

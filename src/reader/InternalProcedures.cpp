@@ -37,8 +37,13 @@ struct BracedBlock {
 struct PendingScript {
     std::shared_ptr<const BracedBlock> block;
     std::size_t brace;
-    std::string name;
+    std::int16_t number;
 };
+
+/// The name of an internal procedure, in its brackets.
+std::string NameInBrackets(std::int16_t number) {
+    return "<~Internal Procedure " + std::to_string(number) + ">";
+}
 
 std::shared_ptr<const BracedBlock> FindBraces(const SourceText& source, const BlockSpan& span) {
     auto block = std::make_shared<BracedBlock>();
@@ -115,7 +120,8 @@ private:
         const Brace& brace = block.braces[script.brace];
         const Position begin{brace.open.line, brace.open.column + 1};
         const std::size_t first = source_.LineCount() + 1;
-        source_.AppendSourceLine("define procedure " + script.name, Origin(block, begin.line));
+        source_.AppendSourceLine("define procedure " + NameInBrackets(script.number),
+                                 Origin(block, begin.line));
         Flatten(
             script.block, begin, brace.close, script.brace + 1, brace.next,
             [&](std::size_t line, std::string_view text, bool /*isRewritten*/) {
@@ -167,7 +173,7 @@ private:
             const Brace& script = block->braces[brace];
             goToLine(script.open.line);
             rewritten.append(TextBetween(*block, at, script.open)).append(" do ");
-            rewritten.append(AddPending(block, brace));
+            rewritten.append(NameInBrackets(AddPending(block, brace)));
             isRewritten = true;
             at = {script.close.line, script.close.column + 1};
         }
@@ -175,15 +181,15 @@ private:
         finishLine(end);
     }
 
-    const std::string& AddPending(const std::shared_ptr<const BracedBlock>& block, std::size_t brace) {
+    /// Gives the number of the procedure that the brace is to become.
+    std::int16_t AddPending(const std::shared_ptr<const BracedBlock>& block, std::size_t brace) {
         std::int16_t& number = game_.NextInternalProcedure;
         const std::size_t line = block->braces[brace].open.line;
         if (number == std::numeric_limits<std::int16_t>::max())
             throw KelError("the game has too many scripts in braces: their numbers end at 32,767",
                            Origin(*block, line), block->lines[line]);
-        pending_.push_back({block, brace, "<~Internal Procedure " + std::to_string(number) + ">"});
-        ++number;
-        return pending_.back().name;
+        pending_.push_back({block, brace, number});
+        return number++;
     }
 
     GameModel& game_;

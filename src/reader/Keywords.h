@@ -20,8 +20,9 @@ struct Keyword {
 /// Reads a trimmed line into the record by the first keyword that it begins with; false when there is none.
 template <class Record>
 bool ReadByKeyword(std::span<const Keyword<Record>> keywords, Record& record, std::string_view line) {
+    const char first = line.empty() ? '\0' : Lower(line.front()); // which tells most keywords apart
     for (const Keyword<Record>& keyword : keywords)
-        if (BeginsWith(line, keyword.word)) {
+        if (keyword.word.front() == first && BeginsWith(line, keyword.word)) {
             keyword.read(record, line, keyword.word);
             return true;
         }

@@ -53,7 +53,8 @@ void SourceText::TrimLines() {
     for (LineRef& line : lines_) {
         if (line.size == Rewritten) {
             std::string& text = texts_[line.start];
-            text = std::string(Trim(text));
+            text.resize(text.find_last_not_of(' ') + 1);
+            text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
         } else {
             const std::string_view text = std::string_view(bytes_).substr(line.start, line.size);
             const std::string_view trimmed = Trim(text);

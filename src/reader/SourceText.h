@@ -61,7 +61,13 @@ public:
     /// Gives the line to `use`, and ties a KelError that comes out of it to the line.
     template <class Use>
     void UseLine(std::size_t index, Use use) const {
-        UseLineOfFile(Line(index), LineInFile(index), use);
+        try {
+            use(Line(index));
+        } catch (const KelError& error) {
+            if (error.Line() != 0)
+                throw;
+            throw KelError(error.Problem(), LineInFile(index), Line(index));
+        }
     }
 
     /// UseLine for each line of the block between its first and its last.

@@ -1,0 +1,115 @@
+// A step of the author (one room changed, the step recorded) as a ratio to copying that one room deeply, and
+// the memory that many steps take.
+#include "GeneratedGame.h"
+#include "model/Fields.h"
+#include "model/History.h"
+#include "reader/LoadGame.h"
+
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstddef>
+#include <malloc.h>
+#include <string>
+#include <utility>
+
+namespace zem::bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int Rooms = 5000;
+
+double Seconds(Clock::duration duration) {
+    return std::chrono::duration<double>(duration).count();
+}
+
+GameModel LoadedGame() {
+    GameModel game;
+    ReadGame(game, GenerateGame(Rooms));
+    return game;
+}
+
+void CopyDeeply(const std::string& from, std::string& to) {
+    to.assign(from.data(), from.size());
+}
+void CopyDeeply(bool from, bool& to) {
+    to = from;
+}
+template <class Record>
+void CopyDeeply(const Shared<Record>& from, Shared<Record>& to);
+template <class Record>
+void CopyDeeply(const Table<Record>& from, Table<Record>& to);
+
+template <class Record>
+void CopyDeeply(const Record& from, Record& to) {
+    ForEachField<Record>([&](const char*, auto field) { CopyDeeply(from.*field, to.*field); });
+}
+template <class Record>
+void CopyDeeply(const Shared<Record>& from, Shared<Record>& to) {
+    if (*from == Record())
+        return; // which takes no memory in either
+    CopyDeeply(*from, to.Edit());
+}
+template <class Record>
+void CopyDeeply(const Table<Record>& from, Table<Record>& to) {
+    for (const Record& record : from)
+        CopyDeeply(record, to.Append());
+}
+
+/// Changes a room, another one each time.
+void ChangeRoom(GameModel& game, int step) {
+    game.Rooms.Edit(1 + step * 7 % Rooms).Alias = "changed in step " + std::to_string(step);
+}
+
+void Step(benchmark::State& state) {
+    GameModel game = LoadedGame();
+    History history;
+    history.Begin(game, true);
+    int step = 0;
+    double stepping = 0;
+    double copying = 0;
+    for (auto _ : state) {
+        const int room = 1 + ++step * 7 % Rooms;
+        const auto start = Clock::now();
+        {
+            Room copy;
+            CopyDeeply(game.Rooms[room], copy);
+            benchmark::DoNotOptimize(copy);
+        }
+        const auto copied = Clock::now();
+        ChangeRoom(game, step);
+        history.Record("edit room", game);
+        const auto stepped = Clock::now();
+        copying += Seconds(copied - start);
+        stepping += Seconds(stepped - copied);
+        state.SetIterationTime(Seconds(stepped - copied));
+    }
+    state.counters["rooms"] = Rooms;
+    state.counters["ratio_to_copy_of_room"] = stepping / copying;
+}
+
+void Memory(benchmark::State& state) {
+    const auto steps = static_cast<int>(state.range(0));
+    std::size_t used = 0;
+    for (auto _ : state) {
+        GameModel game = LoadedGame();
+        const std::size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+        History history;
+        history.Begin(game, true);
+        for (int step = 1; step <= steps; ++step) {
+            ChangeRoom(game, step);
+            history.Record("edit room", game);
+        }
+        used = mallinfo2().uordblks + mallinfo2().hblkhd - before;
+    }
+    state.counters["megabytes"] = static_cast<double>(used) / 1e6;
+    state.counters["bytes_per_step"] = static_cast<double>(used) / steps;
+}
+
+BENCHMARK(Step)->UseManualTime()->Iterations(10000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(Memory)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace zem::bench
+
+BENCHMARK_MAIN();

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace zem {
+
+/// Tells why a text of a game does not come back from a file, by trying what would: "the comma in it ends it
+/// early".
+/// @param text       the text that does not come back
+/// @param comesBack  whether another text would, in the place of this one
+/// @param noun       what the sentence calls the text
+std::string LossReason(const std::string& text, const std::function<bool(const std::string&)>& comesBack,
+                       const std::string& noun = "it");
+
+/// The text in quotes on one line, cut to a length that fits into a message.
+std::string QuoteShortly(std::string_view text);
+
+/// The text on one line, cut to a length that fits into a message.
+std::string Shorten(std::string_view text);
+
+} // namespace zem

@@ -1,0 +1,73 @@
+#include "model/Snapshot.h"
+
+#include "support/Games.h"
+#include "support/RandomGame.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace zem {
+namespace {
+
+std::string Problem(const std::string& bytes) {
+    try {
+        ReadSnapshot(bytes);
+    } catch (const KelError& error) {
+        return error.what();
+    }
+    return "";
+}
+
+TEST(Snapshot, GivesEveryGameBackExactly) {
+    std::vector<GameModel> games(1);
+    for (const auto& entry : std::filesystem::directory_iterator(ZEM_SAMPLES))
+        if (entry.path().extension() == ".kel")
+            games.push_back(test::LoadBytes(test::ReadBytes(entry.path())));
+    EXPECT_GE(games.size(), 4u);
+    games.back().FileName = "caf\xE9/a\nb.kel";
+    games.back().Modified = true;
+    for (unsigned seed = 1; seed <= 300; ++seed)
+        games.push_back(test::RandomGame(seed, 5).Make());
+    // What a game file cannot hold in any way.
+    games.push_back(games.back());
+    games.back().GameName = std::string("\0\r\n>", 4);
+    games.back().Rooms.Append().North = ScriptPair{"", "kept"};
+    games.back().KelVersion = "1";
+    for (const GameModel& game : games)
+        ASSERT_EQ(ReadSnapshot(WriteSnapshot(game)), game);
+}
+
+TEST(Snapshot, RefusesEveryDamage) {
+    GameModel game = test::GameWithErrorNames();
+    game.GameName = "Tower";
+    game.Rooms.Append().Out = ScriptPair{"Hall", ""};
+    const std::string whole = WriteSnapshot(game);
+    EXPECT_EQ(Problem(whole), "");
+    EXPECT_EQ(Problem(""), "this is no copy of a game");
+    EXPECT_EQ(Problem("define game <x>\r\nend define\r\n"), "this is no copy of a game");
+    EXPECT_EQ(Problem(whole + '\0'), "the copy of the game is damaged");
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        ASSERT_NE(Problem(whole.substr(0, size)), "") << size;
+    for (std::size_t at = 0; at < whole.size(); ++at)
+        for (int change = 1; change < 256; ++change) {
+            std::string damaged = whole;
+            damaged[at] = static_cast<char>(damaged[at] ^ change);
+            ASSERT_NE(Problem(damaged), "") << at << " changed by " << change;
+        }
+}
+
+// The bytes of another release, or of someone with a grudge, may well have a checksum that fits.
+TEST(Snapshot, RefusesWhatFitsItsChecksumAndYetIsNoGame) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(ZEM_TEST_DATA "/fuzz/snapshots"))
+        files.push_back(entry.path());
+    EXPECT_FALSE(files.empty());
+    for (const std::filesystem::path& file : files)
+        EXPECT_TRUE(Problem(test::ReadBytes(file)).starts_with("the copy of the game is damaged: "))
+            << file << ": " << Problem(test::ReadBytes(file));
+}
+
+} // namespace
+} // namespace zem
