@@ -1,4 +1,5 @@
 // Undo, recovery, earlier versions, what a save would not give back, and files changed behind the editor.
+#include "app/Application.h"
 #include "app/Recovery.h"
 #include "app/frmReadBack.h"
 #include "app/frmRecovery.h"
@@ -264,6 +265,44 @@ TEST(RecoveryCopies, AreMissedWithOneMessageWhereTheyCannotBeWritten) {
     EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
 }
 
+// ---- Faults of the program itself
+
+class Faulty : public QObject {
+public:
+    explicit Faulty(std::function<void()> fail) : fail_(std::move(fail)) {}
+    bool event(QEvent*) override {
+        fail_();
+        return true;
+    }
+
+private:
+    std::function<void()> fail_;
+};
+
+TEST(Faults, InAnEventAreToldAndTheUnsavedChangesAreKept) {
+    RunningProgram p;
+    p.StartWith(Small);
+    DeleteRoom(p, 0);
+    auto& application = *static_cast<Application*>(QCoreApplication::instance());
+    application.SetNet(p.dialogs, [&p] { p.program->Rescue(); });
+    const std::pair<std::function<void()>, const char*> faults[] = {
+        {[] { throw std::runtime_error("a fault"); },
+         "ZEM: Something went wrong, and the command was given up: a fault"},
+        {[] { throw KelError("a wrong thing"); }, "ZEM: The command was not carried out: a wrong thing."},
+    };
+    for (const auto& [fail, message] : faults) {
+        Faulty faulty(fail);
+        p.dialogs.Message(QLatin1String(message));
+        QCoreApplication::postEvent(&faulty, new QEvent(QEvent::User));
+        QCoreApplication::processEvents();
+        p.dialogs.ExpectAllAsked();
+    }
+    EXPECT_EQ(Copies(p).size(), 1) << "at once";
+    application.ClearNet();
+    DeleteRoom(p, 0); // the program goes on
+    EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
+}
+
 // ---- Earlier versions
 
 TEST(EarlierVersions, OpenAsUnsavedGames) {
@@ -319,7 +358,7 @@ TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
         {[](GameModel& game) {
              game.Collectables.Append({"gold p=0 [!,-]", "gold"});
          },
-         "Collectable gold, definition: the comma in its display text ends it early.", "frmEditCollectables"},
+         "Collectable gold: the comma in its display text ends it early.", "frmEditCollectables"},
         {[](GameModel& game) { game.Rooms.Edit(2).Look = "x > y"; },
          "Room Attic, description: the \">\" in it ends it early.", "frmRoomProperties"},
         {[](GameModel& game) { game.Rooms.Edit(1).Objects.Append().Name = "a>b"; },
