@@ -33,41 +33,43 @@ std::string_view SpecialWord(std::string_view text) {
 
 /// Something that keeps a text from coming back, and the text without it.
 struct Cause {
-    std::string (*without)(std::string text);
+    std::string (*without)(const std::string& text);
     std::string (*sentence)(const std::string& text, const std::string& noun);
 };
 
 template <char Sign>
-std::string WithoutSign(std::string text) {
-    return Replace(std::move(text), Sign, '.');
+std::string WithoutSign(const std::string& text) {
+    return Replace(text, Sign, '.');
 }
 
 // The first ones concern every line, the others what stands in brackets or in a list.
 constexpr Cause Causes[] = {
-    {[](std::string text) { return Replace(Replace(std::move(text), '\n', '.'), '\r', '.'); },
+    {[](const std::string& text) { return Replace(Replace(text, '\n', '.'), '\r', '.'); },
      [](const std::string&, const std::string& noun) {
          return "the line break in " + noun + " ends it early";
      }},
     {WithoutSign<'\t'>,
      [](const std::string&, const std::string& noun) { return "the tab in " + noun + " becomes blanks"; }},
-    {[](std::string text) { return IsBlank(text) ? "x" : text; },
+    {[](const std::string& text) { return IsBlank(text) ? "x" : text; },
      [](const std::string&, const std::string& noun) { return noun + " is nothing but blanks"; }},
-    {[](std::string text) { return SpecialWord(text).empty() ? text : "x" + text; },
+    {[](const std::string& text) { return SpecialWord(text).empty() ? text : "x" + text; },
      [](const std::string& text, const std::string& noun) {
          return '"' + std::string(SpecialWord(text)) + "\" at the start of " + noun +
                 " means something of its own there";
      }},
-    {[](std::string text) { return Replace(WithoutSign<'{'>(std::move(text)), '}', '.'); },
+    {[](const std::string& text) { return Replace(WithoutSign<'{'>(text), '}', '.'); },
      [](const std::string&, const std::string& noun) {
          return "the \"{\" in " + noun + " begins a script of several lines";
      }},
-    {[](std::string text) { return text.ends_with("__") ? text.replace(text.size() - 2, 2, "..") : text; },
+    {[](const std::string& text) {
+         return text.ends_with("__") ? text.substr(0, text.size() - 2) + ".." : text;
+     },
      [](const std::string&, const std::string& noun) {
          return "the \"__\" at the end of " + noun + " joins its line with the next";
      }},
-    {[](std::string text) { return text.starts_with('<') ? "x" + text : text; },
+    {[](const std::string& text) { return text.starts_with('<') ? "x" + text : text; },
      [](const std::string&, const std::string& noun) {
-         return "the \"<\" at the start of " + noun + " makes it a text instead of a script";
+         return "the \"<\" at the start of " + noun + " keeps it from being read as a script";
      }},
     {WithoutSign<'>'>,
      [](const std::string&, const std::string& noun) { return "the \">\" in " + noun + " ends it early"; }},
@@ -85,7 +87,7 @@ constexpr std::span<const Cause> CausesOfLines = std::span(Causes).first(6);
 std::string WithOnly(const Cause* kept, std::string text) {
     for (const Cause& cause : Causes)
         if (&cause != kept)
-            text = cause.without(std::move(text));
+            text = cause.without(text);
     return text;
 }
 
@@ -117,6 +119,14 @@ std::string ReasonOfLine(const std::string& line, const ComesBack& comesBack) {
     return cause.empty() ? shown + " means something of its own there" : cause;
 }
 
+/// The text with its "else" lines marked as others.
+std::string WithoutElse(const std::string& text) {
+    std::string other;
+    for (const std::string& line : FilledLines(text))
+        other += (BeginsWith(line, "else") ? "." : "") + line + "\r\n";
+    return other;
+}
+
 /// For a text of several lines, each of which means something in itself.
 std::string ReasonOfLines(const std::string& text, const ComesBack& comesBack) {
     std::string block; // one that begins or ends a block and may well have its counterpart
@@ -130,7 +140,9 @@ std::string ReasonOfLines(const std::string& text, const ComesBack& comesBack) {
     }
     if (!block.empty())
         return ReasonOfLine(block, comesBack);
-    return "an \"else\" line in it joins an \"if\" line above it";
+    const bool joins = comesBack(WithoutElse(text));
+    return joins ? "an \"else\" line in it joins an \"if\" line above it"
+                 : "its lines mean something else together";
 }
 
 /// For one whole block that is read as something else.

@@ -141,7 +141,7 @@ TEST(ReadBack, NamesTheFieldsOfARoomThatTheirLinesCannotHold) {
         {room([](Room& r) {
              r.North = ScriptPair{ActionExit, "<x> y"};
          }),
-         {hall + "exit north: the \"<\" at the start of its action makes it a text instead of a script"}},
+         {hall + "exit north: the \"<\" at the start of its action keeps it from being read as a script"}},
         {room([](Room& r) {
              r.North = ScriptPair{"Attic", "msg <never run>"};
          }),
@@ -178,7 +178,7 @@ TEST(ReadBack, NamesTheThingsAndWhatTheyCannotHave) {
          }),
          {}},
         {things([](Thing& c, Thing&) { c.Look = "<a clerk>"; }),
-         {clerk + "look action: the \"<\" at the start of it makes it a text instead of a script"}},
+         {clerk + "look action: the \"<\" at the start of it keeps it from being read as a script"}},
         {things([](Thing& c, Thing& o) {
              c.Take = "msg <x>";
              o.Speak = "msg <x>";
@@ -379,7 +379,10 @@ TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
         for (const LostPlace& place : places) {
             SCOPED_TRACE(place.text);
             ASSERT_TRUE(IsThere(game, place));
-            ASSERT_FALSE(place.text.ends_with("as it is") || place.text.starts_with("The file"));
+            ASSERT_FALSE(place.text.ends_with("as it is") ||
+                         place.text.ends_with("something else together") ||
+                         place.text.ends_with("something else there") ||
+                         place.text.ends_with("kept apart there") || place.text.starts_with("The file"));
             if (place.text.find("of the same name") == std::string::npos) {
                 ASSERT_FALSE(ComesBack(Alone(game, place)));
             }
