@@ -178,11 +178,11 @@ void GameSession::SaveGame(const QString& path) {
         }
         history_.MarkSaved();
         stamp_ = FileStamp::Of(path);
-        emit Saved();
         emit StepsChanged();
     }
     AddToRecentFiles(path);
     emit StatusChanged(status);
+    emit Saved(); // last, as what hangs on it may ask the author
 }
 
 void GameSession::AddToRecentFiles(const QString& path) {

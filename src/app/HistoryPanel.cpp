@@ -18,6 +18,8 @@ HistoryPanel::HistoryPanel(GameSession& session, QWidget* parent)
     lstSteps_->setUniformItemSizes(true);
     lstSteps_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     lstSteps_->setModel(&steps_);
+    lstSteps_->setMinimumWidth(
+        fontMetrics().horizontalAdvance(QStringLiteral("edit game properties (undone)")));
     setWidget(lstSteps_);
     connect(lstSteps_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &HistoryPanel::GoToSelected);

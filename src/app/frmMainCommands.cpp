@@ -27,8 +27,10 @@ bool frmMain::AskToSave() {
         this, QStringLiteral("Do you want to save the changes you made to this game?"),
         QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     // A name dialog that was cancelled does not stop the command; a save that failed does, by its exception.
-    if (answer == QMessageBox::Yes)
+    if (answer == QMessageBox::Yes) {
         mnuFileSave_Click();
+        saveCheck_.Finish(); // while the game is still here
+    }
     return answer != QMessageBox::Cancel;
 }
 

@@ -11,8 +11,6 @@
 
 #include <QFileInfo>
 
-#include <utility>
-
 namespace zem {
 
 void frmMain::ConnectTools() {
@@ -68,8 +66,7 @@ void frmMain::CheckFile() {
     const bool isBusy = !isActiveWindow() || QApplication::activeModalWidget() != nullptr;
     if (isBusy || !session_.IsChangedOnDisk())
         return;
-    const FileStamp now = FileStamp::Of(session_.FileName());
-    if (std::exchange(askedAbout_, now) == now)
+    if (askedAbout_ == FileStamp::Of(session_.FileName()))
         return; // once is enough, until the game is saved
     RunCommand(dialogs_, this, [this] {
         if (AskAboutChangedFile())
@@ -79,6 +76,7 @@ void frmMain::CheckFile() {
 
 bool frmMain::AskAboutChangedFile() {
     const QString path = session_.FileName();
+    askedAbout_ = FileStamp::Of(path);
     const bool isThere = QFileInfo::exists(path);
     QStringList choices = {QStringLiteral("&Keep mine"), QStringLiteral("Save mine under &another name...")};
     if (isThere)
