@@ -261,7 +261,7 @@ TEST(RecoveryCopies, AreMissedWithOneMessageWhereTheyCannotBeWritten) {
         QCoreApplication::processEvents();
     }
     p.Trigger("mnuFileSave"); // works all the same
-    EXPECT_EQ(p.Status(), "Game saved.");
+    EXPECT_EQ(p.Status(), "The game is saved, but no version of it could be kept for Earlier versions.");
     EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
 }
 
