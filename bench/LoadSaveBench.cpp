@@ -1,5 +1,7 @@
 // Load and save of a generated game, as a ratio to copying the same file line by line through the C++
 // streams, both measured in turn in the same run.
+//
+// Neither waits for the disk: that is ReplaceFile's part of a save, and would measure the disk.
 #include "GameFile.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"

@@ -33,7 +33,7 @@ class OpenGame {
 public:
     explicit OpenGame(int rooms)
         : store_(folder_.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat),
-          program_(game_, store_, dialogs_, QStringLiteral(ZEM_PROGRAM_FOLDER)) {
+          program_(game_, store_, dialogs_, QStringLiteral(ZEM_PROGRAM_FOLDER), folder_.path()) {
         store_.setValue(QStringLiteral("Init/InstalledVer"), QStringLiteral("yes"));
         const QString path = folder_.filePath(QStringLiteral("game.kel"));
         WriteGame(path.toStdString(), rooms);

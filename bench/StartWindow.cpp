@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
                    QStringLiteral("yes")); // no message before the window
     zem::QtDialogs dialogs;
     zem::GameModel game;
-    zem::Program program(game, store, dialogs, QStringLiteral(ZEM_PROGRAM_FOLDER));
+    zem::Program program(game, store, dialogs, QStringLiteral(ZEM_PROGRAM_FOLDER), folder.path());
     program.Main(QString::fromStdString(*result.editFile));
     return QApplication::exec();
 }

@@ -5,7 +5,6 @@
 #include "model/GameModel.h"
 #include "reader/LoadGame.h"
 #include "script/PrintGame.h"
-#include "writer/ReplaceFile.h"
 #include "writer/SaveGame.h"
 
 #include <CLI/CLI.hpp>
@@ -71,7 +70,7 @@ public:
             return FileProblem;
         host_.SetFile(out);
         try {
-            ReplaceFile(out, [&] { SaveGame(game_, out, host_); });
+            ReplaceGame(game_, out, host_);
         } catch (const KelError& error) {
             return Report(err_, out, error);
         }

@@ -2,11 +2,12 @@
 
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
+#include "model/TextFile.h"
 #include "reader/LoadGame.h"
-#include "writer/ReplaceFile.h"
 #include "writer/SaveGame.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -37,7 +38,9 @@ QString Describe(const QString& path, const KelError& error) {
 GameSession::GameSession(GameModel& game, Host& host, Settings& settings)
     : game_(game),
       host_(host),
-      settings_(settings) {}
+      settings_(settings) {
+    history_.Begin(game, true);
+}
 
 QString GameSession::FileName() const {
     return PathToQt(game_.FileName);
@@ -63,6 +66,34 @@ void GameSession::Change(const QString& name, const std::function<void(GameModel
     done.after = game_;
     emit Changed(done);
     MarkModified();
+    if (commands_ == 0)
+        RecordStep(name);
+}
+
+void GameSession::AsOneStep(const QString& name, const std::function<void()>& command) {
+    ++commands_;
+    const auto end = qScopeGuard([&] {
+        if (--commands_ == 0)
+            RecordStep(name);
+    });
+    command();
+}
+
+void GameSession::RecordStep(const QString& name) {
+    if (history_.Record(FromQt(name), game_))
+        emit StepsChanged();
+}
+
+void GameSession::GoToStep(std::size_t step) {
+    const bool back = step < history_.Done();
+    GameChange done{back ? QStringLiteral("undo") : QStringLiteral("redo"), game_, {}};
+    game_ = history_.GoTo(step);
+    game_.FileName = done.before.FileName; // which is no part of the game that was edited
+    game_.Modified = !history_.IsSaved();
+    done.after = game_;
+    emit Changed(done);
+    emit StatusChanged(game_.Modified ? QStringLiteral("Current version of game not saved.") : QString());
+    emit StepsChanged();
 }
 
 void GameSession::MarkModified() {
@@ -70,8 +101,45 @@ void GameSession::MarkModified() {
     emit StatusChanged(QStringLiteral("Current version of game not saved."));
 }
 
+void GameSession::BeginHistory() {
+    history_.Begin(game_, !game_.Modified);
+    stamp_ = game_.FileName.empty() ? FileStamp() : FileStamp::Of(FileName());
+    emit StepsChanged();
+}
+
+void GameSession::Restore(const GameModel& game, const FileStamp& stamp) {
+    game_ = game;
+    game_.Modified = true;
+    BeginHistory();
+    stamp_ = stamp;
+    emit Replaced();
+    emit Changed({QStringLiteral("restore"), game_, game_});
+    MarkModified();
+}
+
+void GameSession::OpenVersion(const QString& path) {
+    GameModel version;
+    version.ErrorMessages = game_.ErrorMessages;
+    try {
+        ReadGame(version, ReadFile(PathFromQt(path)));
+    } catch (const KelError& error) {
+        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
+    }
+    Restore(version, {});
+}
+
+bool GameSession::IsChangedOnDisk() const {
+    return !game_.FileName.empty() && stamp_.IsOutdated(FileName());
+}
+
+void GameSession::KeepMine() {
+    stamp_ = FileStamp::Of(FileName());
+    MarkModified();
+}
+
 void GameSession::NewGame() {
     zem::NewGame(game_);
+    BeginHistory();
     emit Replaced();
     emit StatusChanged(QString());
 }
@@ -81,8 +149,10 @@ bool GameSession::LoadGame(const QString& path) {
     try {
         const ProgressCloser closer(host_);
         loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+        BeginHistory();
         emit Replaced();
     } catch (const KelError& error) {
+        BeginHistory();
         emit Replaced();
         emit StatusChanged(QString());
         throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
@@ -102,11 +172,14 @@ void GameSession::SaveGame(const QString& path) {
         const ProgressCloser closer(host_);
         const std::string file = PathFromQt(path);
         try {
-            ReplaceFile(file, [&] { zem::SaveGame(game_, file, host_); });
+            ReplaceGame(game_, file, host_);
         } catch (const KelError& error) {
             throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to save game"));
         }
+        history_.MarkSaved();
+        stamp_ = FileStamp::Of(path);
         emit Saved();
+        emit StepsChanged();
     }
     AddToRecentFiles(path);
     emit StatusChanged(status);

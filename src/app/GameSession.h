@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/FileStamp.h"
 #include "app/Settings.h"
 #include "forms/ChangeDoor.h"
 #include "model/GameModel.h"
+#include "model/History.h"
 #include "model/Host.h"
 
 #include <QObject>
@@ -37,12 +39,39 @@ public:
     void Change(const QString& name, const std::function<void(GameModel&)>& change) override;
     void MarkModified() override;
 
+    /// Runs a command of the author; whatever it changes is one step of the history.
+    /// @param name  as a menu would say it: "edit room"
+    void AsOneStep(const QString& name, const std::function<void()>& command);
+
+    const History& Steps() const { return history_; }
+
+    /// Makes the game what it was after so many steps, 0 to Steps().Count().
+    void GoToStep(std::size_t step);
+
     /// Starts an empty game.
     void NewGame();
 
     /// Opens a game file. False when the author has been told why it is none; throws CommandError when it
     /// cannot be read or understood. After both the game is empty and has no file name.
     bool LoadGame(const QString& path);
+
+    /// Makes a game that was kept elsewhere the one that is open: it holds unsaved changes.
+    /// @param stamp  of its file when the changes began
+    void Restore(const GameModel& game, const FileStamp& stamp);
+
+    /// Opens an earlier version of the game as a game that was never saved. Throws CommandError when it
+    /// cannot be read; the game that was open stays then.
+    void OpenVersion(const QString& path);
+
+    /// Whether the file of the game is no longer what it was when the game was loaded or saved.
+    bool IsChangedOnDisk() const;
+
+    /// What the file was when the game was loaded or saved.
+    const FileStamp& Stamp() const { return stamp_; }
+
+    /// The author knows that the file is another, and keeps the game as it is: unsaved, unless it is the
+    /// same.
+    void KeepMine();
 
     /// Saves the game. Throws CommandError when that fails; the file that was there is untouched then, and
     /// the game stays modified.
@@ -52,15 +81,21 @@ signals:
     void Changed(const GameChange& change);
     void Replaced(); // by a new or a loaded game
     void Saved();
+    void StepsChanged(); // of the history
     void RecentFilesChanged();
     void StatusChanged(const QString& text);
 
 private:
     void AddToRecentFiles(const QString& path);
+    void RecordStep(const QString& name);
+    void BeginHistory();
 
     GameModel& game_;
     Host& host_;
     Settings& settings_;
+    History history_;
+    int commands_ = 0; // that are running, one in the other
+    FileStamp stamp_;
     bool toldAboutRecentFiles_ = false; // that there is no room for any; once is enough
 };
 

@@ -2,6 +2,7 @@
 
 #include "app/ErrorCatalogue.h"
 #include "app/frmMain.h"
+#include "app/frmRecovery.h"
 #include "app/frmStart.h"
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
@@ -10,13 +11,19 @@
 
 namespace zem {
 
-Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder)
+Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder,
+                 const QString& stateFolder)
     : settings_(store, programFolder),
       dialogs_(dialogs),
       programFolder_(programFolder),
       host_(settings_, dialogs),
       game_(game),
-      session_(game, host_, settings_) {}
+      session_(game, host_, settings_),
+      recovery_(session_, stateFolder + QLatin1String("/recovery")),
+      versions_(stateFolder + QLatin1String("/versions")),
+      saveCheck_(session_, versions_) {
+    ConnectSafetyNets();
+}
 
 Program::~Program() = default;
 
@@ -27,7 +34,7 @@ void Program::Main(const QString& file) {
     connect(start_.get(), &frmStart::NewGameChosen, this, &Program::CreateNewGame);
     connect(start_.get(), &frmStart::GameChosen, this, &Program::OpenGame);
     start_->show();
-    if (!file.isEmpty())
+    if (!OfferRecovery() && !file.isEmpty())
         OpenGame(QFileInfo(file).absoluteFilePath()); // its name must be good from any folder
 }
 
@@ -66,11 +73,48 @@ void Program::LoadCatalogues() {
 
 frmMain& Program::LoadMainWindow() {
     if (!main_) {
-        main_ = std::make_unique<frmMain>(session_, settings_, dialogs_, *scripts_, *editorShell_,
-                                          programFolder_);
+        main_ = std::make_unique<frmMain>(session_, settings_, dialogs_, *scripts_, *editorShell_, saveCheck_,
+                                          versions_, programFolder_);
         connect(main_.get(), &frmMain::Unloaded, this, [this] { start_.reset(); });
     }
     return *main_;
+}
+
+void Program::ConnectSafetyNets() {
+    connect(&recovery_, &Recovery::Failed, this, [this](const QString& problem) {
+        dialogs_.ShowMessageBox(
+            main_.get(),
+            QStringLiteral("No recovery copy of the unsaved changes can be kept: %1. Please save often.")
+                .arg(problem),
+            QLatin1String(DefaultTitle), QMessageBox::Ok, QMessageBox::Warning);
+    });
+    connect(&saveCheck_, &SaveCheck::Failed, &session_, &GameSession::StatusChanged);
+}
+
+/// Offers what programs that no longer run have left behind; whether one of it was restored.
+bool Program::OfferRecovery() {
+    QStringList damaged;
+    std::vector<RecoveryCopy> copies = recovery_.Abandoned(damaged);
+    if (!damaged.isEmpty())
+        dialogs_.ShowMessageBox(
+            start_.get(),
+            QStringLiteral("A copy of unsaved changes is damaged and cannot be restored. It is "
+                           "kept as\r\n%1")
+                .arg(damaged.join(QLatin1String("\r\n"))),
+            QLatin1String(DefaultTitle), QMessageBox::Ok, QMessageBox::Warning);
+    if (copies.empty())
+        return false;
+    frmRecovery form(copies, dialogs_, start_.get());
+    if (form.exec() != QDialog::Accepted)
+        return false;
+    RecoveryCopy& copy = copies[static_cast<std::size_t>(form.Selected())];
+    LoadMainWindow();
+    session_.Restore(copy.game, copy.stamp);
+    recovery_.WriteNow(); // before the old copy goes
+    Recovery::Discard(copy);
+    main_->show();
+    start_->hide();
+    return true;
 }
 
 void Program::CreateNewGame() {

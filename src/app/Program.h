@@ -3,7 +3,10 @@
 #include "app/AppEditorShell.h"
 #include "app/AppHost.h"
 #include "app/GameSession.h"
+#include "app/Recovery.h"
+#include "app/SaveCheck.h"
 #include "app/Settings.h"
+#include "app/Versions.h"
 #include "forms/Dialogs.h"
 #include "script/CommandLookup.h"
 #include "script/ScriptEditing.h"
@@ -25,12 +28,17 @@ class Program : public QObject {
 public:
     /// Game, store and dialogs outlive the program.
     /// @param programFolder  where the data files are, without a trailing separator
-    Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder);
+    /// @param stateFolder  for recovery copies and earlier versions
+    Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QString& programFolder,
+            const QString& stateFolder);
     ~Program() override;
 
     /// The start-up procedure: reads settings and catalogues, shows the start window, and opens the file if
     /// one is given. The program lives on as long as one of its windows is open.
     void Main(const QString& file = {});
+
+    /// After a fault of the program itself: makes sure of the unsaved changes.
+    void Rescue() { recovery_.WriteNow(); }
 
     const CommandCatalogue& Commands() const { return commands_; }
     frmStart* StartWindow() const { return start_.get(); }
@@ -39,6 +47,8 @@ public:
 private:
     void LoadSettings();
     void LoadCatalogues();
+    void ConnectSafetyNets();
+    bool OfferRecovery();
     void CreateNewGame();
     void OpenGame(const QString& path);
     frmMain& LoadMainWindow();
@@ -50,6 +60,9 @@ private:
     AppHost host_;
     GameModel& game_;
     GameSession session_;
+    Recovery recovery_;
+    Versions versions_;
+    SaveCheck saveCheck_;
     CommandCatalogue commands_;
     std::unique_ptr<CommandLookup> lookup_;
     std::unique_ptr<ScriptEditing> scripts_;

@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -35,13 +36,16 @@ auto& Things(Model& room, int index) {
 } // namespace
 
 frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
-                 EditorShell& editorShell, const QString& programFolder)
+                 EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
+                 const QString& programFolder)
     : ui_(std::make_unique<Ui::frmMain>()),
       session_(session),
       settings_(settings),
       dialogs_(dialogs),
       scripts_(scripts),
       editorShell_(editorShell),
+      saveCheck_(saveCheck),
+      versions_(versions),
       programFolder_(programFolder),
       status_(new QLabel(this)) {
     ui_->setupUi(this);
@@ -56,6 +60,7 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     ShowIcons();
     ConnectMenus();
     ConnectLists();
+    ConnectTools();
     connect(&session, &GameSession::Changed, this, &frmMain::GameChanged);
     connect(&session, &GameSession::Replaced, this, &frmMain::GameReplaced);
     connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
@@ -72,22 +77,35 @@ void frmMain::Connect(QAction* action, void (frmMain::*handler)()) {
             [this, handler] { RunCommand(dialogs_, this, [&] { (this->*handler)(); }); });
 }
 
+void frmMain::ConnectEditor(QAction* action, const char* name, void (frmMain::*handler)()) {
+    connect(action, &QAction::triggered, this, [this, name, handler] {
+        RunCommand(dialogs_, this,
+                   [&] { session_.AsOneStep(QLatin1String(name), [&] { (this->*handler)(); }); });
+    });
+}
+
+void frmMain::OnEditClick(QAbstractButton* button, const char* name, const std::function<void()>& handler) {
+    OnClick(button, this, dialogs_,
+            [this, name, handler] { session_.AsOneStep(QLatin1String(name), handler); });
+}
+
 void frmMain::ConnectMenus() {
     Connect(ui_->mnuFileNew, &frmMain::mnuFileNew_Click);
     Connect(ui_->mnuFileOpen, &frmMain::mnuFileOpen_Click);
     Connect(ui_->mnuFileSave, &frmMain::mnuFileSave_Click);
     Connect(ui_->mnuFileSaveAs, &frmMain::mnuFileSaveAs_Click);
     Connect(ui_->mnuFileRunKELfile, &frmMain::mnuFileRunKELfile_Click);
-    Connect(ui_->mnuViewGameProperties, &frmMain::mnuViewGameProperties_Click);
-    Connect(ui_->mnuViewItems, &frmMain::mnuViewItems_Click);
-    Connect(ui_->mnuViewCollectables, &frmMain::mnuViewCollectables_Click);
-    Connect(ui_->mnuViewMenus, &frmMain::mnuViewMenus_Click);
-    Connect(ui_->mnuViewProcedures, &frmMain::mnuViewProcedures_Click);
-    Connect(ui_->mnuViewMiscKEL, &frmMain::mnuViewMiscKEL_Click);
-    Connect(ui_->mnuViewLibraries, &frmMain::mnuViewLibraries_Click);
-    Connect(ui_->mnuViewSynonyms, &frmMain::mnuViewSynonyms_Click);
-    Connect(ui_->mnuEditErrorMessages, &frmMain::mnuEditErrorMessages_Click);
-    Connect(ui_->mnuViewTextSectionEditor, &frmMain::mnuViewTextSectionEditor_Click);
+    ConnectEditor(ui_->mnuViewGameProperties, "edit game properties", &frmMain::mnuViewGameProperties_Click);
+    ConnectEditor(ui_->mnuViewItems, "edit items", &frmMain::mnuViewItems_Click);
+    ConnectEditor(ui_->mnuViewCollectables, "edit collectables", &frmMain::mnuViewCollectables_Click);
+    ConnectEditor(ui_->mnuViewMenus, "edit menus", &frmMain::mnuViewMenus_Click);
+    ConnectEditor(ui_->mnuViewProcedures, "edit procedures", &frmMain::mnuViewProcedures_Click);
+    ConnectEditor(ui_->mnuViewMiscKEL, "edit misc KEL", &frmMain::mnuViewMiscKEL_Click);
+    ConnectEditor(ui_->mnuViewLibraries, "edit libraries", &frmMain::mnuViewLibraries_Click);
+    ConnectEditor(ui_->mnuViewSynonyms, "edit synonyms", &frmMain::mnuViewSynonyms_Click);
+    ConnectEditor(ui_->mnuEditErrorMessages, "edit error messages", &frmMain::mnuEditErrorMessages_Click);
+    ConnectEditor(ui_->mnuViewTextSectionEditor, "edit text blocks",
+                  &frmMain::mnuViewTextSectionEditor_Click);
     Connect(ui_->mnuViewOptions, &frmMain::mnuViewOptions_Click);
     Connect(ui_->mnuZEMRef, &frmMain::mnuZEMRef_Click);
     Connect(ui_->mnuKELRef, &frmMain::mnuKELRef_Click);
@@ -104,9 +122,9 @@ void frmMain::ConnectMenus() {
 }
 
 void frmMain::ConnectLists() {
-    OnClick(ui_->butAddNewRoom, this, dialogs_, [this] { butAddNewRoom_Click(); });
-    OnClick(ui_->butEditRoom, this, dialogs_, [this] { butEditRoom_Click(); });
-    OnClick(ui_->butDeleteRoom, this, dialogs_, [this] { butDeleteRoom_Click(); });
+    OnEditClick(ui_->butAddNewRoom, "add room", [this] { butAddNewRoom_Click(); });
+    OnEditClick(ui_->butEditRoom, "edit room", [this] { butEditRoom_Click(); });
+    OnEditClick(ui_->butDeleteRoom, "delete room", [this] { butDeleteRoom_Click(); });
     ui_->lstRooms->setModel(&rooms_);
     ConnectListKeys(*ui_->lstRooms, {ui_->butAddNewRoom, ui_->butDeleteRoom, ui_->butEditRoom});
     // A click on the selected room counts, too.
@@ -119,9 +137,12 @@ void frmMain::ConnectLists() {
     const std::array<QPushButton*, 2> remove = {ui_->butDeleteObj_0, ui_->butDeleteObj_1};
     for (const int index : {0, 1}) {
         const auto at = static_cast<std::size_t>(index);
-        OnClick(add[at], this, dialogs_, [this, index] { butAddObj_Click(index); });
-        OnClick(edit[at], this, dialogs_, [this, index] { butEditObj_Click(index); });
-        OnClick(remove[at], this, dialogs_, [this, index] { butDeleteObj_Click(index); });
+        OnEditClick(add[at], index == 0 ? "add character" : "add object",
+                    [this, index] { butAddObj_Click(index); });
+        OnEditClick(edit[at], index == 0 ? "edit character" : "edit object",
+                    [this, index] { butEditObj_Click(index); });
+        OnEditClick(remove[at], index == 0 ? "delete character" : "delete object",
+                    [this, index] { butDeleteObj_Click(index); });
         ThingList(index)->setModel(&things_[at]);
         ConnectListKeys(*ThingList(index), {add[at], remove[at], edit[at]});
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -132,6 +153,8 @@ void frmMain::ConnectLists() {
 void frmMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::PaletteChange)
         ShowIcons();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        QTimer::singleShot(0, this, &frmMain::CheckFile); // not in the middle of the activation
     QMainWindow::changeEvent(event);
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/GameSession.h"
+#include "app/SaveCheck.h"
 #include "app/Settings.h"
+#include "app/Versions.h"
 #include "forms/Dialogs.h"
 #include "forms/NameListModel.h"
 
@@ -14,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+class QAbstractButton;
 class QAction;
 class QLabel;
 class QListView;
@@ -36,7 +39,8 @@ public:
     /// All arguments outlive the window.
     /// @param programFolder  where the reference documents are
     frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
-            EditorShell& editorShell, const QString& programFolder);
+            EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
+            const QString& programFolder);
     ~frmMain() override;
 
 signals:
@@ -62,7 +66,12 @@ private:
 
     void ConnectMenus();
     void ConnectLists();
+    void ConnectTools();
     void Connect(QAction* action, void (frmMain::*handler)());
+
+    /// The same for a command that edits the game: what it changes is one step, of this name.
+    void ConnectEditor(QAction* action, const char* name, void (frmMain::*handler)());
+    void OnEditClick(QAbstractButton* button, const char* name, const std::function<void()>& handler);
 
     void mnuFileNew_Click();
     void mnuFileOpen_Click();
@@ -81,6 +90,9 @@ private:
     void mnuEditErrorMessages_Click();
     void mnuViewTextSectionEditor_Click();
     void mnuViewOptions_Click();
+    void mnuToolsUndo_Click();
+    void mnuToolsRedo_Click();
+    void mnuToolsVersions_Click();
     void mnuZEMRef_Click();
     void mnuKELRef_Click();
     void mnuHelpAbout_Click();
@@ -101,6 +113,15 @@ private:
     /// Asks about unsaved changes, if there are any; false when the author cancelled.
     bool AskToSave();
     bool AskToSaveBeforeRun();
+
+    /// Asks what is to be done when the file is no longer what was loaded or saved.
+    /// @return whether the game is to be saved over it all the same
+    bool AskAboutChangedFile();
+    void CheckFile();
+    void ShowSteps();
+    void ShowLostPlaces(const std::vector<LostPlace>& places);
+    void OpenEditorOf(const LostPlace& place);
+    void OpenRoomOrThing(const LostPlace& place);
     void OpenDocument(const QString& path);
 
     /// Runs an editing command; afterwards the lists are filled anew with these rows selected.
@@ -124,6 +145,8 @@ private:
     Dialogs& dialogs_;
     ScriptEditing& scripts_;
     EditorShell& editorShell_;
+    SaveCheck& saveCheck_;
+    const Versions& versions_;
     QString programFolder_;
     QLabel* status_;
     NameListModel rooms_;
@@ -131,6 +154,7 @@ private:
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;
     std::vector<QAction*> mnuFileRecent; // element 0 always exists and may be hidden
     std::optional<Selection> wanted_;    // while a command runs
+    FileStamp askedAbout_;               // the last change of the file that the author was told of
 };
 
 } // namespace zem

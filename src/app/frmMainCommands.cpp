@@ -7,6 +7,7 @@
 #include "ui_frmMain.h"
 
 #include <QCloseEvent>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -55,7 +56,7 @@ void frmMain::mnuFileOpen_Click() {
 void frmMain::mnuFileSave_Click() {
     if (session_.FileName().isEmpty())
         mnuFileSaveAs_Click();
-    else
+    else if (!QFileInfo::exists(session_.FileName()) || !session_.IsChangedOnDisk() || AskAboutChangedFile())
         session_.SaveGame(session_.FileName());
 }
 

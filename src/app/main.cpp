@@ -1,13 +1,14 @@
+#include "app/Application.h"
 #include "app/CommandLine.h"
 #include "app/Icons.h"
 #include "app/Program.h"
-#include "forms/CommandError.h"
+#include "app/StateFolder.h"
 #include "forms/Dialogs.h"
 #include "forms/QtText.h"
 #include "model/GameModel.h"
 
-#include <QApplication>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSettings>
 
 #include <csignal>
@@ -18,21 +19,6 @@
 #include <vector>
 
 namespace {
-
-/// The last net: whatever an event handler lets through ends that event and not the program.
-class Application : public QApplication {
-public:
-    using QApplication::QApplication;
-
-    bool notify(QObject* receiver, QEvent* event) override {
-        bool handled = false;
-        zem::RunCommand(dialogs_, activeWindow(), [&] { handled = QApplication::notify(receiver, event); });
-        return handled;
-    }
-
-private:
-    zem::QtDialogs dialogs_;
-};
 
 /// The folder of this executable; that of the name it was started by where the system does not tell.
 std::string ProgramFolder(const char* startedAs) {
@@ -56,14 +42,16 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
         std::cerr << "zem: there is no display to open a window on; \"zem print FILE\" shows a game here\n";
         return 1;
     }
-    const Application application(argc, argv);
-    Application::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem"), Application::palette()));
+    zem::Application application(argc, argv);
+    QApplication::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem"), QApplication::palette()));
     QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
     zem::QtDialogs dialogs;
     zem::GameModel game;
-    zem::Program program(game, store, dialogs, zem::PathToQt(programFolder));
+    zem::Program program(game, store, dialogs, zem::PathToQt(programFolder), zem::StateFolder());
+    application.SetNet(dialogs, [&program] { program.Rescue(); });
+    const auto clear = qScopeGuard([&application] { application.ClearNet(); });
     program.Main(zem::PathToQt(file));
-    return Application::exec();
+    return QApplication::exec();
 }
 
 } // namespace

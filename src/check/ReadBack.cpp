@@ -57,6 +57,8 @@ public:
     }
 
 private:
+    static constexpr std::string_view UnknownBlocksField = "blocks of other kinds";
+
     struct Step {
         const char* list;
         int entry;
@@ -212,6 +214,8 @@ private:
             place.list = path_[0].list;
             place.entry = path_[0].entry;
         }
+        if (path_.empty() && field == UnknownBlocksField)
+            place.list = field; // which has an editor of its own
         if (path_.size() > 1) {
             place.innerList = path_[1].list;
             place.innerEntry = path_[1].entry;

@@ -2,11 +2,13 @@
 
 #include "forms/QtText.h"
 
+#include <QAbstractButton>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QPushButton>
 #include <QUrl>
 
 namespace zem {
@@ -58,6 +60,18 @@ std::optional<QString> QtDialogs::AskText(QWidget* parent, const QString& prompt
     box.setTextValue(text);
     box.resize(InputBoxWidth, box.sizeHint().height());
     return box.exec() == QDialog::Accepted ? std::optional(box.textValue()) : std::nullopt;
+}
+
+int QtDialogs::AskChoice(QWidget* parent, const QString& text, const QString& title,
+                         const QStringList& choices) {
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+    box.setTextFormat(Qt::PlainText);
+    QList<QAbstractButton*> buttons;
+    for (const QString& choice : choices)
+        buttons.append(box.addButton(choice, QMessageBox::ActionRole));
+    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    return static_cast<int>(buttons.indexOf(box.clickedButton()));
 }
 
 QString QtDialogs::AskOpenFile(QWidget* parent, const FileQuestion& question) {

@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -36,6 +37,10 @@ public:
     virtual std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title,
                                            const QString& text) = 0;
 
+    /// Asks which of several things to do, each named on a button; -1 when the author chose none.
+    virtual int AskChoice(QWidget* parent, const QString& text, const QString& title,
+                          const QStringList& choices) = 0;
+
     /// Asks for an existing file; empty when the author cancelled.
     virtual QString AskOpenFile(QWidget* parent, const FileQuestion& question) = 0;
 
@@ -54,6 +59,8 @@ public:
                                                QMessageBox::Icon icon) override;
     std::optional<QString> AskText(QWidget* parent, const QString& prompt, const QString& title,
                                    const QString& text) override;
+    int AskChoice(QWidget* parent, const QString& text, const QString& title,
+                  const QStringList& choices) override;
     QString AskOpenFile(QWidget* parent, const FileQuestion& question) override;
     QString AskSaveFile(QWidget* parent, const FileQuestion& question) override;
     int OpenDocument(const QString& path) override;

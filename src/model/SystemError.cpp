@@ -15,6 +15,8 @@ std::string DescribeSystemError(int error) {
         return "the disk is full";
     case EFBIG:
         return "the file has reached the largest size that is allowed";
+    case EIO:
+        return "the disk reports a fault";
     case EROFS:
         return "the disk is read-only";
     case ENOENT:

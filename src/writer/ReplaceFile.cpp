@@ -2,12 +2,13 @@
 
 #include "model/KelError.h"
 #include "model/SystemError.h"
+#include "writer/FileBytes.h"
+#include "writer/SyncToDisk.h"
 
-#include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <map>
+#include <mutex>
 #include <string>
 #include <system_error>
 
@@ -52,15 +53,21 @@ fs::path WithSuffix(const fs::path& path, const char* suffix) {
     return name;
 }
 
-/// Copies the file to its backup. The earlier backup stays until the new one is whole.
+/// Copies the file to its backup. The earlier backup stays until the new one is whole, and both the bytes and
+/// the name of the new one are on the disk before this returns: a power cut while the file is written must
+/// find them there.
 void KeepPrevious(const fs::path& file, const fs::path& backup) {
     const fs::path unfinished = WithSuffix(backup, "new");
     std::error_code error;
     fs::remove(unfinished, error); // never through a link that somebody has put there
     if (!error)
-        fs::copy_file(file, unfinished, error);
+        error = CopyBytes(file, unfinished, CopyTo::NewFile);
+    if (!error)
+        error = SyncFile(unfinished);
     if (!error)
         fs::rename(unfinished, backup, error);
+    if (!error)
+        error = SyncFolder(backup.parent_path());
     if (!error)
         return;
     std::error_code ignored;
@@ -68,25 +75,87 @@ void KeepPrevious(const fs::path& file, const fs::path& backup) {
     ThrowNotWritten("the previous version could not be kept under its name and a \"~\"", error);
 }
 
-bool HaveSameBytes(const fs::path& a, const fs::path& b) {
-    std::ifstream left(a, std::ios::binary);
-    std::ifstream right(b, std::ios::binary);
-    using Bytes = std::istreambuf_iterator<char>;
-    return left && right && std::equal(Bytes(left), Bytes(), Bytes(right), Bytes());
+/// Waits until what was written to the file is on the disk. Throws KelError when it does not get there.
+void Settle(const fs::path& file, bool isNew) {
+    std::error_code error;
+    const fs::file_type type = fs::status(file, error).type();
+    if (type != fs::file_type::regular && type != fs::file_type::none)
+        return; // a pipe or a device holds nothing back, and to open one again may wait for ever
+    error = SyncFile(file);
+    if (!error && isNew)
+        error = SyncFolder(file.parent_path());
+    if (error)
+        throw KelError("the file cannot be written: " + DescribeSystemError(error.value()));
 }
 
-/// Makes the file what it was. In place where that is possible, so that its owner and its other names stay; a
-/// rename, which needs no room on a full disk, where it is not.
-void PutBack(const fs::path& file, const fs::path& backup, const std::string& problem) {
+/// The files that hold half a version because they could not be put back. Only the backup is whole then, and
+/// a further save must not replace it by the half.
+class BrokenFiles {
+public:
+    void Add(const fs::path& file) {
+        const std::lock_guard lock(mutex_);
+        files_[file] = TimeOf(file);
+    }
+
+    void Remove(const fs::path& file) {
+        const std::lock_guard lock(mutex_);
+        files_.erase(file);
+    }
+
+    /// Not when somebody else has changed the file since.
+    bool Contains(const fs::path& file) {
+        const std::lock_guard lock(mutex_);
+        const auto found = files_.find(file);
+        return found != files_.end() && (found->second == UnknownTime || found->second == TimeOf(file));
+    }
+
+private:
+    static constexpr fs::file_time_type UnknownTime = fs::file_time_type::min();
+
+    static fs::file_time_type TimeOf(const fs::path& file) {
+        std::error_code error;
+        const fs::file_time_type time = fs::last_write_time(file, error);
+        return error ? UnknownTime : time;
+    }
+
+    std::mutex mutex_;
+    std::map<fs::path, fs::file_time_type> files_;
+};
+
+BrokenFiles& Broken() {
+    static BrokenFiles files;
+    return files;
+}
+
+/// Makes the file what it was, and returns whether that was possible. In place at first, so that its owner
+/// and its other names stay; else by a rename, which needs no room on a full disk.
+bool PutBack(const fs::path& file, const fs::path& backup) {
     if (HaveSameBytes(file, backup))
-        return;
-    std::error_code error;
-    fs::copy_file(backup, file, fs::copy_options::overwrite_existing, error);
-    if (!error && HaveSameBytes(file, backup))
-        return;
+        return true;
+    std::error_code error = CopyBytes(backup, file, CopyTo::ExistingFile);
+    if (!error && HaveSameBytes(file, backup) && !SyncFile(file))
+        return true;
     fs::rename(backup, file, error);
     if (error)
-        throw KelError(problem + ". The previous version is in the file beside it whose name ends in \"~\"");
+        return false;
+    SyncFolder(file.parent_path()); // if it fails, a power cut finds the version under one name or the other
+    return true;
+}
+
+/// Undoes what was written, and returns the sentence that tells where the author's version is.
+std::string Undo(const fs::path& file, const fs::path& backup) {
+    if (PutBack(file, backup)) {
+        Broken().Remove(file);
+        return ". The file on disk is as it was before";
+    }
+    Broken().Add(file);
+    return ". The previous version is in the file beside it whose name ends in \"~\"";
+}
+
+std::string UndoNew(const fs::path& file) {
+    std::error_code error;
+    fs::remove(file, error);
+    return error ? ". A part of it may be left on the disk" : "";
 }
 
 } // namespace
@@ -97,21 +166,25 @@ void ReplaceFile(const std::string& path, const std::function<void()>& write) {
     const bool isNew = !fs::exists(status);
     const bool isKept = fs::is_regular_file(status);
     const fs::path backup = WithSuffix(file, "~");
-    if (isKept)
+    if (isKept && !(Broken().Contains(file) && fs::is_regular_file(LookUp(backup))))
         KeepPrevious(file, backup);
     std::string problem;
     try {
         write();
+        Settle(file, isNew);
+        Broken().Remove(file);
         return;
     } catch (const std::exception& failure) {
         problem = failure.what();
     }
     if (isKept)
-        PutBack(file, backup, problem);
-    std::error_code ignored;
-    if (isNew)
-        fs::remove(file, ignored);
-    throw KelError(problem + (isNew ? "" : ". The file on disk is as it was before"));
+        problem += Undo(file, backup);
+    else if (isNew)
+        problem += UndoNew(file);
+    else
+        problem +=
+            ". The file on disk is as it was before"; // a device: nothing can be put back, nor was lost
+    throw KelError(problem);
 }
 
 } // namespace zem

@@ -1,5 +1,7 @@
 #include "writer/SaveGame.h"
 
+#include "writer/ReplaceFile.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -249,6 +251,18 @@ void SaveGame(GameModel& game, const std::string& path, Host& host) {
     file.Close();
     game.FileName = path;
     game.Modified = false;
+}
+
+void ReplaceGame(GameModel& game, const std::string& path, Host& host) {
+    const std::string fileName = game.FileName;
+    const bool modified = game.Modified;
+    try {
+        ReplaceFile(path, [&] { SaveGame(game, path, host); });
+    } catch (...) {
+        game.FileName = fileName;
+        game.Modified = modified;
+        throw;
+    }
 }
 
 } // namespace zem

@@ -469,6 +469,8 @@ TEST(MainWindow, HasItsMenusAndToolbarInOrder) {
               "&Game{&Properties..., &Items..., &Collectables...}, &Actions{&Menus..., &Procedures...}, "
               "&Advanced{&Misc KEL..., Included &Libraries..., &Synonyms..., &Error Messages...}, "
               "&Text Blocks..., -, &Options...");
+    EXPECT_EQ(Describe(*p.Find<QMenu>("mnuTools")).toStdString(),
+              "(&Undo ), (&Redo ), &History, -, Earlier &versions...");
     EXPECT_EQ(Describe(*p.Find<QMenu>("mnuHelp")).toStdString(),
               "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM");
     QStringList buttons;

@@ -1,4 +1,4 @@
-#include <QApplication>
+#include "app/Application.h"
 
 #include <gtest/gtest.h>
 #include <iostream>
@@ -13,6 +13,6 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     qInstallMessageHandler(HandleMessage);
-    const QApplication application(argc, argv);
+    const zem::Application application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -32,6 +32,19 @@ inline GameModel GameWithErrorNames() {
     return game;
 }
 
+/// A game of about 200 kB, so that it goes to the file in several pieces.
+inline GameModel LargeGame() {
+    GameModel game;
+    NewGame(game);
+    game.StartRoom = "Room 1";
+    for (int k = 1; k <= 200; ++k) {
+        Room& room = game.Rooms.Append();
+        room.Name = "Room " + std::to_string(k);
+        room.Look = std::string(1000, 'x');
+    }
+    return game;
+}
+
 /// Loads the bytes as a game file, through a real file. Throws what LoadGame throws.
 inline GameModel LoadBytes(std::string_view bytes, GameModel game = GameWithErrorNames()) {
     const TempFolder folder;

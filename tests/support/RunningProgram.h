@@ -31,7 +31,7 @@ public:
 
     /// Starts the program; `file` as on the command line.
     void Start(const QString& file = {}) {
-        program = std::make_unique<Program>(game, store, dialogs, programFolder);
+        program = std::make_unique<Program>(game, store, dialogs, programFolder, Path("state"));
         program->Main(file);
     }
 

@@ -29,6 +29,8 @@ public:
     void Text(const QString& question, const std::optional<QString>& answer) {
         script_.push_back({question, {}, answer, 0});
     }
+    /// A choice of buttons, as "title: text [button|button]".
+    void Choice(const QString& question, int answer) { script_.push_back({question, {}, {}, answer}); }
     /// A file dialog; an empty answer stands for Cancel.
     void OpenFile(const QString& answer) { script_.push_back({QStringLiteral("open"), {}, answer, 0}); }
     void SaveFile(const QString& answer) { script_.push_back({QStringLiteral("save"), {}, answer, 0}); }
@@ -49,6 +51,9 @@ public:
     std::optional<QString> AskText(QWidget*, const QString& prompt, const QString& title,
                                    const QString& text) override {
         return Next(QStringLiteral("%1: %2 [%3]").arg(title, prompt, text)).text;
+    }
+    int AskChoice(QWidget*, const QString& text, const QString& title, const QStringList& choices) override {
+        return Next(QStringLiteral("%1: %2 [%3]").arg(title, text, choices.join(u'|'))).result;
     }
     QString AskOpenFile(QWidget*, const FileQuestion& question) override {
         lastFileQuestion = question;

@@ -23,6 +23,22 @@ void WhenOpen(std::function<void(Form&)> use) {
     });
 }
 
+/// The same for a window that opens after others, or only after a while.
+template <class Form>
+void WhenOpenLater(std::function<void(Form&)> use, int tries = 12000) {
+    QTimer::singleShot(5, [use, tries] {
+        auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
+        if (form == nullptr && tries > 0) {
+            WhenOpenLater<Form>(use, tries - 1);
+            return;
+        }
+        ASSERT_NE(form, nullptr) << "the window has not opened";
+        use(*form);
+        if (form->isVisible())
+            form->reject();
+    });
+}
+
 /// A control of a form.
 template <class Control>
 Control& Find(const QWidget& form, const char* name) {

@@ -1,40 +1,27 @@
 #include "writer/SaveGame.h"
 
+#include "support/FullDisk.h"
 #include "support/Games.h"
 #include "support/Unprivileged.h"
-#include "writer/ReplaceFile.h"
 
-#include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/resource.h>
 
 namespace zem {
 namespace {
 
 namespace fs = std::filesystem;
+using test::FullDisk;
+using test::LargeGame;
 using test::ReadBytes;
 using test::RecordingHost;
 using test::TempFolder;
 
-/// A game of about 200 kB, so that it goes to the file in several pieces.
-GameModel LargeGame() {
-    GameModel game;
-    NewGame(game);
-    game.StartRoom = "Room 1";
-    for (int k = 1; k <= 200; ++k) {
-        Room& room = game.Rooms.Append();
-        room.Name = "Room " + std::to_string(k);
-        room.Look = std::string(1000, 'x');
-    }
-    return game;
-}
-
 std::string SaveProblem(GameModel& game, const std::string& path) {
     RecordingHost host;
     try {
-        ReplaceFile(path, [&] { SaveGame(game, path, host); });
+        ReplaceGame(game, path, host);
     } catch (const KelError& error) {
         return error.what();
     }
@@ -117,24 +104,6 @@ TEST(ReplaceFile, KeepsTheVersionThatIsReplaced) {
     EXPECT_EQ(ReadBytes(path + "~"), before);
     EXPECT_NE(ReadBytes(path), before);
 }
-
-/// Lets no file grow beyond 100,000 bytes while it lives.
-class FullDisk {
-public:
-    FullDisk() {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &unlimited_);
-        rlimit small = unlimited_;
-        small.rlim_cur = 100'000;
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &unlimited_); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit unlimited_{};
-};
 
 TEST(ReplaceFile, SavesThroughLinksAndPutsBackWhatTheyLeadTo) {
     const TempFolder folder;

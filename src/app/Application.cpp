@@ -1,0 +1,27 @@
+#include "app/Application.h"
+
+#include "forms/CommandError.h"
+
+#include <utility>
+
+namespace zem {
+
+void Application::SetNet(Dialogs& dialogs, std::function<void()> rescue) {
+    dialogs_ = &dialogs;
+    rescue_ = std::move(rescue);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    bool handled = false;
+    RunCommand(*dialogs_, activeWindow(), [&] {
+        try {
+            handled = QApplication::notify(receiver, event);
+        } catch (...) {
+            rescue_();
+            throw;
+        }
+    });
+    return handled;
+}
+
+} // namespace zem

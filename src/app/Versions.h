@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include <vector>
+
+namespace zem {
+
+/// One earlier version of a game's file.
+struct FileVersion {
+    QString path; // of the copy
+    QDateTime time;
+    qint64 size = 0;
+    bool isPinned = false; // kept whatever the limit
+};
+
+/// The earlier versions of the games' files, as copies in a folder for each game.
+class Versions {
+public:
+    static constexpr int MostVersions = 50;
+    static constexpr qint64 MostBytes =
+        100'000'000; // of the copies of one game; the latest stays in any case
+
+    /// @param folder  of all games; it is made when it is needed
+    explicit Versions(const QString& folder) : folder_(folder) {}
+
+    /// Keeps a copy of the file as a version of the game, and drops the oldest ones beyond the limits. False
+    /// when it cannot be written.
+    /// @param game  the path of the game's file
+    /// @param file  the file to copy; the game's own, or the one it has replaced
+    bool Keep(const QString& game, const QString& file, bool pinned = false) const;
+
+    /// The versions of a game, the latest first.
+    std::vector<FileVersion> List(const QString& game) const;
+
+private:
+    QString FolderOf(const QString& game) const;
+    void DropOldest(const QString& game) const;
+
+    QString folder_;
+};
+
+} // namespace zem

@@ -1,0 +1,78 @@
+#include "writer/FileBytes.h"
+
+#include "model/TextFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace zem {
+
+namespace {
+
+namespace fs = std::filesystem;
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+constexpr std::size_t BlockSize = 65536;
+
+std::error_code LastError() {
+    return {errno, std::generic_category()};
+}
+
+/// A file for whole blocks, which need no buffer on the way.
+File Open(const fs::path& path, const char* mode) {
+    File file(std::fopen(path.string().c_str(), mode));
+    if (file)
+        std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    return file;
+}
+
+std::error_code CopyBlocks(std::FILE* from, std::FILE* to) {
+    std::vector<char> block(BlockSize);
+    while (const std::size_t size = std::fread(block.data(), 1, block.size(), from)) {
+        if (std::fwrite(block.data(), 1, size, to) != size)
+            return LastError();
+    }
+    return std::ferror(from) != 0 ? LastError() : std::error_code();
+}
+
+} // namespace
+
+std::error_code CopyBytes(const fs::path& from, const fs::path& to, CopyTo target) {
+    const File in = Open(from, "rb");
+    if (!in)
+        return LastError();
+    File out = Open(to, target == CopyTo::NewFile ? "wbx" : "wb");
+    if (!out)
+        return LastError();
+    std::error_code error;
+    // Before the bytes: nobody is to read them in the copy who could not read them in the file.
+    if (target == CopyTo::NewFile)
+        fs::permissions(to, fs::status(from, error).permissions(), error);
+    if (!error)
+        error = CopyBlocks(in.get(), out.get());
+    if (std::fclose(out.release()) != 0 && !error)
+        error = LastError();
+    return error;
+}
+
+bool HaveSameBytes(const fs::path& a, const fs::path& b) {
+    const File left = Open(a, "rb");
+    const File right = Open(b, "rb");
+    if (!left || !right)
+        return false;
+    std::vector<char> leftBlock(BlockSize);
+    std::vector<char> rightBlock(BlockSize);
+    std::size_t size = 0;
+    do {
+        size = std::fread(leftBlock.data(), 1, BlockSize, left.get());
+        if (std::fread(rightBlock.data(), 1, BlockSize, right.get()) != size ||
+            std::memcmp(leftBlock.data(), rightBlock.data(), size) != 0)
+            return false;
+    } while (size > 0);
+    return std::ferror(left.get()) == 0 && std::ferror(right.get()) == 0;
+}
+
+} // namespace zem
