@@ -327,7 +327,7 @@ int EntriesOf(const Record& record, const std::string& list) {
 }
 
 bool IsThere(const GameModel& game, const LostPlace& place) {
-    if (place.list.empty())
+    if (place.list.empty() || place.list == "blocks of other kinds")
         return place.entry == 0 && place.innerEntry == 0;
     if (place.entry < 1 || place.entry > EntriesOf(game, place.list))
         return false;
@@ -358,7 +358,7 @@ GameModel Alone(GameModel game, const LostPlace& place) {
             value.Clear();
             if (name == place.list)
                 value.Append(all[place.entry]);
-        } else if (!place.list.empty()) {
+        } else if (place.entry != 0) {
             value = std::remove_cvref_t<decltype(value)>();
         }
     });
