@@ -19,7 +19,9 @@ public:
     void SetNet(Dialogs& dialogs, std::function<void()> rescue);
 
     /// What SetNet was given is used no longer.
-    void ClearNet() { SetNet(platformDialogs_, [] {}); }
+    void ClearNet() {
+        SetNet(platformDialogs_, [] {});
+    }
 
     bool notify(QObject* receiver, QEvent* event) override;
 
