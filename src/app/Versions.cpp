@@ -49,6 +49,12 @@ std::vector<FileVersion> Versions::List(const QString& game) const {
     return versions;
 }
 
+QString Versions::SetAside(const QString& path) {
+    const QString aside = path + QLatin1String(".damaged");
+    QFile::rename(path, aside);
+    return aside;
+}
+
 void Versions::DropOldest(const QString& game) const {
     int count = 0;
     qint64 bytes = 0;

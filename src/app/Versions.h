@@ -34,6 +34,9 @@ public:
     /// The versions of a game, the latest first.
     std::vector<FileVersion> List(const QString& game) const;
 
+    /// Renames a version that cannot be read, so that it is listed no longer; returns its new path.
+    static QString SetAside(const QString& path);
+
 private:
     QString FolderOf(const QString& game) const;
     void DropOldest(const QString& game) const;

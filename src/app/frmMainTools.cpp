@@ -10,8 +10,15 @@
 #include "ui_frmMain.h"
 
 #include <QFileInfo>
+#include <QTimer>
 
 namespace zem {
+
+namespace {
+
+constexpr int WaitForEditor = 300; // milliseconds, again and again until it is closed
+
+} // namespace
 
 void frmMain::ConnectTools() {
     Connect(ui_->mnuToolsUndo, &frmMain::mnuToolsUndo_Click);
@@ -56,8 +63,15 @@ void frmMain::mnuToolsVersions_Click() {
     frmVersions form(session_.FileName().isEmpty() ? std::vector<FileVersion>()
                                                    : versions_.List(session_.FileName()),
                      this);
-    if (form.exec() == QDialog::Accepted && AskToSave())
+    if (form.exec() != QDialog::Accepted || !AskToSave())
+        return;
+    try {
         session_.OpenVersion(form.Selected());
+    } catch (const CommandError& error) {
+        const QString aside = Versions::SetAside(form.Selected());
+        throw CommandError(error.Text() + QStringLiteral(" It is kept aside as %1.").arg(aside),
+                           error.Title());
+    }
 }
 
 // ---- The file on disk
@@ -103,6 +117,13 @@ bool frmMain::AskAboutChangedFile() {
 // ---- What the file would not give back
 
 void frmMain::ShowLostPlaces(const std::vector<LostPlace>& places) {
+    if (QApplication::activeModalWidget() != nullptr) { // two editors of one place must not be open at once
+        QTimer::singleShot(WaitForEditor, this, [this, places, path = session_.FileName()] {
+            if (path == session_.FileName())
+                ShowLostPlaces(places);
+        });
+        return;
+    }
     frmReadBack form(places, this);
     if (form.exec() == QDialog::Accepted)
         RunCommand(dialogs_, this, [&] { OpenEditorOf(form.Selected()); });

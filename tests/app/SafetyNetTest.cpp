@@ -325,6 +325,29 @@ TEST(EarlierVersions, OpenAsUnsavedGames) {
     EXPECT_EQ(ReadBytes(p.folder.Path("game.kel")).find("define room <Hall>"), std::string::npos);
 }
 
+TEST(EarlierVersions, ThatAreDamagedAreToldOnceAndKeptAside) {
+    RunningProgram p;
+    p.StartWith(Small);
+    p.Trigger("mnuFileSave");
+    const Versions versions(p.Path("state/versions"));
+    const QString path = versions.List(p.Path("game.kel")).at(0).path;
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("define game <x>\r\n");
+    file.close();
+    WhenOpen<frmVersions>([&](frmVersions& form) {
+        p.dialogs.Message(
+            QStringLiteral("Failed to load game: %1, line 1: this block has no \"end define\": define "
+                           "game <x>. It is kept aside as %2.damaged.")
+                .arg(QFileInfo(path).fileName(), path));
+        Click(form, "butOpen");
+    });
+    p.Trigger("mnuToolsVersions");
+    EXPECT_EQ(p.Rows("lstRooms").size(), 2) << "the game that was open";
+    EXPECT_TRUE(versions.List(p.Path("game.kel")).empty());
+    EXPECT_TRUE(QFile::exists(path + QStringLiteral(".damaged")));
+}
+
 TEST(EarlierVersions, AreBoundedInNumberButForThosePinned) {
     const test::TempFolder folder;
     const Versions versions(PathToQt(folder.Path("versions")));
