@@ -4,8 +4,10 @@
 #include "app/frmReadBack.h"
 #include "app/frmRecovery.h"
 #include "app/frmVersions.h"
+#include "check/LooseComparison.h"
 #include "editors/frmEditCollectables.h"
 #include "editors/frmEditItems.h"
+#include "editors/frmGameProperties.h"
 #include "editors/frmRoomProperties.h"
 #include "editors/frmTextSectionEdit.h"
 #include "editors/frmThingProperties.h"
@@ -23,6 +25,8 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <iterator>
+#include <random>
 
 namespace zem {
 namespace {
@@ -432,6 +436,71 @@ TEST(SavedMeansReadable, ReadsLargeGamesBackInTheBackground) {
     });
     EXPECT_TRUE(QTest::qWaitFor([&] { return !place.empty(); }, 60000));
     EXPECT_EQ(place, "Room 14997, alias: the \">\" in it ends it early.");
+}
+
+/// A text of pieces that mean something in a file.
+QString TrickyText(std::mt19937& random) {
+    static const char* const pieces[] = {"a", "b c", ">",    "<",  ";",      ",",          "=",
+                                         "{", "}",   "]",    "__", "'x",     "end define", "define x",
+                                         " ", "\n",  "else", "x",  "nodebug"};
+    QString text;
+    for (auto count = random() % 4; count > 0; --count)
+        text += QLatin1String(pieces[random() % std::size(pieces)]);
+    return text;
+}
+
+// Whatever is typed into the forms: the author is told just when the file does not give the game back.
+TEST(SavedMeansReadable, TellsJustWhatIsLostOfWhateverIsTyped) {
+    int told = 0;
+    for (unsigned seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE(seed);
+        std::mt19937 random(seed);
+        RunningProgram p;
+        p.StartWith(Small);
+        WhenOpen<frmGameProperties>([&](frmGameProperties& form) {
+            Find<QLineEdit>(form, "txtGameCopyright").setText(TrickyText(random).remove(u'\n'));
+            Click(form, "butOK");
+        });
+        p.Trigger("mnuViewGameProperties");
+        WhenOpen<frmTextSectionEdit>([&](frmTextSectionEdit& form) {
+            Find<PlainTextBox>(form, "txtText").setPlainText(TrickyText(random));
+        });
+        p.Trigger("mnuViewTextSectionEditor");
+        const QString item = u'i' + TrickyText(random).remove(u'\n');
+        WhenOpen<frmEditItems>([&](frmEditItems& form) {
+            p.dialogs.Text(QStringLiteral("New item: Please enter a name for this item: []"), item);
+            Click(form, "butAdd");
+            Click(form, "butOK");
+        });
+        p.Trigger("mnuViewItems");
+        p.Select("lstRooms", 0);
+        WhenOpen<frmRoomProperties>([&](frmRoomProperties& form) {
+            Find<PlainTextBox>(form, "txtDescription").setPlainText(TrickyText(random).remove(u'\n'));
+            Click(form, "butOK");
+        });
+        p.Click("butEditRoom");
+
+        bool isTold = false;
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&isTold] {
+            if (auto* form = qobject_cast<frmReadBack*>(QApplication::activeModalWidget())) {
+                isTold = true;
+                form->reject();
+            }
+        });
+        watch.start(1);
+        p.Trigger("mnuFileSave");
+        bool comesBack = false;
+        try {
+            comesBack = IsSameInFile(p.game, test::LoadBytes(ReadBytes(p.folder.Path("game.kel")), p.game));
+        } catch (const KelError&) {
+            comesBack = false; // the file cannot be read
+        }
+        EXPECT_EQ(isTold, !comesBack);
+        told += isTold ? 1 : 0;
+    }
+    EXPECT_GT(told, 5);
+    EXPECT_LT(told, 40);
 }
 
 // ---- Files changed behind the editor
