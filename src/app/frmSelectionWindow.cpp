@@ -16,8 +16,7 @@ frmSelectionWindow::frmSelectionWindow(ScriptEditing& scripts, const SelectionMe
       scripts_(scripts),
       menu_(menu) {
     ui_->setupUi(this);
-    ui_->txtInfo->setText(ToQt(menu.Info));
-    RefuseUnstorableText(*ui_->txtInfo, scripts.PlatformDialogs());
+    EditStorableText(*ui_->txtInfo, menu.Info, scripts.PlatformDialogs());
     choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu);
     for (const ScriptPair& choice : menu.Choices)
         choices_->Append(choice);

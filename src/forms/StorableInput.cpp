@@ -28,6 +28,7 @@ void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
         QString text;
         int cursor = 0;
     };
+    box.setMaxLength(std::numeric_limits<int>::max()); // texts of the game may have any length
     const auto good = std::make_shared<State>(State{box.text(), box.cursorPosition()});
     QObject::connect(&box, &QLineEdit::cursorPositionChanged, &box, [&box, good](int, int cursor) {
         if (box.text() == good->text)

@@ -16,8 +16,7 @@ frmEditCommand::frmEditCommand(ScriptEditing& scripts, const std::string& patter
       scripts_(scripts),
       action_(action) {
     ui_->setupUi(this);
-    ui_->txtCommand->setText(ToQt(pattern));
-    RefuseUnstorableText(*ui_->txtCommand, scripts.PlatformDialogs());
+    EditStorableText(*ui_->txtCommand, pattern, scripts.PlatformDialogs());
     scripts.Show(action_, *ui_->txtAction);
     OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
     OnClick(ui_->butInsertVariable, this, scripts_.PlatformDialogs(), [this] { butInsertVariable_Click(); });

@@ -90,7 +90,8 @@ TEST_F(MenuFormsTest, KeepsANewMenuWhoseEditorIsCancelledAndAlwaysMarksTheGame) 
 }
 
 TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
-    frmPlayerCommandEditor form(scripts, {{"look", "msg <l>"}, {"take #x#", "msg <t>"}});
+    const std::string take = "take " + std::string(40000, 'x'); // longer than a box holds by itself
+    frmPlayerCommandEditor form(scripts, {{"look", "msg <l>"}, {take, "msg <t>"}});
     form.show();
     auto& list = Find<QListWidget>(form, "lstCommands");
     WhenOpen<frmEditCommand>([](frmEditCommand& command) { Click(command, "butOK"); });
@@ -110,13 +111,15 @@ TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
         Click(command, "butOK");
     });
     QTest::keyClick(&list, Qt::Key_Return);
+    list.setCurrentRow(0);
+    WhenOpen<frmEditCommand>([](frmEditCommand& command) { Click(command, "butOK"); });
+    Click(form, "butEdit");
     WhenOpen<frmEditCommand>([](frmEditCommand& command) {
         QTest::keyClicks(&Find<QLineEdit>(command, "txtCommand"), QStringLiteral(" cancelled"));
         QTest::keyClick(&command, Qt::Key_Escape);
     });
     Click(form, "butEdit");
-    EXPECT_EQ(form.Commands(),
-              (std::vector<ScriptPair>{{"take #x#", "msg <t>"}, {"look round", ""}, {"", ""}}));
+    EXPECT_EQ(form.Commands(), (std::vector<ScriptPair>{{take, "msg <t>"}, {"look round", ""}, {"", ""}}));
     for (int k = 0; k < 4; ++k)
         Click(form, "butRemove"); // the next one is selected each time
     EXPECT_TRUE(form.Commands().empty());
