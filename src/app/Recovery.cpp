@@ -98,7 +98,12 @@ void Recovery::StartWriting() {
     if (!lock_->isLocked())
         lock_->tryLock(0);
     pool_.start([this, game = session_.Game(), stamp = session_.Stamp()] {
-        const std::optional<QString> problem = WriteCopy(path_, game, stamp);
+        std::optional<QString> problem;
+        try {
+            problem = WriteCopy(path_, game, stamp);
+        } catch (const std::exception& error) { // which nobody would catch on this thread
+            problem = QLatin1String(error.what());
+        }
         isWriting_ = false;
         if (problem)
             QMetaObject::invokeMethod(this, [this, problem] {

@@ -163,7 +163,9 @@ void frmMain::OpenRoomOrThing(const LostPlace& place) {
     const ThingKind kind = isCharacter ? ThingKind::Character : ThingKind::Object;
     if (isThing && place.innerEntry > (isCharacter ? room.Characters : room.Objects).Count())
         return;
-    session_.AsOneStep(isThing ? QStringLiteral("edit thing") : QStringLiteral("edit room"), [&] {
+    const QString what =
+        isThing ? QString(QLatin1String(isCharacter ? "character" : "object")) : QStringLiteral("room");
+    session_.AsOneStep(QStringLiteral("edit %1").arg(what), [&] {
         if (isThing)
             frmThingProperties(scripts_, editorShell_, kind, place.entry, place.innerEntry, this).exec();
         else

@@ -1,0 +1,97 @@
+#include "editors/frmEditItems.h"
+#include "editors/frmRoomProperties.h"
+#include "editors/frmTextSectionEdit.h"
+#include "forms/PlainTextBox.h"
+#include "support/SmallGame.h"
+#include "support/WhenOpen.h"
+
+#include <QDockWidget>
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+namespace zem {
+namespace {
+
+using test::Click;
+using test::DeleteRoom;
+using test::Find;
+using test::RunningProgram;
+using test::Small;
+using test::UndoText;
+using test::WhenOpen;
+
+TEST(Undo, TakesBackEveryCommandAndKnowsTheSavedState) {
+    RunningProgram p;
+    p.StartWith(Small);
+    const GameModel opened = p.game;
+    EXPECT_EQ(UndoText(p), "-, -");
+    DeleteRoom(p, 0);
+    p.Select("lstRooms", 0);
+    WhenOpen<frmRoomProperties>([](frmRoomProperties& form) {
+        Find<QLineEdit>(form, "txtAlias").setText(QStringLiteral("loft"));
+        Click(form, "butOK");
+    });
+    p.Click("butEditRoom");
+    WhenOpen<frmTextSectionEdit>([](frmTextSectionEdit& form) { // several changes, one step
+        QTest::keyClicks(&Find<PlainTextBox>(form, "txtText"), QStringLiteral("abc"));
+    });
+    p.Trigger("mnuViewTextSectionEditor");
+    EXPECT_EQ(UndoText(p), "&Undo edit text blocks, -");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_EQ(p.game.TextSections[1].Text, "");
+    EXPECT_EQ(UndoText(p), "&Undo edit room, &Redo edit text blocks");
+    p.Trigger("mnuFileSave");
+    EXPECT_FALSE(p.game.Modified);
+    p.Trigger("mnuToolsUndo");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_TRUE(SameGame(p.game, opened));
+    EXPECT_EQ(p.Rows("lstRooms"), (QStringList{"Hall", "Attic"}));
+    EXPECT_TRUE(p.game.Modified) << "the file holds a later state";
+    EXPECT_EQ(UndoText(p), "-, &Redo delete room");
+    p.Trigger("mnuToolsRedo");
+    p.Trigger("mnuToolsRedo");
+    EXPECT_FALSE(p.game.Modified) << "back at what was saved";
+    EXPECT_EQ(p.Status(), "");
+    EXPECT_EQ(p.game.FileName, p.folder.Path("game.kel"));
+    p.Trigger("mnuToolsUndo");
+    DeleteRoom(p, 0); // another way: what was undone is gone, and so is the saved state
+    EXPECT_EQ(UndoText(p), "&Undo delete room, -");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_TRUE(p.game.Modified);
+}
+
+TEST(Undo, MakesNoStepOfACommandThatChangedNothing) {
+    RunningProgram p;
+    p.StartWith(Small);
+    WhenOpen<frmEditItems>([](frmEditItems& form) { Click(form, "butOK"); });
+    p.Trigger("mnuViewItems");
+    EXPECT_TRUE(p.game.Modified);
+    WhenOpen<frmTextSectionEdit>([](frmTextSectionEdit&) {});
+    p.Trigger("mnuViewTextSectionEditor");
+    EXPECT_EQ(UndoText(p), "-, -");
+}
+
+TEST(Undo, JumpsToAnyStepFromThePanel) {
+    RunningProgram p;
+    p.StartWith(Small);
+    p.Trigger("mnuToolsHistory");
+    EXPECT_TRUE(p.Find<QDockWidget>("dckHistory")->isVisible());
+    EXPECT_EQ(p.Rows("lstSteps"), QStringList{"(as opened)"});
+    DeleteRoom(p, 0);
+    DeleteRoom(p, 0);
+    EXPECT_EQ(p.Rows("lstSteps"), (QStringList{"(as opened)", "delete room", "delete room"}));
+    p.Select("lstSteps", 0);
+    EXPECT_EQ(p.game.Rooms.Count(), 2);
+    EXPECT_EQ(p.Rows("lstSteps"),
+              (QStringList{"(as opened)", "delete room (undone)", "delete room (undone)"}));
+    p.Select("lstSteps", 1);
+    EXPECT_EQ(p.Rows("lstRooms"), QStringList{"Attic"});
+    EXPECT_EQ(p.SelectedRow("lstSteps"), 1);
+    p.game.Modified = false;
+    p.Trigger("mnuFileNew");
+    EXPECT_EQ(p.Rows("lstSteps"), QStringList{"(as opened)"});
+}
+
+} // namespace
+} // namespace zem
