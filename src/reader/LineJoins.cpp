@@ -4,7 +4,6 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace zem {
 
@@ -37,7 +36,7 @@ void JoinContinuedLines(SourceText& source, const BlockSpan& block) {
             joined.append(last == first ? part : TrimLeft(part));
         }
         joined.append(TrimLeft(source.Line(last)));
-        source.SetLine(first, std::move(joined));
+        source.SetLine(first, source.MakeText(joined));
         for (std::size_t index = first + 1; index <= last; ++index)
             source.ClearLine(index);
         first = last;

@@ -3,6 +3,7 @@
 #include "model/LineText.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace zem {
@@ -19,29 +20,36 @@ SourceText::SourceText(std::string bytes) : bytes_(std::move(bytes)) {
         } else {
             std::string expanded(line);
             ExpandTabs(expanded);
-            lines_.push_back(AddText(std::move(expanded)));
+            lines_.push_back(MakeText(expanded));
         }
     }
 }
 
-SourceText::LineRef SourceText::AddText(std::string text) {
-    texts_.push_back(std::move(text));
-    return {static_cast<std::uint32_t>(texts_.size() - 1), Rewritten};
+SourceText::Piece SourceText::Trimmed(Piece piece) const {
+    const std::string_view text = Text(piece);
+    const std::string_view trimmed = Trim(text);
+    const auto cut = trimmed.empty() ? 0 : static_cast<std::uint32_t>(trimmed.data() - text.data());
+    return {piece.start + cut, static_cast<std::uint32_t>(trimmed.size())};
 }
 
-void SourceText::SetLine(std::size_t index, std::string text) {
-    lines_[index - 1] = AddText(std::move(text)); // the old text stays: others may hold views of it
+SourceText::Piece SourceText::MakeText(std::string_view text) {
+    const std::size_t start = bytes_.size() + made_.size();
+    if (text.size() > std::numeric_limits<std::uint32_t>::max() - start)
+        throw KelError("the game is too large: its texts take 4 GB and more");
+    made_.append(text);
+    return {static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(text.size())};
 }
 
 void SourceText::AppendToLine(std::size_t index, std::string_view text) {
-    if (lines_[index - 1].size != Rewritten)
-        SetLine(index, std::string(Line(index)));
-    texts_[lines_[index - 1].start].append(text);
+    Piece& line = lines_[index - 1];
+    if (line.start + std::size_t{line.size} != bytes_.size() + made_.size() || line.start < bytes_.size())
+        line = MakeText(Line(index));
+    line.size += MakeText(text).size;
 }
 
-void SourceText::AppendSourceLine(std::string text, std::size_t origin) {
-    lines_.push_back(AddText(std::move(text)));
-    origins_.push_back(origin);
+void SourceText::AppendSourceLine(Piece text, std::size_t origin) {
+    lines_.push_back(text);
+    origins_.push_back(static_cast<std::uint32_t>(origin));
 }
 
 std::size_t SourceText::LineInFile(std::size_t index) const {
@@ -50,18 +58,8 @@ std::size_t SourceText::LineInFile(std::size_t index) const {
 }
 
 void SourceText::TrimLines() {
-    for (LineRef& line : lines_) {
-        if (line.size == Rewritten) {
-            std::string& text = texts_[line.start];
-            text.resize(text.find_last_not_of(' ') + 1);
-            text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-        } else {
-            const std::string_view text = std::string_view(bytes_).substr(line.start, line.size);
-            const std::string_view trimmed = Trim(text);
-            line = {static_cast<std::uint32_t>(trimmed.empty() ? 0 : trimmed.data() - bytes_.data()),
-                    static_cast<std::uint32_t>(trimmed.size())};
-        }
-    }
+    for (Piece& line : lines_)
+        line = Trimmed(line);
 }
 
 void SourceText::IndexBlocks() {

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,33 +16,49 @@ struct BlockSpan {
     std::size_t LastLine = 0;
 };
 
-/// The lines of a game file while it is read, 1-based, and the index of its top-level blocks. A line is a
-/// piece of the file's bytes, or a text of its own once it was rewritten; files may have any number of lines
-/// and blocks, so that every game that can be saved can be opened again.
+/// The lines of a game file while it is read, 1-based, and the index of its top-level blocks. Files may have
+/// any number of lines and blocks, so that every game that can be saved can be opened again.
 class SourceText {
 public:
+    /// Where a text stands, for as long as the source lives. Half the size of a view: a file has many lines,
+    /// and they are in memory together with the whole game.
+    struct Piece {
+        std::uint32_t start = 0; // in the bytes of the file or, from their end on, in the texts made
+        std::uint32_t size = 0;
+    };
+
     /// Splits the bytes of a file at CR LF and LF, and expands the tabs. Throws KelError when there is no
     /// line and for files of 4 GB and more.
     explicit SourceText(std::string bytes);
 
     std::size_t LineCount() const { return lines_.size(); }
 
-    /// The line's text; good until that line is trimmed or appended to.
-    std::string_view Line(std::size_t index) const {
-        const LineRef line = lines_[index - 1];
-        return line.size == Rewritten ? std::string_view(texts_[line.start])
-                                      : std::string_view(bytes_).substr(line.start, line.size);
+    /// The line's text; good until a text is made.
+    std::string_view Line(std::size_t index) const { return Text(lines_[index - 1]); }
+
+    /// The text of a piece; good until a text is made.
+    std::string_view Text(Piece piece) const {
+        return piece.start < bytes_.size()
+                   ? std::string_view(bytes_.data() + piece.start, piece.size)
+                   : std::string_view(made_.data() + (piece.start - bytes_.size()), piece.size);
     }
 
-    /// Replaces a line by a new text.
-    void SetLine(std::size_t index, std::string text);
+    /// The piece without its leading and trailing blanks.
+    Piece Trimmed(Piece piece) const;
+
+    /// Makes a text that is in no line yet. It may be a part of one. Throws KelError when all texts together
+    /// take 4 GB and more.
+    Piece MakeText(std::string_view text);
+
+    Piece LinePiece(std::size_t index) const { return lines_[index - 1]; }
+    void SetLine(std::size_t index, Piece text) { lines_[index - 1] = text; }
     void ClearLine(std::size_t index) { lines_[index - 1] = {}; }
 
-    /// Adds text at the end of a line.
+    /// Adds text at the end of a line: without copying the line when it is the text that was made last.
     void AppendToLine(std::size_t index, std::string_view text);
 
     /// Adds a line at the end, which came from line `origin` of the file.
-    void AppendSourceLine(std::string text, std::size_t origin);
+    void AppendSourceLine(Piece text, std::size_t origin);
 
     /// The number in the file of the line that this line came from.
     std::size_t LineInFile(std::size_t index) const;
@@ -78,19 +93,10 @@ public:
     }
 
 private:
-    /// Half the size of a view: a file has many lines, and they are in memory together with the whole game.
-    struct LineRef {
-        std::uint32_t start = 0; // in the bytes of the file, or the index of a text of its own
-        std::uint32_t size = 0;  // or Rewritten
-    };
-    static constexpr std::uint32_t Rewritten = 0xFFFFFFFF;
-
-    LineRef AddText(std::string text);
-
     std::string bytes_;
-    std::vector<LineRef> lines_;
-    std::deque<std::string> texts_;    // of the lines that were rewritten or appended
-    std::vector<std::size_t> origins_; // of the lines that were appended
+    std::string made_; // the texts of lines that were rewritten or appended, one after the other
+    std::vector<Piece> lines_;
+    std::vector<std::uint32_t> origins_; // of the lines that were appended
     std::vector<BlockSpan> blocks_;
 };
 
