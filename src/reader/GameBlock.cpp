@@ -11,7 +11,7 @@ namespace zem {
 
 namespace {
 
-constexpr Keyword<GameModel> GameKeywords[] = {
+constexpr Keyword<GameModel> GameRows[] = {
     {"start ", reads::Parameter<&GameModel::StartRoom>},
     {"game author ", reads::Parameter<&GameModel::GameAuthor>},
     {"game version ", reads::Parameter<&GameModel::GameVersion>},
@@ -34,11 +34,12 @@ constexpr Keyword<GameModel> GameKeywords[] = {
     {"kel-version ", reads::Nothing},
     {"error ", reads::Nothing},
 };
+constexpr Keywords<GameModel> GameKeywords(GameRows);
 
 /// Gives each inner line of the game block to `use`.
 template <class Use>
 void UseGameLines(const SourceText& source, Use use) {
-    source.UseInnerLines(FindBlock(source, "game"), use);
+    source.UseInnerLines(source.GameBlock(), use);
 }
 
 enum class Cut {
@@ -62,11 +63,11 @@ void SplitList(std::string_view list, Cut cut, Use use) {
 } // namespace
 
 void ReadGameBlock(GameModel& game, const SourceText& source) {
-    const BlockSpan block = FindBlock(source, "game");
+    const BlockSpan block = source.GameBlock();
     if (block.FirstLine != 0)
         source.UseLine(block.FirstLine, [&](std::string_view line) { game.GameName = GetParameter(line); });
     source.UseInnerLines(block, [&](std::string_view line) {
-        if (ReadByKeyword<GameModel>(GameKeywords, game, line))
+        if (GameKeywords.Read(game, line))
             return;
         // An exact comparison: in capitals the line is no flag and is kept as it is.
         if (line == "nodebug")

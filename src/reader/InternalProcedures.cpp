@@ -81,6 +81,8 @@ public:
     BraceReplacer(GameModel& game, SourceText& source) : game_(game), source_(source) {}
 
     void Run() {
+        if (!source_.Holds('{'))
+            return;
         const std::size_t written = source_.Blocks().size();
         for (std::size_t k = 0; k < written; ++k)
             ReplaceInBlock(source_.Blocks()[k]);

@@ -3,31 +3,50 @@
 #include "model/GameModel.h"
 #include "model/LineText.h"
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace zem {
 
-/// One keyword of a block: lines that begin with the word are read into the record. In a table of keywords
-/// the order of the rows is the order of the tests, and the first that matches decides.
+/// One keyword of a block: lines that begin with the word are read into the record.
 template <class Record>
 struct Keyword {
     std::string_view word; // small letters, with the blank that must follow
     void (*read)(Record& record, std::string_view line, std::string_view word);
 };
 
-/// Reads a trimmed line into the record by the first keyword that it begins with; false when there is none.
+/// The keywords of a block. The order of the rows is the order of the tests, and the first that matches
+/// decides.
 template <class Record>
-bool ReadByKeyword(std::span<const Keyword<Record>> keywords, Record& record, std::string_view line) {
-    const char first = line.empty() ? '\0' : Lower(line.front()); // which tells most keywords apart
-    for (const Keyword<Record>& keyword : keywords)
-        if (keyword.word.front() == first && BeginsWith(line, keyword.word)) {
-            keyword.read(record, line, keyword.word);
-            return true;
-        }
-    return false;
-}
+class Keywords {
+public:
+    /// @param rows  outlive the object
+    constexpr explicit Keywords(std::span<const Keyword<Record>> rows) : rows_(rows) {
+        for (const Keyword<Record>& row : rows)
+            firsts_[static_cast<unsigned char>(row.word.front())] = true;
+    }
+
+    /// Reads a trimmed line into the record by the first keyword that it begins with; false when there is
+    /// none.
+    bool Read(Record& record, std::string_view line) const {
+        // The first letter tells most keywords apart, and most lines that no keyword takes.
+        const char first = line.empty() ? '\0' : Lower(line.front());
+        if (!firsts_[static_cast<unsigned char>(first)])
+            return false;
+        for (const Keyword<Record>& keyword : rows_)
+            if (keyword.word.front() == first && BeginsWith(line, keyword.word)) {
+                keyword.read(record, line, keyword.word);
+                return true;
+            }
+        return false;
+    }
+
+private:
+    std::span<const Keyword<Record>> rows_;
+    std::array<bool, 256> firsts_{}; // the first letters of all words
+};
 
 /// What a row of a keyword table does with its line: the usual ways.
 namespace reads {

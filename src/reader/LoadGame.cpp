@@ -35,32 +35,32 @@ bool IsGamePath(const std::string& path, Host& host) {
     return false;
 }
 
-/// Only the first marker counts. Without one, the number of the game that was open before goes on.
-void ReadMarker(GameModel& game, const SourceText& source) {
-    for (std::size_t index = 1; index <= source.LineCount(); ++index) {
-        if (!BeginsWith(source.Line(index), "'ZEM-NIP "))
-            continue;
-        source.UseLine(index, [&](std::string_view line) {
-            game.NextInternalProcedure = LeadingNumber(GetParameter(line));
-        });
-        return;
-    }
-}
-
-/// Every line counts, those inside blocks, too. The libraries themselves are not opened.
-void ReadIncludes(GameModel& game, const SourceText& source) {
+/// Reads what counts on every line of the file, those inside blocks, too: the included libraries, which are
+/// not opened, and the marker of the next internal procedure. Only the first marker counts. Without one, the
+/// number of the game that was open before goes on.
+void ReadLoneLines(GameModel& game, const SourceText& source) {
     game.Includes.Clear();
-    for (std::size_t index = 1; index <= source.LineCount(); ++index)
-        if (BeginsWith(source.Line(index), "!include "))
-            source.UseLine(
-                index, [&](std::string_view line) { game.Includes.Append(std::string(GetParameter(line))); });
+    bool hasMarker = false;
+    for (std::size_t index = 1; index <= source.LineCount(); ++index) {
+        const std::string_view line = source.Line(index);
+        const bool isMarker = !hasMarker && BeginsWith(line, "'ZEM-NIP ");
+        if (!isMarker && !BeginsWith(line, "!include "))
+            continue;
+        source.UseLine(index, [&](std::string_view text) {
+            const std::string_view parameter = GetParameter(text);
+            if (isMarker)
+                game.NextInternalProcedure = LeadingNumber(parameter);
+            else
+                game.Includes.Append(std::string(parameter));
+        });
+        hasMarker = hasMarker || isMarker;
+    }
 }
 
 /// The file pass: from the bytes of the file to lines in which every script stands on one line. False when
 /// the host has told the author what is wrong.
 bool PassFile(GameModel& game, SourceText& source, const std::string& path, Host& host) {
-    ReadMarker(game, source);
-    ReadIncludes(game, source);
+    ReadLoneLines(game, source);
     source.IndexBlocks();
     MakeInternalProcedures(game, source);
 
@@ -105,6 +105,7 @@ bool ReadWholeGame(GameModel& game, std::string bytes, const std::string& path, 
         host.ShowStage("Initializing...");
         host.ShowProgress(5);
         source.TrimLines();
+        source.NoteKinds();
         for (const Stage& stage : Stages) {
             host.ShowStage(stage.text);
             stage.read(game, source);

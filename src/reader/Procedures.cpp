@@ -6,9 +6,7 @@ namespace zem {
 
 void ReadProcedures(GameModel& game, const SourceText& source) {
     game.Procedures.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!BeginsWith(source.Line(block.FirstLine), "define procedure "))
-            continue;
+    for (const BlockSpan& block : source.BlocksOf(ProcedureKind)) {
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             Procedure& procedure = game.Procedures.Append();
             procedure.Name = GetParameter(firstLine);

@@ -26,7 +26,7 @@ void ReadOutExit(Room& room, std::string_view line, std::string_view /*word*/) {
         room.Out.Edit().Script = script;
 }
 
-constexpr Keyword<Room> RoomKeywords[] = {
+constexpr Keyword<Room> RoomRows[] = {
     {"alias ", reads::Parameter<&Room::Alias>},
     {"look ", reads::Parameter<&Room::Look>},
     {"out ", ReadOutExit},
@@ -48,6 +48,7 @@ constexpr Keyword<Room> RoomKeywords[] = {
     {"'", reads::Nothing},
     {"end define", reads::Nothing},
 };
+constexpr Keywords<Room> RoomKeywords(RoomRows);
 
 void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
     bool inThing = false; // the lines of a character or object are for ReadThings
@@ -56,7 +57,7 @@ void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
             inThing = !BeginsWith(line, "end define");
         else if (BeginsWith(line, "define "))
             inThing = true;
-        else if (!ReadByKeyword<Room>(RoomKeywords, room, line))
+        else if (!RoomKeywords.Read(room, line))
             KeepLine(room.MiscTags, line);
     });
 }
@@ -64,9 +65,7 @@ void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
 } // namespace
 
 void ReadRooms(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!BeginsWith(source.Line(block.FirstLine), "define room"))
-            continue;
+    for (const BlockSpan& block : source.BlocksOf(RoomKind)) {
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             Room& room = game.Rooms.Append();
             room.Name = GetParameter(line);

@@ -6,22 +6,21 @@ namespace zem {
 
 namespace {
 
-constexpr Keyword<SelectionMenu> MenuKeywords[] = {
+constexpr Keyword<SelectionMenu> MenuRows[] = {
     {"choice ", reads::AppendPair<&SelectionMenu::Choices>},
     {"info ", reads::Parameter<&SelectionMenu::Info>},
 };
+constexpr Keywords<SelectionMenu> MenuKeywords(MenuRows);
 
 } // namespace
 
 void ReadSelectionMenus(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!BeginsWith(source.Line(block.FirstLine), "define selection "))
-            continue;
+    for (const BlockSpan& block : source.BlocksOf(MenuKind)) {
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             SelectionMenu& menu = game.SelectionMenus.Append();
             menu.Name = GetParameter(firstLine);
             source.UseInnerLines(block, [&](std::string_view line) {
-                ReadByKeyword<SelectionMenu>(MenuKeywords, menu, line); // any other line is dropped
+                MenuKeywords.Read(menu, line); // any other line is dropped
             });
         });
     }

@@ -11,10 +11,11 @@ namespace zem {
 SourceText::SourceText(std::string bytes) : bytes_(std::move(bytes)) {
     if (bytes_.empty())
         throw KelError("the file is empty");
+    const bool hasTabs = Holds('\t'); // few files have any
     lines_.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n')) + 1);
     for (std::string_view rest = bytes_; !rest.empty();) {
         const std::string_view line = TakeLine(rest);
-        if (line.find('\t') == std::string_view::npos) {
+        if (!hasTabs || line.find('\t') == std::string_view::npos) {
             lines_.push_back({static_cast<std::uint32_t>(line.data() - bytes_.data()),
                               static_cast<std::uint32_t>(line.size())});
         } else {
@@ -81,14 +82,16 @@ void SourceText::IndexBlocks() {
     }
 }
 
-BlockSpan FindBlock(const SourceText& source, std::string_view word) {
-    BlockSpan found;
-    for (const BlockSpan& block : source.Blocks()) {
-        const std::string_view afterDefine = TextAfter(source.Line(block.FirstLine), "define ");
-        if (afterDefine.substr(0, afterDefine.find(' ')) == word)
-            found = block;
-    }
-    return found;
+void SourceText::NoteKinds() {
+    for (BlockSpan& block : blocks_)
+        block.Kinds = KindsOf(Line(block.FirstLine));
+}
+
+BlockSpan SourceText::GameBlock() const {
+    BlockSpan last;
+    for (const BlockSpan& block : BlocksOf(GameKind))
+        last = block;
+    return last;
 }
 
 } // namespace zem

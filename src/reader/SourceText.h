@@ -1,9 +1,11 @@
 #pragma once
 
 #include "model/TextFile.h"
+#include "reader/BlockKinds.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +16,7 @@ namespace zem {
 struct BlockSpan {
     std::size_t FirstLine = 0;
     std::size_t LastLine = 0;
+    std::uint8_t Kinds = 0; // BlockKind, once they are noted
 };
 
 /// The lines of a game file while it is read, 1-based, and the index of its top-level blocks. Files may have
@@ -73,6 +76,21 @@ public:
     std::vector<BlockSpan>& Blocks() { return blocks_; }
     const std::vector<BlockSpan>& Blocks() const { return blocks_; }
 
+    /// Tells what kinds the blocks are of; after TrimLines.
+    void NoteKinds();
+
+    /// The blocks of a kind, in their order.
+    auto BlocksOf(BlockKind kind) const {
+        return blocks_ |
+               std::views::filter([kind](const BlockSpan& block) { return (block.Kinds & kind) != 0; });
+    }
+
+    /// The last block of the game's own properties; one without lines when there is none.
+    BlockSpan GameBlock() const;
+
+    /// True when the character stands anywhere in the file.
+    bool Holds(char c) const { return bytes_.find(c) != std::string::npos; }
+
     /// Gives the line to `use`, and ties a KelError that comes out of it to the line.
     template <class Use>
     void UseLine(std::size_t index, Use use) const {
@@ -99,9 +117,5 @@ private:
     std::vector<std::uint32_t> origins_; // of the lines that were appended
     std::vector<BlockSpan> blocks_;
 };
-
-/// The last top-level block whose type word equals the argument, capitals included; 0 and 0 when there is
-/// none.
-BlockSpan FindBlock(const SourceText& source, std::string_view word);
 
 } // namespace zem

@@ -5,9 +5,7 @@ namespace zem {
 
 void ReadSynonyms(GameModel& game, const SourceText& source) {
     game.Synonyms.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!EqualIgnoringCase(source.Line(block.FirstLine), "define synonyms"))
-            continue;
+    for (const BlockSpan& block : source.BlocksOf(SynonymsKind)) {
         source.UseInnerLines(block, [&](std::string_view line) {
             const std::size_t equals = line.find('=');
             if (equals == std::string_view::npos)

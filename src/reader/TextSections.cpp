@@ -8,9 +8,7 @@ namespace zem {
 
 void ReadTextSections(GameModel& game, const SourceText& source) {
     game.TextSections.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!BeginsWith(source.Line(block.FirstLine), "define text "))
-            continue;
+    for (const BlockSpan& block : source.BlocksOf(TextKind)) {
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             TextSection& section = game.TextSections.Append();
             section.Name = GetParameter(line);

@@ -1,7 +1,6 @@
 #include "reader/BlockReaders.h"
 #include "reader/Keywords.h"
 
-#include <span>
 #include <string_view>
 #include <unordered_map>
 
@@ -20,44 +19,46 @@ constexpr auto ScriptOrText = [](Thing& thing, std::string_view line, std::strin
         thing.*Field = Trim(rest);
 };
 
-constexpr Keyword<Thing> CharacterKeywords[] = {
+constexpr Keyword<Thing> CharacterRows[] = {
     {"look ", ScriptOrText<&Thing::Look>},         {"speak ", ScriptOrText<&Thing::Speak>},
     {"gender ", reads::Parameter<&Thing::Gender>}, {"prefix ", reads::Parameter<&Thing::Prefix>},
     {"suffix ", reads::Parameter<&Thing::Suffix>}, {"give ", reads::AppendPair<&Thing::Gives>},
     {"use ", reads::AppendPair<&Thing::Uses>},     {"'", reads::Nothing},
 };
+constexpr Keywords<Thing> CharacterKeywords(CharacterRows);
 
 // Objects neither speak nor have a gender, and nothing is given to them: such lines are kept as they are.
-constexpr Keyword<Thing> ObjectKeywords[] = {
+constexpr Keyword<Thing> ObjectRows[] = {
     {"look ", ScriptOrText<&Thing::Look>},         {"take ", reads::Rest<&Thing::Take>},
     {"prefix ", reads::Parameter<&Thing::Prefix>}, {"suffix ", reads::Parameter<&Thing::Suffix>},
     {"use ", reads::AppendPair<&Thing::Uses>},     {"'", reads::Nothing},
 };
+constexpr Keywords<Thing> ObjectKeywords(ObjectRows);
 
-void ReadThingLine(Thing& thing, std::span<const Keyword<Thing>> keywords, std::string_view line) {
+void ReadThingLine(Thing& thing, const Keywords<Thing>& keywords, std::string_view line) {
     if (line == "hidden")
         thing.Hidden = true;
     else if (line == "invisible")
         thing.Invisible = true;
-    else if (!ReadByKeyword(keywords, thing, line))
+    else if (!keywords.Read(thing, line))
         KeepLine(thing.MiscTags, line);
 }
 
 void ReadThingsOfRoom(Room& room, const SourceText& source, const BlockSpan& block) {
     Thing* thing = nullptr; // the one whose lines are being read
-    std::span<const Keyword<Thing>> keywords;
-    const auto startThing = [&](Table<Thing>& things, std::span<const Keyword<Thing>> itsKeywords,
+    const Keywords<Thing>* keywords = nullptr;
+    const auto startThing = [&](Table<Thing>& things, const Keywords<Thing>& itsKeywords,
                                 std::string_view line) {
         const std::string_view name = GetParameter(line);
         thing = &things.Append();
         thing->Name = name;
-        keywords = itsKeywords;
+        keywords = &itsKeywords;
     };
     source.UseInnerLines(block, [&](std::string_view line) {
         if (thing != nullptr && BeginsWith(line, "end define"))
             thing = nullptr;
         else if (thing != nullptr)
-            ReadThingLine(*thing, keywords, line);
+            ReadThingLine(*thing, *keywords, line);
         else if (BeginsWith(line, "define character"))
             startThing(room.Characters, CharacterKeywords, line);
         else if (BeginsWith(line, "define object"))
@@ -73,10 +74,9 @@ void ReadThings(GameModel& game, const SourceText& source) {
     for (const Room& room : game.Rooms)
         lastByName[room.Name] = ++k;
 
-    for (const BlockSpan& block : source.Blocks()) {
-        const std::string_view line = source.Line(block.FirstLine);
-        if (BeginsWith(line, "define room "))
-            ReadThingsOfRoom(game.Rooms.Edit(lastByName.at(GetParameter(line))), source, block);
+    for (const BlockSpan& block : source.BlocksOf(RoomWithThingsKind)) {
+        const std::string_view name = GetParameter(source.Line(block.FirstLine));
+        ReadThingsOfRoom(game.Rooms.Edit(lastByName.at(name)), source, block);
     }
 }
 
