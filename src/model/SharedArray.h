@@ -56,7 +56,7 @@ public:
     }
 
     /// Adds an element at the end. There must be fewer than MaxSize.
-    T& Append(T element) {
+    T& Append(T&& element) {
         Own(Size() + 1);
         T* added = new (Elements(block_) + block_->size) T(std::move(element));
         ++block_->size;

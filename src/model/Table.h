@@ -50,7 +50,7 @@ public:
     }
 
     /// Adds a record at the end and gives write access to it. Throws KelError when the table is full.
-    Record& Append(Record record = {}) {
+    Record& Append(Record&& record) {
         const std::int16_t count = Count();
         if (count == MaxCount)
             throw KelError("a list of the game cannot hold more than 32,767 entries");
@@ -63,6 +63,9 @@ public:
         }
         return groups_.Edit(groups_.Size() - 1).records.Append(std::move(box)).Edit(0);
     }
+
+    Record& Append(const Record& record) { return Append(Record(record)); }
+    Record& Append() { return Append(Record()); }
 
     /// Deletes record k, 1 to Count(); later records move down by one. Throws KelError for any other k.
     void Remove(int k) {

@@ -18,7 +18,7 @@ std::string ReadFile(const std::string& path);
 
 /// Takes the first line, which ends at CR LF or LF, off the front of the bytes.
 inline std::string_view TakeLine(std::string_view& bytes) {
-    const std::size_t end = bytes.find('\n');
+    const std::size_t end = bytes.starts_with('\n') ? 0 : bytes.find('\n');
     std::string_view line = bytes.substr(0, end);
     if (end != std::string_view::npos && line.ends_with('\r'))
         line.remove_suffix(1);

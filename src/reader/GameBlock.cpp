@@ -6,6 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace zem {
 
@@ -35,6 +36,24 @@ constexpr Keyword<GameModel> GameRows[] = {
     {"error ", reads::Nothing},
 };
 constexpr Keywords<GameModel> GameKeywords(GameRows);
+
+struct HashIgnoringCase {
+    std::size_t operator()(std::string_view text) const {
+        std::size_t hash = 0;
+        for (const char c : text) {
+            hash = (hash ^ static_cast<unsigned char>(Lower(c))) * 0x9E3779B97F4A7C15U;
+            hash ^= hash >> 32U; // names that were made to collide without it are easy to find
+        }
+        return hash;
+    }
+};
+
+struct SameIgnoringCase {
+    bool operator()(std::string_view a, std::string_view b) const { return EqualIgnoringCase(a, b); }
+};
+
+/// Views of names, found whatever their capitals.
+using NamesIgnoringCase = std::unordered_set<std::string_view, HashIgnoringCase, SameIgnoringCase>;
 
 /// Gives each inner line of the game block to `use`.
 template <class Use>
@@ -66,6 +85,7 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
     const BlockSpan block = source.GameBlock();
     if (block.FirstLine != 0)
         source.UseLine(block.FirstLine, [&](std::string_view line) { game.GameName = GetParameter(line); });
+    std::string miscTags;
     source.UseInnerLines(block, [&](std::string_view line) {
         if (GameKeywords.Read(game, line))
             return;
@@ -73,28 +93,28 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
         if (line == "nodebug")
             game.NoDebug = true;
         else if (!BeginsWith(line, "'"))
-            KeepLine(game.GameMiscTags.Edit(), line);
+            KeepLine(miscTags, line);
     });
+    if (!miscTags.empty())
+        game.GameMiscTags = std::move(miscTags);
     game.KelVersion = CurrentKelVersion;
 }
 
 void ReadItems(GameModel& game, const SourceText& source) {
     game.Items.Clear();
+    NamesIgnoringCase startItems;
     UseGameLines(source, [&](std::string_view line) {
         if (BeginsWith(line, "possitems ") || BeginsWith(line, "items "))
             SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
                 game.Items.Append({std::string(name), false});
             });
-    });
-
-    std::unordered_set<std::string> startItems;
-    UseGameLines(source, [&](std::string_view line) {
-        if (BeginsWith(line, "startitems "))
+        else if (BeginsWith(line, "startitems "))
             SplitList(GetParameter(line), Cut::AtCommaFirst,
-                      [&](std::string_view name) { startItems.insert(Lower(name)); });
+                      [&](std::string_view name) { startItems.insert(name); });
     });
-    for (int k = 1; k <= game.Items.Count(); ++k)
-        if (startItems.contains(Lower(game.Items[k].Name)))
+    int k = 0;
+    for (const ItemEntry& item : game.Items)
+        if (++k; startItems.contains(item.Name))
             game.Items.Edit(k).IsStartItem = true;
 }
 

@@ -3,6 +3,7 @@
 #include "model/LineText.h"
 #include "reader/LineJoins.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <limits>
@@ -47,8 +48,11 @@ struct PendingScript {
     std::int16_t number;
 };
 
-BracedBlock FindBraces(const SourceText& source, const BlockSpan& span) {
+/// @param count  of the "{" in the block
+BracedBlock FindBraces(const SourceText& source, const BlockSpan& span, std::size_t count) {
     BracedBlock block;
+    block.lines.reserve(span.LastLine - span.FirstLine + 1);
+    block.braces.reserve(count);
     block.firstLine = span.FirstLine;
     std::vector<std::uint32_t> open;
     for (std::size_t index = span.FirstLine; index <= span.LastLine; ++index) {
@@ -93,9 +97,12 @@ public:
 
 private:
     void ReplaceInBlock(const BlockSpan& span) {
-        if (BeginsWith(source_.Line(span.FirstLine), "define text") || !HoldsBrace(span))
+        if (BeginsWith(source_.Line(span.FirstLine), "define text"))
             return;
-        const BracedBlock& block = blocks_.emplace_back(FindBraces(source_, span));
+        const std::size_t count = CountBraces(span);
+        if (count == 0)
+            return;
+        const BracedBlock& block = blocks_.emplace_back(FindBraces(source_, span, count));
         Flatten(
             block, {0, 0}, block.End(), 0, static_cast<std::uint32_t>(block.braces.size()),
             [&](std::size_t line, SourceText::Piece text) { source_.SetLine(span.FirstLine + line, text); },
@@ -105,11 +112,13 @@ private:
             });
     }
 
-    bool HoldsBrace(const BlockSpan& span) const {
-        for (std::size_t index = span.FirstLine; index <= span.LastLine; ++index)
-            if (source_.Line(index).find('{') != std::string_view::npos)
-                return true;
-        return false;
+    std::size_t CountBraces(const BlockSpan& span) const {
+        std::size_t count = 0;
+        for (std::size_t index = span.FirstLine; index <= span.LastLine; ++index) {
+            const std::string_view line = source_.Line(index);
+            count += static_cast<std::size_t>(std::count(line.begin(), line.end(), '{'));
+        }
+        return count;
     }
 
     void AppendProcedure(const PendingScript& script) {

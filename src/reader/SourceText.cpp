@@ -28,6 +28,8 @@ SourceText::SourceText(std::string bytes) : bytes_(std::move(bytes)) {
 
 SourceText::Piece SourceText::Trimmed(Piece piece) const {
     const std::string_view text = Text(piece);
+    if (text.empty() || (text.front() != ' ' && text.back() != ' '))
+        return piece;
     const std::string_view trimmed = Trim(text);
     const auto cut = trimmed.empty() ? 0 : static_cast<std::uint32_t>(trimmed.data() - text.data());
     return {piece.start + cut, static_cast<std::uint32_t>(trimmed.size())};
