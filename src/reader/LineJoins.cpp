@@ -9,13 +9,13 @@ namespace zem {
 
 void JoinElseLines(SourceText& source, const BlockSpan& block) {
     std::size_t ifLine = 0;
+    std::string joint; // a copy, because appending makes a text
     for (std::size_t index = block.FirstLine; index <= block.LastLine; ++index) {
         const std::string_view line = source.Line(index);
         if (BeginsWith(line, "if")) {
             ifLine = index;
         } else if (ifLine != 0 && BeginsWith(line, "else")) {
-            source.AppendToLine(ifLine, " ");
-            source.AppendToLine(ifLine, Trim(line));
+            source.AppendToLine(ifLine, joint.assign(" ").append(Trim(line)));
             source.ClearLine(index);
         }
     }

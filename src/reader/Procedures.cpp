@@ -6,7 +6,9 @@ namespace zem {
 
 void ReadProcedures(GameModel& game, const SourceText& source) {
     game.Procedures.Clear();
-    for (const BlockSpan& block : source.BlocksOf(ProcedureKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(ProcedureKind))
+            continue;
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             Procedure& procedure = game.Procedures.Append();
             procedure.Name = GetParameter(firstLine);

@@ -65,7 +65,9 @@ void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
 } // namespace
 
 void ReadRooms(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.BlocksOf(RoomKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(RoomKind))
+            continue;
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             Room& room = game.Rooms.Append();
             room.Name = GetParameter(line);

@@ -15,7 +15,9 @@ constexpr Keywords<SelectionMenu> MenuKeywords(MenuRows);
 } // namespace
 
 void ReadSelectionMenus(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.BlocksOf(MenuKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(MenuKind))
+            continue;
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             SelectionMenu& menu = game.SelectionMenus.Append();
             menu.Name = GetParameter(firstLine);

@@ -91,8 +91,9 @@ void SourceText::NoteKinds() {
 
 BlockSpan SourceText::GameBlock() const {
     BlockSpan last;
-    for (const BlockSpan& block : BlocksOf(GameKind))
-        last = block;
+    for (const BlockSpan& block : blocks_)
+        if (block.Is(GameKind))
+            last = block;
     return last;
 }
 

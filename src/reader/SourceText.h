@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <ranges>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +16,8 @@ struct BlockSpan {
     std::size_t FirstLine = 0;
     std::size_t LastLine = 0;
     std::uint8_t Kinds = 0; // BlockKind, once they are noted
+
+    bool Is(BlockKind kind) const { return (Kinds & kind) != 0; }
 };
 
 /// The lines of a game file while it is read, 1-based, and the index of its top-level blocks. Files may have
@@ -57,7 +58,8 @@ public:
     void SetLine(std::size_t index, Piece text) { lines_[index - 1] = text; }
     void ClearLine(std::size_t index) { lines_[index - 1] = {}; }
 
-    /// Adds text at the end of a line: without copying the line when it is the text that was made last.
+    /// Adds text, which must not be a part of the source, at the end of a line; without copying the line
+    /// when it is the text that was made last.
     void AppendToLine(std::size_t index, std::string_view text);
 
     /// Adds a line at the end, which came from line `origin` of the file.
@@ -78,12 +80,6 @@ public:
 
     /// Tells what kinds the blocks are of; after TrimLines.
     void NoteKinds();
-
-    /// The blocks of a kind, in their order.
-    auto BlocksOf(BlockKind kind) const {
-        return blocks_ |
-               std::views::filter([kind](const BlockSpan& block) { return (block.Kinds & kind) != 0; });
-    }
 
     /// The last block of the game's own properties; one without lines when there is none.
     BlockSpan GameBlock() const;

@@ -5,7 +5,9 @@ namespace zem {
 
 void ReadSynonyms(GameModel& game, const SourceText& source) {
     game.Synonyms.Clear();
-    for (const BlockSpan& block : source.BlocksOf(SynonymsKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(SynonymsKind))
+            continue;
         source.UseInnerLines(block, [&](std::string_view line) {
             const std::size_t equals = line.find('=');
             if (equals == std::string_view::npos)

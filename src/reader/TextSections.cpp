@@ -8,7 +8,9 @@ namespace zem {
 
 void ReadTextSections(GameModel& game, const SourceText& source) {
     game.TextSections.Clear();
-    for (const BlockSpan& block : source.BlocksOf(TextKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(TextKind))
+            continue;
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             TextSection& section = game.TextSections.Append();
             section.Name = GetParameter(line);

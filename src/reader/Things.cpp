@@ -74,7 +74,9 @@ void ReadThings(GameModel& game, const SourceText& source) {
     for (const Room& room : game.Rooms)
         lastByName[room.Name] = ++k;
 
-    for (const BlockSpan& block : source.BlocksOf(RoomWithThingsKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(RoomWithThingsKind))
+            continue;
         const std::string_view name = GetParameter(source.Line(block.FirstLine));
         ReadThingsOfRoom(game.Rooms.Edit(lastByName.at(name)), source, block);
     }

@@ -4,7 +4,9 @@
 namespace zem {
 
 void CollectUnknownBlocks(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.BlocksOf(KeptKind)) {
+    for (const BlockSpan& block : source.Blocks()) {
+        if (!block.Is(KeptKind))
+            continue;
         for (std::size_t index = block.FirstLine; index <= block.LastLine; ++index)
             KeepLine(game.UnknownBlocks.Edit(), source.Line(index));
         game.UnknownBlocks.Edit().append("\r\n");
