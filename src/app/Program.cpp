@@ -88,6 +88,7 @@ void Program::ConnectSafetyNets() {
                 .arg(problem),
             QLatin1String(DefaultTitle), QMessageBox::Ok, QMessageBox::Warning);
     });
+    connect(&saveCheck_, &SaveCheck::PlacesLost, &recovery_, &Recovery::KeepDespiteSave);
     connect(&saveCheck_, &SaveCheck::Failed, &session_, &GameSession::StatusChanged);
 }
 

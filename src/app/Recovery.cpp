@@ -70,8 +70,8 @@ Recovery::Recovery(GameSession& session, const QString& folder)
     lock_->setStaleLockTime(0); // it is good as long as the program runs
     connect(&timer_, &QTimer::timeout, this, &Recovery::StartWriting);
     connect(&session, &GameSession::Changed, this, &Recovery::Schedule);
-    connect(&session, &GameSession::Saved, this, &Recovery::Remove);
-    connect(&session, &GameSession::Replaced, this, &Recovery::Remove);
+    connect(&session, &GameSession::Saved, this, &Recovery::EndChanges);
+    connect(&session, &GameSession::Replaced, this, &Recovery::EndChanges);
 }
 
 Recovery::~Recovery() {
@@ -86,7 +86,7 @@ void Recovery::Schedule() {
 }
 
 void Recovery::StartWriting() {
-    if (!session_.Game().Modified) {
+    if (!session_.Game().Modified && !isFileLacking_) {
         Remove(); // everything was undone
         return;
     }
@@ -119,6 +119,16 @@ void Recovery::WriteNow() {
     if (session_.Game().Modified)
         StartWriting();
     pool_.waitForDone();
+}
+
+void Recovery::KeepDespiteSave() {
+    isFileLacking_ = true;
+    Schedule();
+}
+
+void Recovery::EndChanges() {
+    isFileLacking_ = false;
+    Remove();
 }
 
 void Recovery::Remove() {

@@ -26,8 +26,8 @@ struct RecoveryCopy {
     std::shared_ptr<QLockFile> lock; // while one lives, no other program offers this copy
 };
 
-/// Keeps a copy of the game in a file of its own while there are unsaved changes, written in the background;
-/// and finds the copies of programs that ended without a word.
+/// Keeps a copy of the game in a file of its own while there are changes that its
+/// file does not hold, written in the background; and finds the copies of programs that ended without a word.
 class Recovery : public QObject {
     Q_OBJECT
 
@@ -49,6 +49,10 @@ public:
     /// Writes the copy before it returns, if there are unsaved changes: when worse may follow.
     void WriteNow();
 
+    /// Keeps a copy although the game is saved, because its file would not give everything back; until the
+    /// next save.
+    void KeepDespiteSave();
+
     /// Waits until what is being written is written.
     void Finish() { pool_.waitForDone(); }
 
@@ -59,6 +63,7 @@ signals:
 private:
     void Schedule();
     void StartWriting();
+    void EndChanges();
     void Remove();
 
     GameSession& session_;
@@ -69,6 +74,7 @@ private:
     QThreadPool pool_; // of one thread, so that writing and removing keep their order
     std::atomic<bool> isWriting_ = false;
     bool hasFailed_ = false;
+    bool isFileLacking_ = false; // the file of the game lacks something that the game has
 };
 
 } // namespace zem

@@ -1,6 +1,7 @@
 #include "app/Recovery.h"
 
 #include "app/Application.h"
+#include "app/frmReadBack.h"
 #include "app/frmRecovery.h"
 #include "support/SmallGame.h"
 #include "support/WhenOpen.h"
@@ -21,6 +22,7 @@ using test::ReadBytes;
 using test::RunningProgram;
 using test::Small;
 using test::WhenOpen;
+using test::WhenOpenLater;
 
 // ---- Recovery
 
@@ -44,6 +46,20 @@ TEST(RecoveryCopies, ExistWhileThereAreUnsavedChanges) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).size() == 1; }, 1000));
     p.program.reset(); // the author has said that nothing is to be saved
     EXPECT_TRUE(Copies(p).isEmpty());
+}
+
+TEST(RecoveryCopies, OutliveASaveThatLosesSomething) {
+    RunningProgram p;
+    p.StartWith(Small);
+    const auto saveNamed = [&](const char* name) {
+        p.game.GameName = name;
+        p.Trigger("mnuFileSave");
+    };
+    WhenOpenLater<frmReadBack>([](frmReadBack& form) { Click(form, "butCancel"); });
+    saveNamed("a > b");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).size() == 1; }, 1000));
+    saveNamed("a to b");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).isEmpty(); }, 3000));
 }
 
 /// The copy that a program leaves when it is killed with this game unsaved.
