@@ -1,0 +1,180 @@
+// What a screen reader and the Tab key find in every window.
+#include "support/EveryWindow.h"
+#include "forms/QtText.h"
+#include "support/TempFolder.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QFile>
+#include <QMetaEnum>
+#include <QRadioButton>
+#include <QtTest/QTest>
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+
+namespace zem {
+namespace {
+
+void OnEveryWindow(const std::function<void(const QString& name, QWidget& window)>& visit) {
+    const test::TempFolder folder;
+    const QString game = PathToQt(folder.Path("lighthouse.kel"));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(ZEM_SAMPLES "/lighthouse.kel"), game));
+    int visited = 0;
+    test::ForEachWindow(game, [&](const QString& name, QWidget& window) {
+        ++visited;
+        SCOPED_TRACE(name.toStdString());
+        visit(name, window);
+    });
+    EXPECT_GE(visited, 40);
+}
+
+// ---- Names and roles
+
+std::string RoleName(QAccessible::Role role) {
+    return QMetaEnum::fromType<QAccessible::Role>().valueToKey(role);
+}
+
+bool IsControl(const QAccessibleInterface& item) {
+    static const std::set<QAccessible::Role> roles = {
+        QAccessible::PushButton,  QAccessible::ButtonMenu,   QAccessible::CheckBox, QAccessible::RadioButton,
+        QAccessible::ComboBox,    QAccessible::EditableText, QAccessible::List,     QAccessible::Tree,
+        QAccessible::Table,       QAccessible::SpinBox,      QAccessible::Slider,   QAccessible::Link,
+        QAccessible::ProgressBar, QAccessible::MenuItem,     QAccessible::Dial,     QAccessible::PageTab};
+    return item.state().focusable || roles.contains(item.role());
+}
+
+/// The rows of a list and the inside of a chooser speak for themselves.
+bool IsWhole(QAccessible::Role role) {
+    return role == QAccessible::ComboBox || role == QAccessible::List || role == QAccessible::Tree ||
+           role == QAccessible::Table;
+}
+
+class NameCheck {
+public:
+    void Walk(QAccessibleInterface& item) {
+        if (item.state().invisible)
+            return;
+        if (IsControl(item) && item.role() != QAccessible::Dialog && item.role() != QAccessible::Window)
+            Check(item);
+        for (int child = 0; !IsWhole(item.role()) && child < item.childCount(); ++child)
+            if (QAccessibleInterface* inner = item.child(child))
+                Walk(*inner);
+    }
+
+private:
+    void Check(QAccessibleInterface& item) {
+        const QObject* object = item.object();
+        const std::string control = object == nullptr ? "a part" : object->objectName().toStdString();
+        const std::string name = item.text(QAccessible::Name).toStdString();
+        EXPECT_FALSE(name.empty()) << control << " (" << RoleName(item.role()) << ") has no name";
+        EXPECT_TRUE(item.role() != QAccessible::NoRole && item.role() != QAccessible::Client)
+            << control << " \"" << name << "\" takes the focus and has no role";
+        const auto [other, isNew] = controls_.try_emplace({name, item.role()}, control);
+        EXPECT_TRUE(isNew) << control << " and " << other->second << " are both called \"" << name << "\"";
+    }
+
+    std::map<std::pair<std::string, QAccessible::Role>, std::string> controls_;
+};
+
+TEST(Accessibility, EveryControlHasARoleAndANameOfItsOwn) {
+    OnEveryWindow([](const QString&, QWidget& window) {
+        QAccessibleInterface* root = QAccessible::queryAccessibleInterface(&window);
+        ASSERT_NE(root, nullptr);
+        NameCheck().Walk(*root);
+    });
+}
+
+// ---- The Tab key
+
+std::string NameOf(const QWidget* widget) {
+    return widget == nullptr ? "nothing" : widget->objectName().toStdString();
+}
+
+/// Where Tab stops, once round.
+std::vector<QWidget*> TabStops(QWidget& window) {
+    std::vector<QWidget*> stops;
+    QTest::keyClick(window.focusWidget() == nullptr ? &window : window.focusWidget(), Qt::Key_Tab);
+    for (QWidget* stop = window.focusWidget(); stop != nullptr; stop = window.focusWidget()) {
+        const auto seen = std::find(stops.begin(), stops.end(), stop);
+        if (seen != stops.end()) {
+            EXPECT_EQ(seen, stops.begin()) << "Tab does not come back from " << NameOf(stop);
+            break;
+        }
+        stops.push_back(stop);
+        QTest::keyClick(stop, Qt::Key_Tab);
+    }
+    return stops;
+}
+
+/// One of a group of which only the chosen one is a stop; the arrow keys lead to the others.
+bool IsOtherOfItsGroup(const QWidget* control) {
+    const auto* option = qobject_cast<const QRadioButton*>(control);
+    return option != nullptr && option->autoExclusive() && !option->isChecked();
+}
+
+void ExpectAllReached(const QWidget& window, const std::vector<QWidget*>& stops) {
+    for (const QWidget* control : window.findChildren<QWidget*>()) {
+        const bool takesFocus = control->isVisible() && control->isEnabled() &&
+                                control->window() == &window && control->focusProxy() == nullptr &&
+                                (control->focusPolicy() & Qt::TabFocus) != 0;
+        EXPECT_TRUE(!takesFocus || IsOtherOfItsGroup(control) ||
+                    std::find(stops.begin(), stops.end(), control) != stops.end())
+            << "Tab does not stop at " << NameOf(control);
+    }
+}
+
+/// Whether the second control comes before the first for someone who reads: above it or left of it, and not in
+/// a column further right.
+bool IsBackwards(const QWidget& window, const QWidget& from, const QWidget& to) {
+    const QRect a(from.mapTo(&window, QPoint()), from.size());
+    const QRect b(to.mapTo(&window, QPoint()), to.size());
+    const bool isBelow = b.top() > a.bottom();
+    const bool isRight = b.left() > a.right();
+    return !isBelow && !isRight;
+}
+
+/// Turns the round so that it ends where it has to go back to the beginning, and expects that this is the only
+/// such place.
+void ExpectReadingOrder(const QWidget& window, std::vector<QWidget*>& stops) {
+    std::vector<std::size_t> back;
+    for (std::size_t i = 0; i < stops.size(); ++i)
+        if (IsBackwards(window, *stops[i], *stops[(i + 1) % stops.size()]))
+            back.push_back(i);
+    if (back.empty())
+        return;
+    const auto isButton = [&](std::size_t i) { return stops[i]->objectName() == u"butCancel"; };
+    const auto last = std::find_if(back.begin(), back.end(), isButton);
+    const std::size_t end = last == back.end() ? back.back() : *last;
+    for (const std::size_t i : back)
+        EXPECT_EQ(i, end) << "Tab goes back from " << NameOf(stops[i]) << " to "
+                          << NameOf(stops[(i + 1) % stops.size()]);
+    std::rotate(stops.begin(), stops.begin() + static_cast<std::ptrdiff_t>((end + 1) % stops.size()),
+                stops.end());
+}
+
+void ExpectButtonsLast(const std::vector<QWidget*>& stops) {
+    std::vector<std::string> expected;
+    for (const char* button : {"butOK", "butCancel", "butClose"})
+        if (std::any_of(stops.begin(), stops.end(), [&](auto* stop) { return NameOf(stop) == button; }))
+            expected.emplace_back(button);
+    std::vector<std::string> last;
+    for (std::size_t i = stops.size() - expected.size(); i < stops.size(); ++i)
+        last.push_back(NameOf(stops[i]));
+    EXPECT_EQ(last, expected) << "the last stops";
+}
+
+TEST(Accessibility, TabGoesThroughEveryControlInReadingOrder) {
+    OnEveryWindow([](const QString&, QWidget& window) {
+        std::vector<QWidget*> stops = TabStops(window);
+        ExpectAllReached(window, stops);
+        ExpectReadingOrder(window, stops);
+        ExpectButtonsLast(stops);
+    });
+}
+
+} // namespace
+} // namespace zem
