@@ -17,6 +17,7 @@ frmObjectInteract::frmObjectInteract(ScriptEditing& scripts, const QString& capt
     setWindowTitle(caption);
     ui_->lblTitle->setTextFormat(Qt::PlainText);
     ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // which a name may hold
+    ui_->lstItems->setAccessibleName(heading);
     objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems);
     for (const ScriptPair& object : objects)
         objects_->Append(object);

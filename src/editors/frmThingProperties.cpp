@@ -47,6 +47,7 @@ void frmThingProperties::AdaptToKind() {
     ui_->butMoreTags->setText(text("Edit &miscellaneous tags (this 'define character' block)",
                                    "Edit &miscellaneous tags (this 'define object' block)"));
     ui_->lblInteract->setText(text("'&SPEAK' action:", "'&TAKE' action:"));
+    ui_->butSpeakAction->setAccessibleName(text("Edit 'SPEAK' action", "Edit 'TAKE' action"));
     for (QWidget* forCharacters :
          {static_cast<QWidget*>(ui_->lblGender), static_cast<QWidget*>(ui_->txtGender),
           static_cast<QWidget*>(ui_->butEditGive)})

@@ -146,9 +146,9 @@ private:
         help.ShowSection({{QStringLiteral("rooms"), QStringLiteral("A room is a place of the game.")}},
                          QStringLiteral("rooms"));
         Visit(help);
-        Visit(frmOrbMsgBox(QStringLiteral("You must specify a name for the collectable."),
-                           MessageButtons::Ok),
-              "OK");
+        Visit(
+            frmOrbMsgBox(QStringLiteral("You must specify a name for the collectable."), MessageButtons::Ok),
+            "OK");
         Visit(frmOrbMsgBox(QStringLiteral("Is the lamp lit?"), MessageButtons::YesNo), "YesNo");
         frmProgress progress;
         progress.ShowStage(QStringLiteral("Reading rooms..."));
@@ -204,6 +204,7 @@ private:
         frmEditCollectables collectables(session_, shell_, dialogs_);
         SelectRow(collectables, "lstNames", 0);
         Visit(collectables, "Names");
+        In<QRadioButton>(collectables, "optExtended").setFocus(); // as the author would have to, too
         In<QRadioButton>(collectables, "optExtended").setChecked(true);
         Visit(collectables, "Extended");
         Visit(frmEditCollectableSettings(shell_, dialogs_, game_.Collectables[2].Definition));
@@ -231,9 +232,11 @@ private:
             Visit(script, friendly ? "Friendly" : "Raw");
         }
         // A command without a parameter, with a text, with one that names something, and an unknown one.
-        static const std::pair<const char*, const char*> commands[] = {
-            {"New", ""},           {"None", "clear"},           {"Text", "msg <Dust.>"},
-            {"Name", "goto <Quay>"}, {"Other", "ring <bell; twice>"}};
+        static const std::pair<const char*, const char*> commands[] = {{"New", ""},
+                                                                       {"None", "clear"},
+                                                                       {"Text", "msg <Dust.>"},
+                                                                       {"Name", "goto <Quay>"},
+                                                                       {"Other", "ring <bell; twice>"}};
         for (const auto& [what, line] : commands) {
             frmScriptEditor editor(scripts_, line);
             In<QLineEdit>(editor, "txtParameter").setCursorPosition(0);
@@ -252,7 +255,8 @@ private:
         }
         copies[1].game.FileName.clear();
         Visit(frmRecovery(copies, dialogs_));
-        Visit(frmVersions({{QString(), evening, 71000, false}, {QString(), evening.addSecs(-60), 70000, true}}));
+        Visit(frmVersions(
+            {{QString(), evening, 71000, false}, {QString(), evening.addSecs(-60), 70000, true}}));
         Visit(frmReadBack({{"room", 1, "", 0, "room \"Quay\": its alias ends at the first \">\""},
                            {"item", 2, "", 0, "item \"silver; watch\": comes back as two items"}}));
     }
@@ -262,7 +266,8 @@ private:
                        QStringLiteral(ZEM_PROGRAM_FOLDER));
         for (const char* step : {"add room", "edit room", "add object"})
             session_.AsOneStep(QLatin1String(step), [this, step] {
-                session_.Change(QLatin1String(step), [&](GameModel& game) { game.Rooms.Append().Name = step; });
+                session_.Change(QLatin1String(step),
+                                [&](GameModel& game) { game.Rooms.Append().Name = step; });
             });
         session_.GoToStep(2);
         SelectRow(window, "lstRooms", 0);
@@ -288,7 +293,8 @@ private:
 
 } // namespace
 
-void ForEachWindow(const QString& game, const std::function<void(const QString& name, QWidget& window)>& visit) {
+void ForEachWindow(const QString& game,
+                   const std::function<void(const QString& name, QWidget& window)>& visit) {
     Tour(game, visit).VisitAll();
 }
 

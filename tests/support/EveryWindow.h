@@ -8,9 +8,10 @@
 namespace zem::test {
 
 /// Opens every window of the program on the game, one after another, and calls `visit` while each is shown,
-/// laid out, active and filled. The name is the window's class, and with it what the window shows where it can
-/// show several things: "frmRoomProperties-Exits". Needs a QApplication, and the program's data files.
+/// laid out, active and filled. The name is the window's class, and with it what the window shows where it
+/// can show several things: "frmRoomProperties-Exits". Needs a QApplication, and the program's data files.
 /// @param game  a copy of the shipped game "lighthouse.kel"; the windows show its path
-void ForEachWindow(const QString& game, const std::function<void(const QString& name, QWidget& window)>& visit);
+void ForEachWindow(const QString& game,
+                   const std::function<void(const QString& name, QWidget& window)>& visit);
 
 } // namespace zem::test
