@@ -12,12 +12,17 @@ namespace {
 
 class ListKeyFilter : public QObject {
 public:
-    ListKeyFilter(QAbstractItemView& list, const ListButtons& buttons) : QObject(&list), buttons_(buttons) {}
+    ListKeyFilter(QAbstractItemView& list, const ListButtons& buttons)
+        : QObject(&list),
+          list_(list),
+          buttons_(buttons) {}
 
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::KeyPress)
             if (QAbstractButton* button = ButtonFor(*static_cast<QKeyEvent*>(event))) {
-                button->click();
+                // The key shows which row it is about before it does anything to it.
+                if (button == buttons_.add || !SelectFocusedRow(list_))
+                    button->click();
                 return true;
             }
         return QObject::eventFilter(watched, event);
@@ -46,6 +51,7 @@ private:
         }
     }
 
+    QAbstractItemView& list_;
     ListButtons buttons_;
 };
 

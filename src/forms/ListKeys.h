@@ -15,7 +15,7 @@ struct ListButtons {
 };
 
 /// Gives the list keys for its buttons: Insert adds, Delete removes, Return and a double-click edit, Ctrl+Up
-/// and Ctrl+Down move.
+/// and Ctrl+Down move. What needs a selected row selects one first, where there is none.
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons);
 
 } // namespace zem

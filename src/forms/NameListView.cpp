@@ -6,16 +6,8 @@ namespace zem {
 
 namespace {
 
-/// Selects the row with the focus, or the first, if the key moves and nothing is selected yet.
-bool SelectFirst(QAbstractItemView& list, const QKeyEvent& event) {
-    const bool moves = event.key() == Qt::Key_Down || event.key() == Qt::Key_Up;
-    if (!moves || event.modifiers() != Qt::NoModifier || list.selectionModel()->hasSelection() ||
-        list.model()->rowCount() == 0)
-        return false;
-    const QModelIndex focused = list.currentIndex();
-    list.setCurrentIndex(QModelIndex()); // so that it changes even if it is the one that is wanted
-    list.setCurrentIndex(focused.isValid() ? focused : list.model()->index(0, 0));
-    return true;
+bool IsArrow(const QKeyEvent& event) {
+    return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up);
 }
 
 class FirstRowFilter : public QObject {
@@ -23,8 +15,8 @@ public:
     explicit FirstRowFilter(QAbstractItemView& list) : QObject(&list), list_(list) {}
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        return (event->type() == QEvent::KeyPress && SelectFirst(list_, *static_cast<QKeyEvent*>(event))) ||
-               QObject::eventFilter(watched, event);
+        const bool isArrow = event->type() == QEvent::KeyPress && IsArrow(*static_cast<QKeyEvent*>(event));
+        return (isArrow && SelectFocusedRow(list_)) || QObject::eventFilter(watched, event);
     }
 
 private:
@@ -42,6 +34,15 @@ QItemSelectionModel::SelectionFlags NameListView::selectionCommand(const QModelI
     if (!deselects)
         return flags;
     return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
+bool SelectFocusedRow(QAbstractItemView& list) {
+    if (list.selectionModel()->hasSelection() || list.model()->rowCount() == 0)
+        return false;
+    const QModelIndex focused = list.currentIndex();
+    list.setCurrentIndex(QModelIndex()); // so that it changes even if it is the one that is wanted
+    list.setCurrentIndex(focused.isValid() ? focused : list.model()->index(0, 0));
+    return true;
 }
 
 void SelectFocusedRowFirst(QAbstractItemView& list) {

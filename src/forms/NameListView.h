@@ -16,6 +16,9 @@ protected:
                                                          const QEvent* event) const override;
 };
 
+/// Selects the row with the focus, or the first one, if nothing is selected. Whether that was so.
+bool SelectFocusedRow(QAbstractItemView& list);
+
 /// From now on the first arrow key in a list that has nothing selected selects the row with the focus, and
 /// not the one after it.
 void SelectFocusedRowFirst(QAbstractItemView& list);

@@ -61,14 +61,15 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     EXPECT_FALSE(p.game.Modified);
 }
 
-TEST(MainWindow, SelectsTheFirstRoomWithTheFirstArrowKey) {
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+TEST(MainWindow, SelectsTheFirstRoomWithTheFirstKeyAndDoesNothingElse) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Return, Qt::Key_Delete}) {
         RunningProgram p;
         p.StartWith(ThreeRooms);
         auto* rooms = p.Find<QAbstractItemView>("lstRooms");
         rooms->setFocus(Qt::TabFocusReason);
         QTest::keyClick(rooms, key);
         EXPECT_EQ(p.SelectedRow("lstRooms"), 0);
+        EXPECT_EQ(p.Rows("lstRooms").size(), 3);
     }
 }
 
