@@ -1,8 +1,10 @@
 #include "app/Icons.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
+#include <QPalette>
 #include <QSvgRenderer>
 
 /// A resource of a static library is linked in only where it is asked for, outside of any namespace.
@@ -17,14 +19,13 @@ namespace {
 /// Paints a drawing whose lines are in "currentColor".
 class LineIconEngine : public QIconEngine {
 public:
-    LineIconEngine(const QByteArray& drawing, const QPalette& palette)
-        : drawing_(drawing),
-          palette_(palette) {}
+    explicit LineIconEngine(const QByteArray& drawing) : drawing_(drawing) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
         QByteArray drawing = drawing_;
-        drawing.replace("currentColor", palette_.color(group, QPalette::ButtonText).name().toLatin1());
+        drawing.replace("currentColor",
+                        QGuiApplication::palette().color(group, QPalette::ButtonText).name().toLatin1());
         QSvgRenderer(drawing).render(painter, rect);
     }
 
@@ -40,17 +41,16 @@ public:
 
 private:
     QByteArray drawing_;
-    QPalette palette_;
 };
 
 } // namespace
 
-QIcon ThemedIcon(const QString& name, const QPalette& palette) {
+QIcon ThemedIcon(const QString& name) {
     InitIcons();
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return QIcon(new LineIconEngine(file.readAll(), palette)); // the icon owns its engine
+    return QIcon(new LineIconEngine(file.readAll())); // the icon owns its engine
 }
 
 } // namespace zem

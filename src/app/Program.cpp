@@ -28,6 +28,7 @@ Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QStr
 Program::~Program() = default;
 
 void Program::Main(const QString& file) {
+    ApplyLook(settings_.StoredLook()); // before the first message
     LoadSettings();
     LoadCatalogues();
     start_ = std::make_unique<frmStart>(settings_, dialogs_);

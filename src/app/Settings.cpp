@@ -21,6 +21,8 @@ struct Settings::Keys {
     static constexpr Key SpecialMsgBox{"Options", "SpecialMsgBox", "Yes"};
     static constexpr Key VCOMPILElocation{"Editor", "VCOMPILElocation",
                                           "/VCOMPILE.EXE"}; // in the program's folder
+    static constexpr Key RunProgram{"Editor", "RunProgram", ""};
+    static constexpr Key Colours{"Editor", "Colours", "Desktop"};
     static constexpr Key FriendlyScript{"Editor", "FriendlyScript", "Yes"};
     static constexpr Key MaxRecent{"Editor", "MaxRecent", "8"};
     static constexpr Key NumberRecent{"Editor", "NumberRecent", "0"};
@@ -38,6 +40,9 @@ bool YesNoToBool(const QString& text) {
 QString BoolToYesNo(bool value) {
     return QLatin1String(YesNoText(value));
 }
+
+/// In the order of Look.
+constexpr const char* LookNames[] = {"Desktop", "Light", "Dark"};
 
 QString NameInStore(const char* section, const char* key) {
     return QLatin1String(section) + u'/' + QLatin1String(key);
@@ -90,10 +95,20 @@ bool Settings::IsVeldtInstalled() const {
     return Read(Keys::InstalledVer) != QLatin1String("no");
 }
 
+Look Settings::StoredLook() const {
+    const QString stored = Read(Keys::Colours).toLower();
+    for (const Look look : {Look::Light, Look::Dark})
+        if (stored == QString(QLatin1String(LookNames[static_cast<int>(look)])).toLower())
+            return look;
+    return Look::Desktop;
+}
+
 void Settings::LoadSettings() {
     useSpecialMsgBox_ = YesNoToBool(Read(Keys::SpecialMsgBox));
     options_.VCOMPILElocation = Read(
         Keys::VCOMPILElocation, QDir::toNativeSeparators(programFolder_ + QLatin1String("/VCOMPILE.EXE")));
+    options_.RunProgram = Read(Keys::RunProgram);
+    options_.Colours = StoredLook();
     options_.FriendlyScript = YesNoToBool(Read(Keys::FriendlyScript));
     options_.MaxRecent = ReadNumber(Keys::MaxRecent);
     int numberRecent = ReadNumber(Keys::NumberRecent);
@@ -110,6 +125,8 @@ void Settings::LoadSettings() {
 void Settings::StoreOptions(const Options& options) {
     options_ = options;
     Write(Keys::VCOMPILElocation, options.VCOMPILElocation);
+    Write(Keys::RunProgram, options.RunProgram);
+    Write(Keys::Colours, QLatin1String(LookNames[static_cast<int>(options.Colours)]));
     Write(Keys::FriendlyScript, BoolToYesNo(options.FriendlyScript));
     Write(Keys::MaxRecent, QString::number(options.MaxRecent));
 }

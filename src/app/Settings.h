@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/Palettes.h"
+
 #include <QSettings>
 #include <QSize>
 #include <QString>
@@ -12,6 +14,8 @@ namespace zem {
 /// What the options window edits.
 struct Options {
     QString VCOMPILElocation;
+    QString RunProgram; // runs the games; empty for the one that the desktop has for them
+    Look Colours = Look::Desktop;
     bool FriendlyScript = true; // scripts are shown in plain English
     std::int16_t MaxRecent = 8; // the most entries of the list of recent files
 };
@@ -29,6 +33,9 @@ public:
 
     /// Whether the game-running program has left its version.
     bool IsVeldtInstalled() const;
+
+    /// The colours to start with, known before the other settings are read.
+    Look StoredLook() const;
 
     /// Whether messages use the editor's own window instead of the platform's.
     bool UseSpecialMsgBox() const { return useSpecialMsgBox_; }

@@ -7,7 +7,7 @@ namespace zem {
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmAbout>()) {
     ui_->setupUi(this);
-    ui_->Picture1->setPixmap(ThemedIcon(QStringLiteral("zem"), palette()).pixmap(48));
+    ui_->Picture1->setPixmap(ThemedIcon(QStringLiteral("zem")).pixmap(48));
     ui_->lblAbout->setText(
         tr("ZEM 1.0\n\nAn editor for text-adventure games in the Kel script language. Games are "
            "played with Veldt.\n\nFree software under the MIT licence. Icons: Lucide, ISC "

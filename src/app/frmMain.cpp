@@ -4,6 +4,7 @@
 #include "editors/frmRoomProperties.h"
 #include "editors/frmThingProperties.h"
 #include "forms/CommandError.h"
+#include "forms/FileDrop.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/QtText.h"
@@ -49,7 +50,7 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
       programFolder_(programFolder),
       status_(new QLabel(this)) {
     ui_->setupUi(this);
-    setWindowIcon(ThemedIcon(QStringLiteral("zem"), palette()));
+    setWindowIcon(ThemedIcon(QStringLiteral("zem")));
     status_->setObjectName(QStringLiteral("lblStatus"));
     status_->setTextFormat(Qt::PlainText);
     status_->setSizePolicy(QSizePolicy::Ignored,
@@ -66,6 +67,7 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
     connect(&session, &GameSession::RecentFilesChanged, this, &frmMain::RefreshRecentMenu);
     connect(&session, &GameSession::StatusChanged, this, &frmMain::ShowStatus);
+    AcceptFileDrops(*this, [this](const QString& path) { OpenDropped(path); });
     RefreshRecentMenu();
     GameReplaced();
 }
@@ -151,8 +153,6 @@ void frmMain::ConnectLists() {
 }
 
 void frmMain::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange)
-        ShowIcons();
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         QTimer::singleShot(0, this, &frmMain::CheckFile); // not in the middle of the activation
     QMainWindow::changeEvent(event);
@@ -161,7 +161,7 @@ void frmMain::changeEvent(QEvent* event) {
 void frmMain::ShowIcons() {
     for (QAction* button : ui_->Toolbar1->actions())
         if (!button->isSeparator())
-            button->setIcon(ThemedIcon(button->objectName(), palette()));
+            button->setIcon(ThemedIcon(button->objectName()));
 }
 
 void frmMain::ShowStatus(const QString& text) {

@@ -123,6 +123,7 @@ private:
     void OpenEditorOf(const LostPlace& place);
     void OpenRoomOrThing(const LostPlace& place);
     void OpenDocument(const QString& path);
+    void OpenDropped(const QString& path);
 
     /// Runs an editing command; afterwards the lists are filled anew with these rows selected.
     void ChangeGame(const QString& name, const Selection& selection,

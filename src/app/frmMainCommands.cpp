@@ -17,6 +17,7 @@ namespace zem {
 namespace {
 
 constexpr int WidestRecentFile = 600; // device-independent pixels
+constexpr int NoAssociation = 31;     // of OpenDocument
 
 } // namespace
 
@@ -53,6 +54,13 @@ void frmMain::mnuFileOpen_Click() {
     const QString path = dialogs_.AskOpenFile(this, OpenGameQuestion(session_.FileName()));
     if (!path.isEmpty())
         session_.LoadGame(path);
+}
+
+void frmMain::OpenDropped(const QString& path) {
+    RunCommand(dialogs_, this, [&] {
+        if (AskToSave())
+            session_.LoadGame(path);
+    });
 }
 
 void frmMain::mnuFileSave_Click() {
@@ -102,21 +110,31 @@ bool frmMain::AskToSaveBeforeRun() {
 }
 
 void frmMain::mnuFileRunKELfile_Click() {
-    if (AskToSaveBeforeRun())
-        OpenDocument(session_.FileName());
+    if (!AskToSaveBeforeRun())
+        return;
+    const QString program = settings_.CurrentOptions().RunProgram;
+    if (program.isEmpty() || !QFileInfo::exists(session_.FileName()))
+        OpenDocument(session_.FileName()); // which says what is wrong with the file
+    else if (!dialogs_.StartProgram(program, {session_.FileName()}))
+        throw CommandError(QStringLiteral("The program that runs games, %1, cannot be started. Please name "
+                                          "another one in the options (Options in the Edit menu).")
+                               .arg(program),
+                           QLatin1String(DefaultTitle));
 }
 
 void frmMain::OpenDocument(const QString& path) {
     static const std::pair<int, const char*> problems[] = {
         {3, "file/path not found"},
         {8, "out of memory"},
-        {31, "file association does not exist or is incomplete"},
+        {NoAssociation, "file association does not exist or is incomplete"},
     };
     const int result = dialogs_.OpenDocument(path);
     for (const auto& [code, problem] : problems)
         if (result == code)
             dialogs_.ShowMessageBox(
                 this, QStringLiteral("Error loading %1 - %2").arg(path, QLatin1String(problem)));
+    if (result == NoAssociation)
+        ShowStatus(QStringLiteral("Options in the Edit menu can name the program that runs games."));
 }
 
 void frmMain::RefreshRecentMenu() {

@@ -6,6 +6,7 @@
 
 #include <QKeyEvent>
 #include <QLocale>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,8 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
     ui_->txtVCOMPILElocation->setText(options.VCOMPILElocation);
     ui_->txtVCOMPILElocation->setCursorPosition(0);
     ui_->txtVCOMPILElocation->setToolTip(options.VCOMPILElocation);
+    ui_->txtRunner->setText(options.RunProgram);
+    ui_->cmbLook->setCurrentIndex(static_cast<int>(options.Colours));
     ui_->chkFriendlyScript->setChecked(options.FriendlyScript);
     ui_->txtMax->setText(QString::number(options.MaxRecent));
     ui_->txtMax->installEventFilter(this);
@@ -31,6 +34,7 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
     ui_->butVCOMPILEbrowse->setEnabled(false);
 
     connect(ui_->butVCOMPILEbrowse, &QPushButton::clicked, this, &frmOptions::butVCOMPILEbrowse_Click);
+    connect(ui_->butRunnerBrowse, &QPushButton::clicked, this, &frmOptions::butRunnerBrowse_Click);
     connect(ui_->butMaxUp, &QToolButton::clicked, this, [this] { StepMax(1); });
     connect(ui_->butMaxDown, &QToolButton::clicked, this, [this] { StepMax(-1); });
     connect(ui_->butOK, &QPushButton::clicked, this, &frmOptions::butOK_Click);
@@ -66,11 +70,37 @@ void frmOptions::butVCOMPILEbrowse_Click() {
         ui_->txtVCOMPILElocation->setText(name);
 }
 
-void frmOptions::RefuseMax(const QString& message) {
+void frmOptions::butRunnerBrowse_Click() {
+    const QString name =
+        dialogs_.AskOpenFile(this, {.title = QStringLiteral("Find the program that runs games"),
+                                    .defaultSuffix = {},
+                                    .filter = QStringLiteral("All files|*"),
+                                    .currentFile = ui_->txtRunner->text()});
+    if (!name.isEmpty())
+        ui_->txtRunner->setText(name);
+}
+
+void frmOptions::Refuse(QLineEdit& box, const QString& message) {
     dialogs_.ShowMessageBox(this, message, QLatin1String(DefaultTitle), QMessageBox::Ok,
                             QMessageBox::Warning);
-    ui_->txtMax->setFocus();
-    ui_->txtMax->selectAll();
+    box.setFocus();
+    box.selectAll();
+}
+
+std::optional<QString> frmOptions::RunProgram() {
+    const QString before = settings_.CurrentOptions().RunProgram;
+    const QString name = ui_->txtRunner->text().trimmed();
+    // One that has gone since, with its disk perhaps, does not keep the author from the other options.
+    if (name.isEmpty() || name == before)
+        return name;
+    const QString found = QStandardPaths::findExecutable(name); // takes a full path, too
+    if (found.isEmpty())
+        Refuse(
+            *ui_->txtRunner,
+            QStringLiteral("There is no program %1, or it is not marked as executable. Choose another one, "
+                           "or leave the box empty to use the program that the desktop has for .kel files.")
+                .arg(name));
+    return found.isEmpty() ? std::nullopt : std::optional(found);
 }
 
 void frmOptions::butOK_Click() {
@@ -78,7 +108,7 @@ void frmOptions::butOK_Click() {
     bool isNumeric = false;
     const double number = QLocale::c().toDouble(max, &isNumeric);
     if (!isNumeric || !std::isfinite(number)) {
-        RefuseMax(QStringLiteral("Maximum number of files must be a number."));
+        Refuse(*ui_->txtMax, QStringLiteral("Maximum number of files must be a number."));
         return;
     }
     Options options;
@@ -87,10 +117,16 @@ void frmOptions::butOK_Click() {
     try {
         options.MaxRecent = LeadingNumber(max.toStdString());
     } catch (const KelError& error) {
-        RefuseMax(QStringLiteral("Maximum number of files: %1.").arg(ToQt(error.Problem())));
+        Refuse(*ui_->txtMax, QStringLiteral("Maximum number of files: %1.").arg(ToQt(error.Problem())));
         return;
     }
+    const std::optional<QString> runProgram = RunProgram();
+    if (!runProgram)
+        return;
+    options.RunProgram = *runProgram;
+    options.Colours = static_cast<Look>(ui_->cmbLook->currentIndex()); // the box has the order of Look
     settings_.StoreOptions(options);
+    ApplyLook(options.Colours);
     accept();
 }
 

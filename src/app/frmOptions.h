@@ -6,6 +6,9 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
+
+class QLineEdit;
 
 namespace Ui {
 class frmOptions;
@@ -28,8 +31,14 @@ protected:
 private:
     void butOK_Click();
     void butVCOMPILEbrowse_Click();
+    void butRunnerBrowse_Click();
     void StepMax(int by);
-    void RefuseMax(const QString& message);
+
+    /// Tells why a box cannot be stored, and leads the author back to it.
+    void Refuse(QLineEdit& box, const QString& message);
+
+    /// The program named in the box; nothing when there is none of that name, which was told then.
+    std::optional<QString> RunProgram();
 
     std::unique_ptr<Ui::frmOptions> ui_;
     Settings& settings_;

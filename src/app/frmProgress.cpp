@@ -12,7 +12,7 @@ frmProgress::frmProgress(QWidget* parent) : QDialog(parent), ui_(std::make_uniqu
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowFlag(Qt::WindowCloseButtonHint, false);
     setModal(true);
-    ui_->Picture1->setPixmap(ThemedIcon(QStringLiteral("zem"), palette()).pixmap(32));
+    ui_->Picture1->setPixmap(ThemedIcon(QStringLiteral("zem")).pixmap(32));
 }
 
 frmProgress::~frmProgress() = default;

@@ -3,6 +3,7 @@
 #include "app/Icons.h"
 #include "app/frmAbout.h"
 #include "app/frmOptions.h"
+#include "forms/FileDrop.h"
 #include "forms/NameListView.h"
 #include "ui_frmStart.h"
 
@@ -17,7 +18,7 @@ frmStart::frmStart(Settings& settings, Dialogs& dialogs)
       settings_(settings),
       dialogs_(dialogs) {
     ui_->setupUi(this);
-    setWindowIcon(ThemedIcon(QStringLiteral("zem"), palette()));
+    setWindowIcon(ThemedIcon(QStringLiteral("zem")));
     for (const QString& path : settings.RecentFiles()) {
         if (path.isEmpty())
             continue;
@@ -30,6 +31,7 @@ frmStart::frmStart(Settings& settings, Dialogs& dialogs)
     connect(ui_->lstRecent, &QListWidget::itemDoubleClicked, this, &frmStart::butOpenRecent_Click);
     connect(ui_->butOptions, &QPushButton::clicked, this, &frmStart::butOptions_Click);
     connect(ui_->butAbout, &QPushButton::clicked, this, &frmStart::butAbout_Click);
+    AcceptFileDrops(*this, [this](const QString& path) { emit GameChosen(path); });
     SelectFocusedRowFirst(*ui_->lstRecent);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, ui_->lstRecent, nullptr, nullptr, Qt::WidgetShortcut),

@@ -43,7 +43,7 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
         return 1;
     }
     zem::Application application(argc, argv);
-    QApplication::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem"), QApplication::palette()));
+    QApplication::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem")));
     QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
     zem::QtDialogs dialogs;
     zem::GameModel game;

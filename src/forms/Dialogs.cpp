@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QProcess>
 #include <QPushButton>
 #include <QUrl>
 
@@ -18,6 +19,23 @@ namespace {
 enum ShellResult { FileNotFound = 2, PathNotFound = 3, NoAssociation = 31, Opened = 33 };
 
 constexpr int InputBoxWidth = 380; // room for a name of some words
+constexpr int LongestWait = 2000;  // milliseconds
+
+/// What a program prints on one line; empty when it cannot be run or takes too long.
+QString OutputOf(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments, QIODevice::ReadOnly);
+    process.waitForFinished(LongestWait);
+    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
+}
+
+/// Whether the desktop would open the game with this editor again, and not with a program that runs it.
+bool IsOpenedByThisEditor(const QString& path) {
+    const QString tool = QStringLiteral("xdg-mime");
+    const QString type = OutputOf(tool, {QStringLiteral("query"), QStringLiteral("filetype"), path});
+    return OutputOf(tool, {QStringLiteral("query"), QStringLiteral("default"), type}) ==
+           QLatin1String("zem.desktop");
+}
 
 QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question) {
     if (!question.title.isEmpty())
@@ -92,7 +110,14 @@ int QtDialogs::OpenDocument(const QString& path) {
     const QFileInfo file(path);
     if (path.isEmpty() || !file.exists())
         return path.isEmpty() || file.dir().exists() ? FileNotFound : PathNotFound;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(file.absoluteFilePath())) ? Opened : NoAssociation;
+    const QString fullPath = file.absoluteFilePath();
+    if (file.suffix().toLower() == QLatin1String("kel") && IsOpenedByThisEditor(fullPath))
+        return NoAssociation;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(fullPath)) ? Opened : NoAssociation;
+}
+
+bool QtDialogs::StartProgram(const QString& program, const QStringList& arguments) {
+    return QProcess::startDetached(program, arguments);
 }
 
 Dialogs::FileQuestion OpenGameQuestion(const QString& currentFile) {

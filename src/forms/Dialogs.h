@@ -48,8 +48,12 @@ public:
     virtual QString AskSaveFile(QWidget* parent, const FileQuestion& question) = 0;
 
     /// Opens a document with the program that the desktop has for it. Returns the shell's result: above 32
-    /// for success, 2 when the file and 3 when its folder does not exist, 31 when no program is associated.
+    /// for success, 2 when the file and 3 when its folder does not exist, 31 when no program is associated,
+    /// or none but this editor.
     virtual int OpenDocument(const QString& path) = 0;
+
+    /// Starts a program that goes on by itself; false when it cannot be started.
+    virtual bool StartProgram(const QString& program, const QStringList& arguments) = 0;
 };
 
 class QtDialogs : public Dialogs {
@@ -64,6 +68,7 @@ public:
     QString AskOpenFile(QWidget* parent, const FileQuestion& question) override;
     QString AskSaveFile(QWidget* parent, const FileQuestion& question) override;
     int OpenDocument(const QString& path) override;
+    bool StartProgram(const QString& program, const QStringList& arguments) override;
 };
 
 /// How a game is asked for wherever one can be opened.

@@ -38,6 +38,10 @@ public:
     void Document(const QString& path, int result) {
         script_.push_back({QStringLiteral("document ") + path, {}, {}, result});
     }
+    /// A program that is to be started, for real when it exists.
+    void Program(const QString& program) {
+        script_.push_back({QStringLiteral("program ") + program, {}, {}, 0});
+    }
     /// What is asked next counts only once these are answered.
     void ExpectAllAsked() const { EXPECT_TRUE(script_.empty()); }
 
@@ -64,6 +68,10 @@ public:
         return Next(QStringLiteral("save")).text.value_or(QString());
     }
     int OpenDocument(const QString& path) override { return Next(QStringLiteral("document ") + path).result; }
+    bool StartProgram(const QString& program, const QStringList& arguments) override {
+        Next(QStringLiteral("program ") + program);
+        return QtDialogs().StartProgram(program, arguments);
+    }
 
     FileQuestion lastFileQuestion;
 

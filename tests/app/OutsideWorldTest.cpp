@@ -1,0 +1,209 @@
+// What comes from other programs and goes to them: dropped files, the program that runs games, the colours.
+#include "app/Icons.h"
+#include "app/frmOptions.h"
+#include "support/RunningProgram.h"
+#include "support/WhenOpen.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QStyle>
+
+#include <cmath>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace zem {
+namespace {
+
+using test::Click;
+using test::ReadBytes;
+using test::RunningProgram;
+using test::WhenOpen;
+
+/// Drags the URLs over the widget and lets them go where they are accepted.
+bool Drop(QWidget& widget, const QStringList& urls) {
+    QMimeData data;
+    data.setUrls(QUrl::fromStringList(urls));
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&widget, &enter);
+    if (!enter.isAccepted())
+        return false;
+    EXPECT_EQ(enter.dropAction(), Qt::CopyAction);
+    QDropEvent drop({5, 5}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    drop.setDropAction(Qt::MoveAction); // as a file manager likes to propose
+    QApplication::sendEvent(&widget, &drop);
+    EXPECT_EQ(drop.dropAction(), Qt::CopyAction);
+    QCoreApplication::processEvents();
+    return drop.isAccepted();
+}
+
+std::string Game(const std::string& name) {
+    return "define game <" + name + ">\r\nend define\r\n\r\ndefine room <Hall>\r\nend define\r\n";
+}
+
+QString Url(const std::string& path) {
+    return QUrl::fromLocalFile(PathToQt(path)).toString(QUrl::FullyEncoded);
+}
+
+TEST(Drop, OpensTheFirstFileInBothWindowsAndAsksFirst) {
+    RunningProgram p;
+    const std::string first = p.folder.Write("a b & c%20.kel", Game("First"));
+    const std::string second = p.folder.Write("second.kel", Game("Second"));
+    p.Start();
+    for (const QStringList& refused :
+         {QStringList{}, QStringList{"https://example.org/a.kel"}, QStringList{Url(p.folder.Path(""))},
+          QStringList{Url(p.folder.Path("gone.kel"))}})
+        EXPECT_FALSE(Drop(*p.program->StartWindow(), refused)) << refused.join(u' ').toStdString();
+    EXPECT_TRUE(Drop(*p.program->StartWindow(), {Url(first), Url(second)}));
+    EXPECT_FALSE(p.program->StartWindow()->isVisible());
+    EXPECT_EQ(p.game.FileName, first);
+
+    p.Select("lstRooms", 0);
+    p.Click("butDeleteRoom");
+    const QString question =
+        QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
+    p.dialogs.Message(question, QMessageBox::Cancel);
+    EXPECT_TRUE(Drop(*p.Main(), {Url(second)}));
+    EXPECT_EQ(p.game.FileName, first);
+    p.dialogs.Message(question, QMessageBox::No);
+    EXPECT_TRUE(Drop(*p.Main(), {Url(second)}));
+    EXPECT_EQ(p.game.FileName, second);
+    WhenOpen<frmOptions>([&](frmOptions&) { EXPECT_FALSE(Drop(*p.Main(), {Url(first)})); });
+    p.Trigger("mnuViewOptions");
+}
+
+/// Sets the box for the program in the options window and presses OK.
+void NameProgram(const RunningProgram& p, const QString& name, bool isStored) {
+    WhenOpen<frmOptions>([&](frmOptions& form) {
+        test::Find<QLineEdit>(form, "txtRunner").setText(name);
+        Click(form, "butOK");
+        EXPECT_EQ(form.isVisible(), !isStored) << name.toStdString();
+    });
+    p.Trigger("mnuViewOptions");
+}
+
+TEST(Run, StartsTheNamedProgramWithTheFileAsItsOneArgument) {
+    RunningProgram p;
+    const std::string output = p.folder.Path("out");
+    std::filesystem::create_directory(p.folder.Path("it's \"odd\" $HOME"));
+    const std::string script =
+        p.folder.Write("it's \"odd\" $HOME/run it", "#!/bin/sh\nprintf '%s|' \"$#\" \"$@\" >'" + output +
+                                                        ".new'\nmv '" + output + ".new' '" + output + "'\n");
+    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    const std::string game = p.folder.Write("a 'b' \"c\"; $(d) --e.kel", Game("Odd"));
+    p.Start(PathToQt(game));
+
+    const QString notThere = QStringLiteral(
+        "ZEM: There is no program %1, or it is not marked as executable. Choose another one, or "
+        "leave the box empty to use the program that the desktop has for .kel files.");
+    for (const QString& bad :
+         {p.Path("gone"), PathToQt(game), p.Path(""), QStringLiteral("no such program")}) {
+        p.dialogs.Message(notThere.arg(bad));
+        NameProgram(p, bad, false);
+    }
+    NameProgram(p, QStringLiteral(" %1 ").arg(PathToQt(script)), true);
+    p.dialogs.Program(PathToQt(script));
+    p.Trigger("mnuFileRunKELfile");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(output); }));
+    EXPECT_EQ(ReadBytes(output), "1|" + game + "|");
+
+    std::filesystem::remove(script);
+    p.dialogs.Program(PathToQt(script));
+    p.dialogs.Message(QStringLiteral("ZEM: The program that runs games, %1, cannot be started. Please name "
+                                     "another one in the options (Options in the Edit menu).")
+                          .arg(PathToQt(script)));
+    p.Trigger("mnuFileRunKELfile");
+    NameProgram(p, PathToQt(script), true); // as it was: no reason to hold up the other options
+    NameProgram(p, QString(), true);
+    p.dialogs.Document(PathToQt(game), 31);
+    p.dialogs.Message(
+        QStringLiteral("ZEM: Error loading %1 - file association does not exist or is incomplete")
+            .arg(PathToQt(game)));
+    p.Trigger("mnuFileRunKELfile");
+    EXPECT_EQ(p.Status(), "Options in the Edit menu can name the program that runs games.");
+}
+
+double Luminance(const QColor& colour) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+/// From 1 to 21; text is easily read from 4.5, and an outline easily seen from 3.
+double Contrast(const QColor& one, const QColor& other) {
+    const double a = Luminance(one);
+    const double b = Luminance(other);
+    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+/// The colour of an image that differs most from the background.
+double BestContrast(const QImage& image, const QColor& background) {
+    double best = 1;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y).alpha() == 255)
+                best = std::max(best, Contrast(image.pixelColor(x, y), background));
+    return best;
+}
+
+TEST(Colours, ChangeAtOnceAreKeptAndCanBeSeen) {
+    const QPalette before = QApplication::palette();
+    const QString styleBefore = QApplication::style()->name();
+    const QIcon icon = ThemedIcon(QStringLiteral("butSave"));
+    struct Case {
+        int choice;
+        const char* stored;
+        bool isDark;
+    };
+    for (const Case& c : {Case{2, "Dark", true}, {1, "Light", false}, {2, "Dark", true}}) {
+        RunningProgram p;
+        p.StartWith(Game("x"));
+        WhenOpen<frmOptions>([&](frmOptions& form) {
+            test::Find<QComboBox>(form, "cmbLook").setCurrentIndex(c.choice);
+            Click(form, "butOK");
+        });
+        p.Trigger("mnuViewOptions");
+        EXPECT_EQ(p.store.value(QStringLiteral("Editor/Colours")).toString(), QLatin1String(c.stored));
+        QCoreApplication::processEvents(); // the windows hear of it then
+        const QPalette palette = p.Main()->palette();
+        const QColor window = palette.color(QPalette::Window);
+        EXPECT_EQ(Luminance(window) < 0.2, c.isDark);
+        using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
+        for (const auto& [text, ground] : {Pair{QPalette::WindowText, QPalette::Window},
+                                           {QPalette::Text, QPalette::Base},
+                                           {QPalette::Text, QPalette::AlternateBase},
+                                           {QPalette::ButtonText, QPalette::Button},
+                                           {QPalette::PlaceholderText, QPalette::Base},
+                                           {QPalette::Link, QPalette::Base},
+                                           {QPalette::LinkVisited, QPalette::Base},
+                                           {QPalette::HighlightedText, QPalette::Highlight},
+                                           {QPalette::ToolTipText, QPalette::ToolTipBase}}) {
+            EXPECT_GE(Contrast(palette.color(text), palette.color(ground)), 4.5) << c.stored << text;
+            EXPECT_GE(
+                Contrast(palette.color(QPalette::Disabled, text), palette.color(QPalette::Disabled, ground)),
+                3.0)
+                << c.stored << text;
+        }
+        EXPECT_GE(BestContrast(icon.pixmap(24).toImage(), window), 4.5) << "an icon made before";
+        auto* box = new QCheckBox(p.Main()); // which the window owns
+        box->resize(box->sizeHint());
+        EXPECT_GE(BestContrast(box->grab().toImage(), window), c.isDark ? 3.0 : 2.0)
+            << c.stored << " check box";
+
+        ApplyLook(Look::Desktop);
+        p.Start(); // anew
+        EXPECT_EQ(QApplication::palette().color(QPalette::Window), window);
+    }
+    ApplyLook(Look::Desktop);
+    EXPECT_EQ(QApplication::palette(), before);
+    EXPECT_EQ(QApplication::style()->name(), styleBefore);
+}
+
+} // namespace
+} // namespace zem
