@@ -1,10 +1,15 @@
 #include "app/Application.h"
 
 #include "forms/CommandError.h"
+#include "forms/FocusOutline.h"
 
 #include <utility>
 
 namespace zem {
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    OutlineFocus(*this);
+}
 
 void Application::SetNet(Dialogs& dialogs, std::function<void()> rescue) {
     dialogs_ = &dialogs;

@@ -12,7 +12,7 @@ namespace zem {
 /// program. The unsaved changes are made sure of, and the author is told.
 class Application : public QApplication {
 public:
-    using QApplication::QApplication;
+    Application(int& argc, char** argv);
 
     /// @param dialogs  shows the messages
     /// @param rescue  makes sure of the unsaved changes

@@ -7,6 +7,7 @@
 #include "forms/FileDrop.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/MenuKeys.h"
 #include "forms/QtText.h"
 #include "ui_frmMain.h"
 
@@ -59,6 +60,7 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     ui_->splitter->setStretchFactor(0, 1);
     ui_->splitter->setStretchFactor(1, 2);
     ShowIcons();
+    PutMenusFirst(*this);
     ConnectMenus();
     ConnectLists();
     ConnectTools();

@@ -29,6 +29,7 @@ void PageButtons::Show(int page) {
         QFont font = buttons_[i]->font();
         font.setBold(static_cast<int>(i) == page);
         buttons_[i]->setFont(font);
+        buttons_[i]->setAccessibleDescription(font.bold() ? tr("this page is shown") : QString());
     }
 }
 

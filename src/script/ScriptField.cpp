@@ -19,6 +19,7 @@ ScriptField::ScriptField(ScriptEditing& scripts, QWidget& form, QTextEdit& box, 
       script_(script) {
     scripts_.Show(script_, box_);
     OnClick(&button_, &form_, scripts_.PlatformDialogs(), [this] { Edit(); });
+    box_.setAccessibleDescription(QStringLiteral("Return opens its editor"));
     box_.installEventFilter(this);
     box_.viewport()->installEventFilter(this);
 }

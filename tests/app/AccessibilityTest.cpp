@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QFile>
+#include <QListWidget>
 #include <QMetaEnum>
 #include <QRadioButton>
 #include <QToolButton>
@@ -192,6 +193,20 @@ TEST(Accessibility, TabGoesThroughEveryControlInReadingOrder) {
         ExpectReadingOrder(window, stops);
         ExpectButtonsLast(stops);
     });
+}
+
+TEST(Accessibility, AnEmptyListShowsThatItHasTheFocus) {
+    QWidget window;
+    QListWidget lists[2] = {QListWidget(&window), QListWidget(&window)};
+    lists[1].move(300, 0);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto edge = [&](int list) { return lists[list].grab().toImage().pixelColor(0, 20); };
+    for (const int focused : {0, 1, 0}) {
+        lists[focused].setFocus();
+        EXPECT_EQ(edge(focused), window.palette().color(QPalette::Highlight));
+        EXPECT_NE(edge(1 - focused), window.palette().color(QPalette::Highlight));
+    }
 }
 
 } // namespace

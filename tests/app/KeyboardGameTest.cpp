@@ -156,7 +156,7 @@ TEST(Keyboard, MakesAGameOfThreeRooms) {
     keys.In("frmScriptEditor", {"\"Print a message\"", "Alt+P", "\"Brass.\"", "Return"});
     keys.In("frmScriptLines", Times(7, "Tab") + QStringList{"Space"});
     keys.In("frmThingProperties", Times(4, "Tab") + QStringList{"Space"});
-    keys.In("frmMain", {"Alt+F", "Right", "G", "P"});
+    keys.In("frmMain", {"Alt+E", "G", "P"});
     keys.In("frmGameProperties", {"\"Tower\"", "Tab", "\"Hall\"", "Return"});
     keys.In("frmMain", {"Alt+F", "A"});
     const QString path = PathToQt(folder.Path("tower.kel"));

@@ -1,0 +1,49 @@
+#include "forms/FocusOutline.h"
+
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QEvent>
+#include <QPainter>
+#include <QPointer>
+
+namespace zem {
+
+namespace {
+
+/// Lies over the box without getting in the way.
+class FocusOutline : public QWidget {
+public:
+    explicit FocusOutline(QWidget& box) : QWidget(&box) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        resize(box.size());
+        box.installEventFilter(this);
+        show();
+    }
+
+    bool eventFilter(QObject* box, QEvent* event) override {
+        if (event->type() == QEvent::Resize)
+            resize(static_cast<QWidget*>(box)->size());
+        return QWidget::eventFilter(box, event);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
+} // namespace
+
+void OutlineFocus(QApplication& application) {
+    QObject::connect(&application, &QApplication::focusChanged, &application,
+                     [outline = QPointer<QWidget>()](QWidget*, QWidget* now) mutable {
+                         delete outline;
+                         auto* box = qobject_cast<QAbstractScrollArea*>(now);
+                         if (box != nullptr && box->window()->windowType() != Qt::Popup)
+                             outline = new FocusOutline(*box); // which the box owns
+                     });
+}
+
+} // namespace zem
