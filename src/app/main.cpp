@@ -43,6 +43,7 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
         return 1;
     }
     zem::Application application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("zem")); // whose icon and name the desktop shows
     QApplication::setWindowIcon(zem::ThemedIcon(QStringLiteral("zem")));
     QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
     zem::QtDialogs dialogs;

@@ -1,0 +1,63 @@
+# What "cmake --install" puts where, and the Debian package that CPack makes of it.
+include(GNUInstallDirs)
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # tests and benchmarks are not installed
+
+# The program reads its data from the folder it stands in, so both go into a folder of their own.
+set(program_folder lib/zem)
+install(TARGETS zem RUNTIME DESTINATION ${program_folder})
+install(FILES ${zem_data} DESTINATION ${program_folder})
+if(EXISTS ${PROJECT_SOURCE_DIR}/data/manual)
+    install(DIRECTORY data/manual DESTINATION ${program_folder})
+endif()
+file(RELATIVE_PATH program /usr/${CMAKE_INSTALL_BINDIR} /usr/${program_folder}/zem)
+file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packaging)
+file(CREATE_LINK ${program} ${CMAKE_BINARY_DIR}/packaging/zem SYMBOLIC)
+install(FILES ${CMAKE_BINARY_DIR}/packaging/zem DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+# For the desktop: its caches are refreshed by the packages they belong to.
+set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable)
+install(FILES packaging/zem.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES packaging/zem-kel.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+install(FILES data/icons/zem.svg DESTINATION ${icons}/apps)
+install(FILES data/icons/zem.svg DESTINATION ${icons}/mimetypes RENAME application-x-kel-game.svg)
+
+# For the reader.
+file(GLOB samples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/samples/*.kel)
+install(FILES ${samples} DESTINATION ${CMAKE_INSTALL_DATADIR}/zem/samples)
+file(READ LICENSE ZEM_LICENCE)
+file(READ data/icons/LICENSE ICONS_LICENCE)
+configure_file(packaging/copyright.in packaging/copyright @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS LICENSE data/icons/LICENSE)
+find_program(GZIP gzip REQUIRED)
+foreach(page zem.1 changelog)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS packaging/${page})
+    execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/packaging/${page}
+        OUTPUT_FILE ${CMAKE_BINARY_DIR}/packaging/${page}.gz COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
+install(FILES ${CMAKE_BINARY_DIR}/packaging/zem.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${CMAKE_BINARY_DIR}/packaging/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT "Zem team <zem-support@example.org>")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "editor for text-adventure games in the Kel script language")
+set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/InstalledSize.cmake)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION editors)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "desktop-file-utils, hicolor-icon-theme, shared-mime-info, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS qt6-wayland)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+    "Zem opens a game file and lets its author edit everything in it through
+forms: rooms with their exits, characters, objects, scripts in plain
+English, texts, menus and more. Every step can be undone, unsaved changes
+survive a crash, and earlier versions are kept.
+.
+Games are played with a program of their own, which this package does not
+contain.")
+include(CPack)

@@ -1,0 +1,20 @@
+# Run by CPack on each finished package. CPack counts the program twice, once more through its link in bin, which would
+# tell users that the package takes twice the space; here its size is the sum of its files, as packages state it.
+foreach(package ${CPACK_PACKAGE_FILES})
+    set(folder ${package}.unpacked)
+    execute_process(COMMAND dpkg-deb --raw-extract ${package} ${folder} COMMAND_ERROR_IS_FATAL ANY)
+    file(GLOB_RECURSE files LIST_DIRECTORIES FALSE ${folder}/usr/*)
+    set(kilobytes 0)
+    foreach(file ${files})
+        if(NOT IS_SYMLINK ${file})
+            file(SIZE ${file} bytes)
+            math(EXPR kilobytes "${kilobytes} + (${bytes} + 1023) / 1024")
+        endif()
+    endforeach()
+    file(READ ${folder}/DEBIAN/control control)
+    string(REGEX REPLACE "Installed-Size: [0-9]+" "Installed-Size: ${kilobytes}" control "${control}")
+    file(WRITE ${folder}/DEBIAN/control "${control}")
+    execute_process(COMMAND dpkg-deb --root-owner-group --build ${folder} ${package}
+        OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    file(REMOVE_RECURSE ${folder})
+endforeach()

@@ -1,0 +1,97 @@
+#!/usr/bin/env bash
+# Builds the Debian package and tries it in a fresh root: packaging/test.sh, as root, on Debian or Ubuntu. Needs
+# debootstrap; everything that is installed in the fresh root goes away with it. Leaves the package and a picture of the
+# window in build/package.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+[ "$(id -u)" -eq 0 ] || { echo "Only root can make a fresh root." >&2; exit 2; }
+export DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8
+
+say() { echo; echo "== $*"; }
+die() { echo "FAILED: $*" >&2; exit 1; }
+
+say "Building the package"
+output=$PWD/build/package
+rm -rf "$output"
+cmake --preset release >/dev/null
+cmake --build --preset release --target zem >/dev/null
+cpack --config build/release/CPackConfig.cmake -B "$output" >/dev/null
+package=$(ls "$output"/*.deb)
+echo "$(basename "$package"): $(stat -c %s "$package") bytes"
+
+# Its release and mirror are those of this machine.
+release=$(. /etc/os-release && echo "$VERSION_CODENAME")
+mirror=$(apt-get indextargets --format '$(CODENAME) $(REPO_URI)' | awk -v r="$release" '$1 == r { print $2; exit }')
+work=$(mktemp -d)
+root=$work/root
+trap 'rm -rf --one-file-system "$work"' EXIT
+
+say "Making a fresh root of $release with nothing but the essential packages"
+debootstrap --variant=minbase "$release" "$root" "$mirror" >"$work/log" 2>&1 || { tail "$work/log"; die debootstrap; }
+cp "$package" "$root/root/zem.deb"
+
+# Runs a command in the fresh root; processes that it leaves behind end with it.
+inside() {
+    # shellcheck disable=SC2016
+    unshare --mount --pid --fork sh -c 'mount -t proc proc "$0/proc" && exec chroot "$0" "$@"' "$root" \
+        env HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"
+}
+install() { inside apt-get install -y -qq --no-install-recommends "$@" >"$work/log" 2>&1 || { tail "$work/log"; die "install $*"; }; }
+
+# Every file with its content, but for what the package tools and tests write down.
+snapshot() {
+    inside find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /run -o -path /tmp -o -path /root -o \
+        -path /var/cache -o -path /var/log -o -path /var/lib/dpkg -o -path /var/lib/apt \) -prune -o \
+        \( -type f -exec sha256sum {} + -o -printf '%y %p %l\n' \) | sort -k2
+}
+
+say "Installing it: its dependencies must be enough to run it"
+install /root/zem.deb
+inside zem --version
+inside zem format /usr/share/zem/samples/lighthouse.kel /root/out.kel
+cmp <(tail -n +2 "$root/usr/share/zem/samples/lighthouse.kel") <(tail -n +2 "$root/root/out.kel") ||
+    die "the saved sample is another"
+echo "format: gives the sample back, but for its own name in the first line"
+inside zem print /root/out.kel >"$work/print"
+head -3 "$work/print"
+mkdir -p "$root/root/.config/Veldt"
+printf '[Init]\nInstalledVer=2.0\n' >"$root/root/.config/Veldt/Veldt.conf"
+status=0
+inside env QT_QPA_PLATFORM=offscreen timeout 4 zem /root/out.kel 2>"$work/log" || status=$?
+[ "$status" -eq 124 ] || { cat "$work/log"; die "the editor ended by itself with status $status"; }
+echo "editor: was still running after 4 seconds"
+
+say "Installing it once more beside the tools of a desktop"
+inside apt-get purge -y -qq zem >/dev/null
+install desktop-file-utils hicolor-icon-theme libglib2.0-bin shared-mime-info xdg-utils xvfb
+inside update-desktop-database # the state that any desktop's machine is in
+snapshot >"$work/before"
+install /root/zem.deb
+snapshot >"$work/installed"
+inside dpkg -L zem | while read -r file; do [ -f "$root$file" ] && stat -c %s "$root$file"; done |
+    awk '{ sum += $1 } END { printf "installed: %d bytes in %d files\n", sum, NR; exit sum >= 5e6 }' ||
+    die "the installed package is not under 5 MB"
+
+name="/root/the last one.kel"
+cp "$root/root/out.kel" "$root$name"
+type=$(inside xdg-mime query filetype "$name")
+default=$(inside xdg-mime query default "$type")
+echo "type of .kel files: $type, opened by: $default"
+[ "$type $default" = "application/x-kel-game zem.desktop" ] || die "the desktop does not know .kel files"
+inside gio mime "$type"
+
+say "Opening a game as a file manager does, on a display of its own"
+# shellcheck disable=SC2016
+inside sh -c 'mkdir /tmp/screen && Xvfb :7 -screen 0 1024x768x24 -fbdir /tmp/screen >/dev/null 2>&1 &
+    sleep 2; DISPLAY=:7 xdg-open "$0" >/dev/null 2>&1 & sleep 5; cp /tmp/screen/Xvfb_screen0 /root/window.xwd
+    tr "\0" " " <"/proc/$(pidof zem)/cmdline"; echo' "$name"
+cp "$root/root/window.xwd" "$output"
+convert "xwd:$output/window.xwd" "$output/window.png" 2>/dev/null && rm "$output/window.xwd"
+echo "picture: build/package/$(basename "$output"/window.*)"
+
+say "Removing it"
+inside apt-get purge -y -qq zem >/dev/null
+snapshot >"$work/after"
+diff "$work/before" "$work/after" || die "something was left behind"
+echo "all $(wc -l <"$work/before") files and folders are as before; the package had added or changed" \
+    "$(diff "$work/before" "$work/installed" | grep -c '^>')"
