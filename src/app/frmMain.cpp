@@ -13,7 +13,9 @@
 
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTimer>
 
 #include <algorithm>
@@ -72,6 +74,9 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     AcceptFileDrops(*this, [this](const QString& path) { OpenDropped(path); });
     RefreshRecentMenu();
     GameReplaced();
+    // Where the window manager would put it, half of it may be out of sight.
+    setGeometry(
+        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(), screen()->availableGeometry()));
 }
 
 frmMain::~frmMain() = default;

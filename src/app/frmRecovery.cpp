@@ -5,11 +5,13 @@
 #include "forms/ListRows.h"
 #include "ui_frmRecovery.h"
 
-#include <QLocale>
+#include <QHeaderView>
 
 namespace zem {
 
 namespace {
+
+constexpr int FileColumn = 1;
 
 QString StateOfFile(const RecoveryCopy& copy) {
     if (copy.game.FileName.empty())
@@ -45,9 +47,10 @@ void frmRecovery::Fill() {
     for (const RecoveryCopy& copy : copies_)
         new QTreeWidgetItem(ui_->lstCopies,
                             {ToQt(copy.game.GameName), PathToQt(copy.game.FileName),
-                             QLocale().toString(copy.time, QLocale::ShortFormat), StateOfFile(copy)});
-    for (int column = 0; column < ui_->lstCopies->columnCount(); ++column)
-        ui_->lstCopies->resizeColumnToContents(column);
+                             copy.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), StateOfFile(copy)});
+    QHeaderView& columns = *ui_->lstCopies->header();
+    columns.setSectionResizeMode(QHeaderView::ResizeToContents);
+    columns.setSectionResizeMode(FileColumn, QHeaderView::Stretch); // paths may be long
     ui_->lstCopies->setCurrentItem(ui_->lstCopies->topLevelItem(0));
 }
 

@@ -15,7 +15,7 @@ frmVersions::frmVersions(const std::vector<FileVersion>& versions, QWidget* pare
     for (const FileVersion& version : versions_)
         new QTreeWidgetItem(
             ui_->lstVersions,
-            {QLocale().toString(version.time, QStringLiteral("yyyy-MM-dd HH:mm:ss")),
+            {version.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
              QLocale().formattedDataSize(version.size),
              version.isPinned ? QStringLiteral("before a save that does not come back whole") : QString()});
     for (int column = 0; column < ui_->lstVersions->columnCount(); ++column)
