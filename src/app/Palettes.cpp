@@ -26,7 +26,7 @@ constexpr ColourRow Colours[] = {
     {QPalette::Text, 0xFF1B1D20, 0xFFE4E6EA},        {QPalette::PlaceholderText, 0xFF6A7078, 0xFF9CA2AB},
     {QPalette::Button, 0xFFE8EAED, 0xFF3A3D43},      {QPalette::ButtonText, 0xFF1B1D20, 0xFFE4E6EA},
     {QPalette::BrightText, 0xFFC62828, 0xFFFF8A80},  {QPalette::Light, 0xFFFFFFFF, 0xFF55595F},
-    {QPalette::Midlight, 0xFFF7F8F9, 0xFF474B51},    {QPalette::Mid, 0xFF868B92, 0xFF777C84},
+    {QPalette::Midlight, 0xFFF7F8F9, 0xFF474B51},    {QPalette::Mid, 0xFF82878E, 0xFF777C84},
     {QPalette::Dark, 0xFF8C9198, 0xFF8D929A},        {QPalette::Shadow, 0xFF5A5E64, 0xFF0C0D0E},
     {QPalette::Highlight, 0xFF2563C4, 0xFF2F6FD0},   {QPalette::HighlightedText, 0xFFFFFFFF, 0xFFFFFFFF},
     {QPalette::Link, 0xFF1A56B8, 0xFF7DB1FF},        {QPalette::LinkVisited, 0xFF6B3FA0, 0xFFC3A1F5},

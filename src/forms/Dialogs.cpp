@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QMimeDatabase>
 #include <QProcess>
 #include <QPushButton>
 #include <QUrl>
@@ -21,20 +22,13 @@ enum ShellResult { FileNotFound = 2, PathNotFound = 3, NoAssociation = 31, Opene
 constexpr int InputBoxWidth = 380; // room for a name of some words
 constexpr int LongestWait = 2000;  // milliseconds
 
-/// What a program prints on one line; empty when it cannot be run or takes too long.
-QString OutputOf(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments, QIODevice::ReadOnly);
-    process.waitForFinished(LongestWait);
-    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
-}
-
 /// Whether the desktop would open the game with this editor again, and not with a program that runs it.
 bool IsOpenedByThisEditor(const QString& path) {
-    const QString tool = QStringLiteral("xdg-mime");
-    const QString type = OutputOf(tool, {QStringLiteral("query"), QStringLiteral("filetype"), path});
-    return OutputOf(tool, {QStringLiteral("query"), QStringLiteral("default"), type}) ==
-           QLatin1String("zem.desktop");
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
+                                             QMimeDatabase().mimeTypeForFile(path).name()});
+    query.waitForFinished(LongestWait); // a desktop that does not answer has its way
+    return query.readAllStandardOutput().trimmed() == "zem.desktop";
 }
 
 QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question) {

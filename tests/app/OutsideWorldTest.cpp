@@ -128,9 +128,7 @@ TEST(Run, StartsTheNamedProgramWithTheFileAsItsOneArgument) {
 }
 
 double Luminance(const QColor& colour) {
-    const auto linear = [](double part) {
-        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
+    const auto linear = [](double part) { return std::pow(part, 2.2); };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
            0.0722 * linear(colour.blueF());
 }
@@ -156,24 +154,19 @@ TEST(Colours, ChangeAtOnceAreKeptAndCanBeSeen) {
     const QPalette before = QApplication::palette();
     const QString styleBefore = QApplication::style()->name();
     const QIcon icon = ThemedIcon(QStringLiteral("butSave"));
-    struct Case {
-        int choice;
-        const char* stored;
-        bool isDark;
-    };
-    for (const Case& c : {Case{2, "Dark", true}, {1, "Light", false}, {2, "Dark", true}}) {
+    for (const auto& [choice, stored] : {std::pair(2, "Dark"), {1, "Light"}, {2, "Dark"}}) {
         RunningProgram p;
         p.StartWith(Game("x"));
-        WhenOpen<frmOptions>([&](frmOptions& form) {
-            test::Find<QComboBox>(form, "cmbLook").setCurrentIndex(c.choice);
+        WhenOpen<frmOptions>([row = choice](frmOptions& form) {
+            test::Find<QComboBox>(form, "cmbLook").setCurrentIndex(row);
             Click(form, "butOK");
         });
         p.Trigger("mnuViewOptions");
-        EXPECT_EQ(p.store.value(QStringLiteral("Editor/Colours")).toString(), QLatin1String(c.stored));
+        EXPECT_EQ(p.store.value(QStringLiteral("Editor/Colours")).toString(), QLatin1String(stored));
         QCoreApplication::processEvents(); // the windows hear of it then
         const QPalette palette = p.Main()->palette();
         const QColor window = palette.color(QPalette::Window);
-        EXPECT_EQ(Luminance(window) < 0.2, c.isDark);
+        EXPECT_EQ(Luminance(window) < 0.2, choice == 2);
         using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
         for (const auto& [text, ground] : {Pair{QPalette::WindowText, QPalette::Window},
                                            {QPalette::Text, QPalette::Base},
@@ -184,17 +177,16 @@ TEST(Colours, ChangeAtOnceAreKeptAndCanBeSeen) {
                                            {QPalette::LinkVisited, QPalette::Base},
                                            {QPalette::HighlightedText, QPalette::Highlight},
                                            {QPalette::ToolTipText, QPalette::ToolTipBase}}) {
-            EXPECT_GE(Contrast(palette.color(text), palette.color(ground)), 4.5) << c.stored << text;
+            EXPECT_GE(Contrast(palette.color(text), palette.color(ground)), 4.5) << stored << text;
             EXPECT_GE(
                 Contrast(palette.color(QPalette::Disabled, text), palette.color(QPalette::Disabled, ground)),
                 3.0)
-                << c.stored << text;
+                << stored << text;
         }
         EXPECT_GE(BestContrast(icon.pixmap(24).toImage(), window), 4.5) << "an icon made before";
         auto* box = new QCheckBox(p.Main()); // which the window owns
         box->resize(box->sizeHint());
-        EXPECT_GE(BestContrast(box->grab().toImage(), window), c.isDark ? 3.0 : 2.0)
-            << c.stored << " check box";
+        EXPECT_GE(BestContrast(box->grab().toImage(), window), 3.0) << stored << " check box";
 
         ApplyLook(Look::Desktop);
         p.Start(); // anew
