@@ -62,13 +62,24 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (element == PE_FrameGroupBox) { // by itself an image, and a dark one
-            DrawOutline(element, GroupBoxFrame(*option, widget), option->palette, *painter);
-            return;
-        }
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool isGroupBox = element == PE_FrameGroupBox; // by itself an image, and a dark one
+        if (!isGroupBox && element != PE_IndicatorToolBarSeparator)
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
         if (!IsHighlighted(element, *option))
-            DrawOutline(element, option->rect, option->palette, *painter);
+            DrawOutline(element, isGroupBox ? GroupBoxFrame(*option, widget) : option->rect, option->palette,
+                        *painter);
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (element == CE_MenuItem && item != nullptr &&
+            item->menuItemType == QStyleOptionMenuItem::Separator) {
+            painter->setPen(option->palette.color(QPalette::Disabled, QPalette::Mid));
+            painter->drawLine(QLine(option->rect.left() + 4, option->rect.center().y(),
+                                    option->rect.right() - 4, option->rect.center().y()));
+        }
     }
 
 private:
@@ -98,6 +109,10 @@ private:
         painter.setPen(palette.color(QPalette::Mid));
         painter.setBrush(Qt::NoBrush);
         switch (element) {
+        case PE_IndicatorToolBarSeparator:
+            painter.setPen(palette.color(QPalette::Disabled, QPalette::Mid));
+            painter.drawLine(rect.center().x(), rect.top() + 4, rect.center().x(), rect.bottom() - 4);
+            break;
         case PE_Frame:
         case PE_FrameGroupBox:
         case PE_PanelMenu:
