@@ -85,9 +85,9 @@ inside gio mime "$type"
 
 say "Opening a game as a file manager does, on a display of its own"
 # shellcheck disable=SC2016
-inside sh -c 'mkdir /tmp/screen && Xvfb :7 -screen 0 1024x768x24 -fbdir /tmp/screen >/dev/null 2>&1 &
+inside sh -c 'mkdir /tmp/screen && Xvfb -displayfd 1 -screen 0 1024x768x24 -fbdir /tmp/screen >/tmp/display 2>/dev/null &
     sleep 2
-    DISPLAY=:7 gio open "$0" >/dev/null 2>&1 &
+    DISPLAY=:$(cat /tmp/display) gio open "$0" >/dev/null 2>&1 &
     sleep 5
     cp /tmp/screen/Xvfb_screen0 /root/window.xwd
     pidof zem >/dev/null && tr "\0" "\n" <"/proc/$(pidof zem)/cmdline"' "$name" || die "no window was opened"
