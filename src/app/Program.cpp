@@ -21,7 +21,8 @@ Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QStr
       session_(game, host_, settings_),
       recovery_(session_, stateFolder + QLatin1String("/recovery")),
       versions_(stateFolder + QLatin1String("/versions")),
-      saveCheck_(session_, versions_) {
+      saveCheck_(session_, versions_),
+      helpKey_(programFolder, dialogs) {
     ConnectSafetyNets();
 }
 

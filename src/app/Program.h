@@ -3,6 +3,7 @@
 #include "app/AppEditorShell.h"
 #include "app/AppHost.h"
 #include "app/GameSession.h"
+#include "app/HelpKey.h"
 #include "app/Recovery.h"
 #include "app/SaveCheck.h"
 #include "app/Settings.h"
@@ -43,6 +44,7 @@ public:
     const CommandCatalogue& Commands() const { return commands_; }
     frmStart* StartWindow() const { return start_.get(); }
     frmMain* MainWindow() const { return main_.get(); }
+    frmManual* ManualWindow() const { return helpKey_.Manual(); }
 
 private:
     void LoadSettings();
@@ -69,6 +71,7 @@ private:
     std::unique_ptr<AppEditorShell> editorShell_;
     std::unique_ptr<frmStart> start_;
     std::unique_ptr<frmMain> main_;
+    HelpKey helpKey_;
 };
 
 } // namespace zem

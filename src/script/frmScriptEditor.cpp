@@ -29,8 +29,11 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
     ui_->cmbCommands->setVisible(!scripts.IsFriendly());
     ui_->cmbFriendly->setVisible(scripts.IsFriendly());
     ui_->lblCommand->setBuddy(VisibleChooser());
-    for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
+    for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly}) {
         chooser->completer()->setFilterMode(Qt::MatchContains);
+        // In the line itself, the end of a name that only contains the text would follow the text.
+        chooser->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    }
     for (QLineEdit* box : {ui_->txtParameter, ui_->txtOther})
         RefuseUnstorableText(*box, scripts.PlatformDialogs());
     OpenLine(line);
