@@ -19,6 +19,8 @@ frmManual::frmManual(const QString& file, Dialogs& dialogs)
     setAttribute(Qt::WA_QuitOnClose, false);
     QTextBrowser* page = ui_->txtManual;
     page->setOpenLinks(false);
+    connect(page, &QTextBrowser::sourceChanged, page,
+            [page] { page->setFocus(); }); // to scroll on with the keys
     connect(page, &QTextBrowser::anchorClicked, this, &frmManual::Follow);
     connect(page, &QTextBrowser::backwardAvailable, ui_->butBack, &QWidget::setEnabled);
     connect(page, &QTextBrowser::forwardAvailable, ui_->butForward, &QWidget::setEnabled);
