@@ -11,6 +11,7 @@
 
 #include <QFileInfo>
 #include <QTimer>
+#include <QWhatsThis>
 
 namespace zem {
 
@@ -24,6 +25,8 @@ void frmMain::ConnectTools() {
     Connect(ui_->mnuToolsUndo, &frmMain::mnuToolsUndo_Click);
     Connect(ui_->mnuToolsRedo, &frmMain::mnuToolsRedo_Click);
     Connect(ui_->mnuToolsVersions, &frmMain::mnuToolsVersions_Click);
+    // No shortcut: Shift+F1 tells at once about the control with the focus.
+    connect(ui_->mnuToolsWhatsThis, &QAction::triggered, this, &QWhatsThis::enterWhatsThisMode);
     auto* history = new HistoryPanel(session_, this);
     addDockWidget(Qt::RightDockWidgetArea, history);
     history->hide();

@@ -1,9 +1,9 @@
 #include "forms/NameBox.h"
 
+#include "forms/OfferMatches.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 
-#include <QCompleter>
 #include <QLineEdit>
 #include <QListView>
 #include <QWheelEvent>
@@ -19,33 +19,21 @@ constexpr int ShownCharacters = 12; // at least
 
 } // namespace
 
-NameBox::NameBox(QWidget* parent) : QComboBox(parent), suggestions_(new QCompleter(this)) {
+NameBox::NameBox(QWidget* parent) : QComboBox(parent) {
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
-    // Its own completer would put a name of the list in the place of one that differs in its capitals.
-    setCompleter(nullptr);
     // Otherwise it measures every name of the list.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(ShownCharacters);
     setMaxVisibleItems(VisibleRows);
     setFocusPolicy(Qt::StrongFocus);
     lineEdit()->setMaxLength(std::numeric_limits<int>::max());
-
-    auto* popup = new QListView;
-    popup->setUniformItemSizes(true);
-    suggestions_->setPopup(popup);
-    suggestions_->setWidget(lineEdit());
-    suggestions_->setCaseSensitivity(Qt::CaseInsensitive);
-    suggestions_->setFilterMode(Qt::MatchContains);
-    suggestions_->setMaxVisibleItems(VisibleRows);
-    connect(lineEdit(), &QLineEdit::textEdited, this, &NameBox::Suggest);
-    connect(suggestions_, qOverload<const QString&>(&QCompleter::activated), this, &QComboBox::setEditText);
+    OfferMatches(*this);
 }
 
 void NameBox::Offer(QAbstractItemModel& names) {
     setModel(&names);
     setCurrentIndex(-1);
-    suggestions_->setModel(&names);
 }
 
 void NameBox::RefuseUnstorableText(Dialogs& dialogs) {
@@ -58,16 +46,6 @@ void NameBox::SetText(const std::string& text) {
 
 std::string NameBox::Text() const {
     return FromQt(currentText());
-}
-
-void NameBox::Suggest(const QString& text) {
-    suggestions_->setCompletionPrefix(text);
-    const bool isOnlyItself =
-        suggestions_->completionCount() == 1 && suggestions_->currentCompletion() == text;
-    if (text.isEmpty() || isOnlyItself)
-        suggestions_->popup()->hide();
-    else
-        suggestions_->complete(QRect(-lineEdit()->pos(), size())); // as wide as the whole box
 }
 
 void NameBox::showPopup() {

@@ -6,8 +6,6 @@
 
 #include <string>
 
-class QCompleter;
-
 namespace zem {
 
 /// A box to type a name in or pick it from a list. While the author types, the names that contain the text
@@ -33,11 +31,6 @@ public:
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
-
-private:
-    void Suggest(const QString& text);
-
-    QCompleter* suggestions_;
 };
 
 } // namespace zem

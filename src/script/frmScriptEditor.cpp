@@ -2,14 +2,13 @@
 
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
+#include "forms/OfferMatches.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "model/LineText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptEditor.h"
-
-#include <QCompleter>
 
 namespace zem {
 
@@ -29,11 +28,8 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
     ui_->cmbCommands->setVisible(!scripts.IsFriendly());
     ui_->cmbFriendly->setVisible(scripts.IsFriendly());
     ui_->lblCommand->setBuddy(VisibleChooser());
-    for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly}) {
-        chooser->completer()->setFilterMode(Qt::MatchContains);
-        // In the line itself, the end of a name that only contains the text would follow the text.
-        chooser->completer()->setCompletionMode(QCompleter::PopupCompletion);
-    }
+    for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
+        OfferMatches(*chooser);
     for (QLineEdit* box : {ui_->txtParameter, ui_->txtOther})
         RefuseUnstorableText(*box, scripts.PlatformDialogs());
     OpenLine(line);

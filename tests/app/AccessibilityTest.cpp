@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QMetaEnum>
 #include <QRadioButton>
+#include <QTextBrowser>
 #include <QToolButton>
 #include <QtTest/QTest>
 
@@ -111,6 +112,10 @@ std::vector<QWidget*> TabStops(QWidget& window) {
     std::vector<QWidget*> stops;
     QTest::keyClick(window.focusWidget() == nullptr ? &window : window.focusWidget(), Qt::Key_Tab);
     for (QWidget* stop = window.focusWidget(); stop != nullptr; stop = window.focusWidget()) {
+        if (!stops.empty() && stop == stops.back() && qobject_cast<QTextBrowser*>(stop) != nullptr) {
+            QTest::keyClick(stop, Qt::Key_Tab); // from one link to the next
+            continue;
+        }
         const auto seen = std::find(stops.begin(), stops.end(), stop);
         if (seen != stops.end()) {
             EXPECT_EQ(seen, stops.begin()) << "Tab does not come back from " << NameOf(stop);

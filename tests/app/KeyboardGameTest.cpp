@@ -84,7 +84,8 @@ private:
         const QString key = steps_.front().key;
         steps_.pop_front();
         // A key can open a window and come back only when that is closed again.
-        QTimer::singleShot(0, &life_, [this] { Next(0); });
+        // What is typed can open a list of matches and close it, of which the platform hears a moment later.
+        QTimer::singleShot(key.startsWith(u'"') ? 20 : 0, &life_, [this] { Next(0); });
         QWidget* popup = QApplication::activePopupWidget();
         QWidget* target = popup == nullptr ? QApplication::focusWidget() : popup;
         if (target == nullptr)

@@ -471,7 +471,7 @@ TEST(MainWindow, HasItsMenusAndToolbarInOrder) {
               "&Advanced{&Misc KEL..., Included &Libraries..., &Synonyms..., &Error Messages...}, "
               "&Text Blocks..., -, &Options...");
     EXPECT_EQ(Describe(*p.Find<QMenu>("mnuTools")).toStdString(),
-              "(&Undo ), (&Redo ), &History, -, Earlier &versions...");
+              "(&Undo ), (&Redo ), &History, -, Earlier &versions..., -, &What's this?");
     EXPECT_EQ(Describe(*p.Find<QMenu>("mnuHelp")).toStdString(),
               "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM");
     QStringList buttons;

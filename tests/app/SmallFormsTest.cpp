@@ -2,8 +2,11 @@
 #include "app/frmEditErrors.h"
 #include "app/frmHelp.h"
 #include "app/frmOrbMsgBox.h"
+#include "editors/frmRoomProperties.h"
 #include "forms/QtText.h"
+#include "support/EditorGame.h"
 #include "support/RunningProgram.h"
+#include "support/WhenOpen.h"
 
 #include <QApplication>
 #include <QInputDialog>
@@ -203,6 +206,31 @@ TEST(Help, FindsASectionByItsExactName) {
     help.ShowSection(sections, QStringLiteral("A"));
     EXPECT_TRUE(text->toPlainText().startsWith(
         QStringLiteral("Could not find help section 'A'\nPlease report this problem to ")));
+}
+
+TEST(WhatsThis, TellsAboutTheControlWithTheFocus) {
+    test::RunningProgram p;
+    p.StartWith(test::EditorGame());
+    const auto textShown = [](QWidget& control) {
+        control.setFocus();
+        QTest::keyClick(&control, Qt::Key_F1, Qt::ShiftModifier);
+        QString shown;
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (window->inherits("QWhatsThat") && window->isVisible()) {
+                shown = control.whatsThis(); // what the window paints
+                window->close();
+            }
+        return shown;
+    };
+    p.Select("lstRooms", 0);
+    test::WhenOpen<frmRoomProperties>([&](frmRoomProperties& form) {
+        EXPECT_TRUE(textShown(test::Find<QLineEdit>(form, "txtAlias"))
+                        .contains(QLatin1String("in place of the name")));
+        EXPECT_TRUE(textShown(test::Find<QWidget>(form, "txtDescription")).contains(QLatin1String("|n")));
+        EXPECT_EQ(textShown(test::Find<QPushButton>(form, "butDetails")), QString());
+    });
+    p.Click("butEditRoom");
+    EXPECT_TRUE(textShown(*p.Find<QWidget>("lstObjects")).contains(QLatin1String("items")));
 }
 
 } // namespace

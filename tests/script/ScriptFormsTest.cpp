@@ -92,6 +92,20 @@ TEST_F(ScriptLineTest, AsksForACommand) {
     EXPECT_EQ(form->Line(), "msg <Ho>");
 }
 
+TEST_F(ScriptLineTest, OffersTheCommandsThatContainWhatIsTyped) {
+    const auto form = Open("");
+    auto& chooser = Find<QComboBox>(*form, "cmbFriendly");
+    QTest::keyClicks(&chooser, QStringLiteral("wins"));
+    EXPECT_EQ(chooser.currentText(), QStringLiteral("wins"));
+    QWidget* matches = QApplication::activePopupWidget();
+    ASSERT_NE(matches, nullptr);
+    QTest::keyClick(matches, Qt::Key_Down);
+    QTest::keyClick(matches, Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    Click(*form, "butOK");
+    EXPECT_EQ(form->Line(), "win <>");
+}
+
 TEST_F(ScriptLineTest, EmptiesAndDisablesTheParameterOfACommandWithoutOne) {
     for (const bool isFriendly : {true, false}) {
         friendly = isFriendly;

@@ -9,6 +9,7 @@
 #include "app/frmEditErrors.h"
 #include "app/frmHelp.h"
 #include "app/frmMain.h"
+#include "app/frmManual.h"
 #include "app/frmMenuList.h"
 #include "app/frmOptions.h"
 #include "app/frmOrbMsgBox.h"
@@ -142,6 +143,7 @@ private:
         Visit(start);
         Visit(frmOptions(settings_, dialogs_));
         Visit(frmAbout());
+        Visit(frmManual(QStringLiteral(ZEM_PROGRAM_FOLDER "/ZEM.HTM"), dialogs_));
         frmHelp help;
         help.ShowSection({{QStringLiteral("rooms"), QStringLiteral("A room is a place of the game.")}},
                          QStringLiteral("rooms"));

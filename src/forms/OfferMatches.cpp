@@ -1,0 +1,43 @@
+#include "forms/OfferMatches.h"
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QLineEdit>
+#include <QListView>
+
+namespace zem {
+
+namespace {
+
+void Suggest(QComboBox& box, QCompleter& matches, const QString& text) {
+    if (matches.model() != box.model())
+        matches.setModel(box.model());
+    matches.setCompletionPrefix(text);
+    const bool isOnlyItself = matches.completionCount() == 1 && matches.currentCompletion() == text;
+    // An open list would keep Alt and a letter from the window.
+    if (text.isEmpty() || isOnlyItself)
+        matches.popup()->hide();
+    else
+        matches.complete(QRect(-box.lineEdit()->pos(), box.size())); // as wide as the whole box
+}
+
+} // namespace
+
+void OfferMatches(QComboBox& box) {
+    // Its own completer would put a name of the list in the place of one that differs in its capitals.
+    box.setCompleter(nullptr);
+    auto* matches = new QCompleter(&box);
+    auto* popup = new QListView;
+    popup->setUniformItemSizes(true);
+    matches->setPopup(popup);
+    matches->setWidget(box.lineEdit());
+    matches->setCaseSensitivity(Qt::CaseInsensitive);
+    matches->setFilterMode(Qt::MatchContains);
+    matches->setMaxVisibleItems(box.maxVisibleItems());
+    QObject::connect(box.lineEdit(), &QLineEdit::textEdited, matches,
+                     [&box, matches](const QString& text) { Suggest(box, *matches, text); });
+    QObject::connect(matches, qOverload<const QString&>(&QCompleter::activated), &box,
+                     &QComboBox::setEditText);
+}
+
+} // namespace zem
