@@ -136,7 +136,7 @@ TEST_F(RoomEditor, LeavesTheScriptOfARemovedPlaceBehind) {
 }
 
 TEST_F(RoomEditor, ShowsOnePageAndItsButtonInBold) {
-    Edit(0, [this](frmRoomProperties& form) {
+    Edit(0, [](frmRoomProperties& form) {
         const auto shown = [&form] {
             QString text;
             for (const char* button : {"butDetails", "butExits", "butActions", "butMisc"})
