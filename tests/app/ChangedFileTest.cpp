@@ -3,14 +3,8 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
-
-using test::CrLf;
-using test::DeleteRoom;
-using test::ReadBytes;
-using test::RunningProgram;
-using test::Small;
 
 const char* const Choices = "&Keep mine|Save mine under &another name...";
 
@@ -68,4 +62,4 @@ TEST(ChangedOnDisk, IsToldOnceOnReturnToTheWindow) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -6,11 +6,8 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-namespace zem {
+namespace zem::test {
 namespace {
-
-using test::ReadBytes;
-using test::TempFolder;
 
 struct ZemCall {
     CommandLineResult result;
@@ -110,4 +107,4 @@ TEST(CommandLine, PrintsAGame) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -8,27 +8,31 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
-TEST(GameSession, TellsEachChangeWithTheGameBeforeAndAfter) {
-    const test::TempFolder folder;
-    test::RecordingHost host;
-    QSettings store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat);
-    Settings settings(store, {});
+class GameSessionTest : public testing::Test {
+protected:
+    TempFolder folder;
+    RecordingHost host;
+    QSettings store{PathToQt(folder.Path("settings.ini")), QSettings::IniFormat};
+    Settings settings{store, {}};
     GameModel game;
-    GameSession session(game, host, settings);
+    GameSession session{game, host, settings};
+};
+
+TEST_F(GameSessionTest, TellsEachChangeWithTheGameBeforeAndAfter) {
     std::vector<GameChange> changes;
     QObject::connect(&session, &GameSession::Changed,
                      [&](const GameChange& change) { changes.push_back(change); });
-    session.Change(QStringLiteral("add room"), [](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
+    session.Change("add room", [](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
     ASSERT_EQ(changes.size(), 1u);
-    EXPECT_EQ(changes[0].name, QStringLiteral("add room"));
+    EXPECT_EQ(changes[0].name, "add room");
     EXPECT_EQ(changes[0].before.Rooms.Count(), 0);
     EXPECT_EQ(changes[0].after.Rooms[1].Name, "Hall");
 
     // A command that fails half-way leaves the game as it was.
-    EXPECT_THROW(session.Change(QStringLiteral("fail"),
+    EXPECT_THROW(session.Change("fail",
                                 [](GameModel& model) {
                                     model.Rooms.Remove(1);
                                     model.Rooms.Remove(1);
@@ -39,15 +43,9 @@ TEST(GameSession, TellsEachChangeWithTheGameBeforeAndAfter) {
 }
 
 // The list of recent files may be set to hold nothing; the game is loaded and saved all the same.
-TEST(GameSession, SaysOnceThatThereIsNoRoomForRecentFiles) {
-    const test::TempFolder folder;
-    test::RecordingHost host;
-    QSettings store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat);
-    store.setValue(QStringLiteral("Editor/MaxRecent"), 0);
-    Settings settings(store, {});
+TEST_F(GameSessionTest, SaysOnceThatThereIsNoRoomForRecentFiles) {
+    store.setValue("Editor/MaxRecent", 0);
     settings.LoadSettings();
-    GameModel game;
-    GameSession session(game, host, settings);
     const QString path = PathToQt(folder.Write("game.kel", "define game <x>\nstart <Hall>\nend define\n"));
     EXPECT_TRUE(session.LoadGame(path));
     session.MarkModified();
@@ -58,4 +56,4 @@ TEST(GameSession, SaysOnceThatThereIsNoRoomForRecentFiles) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

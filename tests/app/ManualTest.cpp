@@ -7,6 +7,7 @@
 
 #include <QDirIterator>
 #include <QInputDialog>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QTextBrowser>
 #include <QWindow>

@@ -2,24 +2,15 @@
 #include "app/frmPlayerCommandEditor.h"
 #include "app/frmSelectionWindow.h"
 #include "script/frmEditCommand.h"
-#include "script/frmScriptLines.h"
-#include "support/RunningProgram.h"
 #include "support/ScriptFixture.h"
-#include "support/WhenOpen.h"
-
-#include <QLineEdit>
-#include <QListWidget>
+#include "support/ScriptForms.h"
 
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
-using test::Click;
-using test::Find;
-using test::WhenOpen;
-
-class MenuFormsTest : public test::ScriptFixture {
+class MenuFormsTest : public ScriptFixture {
 protected:
     MenuFormsTest() {
         SelectionMenu& menu = game.SelectionMenus.Append();
@@ -38,22 +29,19 @@ TEST_F(MenuFormsTest, EditsAMenuThroughItsWindows) {
     Click(menus, "butEdit"); // nothing selected, nothing happens
     list.setCurrentRow(0);
     WhenOpen<frmSelectionWindow>([this](frmSelectionWindow& form) {
-        EXPECT_EQ(form.windowTitle(), QStringLiteral("Menu Editor"));
-        Find<QLineEdit>(form, "txtInfo").setText(QStringLiteral("What?"));
+        EXPECT_EQ(form.windowTitle(), "Menu Editor");
+        SetText(form, "txtInfo", "What?");
         auto& choices = Find<QListWidget>(form, "lstMenu");
         choices.setCurrentRow(0);
         QTest::keyClick(&choices, Qt::Key_Up, Qt::ControlModifier); // at the top already
         QTest::keyClick(&choices, Qt::Key_Down, Qt::ControlModifier);
         EXPECT_EQ(choices.currentRow(), 1);
-        dialogs.Text(QStringLiteral("Rename: Enter a new name for this menu choice: [bread]"),
-                     QStringLiteral("loaf"));
+        dialogs.Text("Rename: Enter a new name for this menu choice: [bread]", "loaf");
         Click(form, "butRename");
         choices.setCurrentRow(2);
         QTest::keyClick(&choices, Qt::Key_Delete);
-        dialogs.Text(
-            QStringLiteral("New Menu Choice: Please enter the text to display for this menu choice: []"),
-            QStringLiteral("cheese"));
-        WhenOpen<frmScriptLines>([](frmScriptLines& script) { Click(script, "butOK"); });
+        dialogs.Text("New Menu Choice: Please enter the text to display for this menu choice: []", "cheese");
+        ConfirmNextScript();
         Click(form, "butAdd");
         Click(form, "butOK");
     });
@@ -71,16 +59,20 @@ TEST_F(MenuFormsTest, EditsAMenuThroughItsWindows) {
 TEST_F(MenuFormsTest, KeepsANewMenuWhoseEditorIsCancelledAndAlwaysMarksTheGame) {
     frmMenuList menus(scripts);
     menus.show();
-    dialogs.Text(QStringLiteral("Add menu: Please enter a name for this menu []"), {});
+    dialogs.Text("Add menu: Please enter a name for this menu []", {});
     Click(menus, "butAdd");
     EXPECT_FALSE(game.Modified);
-    dialogs.Text(QStringLiteral("Add menu: Please enter a name for this menu []"), QStringLiteral("inn"));
-    WhenOpen<frmSelectionWindow>([](frmSelectionWindow& form) { form.close(); });
-    QTest::keyClick(&Find<QListWidget>(menus, "lstMenus"), Qt::Key_Insert);
+    dialogs.Text("Add menu: Please enter a name for this menu []", "inn");
+    WhenOpen<frmSelectionWindow>([](frmSelectionWindow& form) {
+        SetText(form, "txtInfo", "lost");
+        form.close();
+    });
+    PressKey(menus, "lstMenus", Qt::Key_Insert);
     ASSERT_EQ(game.SelectionMenus.Count(), 2);
     EXPECT_EQ(game.SelectionMenus[2].Name, "inn");
-    EXPECT_EQ(Find<QListWidget>(menus, "lstMenus").currentRow(), 1);
-    Find<QListWidget>(menus, "lstMenus").setCurrentRow(0);
+    EXPECT_EQ(game.SelectionMenus[2].Info, "");
+    EXPECT_EQ(SelectedRow(menus, "lstMenus"), 1);
+    SelectRow(menus, "lstMenus", 0);
     Click(menus, "butRemove");
     EXPECT_EQ(game.SelectionMenus[1].Name, "inn");
     game.Modified = false;
@@ -100,13 +92,9 @@ TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
     QTest::keyClick(&list, Qt::Key_Down, Qt::ControlModifier);
     WhenOpen<frmEditCommand>([](frmEditCommand& command) {
         EXPECT_EQ(command.Pattern(), "look");
-        QTest::keyClick(&Find<QLineEdit>(command, "txtCommand"), Qt::Key_End);
-        QTest::keyClicks(&Find<QLineEdit>(command, "txtCommand"), QStringLiteral(" round"));
-        WhenOpen<frmScriptLines>([](frmScriptLines& script) {
-            Find<QListWidget>(script, "lstFriendlyLines").setCurrentRow(0);
-            Click(script, "butRemove");
-            Click(script, "butOK");
-        });
+        PressKey(command, "txtCommand", Qt::Key_End);
+        TypeText(command, "txtCommand", " round");
+        CutNextScript();
         Click(command, "butEdit");
         Click(command, "butOK");
     });
@@ -115,7 +103,7 @@ TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
     WhenOpen<frmEditCommand>([](frmEditCommand& command) { Click(command, "butOK"); });
     Click(form, "butEdit");
     WhenOpen<frmEditCommand>([](frmEditCommand& command) {
-        QTest::keyClicks(&Find<QLineEdit>(command, "txtCommand"), QStringLiteral(" cancelled"));
+        TypeText(command, "txtCommand", " cancelled");
         QTest::keyClick(&command, Qt::Key_Escape);
     });
     Click(form, "butEdit");
@@ -127,27 +115,5 @@ TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
     EXPECT_TRUE(door.changes.empty()) << "the caller takes the list, not this window";
 }
 
-TEST(MenusCommand, OpensFromTheMainWindowAndSaves) {
-    test::RunningProgram p;
-    p.StartWith("define game <x>\nstart <Hall>\nend define\ndefine selection <shop>\nchoice <bread> msg "
-                "<b>\nend define\n");
-    WhenOpen<frmMenuList>([](frmMenuList& menus) {
-        Find<QListWidget>(menus, "lstMenus").setCurrentRow(0);
-        WhenOpen<frmSelectionWindow>([](frmSelectionWindow& form) {
-            Find<QListWidget>(form, "lstMenu").setCurrentRow(0);
-            Click(form, "butRemove");
-            Click(form, "butOK");
-        });
-        Click(menus, "butEdit");
-        Click(menus, "butOK");
-    });
-    p.Trigger("mnuViewMenus");
-    EXPECT_EQ(p.Status(), "Current version of game not saved.");
-    p.Trigger("mnuFileSave");
-    EXPECT_NE(test::ReadBytes(p.folder.Path("game.kel"))
-                  .find("define selection <shop>\r\ninfo <>\r\nend define\r\n"),
-              std::string::npos);
-}
-
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -12,38 +12,30 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
-
-using test::Click;
-using test::DeleteRoom;
-using test::Find;
-using test::ReadBytes;
-using test::RunningProgram;
-using test::Small;
-using test::WhenOpen;
-using test::WhenOpenLater;
 
 // ---- Recovery
 
 QStringList Copies(const RunningProgram& p) {
-    return QDir(p.Path("state/recovery")).entryList({QStringLiteral("*.recovery")}, QDir::Files);
+    return QDir(p.Path("state/recovery")).entryList({"*.recovery"}, QDir::Files);
 }
 
 TEST(RecoveryCopies, ExistWhileThereAreUnsavedChanges) {
     RunningProgram p;
     p.StartWith(Small);
     EXPECT_TRUE(Copies(p).isEmpty());
-    DeleteRoom(p, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).size() == 1; }, 1000)) << "within a second";
+    const auto deleteRoom = [&p] {
+        DeleteRoom(p, 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).size() == 1; }, 1000)) << "within a second";
+    };
+    deleteRoom();
     p.Trigger("mnuToolsUndo");
     EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).isEmpty(); }, 3000)) << "nothing is unsaved any more";
-    DeleteRoom(p, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).size() == 1; }, 1000));
+    deleteRoom();
     p.Trigger("mnuFileSave");
     EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).isEmpty(); }, 3000));
-    DeleteRoom(p, 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Copies(p).size() == 1; }, 1000));
+    deleteRoom();
     p.program.reset(); // the author has said that nothing is to be saved
     EXPECT_TRUE(Copies(p).isEmpty());
 }
@@ -79,11 +71,8 @@ TEST(RecoveryCopies, AreOfferedAtTheNextStart) {
     RunningProgram p;
     LeaveCopy(p, Small, "First");
     LeaveCopy(p, Small, "Second");
-    const auto offered = [](frmRecovery& form) {
-        QStringList rows;
-        auto& list = Find<QTreeWidget>(form, "lstCopies");
-        for (int row = 0; row < list.topLevelItemCount(); ++row)
-            rows.append(list.topLevelItem(row)->text(0));
+    const auto offered = [](const frmRecovery& form) {
+        QStringList rows = Rows(form, "lstCopies");
         rows.sort();
         return rows.join(u',').toStdString();
     };
@@ -97,18 +86,14 @@ TEST(RecoveryCopies, AreOfferedAtTheNextStart) {
 
     WhenOpen<frmRecovery>([&](frmRecovery& form) {
         EXPECT_EQ(offered(form), "First,Second");
-        for (int row = 0; row < 2; ++row)
-            EXPECT_EQ(Find<QTreeWidget>(form, "lstCopies").topLevelItem(row)->text(3),
-                      QStringLiteral("Is without these changes"));
         auto& list = Find<QTreeWidget>(form, "lstCopies");
-        const QString discarded = QStringLiteral("Second");
-        list.setCurrentItem(list.findItems(discarded, Qt::MatchExactly, 0).constFirst());
-        p.dialogs.Message(QStringLiteral("Unsaved changes found: Discard these unsaved changes for good?"),
-                          QMessageBox::No);
-        Click(form, "butDiscard");
-        p.dialogs.Message(QStringLiteral("Unsaved changes found: Discard these unsaved changes for good?"),
-                          QMessageBox::Yes);
-        Click(form, "butDiscard");
+        for (int row = 0; row < 2; ++row)
+            EXPECT_EQ(list.topLevelItem(row)->text(3), "Is without these changes");
+        list.setCurrentItem(list.findItems("Second", Qt::MatchExactly, 0).constFirst());
+        for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+            p.dialogs.Message("Unsaved changes found: Discard these unsaved changes for good?", answer);
+            Click(form, "butDiscard");
+        }
         EXPECT_EQ(offered(form), "First");
         Click(form, "butRestore");
     });
@@ -165,8 +150,8 @@ TEST(RecoveryCopies, AreMissedWithOneMessageWhereTheyCannotBeWritten) {
     RunningProgram p;
     p.folder.Write("state", "a file where the folder should be");
     p.StartWith(Small);
-    p.dialogs.Message(QStringLiteral(
-        "ZEM: No recovery copy of the unsaved changes can be kept: Not a directory. Please save often."));
+    p.dialogs.Message(
+        "ZEM: No recovery copy of the unsaved changes can be kept: Not a directory. Please save often.");
     for (int k = 0; k < 2; ++k) {
         DeleteRoom(p, 0);
         p.program->Rescue();
@@ -216,4 +201,4 @@ TEST(Faults, InAnEventAreToldAndTheUnsavedChangesAreKept) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

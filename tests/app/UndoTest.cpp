@@ -1,25 +1,15 @@
 #include "editors/frmEditItems.h"
 #include "editors/frmRoomProperties.h"
 #include "editors/frmTextSectionEdit.h"
-#include "forms/PlainTextBox.h"
 #include "support/SmallGame.h"
 #include "support/WhenOpen.h"
 
 #include <QDockWidget>
-#include <QLineEdit>
 
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
-
-using test::Click;
-using test::DeleteRoom;
-using test::Find;
-using test::RunningProgram;
-using test::Small;
-using test::UndoText;
-using test::WhenOpen;
 
 TEST(Undo, TakesBackEveryCommandAndKnowsTheSavedState) {
     RunningProgram p;
@@ -29,12 +19,12 @@ TEST(Undo, TakesBackEveryCommandAndKnowsTheSavedState) {
     DeleteRoom(p, 0);
     p.Select("lstRooms", 0);
     WhenOpen<frmRoomProperties>([](frmRoomProperties& form) {
-        Find<QLineEdit>(form, "txtAlias").setText(QStringLiteral("loft"));
+        SetText(form, "txtAlias", "loft");
         Click(form, "butOK");
     });
     p.Click("butEditRoom");
     WhenOpen<frmTextSectionEdit>([](frmTextSectionEdit& form) { // several changes, one step
-        QTest::keyClicks(&Find<PlainTextBox>(form, "txtText"), QStringLiteral("abc"));
+        TypeText(form, "txtText", "abc");
     });
     p.Trigger("mnuViewTextSectionEditor");
     EXPECT_EQ(UndoText(p), "&Undo edit text blocks, -");
@@ -94,4 +84,4 @@ TEST(Undo, JumpsToAnyStepFromThePanel) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

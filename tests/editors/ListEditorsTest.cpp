@@ -14,30 +14,15 @@
 #include "support/ScriptFixture.h"
 #include "support/WhenOpen.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QRadioButton>
 
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
-using test::Click;
-using test::Find;
-using test::WhenOpen;
-
-QStringList Rows(const QListWidget& list) {
-    QStringList rows;
-    for (int row = 0; row < list.count(); ++row)
-        rows.append(list.item(row)->text());
-    return rows;
-}
-
-class ListEditors : public test::ScriptFixture {
+class ListEditors : public ScriptFixture {
 protected:
     /// Of what the shell does, these editors only show messages.
     class Shell : public EditorShell {
@@ -56,43 +41,39 @@ protected:
     };
 
     Shell shell{dialogs};
-
-    void Type(QWidget& form, const char* box, const char* text) {
-        Find<QLineEdit>(form, box).setText(QLatin1String(text));
-    }
 };
 
 // ---- Objects with scripts
 
 TEST_F(ListEditors, KeepsObjectsAndTheirScriptsTogether) {
-    frmObjectInteract form(scripts, QStringLiteral("Give-able objects"), QStringLiteral("Given to A&B:"),
-                           {{"a", "msg <1>"}, {"b", "msg <2>"}, {"c", "msg <3>"}});
+    frmObjectInteract form(scripts, "Give-able objects",
+                           "Given to A&B:", {{"a", "msg <1>"}, {"b", "msg <2>"}, {"c", "msg <3>"}});
     form.show();
     auto& list = Find<QListWidget>(form, "lstItems");
     Click(form, "butEdit"); // nothing selected, nothing happens
     Click(form, "butRemove");
     list.setCurrentRow(1);
     QTest::keyClick(&list, Qt::Key_Delete);
-    dialogs.Text(QStringLiteral("New item: Enter the name of the item to add: []"), QString());
+    dialogs.Text("New item: Enter the name of the item to add: []", QString());
     Click(form, "butAdd");
-    dialogs.Text(QStringLiteral("New item: Enter the name of the item to add: []"), QStringLiteral("key"));
+    dialogs.Text("New item: Enter the name of the item to add: []", "key");
     WhenOpen<frmScriptLines>([&list](frmScriptLines& script) {
-        EXPECT_EQ(list.currentItem()->text(), QStringLiteral("key"));
+        EXPECT_EQ(list.currentItem()->text(), "key");
         Click(script, "butOK");
     });
     Click(form, "butAdd");
     ASSERT_EQ(form.Objects().size(), 3U);
     EXPECT_EQ(form.Objects()[1], (ScriptPair{"c", "msg <3>"}));
     EXPECT_EQ(form.Objects()[2].Key, "key");
-    EXPECT_EQ(Find<QLabel>(form, "lblTitle").text(), QStringLiteral("Given to A&&B:"));
+    EXPECT_EQ(TextOf(form, "lblTitle"), "Given to A&&B:");
 
     std::vector<ScriptPair> uses = {{"a", ""}};
     WhenOpen<frmObjectInteract>([](frmObjectInteract& inner) {
-        Find<QListWidget>(inner, "lstItems").setCurrentRow(0);
+        SelectRow(inner, "lstItems", 0);
         Click(inner, "butRemove");
         Click(inner, "butCancel");
     });
-    EditUses(scripts, QStringLiteral("x"), uses, nullptr);
+    EditUses(scripts, "x", uses, nullptr);
     EXPECT_EQ(uses.size(), 1U);
 }
 
@@ -115,7 +96,7 @@ TEST_F(ListEditors, ShowsCollectablesByNameOrWithTheirDefinitions) {
     EXPECT_EQ(names.currentRow(), 2);
     definitions.setCurrentRow(0);
     QTest::keyClick(&definitions, Qt::Key_Delete);
-    EXPECT_EQ(Rows(names), (QStringList{"luck", "hp"}));
+    EXPECT_EQ(Rows(form, "lstNames"), (QStringList{"luck", "hp"}));
     EXPECT_EQ(names.currentRow(), 0);
     Click(form, "butRemove");
     Click(form, "butOK");
@@ -126,18 +107,17 @@ TEST_F(ListEditors, ShowsCollectablesByNameOrWithTheirDefinitions) {
 TEST_F(ListEditors, EditsACollectable) {
     frmEditCollectables form(door, shell, dialogs);
     form.show();
-    auto& definitions = Find<QListWidget>(form, "lstCollectables");
     Click(form, "butEdit"); // nothing selected, nothing happens
     WhenOpen<frmEditCollectableSettings>([](frmEditCollectableSettings& edit) { Click(edit, "butCancel"); });
     Click(form, "butAdd");
-    EXPECT_EQ(Rows(definitions), QStringList{"Collectable-Name p=0 [Enter display text here]"});
+    EXPECT_EQ(Rows(form, "lstCollectables"), QStringList{"Collectable-Name p=0 [Enter display text here]"});
 
     WhenOpen<frmEditCollectableSettings>([this](frmEditCollectableSettings& edit) {
         auto& type = Find<QComboBox>(edit, "cmbType");
         auto& max = Find<QLineEdit>(edit, "txtMax");
         auto& display = Find<QLineEdit>(edit, "txtDisplay");
         auto& hidden = Find<QCheckBox>(edit, "chkDontDisplay");
-        EXPECT_EQ(type.currentText(), QStringLiteral("Positive number"));
+        EXPECT_EQ(type.currentText(), "Positive number");
         EXPECT_FALSE(max.isEnabled() || hidden.isChecked());
         hidden.click();
         EXPECT_TRUE(display.text().isEmpty() && !display.isEnabled());
@@ -145,20 +125,20 @@ TEST_F(ListEditors, EditsACollectable) {
         EXPECT_TRUE(display.isEnabled());
         QTest::keyClick(&type, Qt::Key_End);
         EXPECT_TRUE(max.isEnabled());
-        Type(edit, "txtName", "my temp");
-        Type(edit, "txtMin", "0");
-        Type(edit, "txtMax", "10");
-        Type(edit, "txtInitValue", "11");
+        SetText(edit, "txtName", "my temp");
+        SetText(edit, "txtMin", "0");
+        SetText(edit, "txtMax", "10");
+        SetText(edit, "txtInitValue", "11");
         Find<QCheckBox>(edit, "chkDontDisplayZero").click();
-        dialogs.Message(QStringLiteral("Error: Collectable name must not have any spaces"));
-        dialogs.Message(QStringLiteral("Error: Initial value must be within user-defined range"));
+        dialogs.Message("Error: Collectable name must not have any spaces");
+        dialogs.Message("Error: Initial value must be within user-defined range");
         Click(edit, "butOK"); // stays open
-        EXPECT_EQ(edit.focusWidget()->objectName(), QStringLiteral("txtInitValue"));
-        Type(edit, "txtInitValue", "10");
-        Type(edit, "txtName", "temp");
+        EXPECT_EQ(edit.focusWidget()->objectName(), "txtInitValue");
+        SetText(edit, "txtInitValue", "10");
+        SetText(edit, "txtName", "temp");
         Click(edit, "butOK");
     });
-    QTest::keyClick(&Find<QListWidget>(form, "lstNames"), Qt::Key_Return);
+    PressKey(form, "lstNames", Qt::Key_Return);
     Click(form, "butOK");
     ASSERT_EQ(game.Collectables.Count(), 1);
     EXPECT_EQ(game.Collectables[1], (Collectable{"temp d0r10=10", "temp"}));
@@ -172,11 +152,11 @@ TEST_F(ListEditors, RegistersItemsAndLibrariesUnderAnyName) {
     frmEditItems items(door, dialogs);
     items.show();
     auto& list = Find<QListWidget>(items, "lstItems");
-    dialogs.Text(QStringLiteral("New item: Please enter a name for this item: []"), QStringLiteral("lamp"));
+    dialogs.Text("New item: Please enter a name for this item: []", "lamp");
     Click(items, "butAdd");
     EXPECT_EQ(list.item(1)->checkState(), Qt::Unchecked);
     QTest::keyClick(&list, Qt::Key_Space); // ticks the row that is selected
-    dialogs.Text(QStringLiteral("New item: Please enter a name for this item: []"), {});
+    dialogs.Text("New item: Please enter a name for this item: []", {});
     Click(items, "butAdd");
     list.setCurrentRow(0);
     Click(items, "butRemove");
@@ -187,9 +167,8 @@ TEST_F(ListEditors, RegistersItemsAndLibrariesUnderAnyName) {
     frmIncludedLibraries libraries(door, dialogs);
     libraries.show();
     Click(libraries, "butRemove"); // nothing selected, nothing happens
-    dialogs.Text(QStringLiteral("Add library: Enter filename of library (including extension) []"),
-                 QStringLiteral("not there.kel"));
-    QTest::keyClick(&Find<QListWidget>(libraries, "lstLibs"), Qt::Key_Insert);
+    dialogs.Text("Add library: Enter filename of library (including extension) []", "not there.kel");
+    PressKey(libraries, "lstLibs", Qt::Key_Insert);
     Click(libraries, "butOK");
     EXPECT_EQ(game.Includes.Count(), 2);
     EXPECT_EQ(game.Includes[2], "not there.kel");
@@ -209,9 +188,9 @@ TEST_F(ListEditors, WritesTextsAtOnceAndRenamesAllButThreeOfThem) {
     for (const auto& [row, canRename] : {std::pair(0, false), {2, false}, {3, false}, {1, true}}) {
         list.setCurrentRow(row);
         EXPECT_EQ(box.Text(), game.TextSections[row + 1].Text);
-        EXPECT_EQ(Find<QPushButton>(form, "butRename").isEnabled(), canRename) << row;
+        EXPECT_EQ(IsEnabled(form, "butRename"), canRename) << row;
     }
-    QTest::keyClicks(&box, QStringLiteral("X"));
+    QTest::keyClicks(&box, "X");
     EXPECT_EQ(game.TextSections[2].Text, "Xof Intro");
     QTest::keyClick(&box, Qt::Key_Return);
     EXPECT_EQ(game.TextSections[2].Text, "X\r\nof Intro");
@@ -219,14 +198,11 @@ TEST_F(ListEditors, WritesTextsAtOnceAndRenamesAllButThreeOfThem) {
     QTest::keyClick(&box, Qt::Key_Left);
     EXPECT_TRUE(game.Modified) << "whatever the key does";
 
-    dialogs.Text(
-        QStringLiteral("Rename text section: Please enter a new name for this text section: [Intro]"),
-        QStringLiteral("win"));
+    dialogs.Text("Rename text section: Please enter a new name for this text section: [Intro]", "win");
     Click(form, "butRename");
     EXPECT_EQ(game.TextSections[2].Name, "win");
-    EXPECT_FALSE(Find<QPushButton>(form, "butRename").isEnabled());
-    dialogs.Text(QStringLiteral("New text section: Enter a name for this text section: []"),
-                 QStringLiteral("win"));
+    EXPECT_FALSE(IsEnabled(form, "butRename"));
+    dialogs.Text("New text section: Enter a name for this text section: []", "win");
     Click(form, "butAdd");
     EXPECT_EQ(list.currentRow(), 4);
     EXPECT_EQ(box.Text(), "Enter text here...");
@@ -242,7 +218,7 @@ TEST_F(ListEditors, MarksTheGameAsChangedHoweverTheTextsAreClosed) {
         game.Modified = false;
         frmTextSectionEdit form(door, dialogs); // of no text at all
         form.show();
-        EXPECT_FALSE(Find<PlainTextBox>(form, "txtText").isEnabled());
+        EXPECT_FALSE(IsEnabled(form, "txtText"));
         Click(form, "butRename");
         close(form);
         EXPECT_FALSE(form.isVisible());
@@ -259,7 +235,7 @@ TEST_F(ListEditors, HidesTheProceduresThatTheEditorMakes) {
     frmProcedureEditor form(scripts);
     form.show();
     auto& list = Find<QListWidget>(form, "cmbProcedures");
-    EXPECT_EQ(Rows(list), (QStringList{"greet", "~Internal", "greet"}));
+    EXPECT_EQ(Rows(form, "cmbProcedures"), (QStringList{"greet", "~Internal", "greet"}));
     Click(form, "butEdit"); // nothing selected, nothing happens
     Click(form, "butRemove");
     list.setCurrentRow(2);
@@ -271,16 +247,14 @@ TEST_F(ListEditors, HidesTheProceduresThatTheEditorMakes) {
     };
     expectScript("msg <3>"); // of this one, not of the other with its name
     QTest::keyClick(&list, Qt::Key_Return);
-    dialogs.Text(QStringLiteral("New Procedure: Enter a name for this new procedure: []"),
-                 QStringLiteral("wave"));
+    dialogs.Text("New Procedure: Enter a name for this new procedure: []", "wave");
     expectScript("");
     Click(form, "butAdd");
     EXPECT_EQ(list.currentRow(), 3);
     list.setCurrentRow(0);
     Click(form, "butRemove");
-    EXPECT_EQ(Rows(list), (QStringList{"~Internal", "greet", "wave"}));
-    dialogs.Text(QStringLiteral("New Procedure: Enter a name for this new procedure: []"),
-                 QStringLiteral("~INTERNAL PROCEDURE x"));
+    EXPECT_EQ(Rows(form, "cmbProcedures"), (QStringList{"~Internal", "greet", "wave"}));
+    dialogs.Text("New Procedure: Enter a name for this new procedure: []", "~INTERNAL PROCEDURE x");
     Click(form, "butAdd"); // which hides it
     Click(form, "butClose");
     std::vector<std::string> names;
@@ -300,36 +274,32 @@ TEST_F(ListEditors, EditsSynonyms) {
     auto& list = Find<QListWidget>(form, "lstSynonyms");
     Click(form, "butEdit"); // nothing selected, nothing happens
     list.setCurrentRow(0);
-    WhenOpen<frmSynonymEditor>([this](frmSynonymEditor& editor) {
+    WhenOpen<frmSynonymEditor>([&](frmSynonymEditor& editor) {
         auto& words = Find<QListWidget>(editor, "lstWords");
-        EXPECT_EQ(Rows(words), (QStringList{"get", "take", "pick up", ""}));
+        EXPECT_EQ(Rows(editor, "lstWords"), (QStringList{"get", "take", "pick up", ""}));
         words.setCurrentRow(3);
         Click(editor, "butRemove");
         words.setCurrentRow(1);
         Click(editor, "butRemove");
-        dialogs.Text(
-            QStringLiteral("New Word: Please enter a new word that will be converted to this synonym: []"),
-            QStringLiteral("seize"));
+        dialogs.Text("New Word: Please enter a new word that will be converted to this synonym: []", "seize");
         Click(editor, "butAdd");
-        Type(editor, "txtConvertTo", "hold");
+        SetText(editor, "txtConvertTo", "hold");
         Click(editor, "butOK");
     });
     Click(form, "butEdit");
     WhenOpen<frmSynonymEditor>([](frmSynonymEditor& editor) {
-        Find<QLineEdit>(editor, "txtConvertTo").clear();
+        SetText(editor, "txtConvertTo", "");
         Click(editor, "butCancel");
     });
     QTest::keyClick(&list, Qt::Key_Return);
-    WhenOpen<frmSynonymEditor>([this](frmSynonymEditor& editor) {
-        dialogs.Message(QStringLiteral("ZEM: You must specify some words to convert to this synonym."));
+    WhenOpen<frmSynonymEditor>([&](frmSynonymEditor& editor) {
+        dialogs.Message("ZEM: You must specify some words to convert to this synonym.");
         Click(editor, "butOK");
-        dialogs.Text(
-            QStringLiteral("New Word: Please enter a new word that will be converted to this synonym: []"),
-            QStringLiteral("x"));
+        dialogs.Text("New Word: Please enter a new word that will be converted to this synonym: []", "x");
         Click(editor, "butAdd");
-        dialogs.Message(QStringLiteral("ZEM: You must specify a word to convert these synonyms to."));
+        dialogs.Message("ZEM: You must specify a word to convert these synonyms to.");
         Click(editor, "butOK");
-        Type(editor, "txtConvertTo", "examine");
+        SetText(editor, "txtConvertTo", "examine");
         Click(editor, "butOK");
     });
     Click(form, "butAdd");
@@ -345,4 +315,4 @@ TEST_F(ListEditors, EditsSynonyms) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -2,30 +2,21 @@
 #include "editors/frmAddNewPlace.h"
 #include "editors/frmRoomProperties.h"
 #include "forms/NameBox.h"
-#include "forms/PlainTextBox.h"
-#include "script/frmScriptLines.h"
-#include "support/Lines.h"
+#include "support/Cases.h"
 #include "support/RunningProgram.h"
-#include "support/WhenOpen.h"
+#include "support/ScriptForms.h"
 
-#include <QLineEdit>
-#include <QListWidget>
 #include <QStackedWidget>
-#include <QTextEdit>
 
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
-
-using test::Click;
-using test::Find;
-using test::WhenOpen;
 
 /// Opens the editor of the room in a row and runs `use` on it.
 class RoomEditor : public testing::Test {
 protected:
-    explicit RoomEditor(const std::string& bytes = test::CrLf(
+    explicit RoomEditor(const std::string& bytes = CrLf(
                             "define game <x>\nend define\n"
                             "define room <Hall>\nout <Yard> msg <bye>\nnorth msg <Locked.>\nsouth <yard>\n"
                             "place <the; Yard> msg <a>\nplace <Hall> msg <b>\nend define\n"
@@ -39,53 +30,34 @@ protected:
         p.Click("butEditRoom");
     }
 
-    /// Answers the next script editor by taking away the one line of the script, which prints the message.
-    static void ClearNextScript(const QString& message) {
-        WhenOpen<frmScriptLines>([message](frmScriptLines& script) {
-            auto& lines = Find<QListWidget>(script, "lstFriendlyLines");
-            ASSERT_EQ(lines.count(), 1);
-            EXPECT_TRUE(lines.item(0)->text().contains(message)) << lines.item(0)->text().toStdString();
-            lines.setCurrentRow(0);
-            Click(script, "butRemove");
-            Click(script, "butOK");
-        });
-    }
-
     const Room& Hall() const { return p.game.Rooms[1]; }
 
-    test::RunningProgram p;
+    RunningProgram p;
 };
 
 TEST_F(RoomEditor, OffersTheRoomsAndAnActionWhereTheExitsCanHaveOne) {
     Edit(0, [this](frmRoomProperties& form) {
-        struct Case {
-            const char* box;
-            QString text;
-            int rows;
-            bool hasAction; // which can be edited
-        };
-        for (const Case& c : {Case{"0", "Yard", 3, true},
-                              {"1", "[action]", 4, true},
-                              {"2", "[not accessible]", 4, false}, // "yard" is no room: the case differs
-                              {"3", "[not accessible]", 4, false}}) {
-            auto& box = Find<NameBox>(form, (std::string("cmbRoomNames_") + c.box).c_str());
-            EXPECT_EQ(box.currentText(), c.text) << c.box;
-            EXPECT_EQ(box.count(), c.rows) << c.box;
-            EXPECT_EQ(Find<QPushButton>(form, (std::string("butRoomAction_") + c.box).c_str()).isEnabled(),
-                      c.hasAction)
-                << c.box;
+        for (const auto& [exit, text, rows, hasAction] : Cases<std::string, const char*, int, bool>{
+                 {"0", "Yard", 3, true},
+                 {"1", "[action]", 4, true},
+                 {"2", "[not accessible]", 4, false}, // "yard" is no room: the case differs
+                 {"3", "[not accessible]", 4, false}}) {
+            const auto& box = Find<NameBox>(form, ("cmbRoomNames_" + exit).c_str());
+            EXPECT_EQ(box.currentText(), text) << exit;
+            EXPECT_EQ(box.count(), rows) << exit;
+            EXPECT_EQ(IsEnabled(form, ("butRoomAction_" + exit).c_str()), hasAction) << exit;
         }
         auto& north = Find<NameBox>(form, "cmbRoomNames_1");
         const auto& action = Find<QPushButton>(form, "butRoomAction_1");
         north.setCurrentIndex(1);
-        EXPECT_EQ(north.currentText(), QStringLiteral("Hall"));
+        EXPECT_EQ(north.currentText(), "Hall");
         EXPECT_FALSE(action.isEnabled());
-        north.setEditText(QStringLiteral("[action]"));
+        north.setEditText("[action]");
         EXPECT_TRUE(action.isEnabled());
-        p.dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u0394")));
+        p.dialogs.Message("ZEM: " + *UnstorableCharacter(QStringLiteral(u"\u0394")));
         north.findChild<QLineEdit*>()->insert(QStringLiteral(u"\u0394"));
         EXPECT_TRUE(action.isEnabled()) << "as the text is back";
-        north.setEditText(QStringLiteral("hall")); // typed, and no other case is put in its place
+        north.setEditText("hall"); // typed, and no other case is put in its place
         north.setFocus();
         Find<NameBox>(form, "cmbRoomNames_0").setFocus();
         Click(form, "butOK");
@@ -99,10 +71,10 @@ TEST_F(RoomEditor, OffersTheRoomsAndAnActionWhereTheExitsCanHaveOne) {
 // It is written at once, and Cancel does not take it back.
 TEST_F(RoomEditor, KeepsTheActionOfAnExitWhenItIsCancelled) {
     Edit(0, [](frmRoomProperties& form) {
-        Find<QLineEdit>(form, "txtAlias").setText(QStringLiteral("lost"));
+        SetText(form, "txtAlias", "lost");
         for (const auto& [button, script] :
              {std::pair("butRoomAction_0", "bye"), std::pair("butRoomAction_1", "Locked.")}) {
-            ClearNextScript(QLatin1String(script));
+            CutNextScript(script);
             Click(form, "butExits");
             Click(form, button);
         }
@@ -122,14 +94,14 @@ TEST_F(RoomEditor, AddsPlacesToRoomsThatNeedNotExist) {
         for (const auto& [prefix, room] : {std::pair("the", "Hall"), std::pair("", "nowhere; yet")}) {
             WhenOpen<frmAddNewPlace>([prefix = prefix, room = room](frmAddNewPlace& place) {
                 EXPECT_EQ(Find<NameBox>(place, "cmbPlaceNames").count(), 2);
-                QTest::keyClicks(&Find<QLineEdit>(place, "txtPrefix"), QLatin1String(prefix));
-                Find<NameBox>(place, "cmbPlaceNames").setEditText(QLatin1String(room));
+                TypeText(place, "txtPrefix", QLatin1String(prefix));
+                SetText(place, "cmbPlaceNames", room);
                 Click(place, "butAdd");
             });
             Click(form, "butAddPlace");
         }
         WhenOpen<frmAddNewPlace>([](frmAddNewPlace& place) { Click(place, "butCancel"); });
-        QTest::keyClick(&Find<QListWidget>(form, "lstPlaces"), Qt::Key_Insert);
+        PressKey(form, "lstPlaces", Qt::Key_Insert);
         Click(form, "butOK");
     });
     ASSERT_EQ(Hall().Places.Count(), 4);
@@ -148,11 +120,11 @@ TEST_F(RoomEditor, LeavesTheScriptOfARemovedPlaceBehind) {
         places.setCurrentRow(0);
         Click(form, "butRemovePlace");
         WhenOpen<frmAddNewPlace>([](frmAddNewPlace& place) {
-            Find<NameBox>(place, "cmbPlaceNames").setEditText(QStringLiteral("Attic"));
+            SetText(place, "cmbPlaceNames", "Attic");
             Click(place, "butAdd");
         });
         Click(form, "butAddPlace");
-        ClearNextScript(QStringLiteral("b")); // of the row that is selected now, the new one
+        CutNextScript("b"); // of the row that is selected now, the new one
         const QPoint attic = places.visualItemRect(places.item(1)).center();
         QTest::mouseClick(places.viewport(), Qt::LeftButton, {}, attic);
         QTest::mouseDClick(places.viewport(), Qt::LeftButton, {}, attic);
@@ -164,24 +136,23 @@ TEST_F(RoomEditor, LeavesTheScriptOfARemovedPlaceBehind) {
 }
 
 TEST_F(RoomEditor, ShowsOnePageAndItsButtonInBold) {
-    Edit(0, [this](frmRoomProperties& form) {
+    Edit(0, [](frmRoomProperties& form) {
         const auto shown = [&form] {
             QString text;
             for (const char* button : {"butDetails", "butExits", "butActions", "butMisc"})
                 text += Find<QPushButton>(form, button).font().bold() ? u'1' : u'0';
             return text + u' ' + Find<QStackedWidget>(form, "pages").currentWidget()->objectName();
         };
-        EXPECT_EQ(shown(), QStringLiteral("1000 fraDetails"));
-        EXPECT_EQ(form.focusWidget()->objectName(), QStringLiteral("txtAlias"));
+        EXPECT_EQ(shown(), "1000 fraDetails");
+        EXPECT_EQ(form.focusWidget()->objectName(), "txtAlias");
         Click(form, "butMisc");
-        EXPECT_EQ(shown(), QStringLiteral("0001 fraMisc"));
+        EXPECT_EQ(shown(), "0001 fraMisc");
         Click(form, "butExits");
-        EXPECT_EQ(shown(), QStringLiteral("0100 fraExits"));
+        EXPECT_EQ(shown(), "0100 fraExits");
         Click(form, "butHelp");
         const auto* help = form.findChild<frmHelp*>();
         ASSERT_NE(help, nullptr);
-        EXPECT_TRUE(
-            Find<QPlainTextEdit>(*help, "txtHelp").toPlainText().contains(QStringLiteral("'roomhelp'")));
+        EXPECT_NE(TextOf(*help, "txtHelp").find("'roomhelp'"), std::string::npos);
         form.resize(711, 613);
     });
     Edit(1, [](frmRoomProperties& form) { EXPECT_EQ(form.size(), QSize(711, 613)) << "remembered"; });
@@ -190,9 +161,8 @@ TEST_F(RoomEditor, ShowsOnePageAndItsButtonInBold) {
 TEST_F(RoomEditor, OpensWithADoubleClickAndWithReturn) {
     auto* rooms = p.Find<QAbstractItemView>("lstRooms");
     const auto isOf = [](const char* name) {
-        WhenOpen<frmRoomProperties>([name](frmRoomProperties& form) {
-            EXPECT_EQ(Find<QLineEdit>(form, "txtRoomName").text(), QLatin1String(name));
-        });
+        WhenOpen<frmRoomProperties>(
+            [name](frmRoomProperties& form) { EXPECT_EQ(TextOf(form, "txtRoomName"), name); });
     };
     isOf("Yard");
     p.Select("lstRooms", 1);
@@ -207,21 +177,21 @@ TEST(NameBox, OffersTheNamesThatHoldTheTextAndKeepsWhatIsTyped) {
     NameListModel names;
     const QStringList rooms = {"Hall", "Great hall", "Yard"};
     names.Reset(3, [&](int row) { return rooms[row]; });
-    test::ScriptedDialogs dialogs;
+    ScriptedDialogs dialogs;
     NameBox box;
     box.Offer(names);
     box.RefuseUnstorableText(dialogs);
     box.show();
     EXPECT_EQ(box.Text(), "");
     auto* line = box.findChild<QLineEdit*>();
-    QTest::keyClicks(line, QStringLiteral("hall"));
+    QTest::keyClicks(line, "hall");
     const QWidget* popup = QApplication::activePopupWidget();
     ASSERT_NE(popup, nullptr);
     EXPECT_EQ(qobject_cast<const QAbstractItemView*>(popup)->model()->rowCount(), 2);
     QTest::keyClick(line, Qt::Key_Escape);
     QTest::keyClick(line, Qt::Key_Return);
     EXPECT_EQ(box.Text(), "hall");
-    dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u0394")));
+    dialogs.Message("ZEM: " + *UnstorableCharacter(QStringLiteral(u"\u0394")));
     QTest::keyClick(line, Qt::Key_End);
     line->insert(QStringLiteral(u"\u0394"));
     EXPECT_EQ(box.Text(), "hall");
@@ -229,4 +199,4 @@ TEST(NameBox, OffersTheNamesThatHoldTheTextAndKeepsWhatIsTyped) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

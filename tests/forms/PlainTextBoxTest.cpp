@@ -1,6 +1,7 @@
 #include "forms/PlainTextBox.h"
 
 #include "forms/QtText.h"
+#include "support/Cases.h"
 #include "support/ScriptedDialogs.h"
 
 #include <QApplication>
@@ -11,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 class PlainTextBoxTest : public testing::Test {
@@ -23,7 +24,7 @@ protected:
         box.paste();
     }
 
-    test::ScriptedDialogs dialogs;
+    ScriptedDialogs dialogs;
     PlainTextBox box;
 };
 
@@ -32,47 +33,41 @@ TEST_F(PlainTextBoxTest, GivesBackWhatItGot) {
     for (int byte = 0; byte < 256; ++byte)
         all += static_cast<char>(byte);
     for (const std::string& text :
-         {std::string(), std::string("a"), std::string("a\r\nb"), std::string("a\r\n"),
-          std::string("\r\n\r\n"), std::string("a\rb\nc\xA0 "), all}) {
+         std::vector<std::string>{"", "a", "a\r\nb", "a\r\n", "\r\n\r\n", "a\rb\nc\xA0 ", all}) {
         box.SetText(text);
         EXPECT_EQ(box.Text(), text);
     }
 }
 
 TEST_F(PlainTextBoxTest, JoinsLinesWithCrLfAndAddsNoLineEnd) {
-    struct Case {
-        const char* text;
-        std::function<void(PlainTextBox&)> edit;
-        const char* expected;
-    };
+    using Edit = std::function<void(PlainTextBox&)>;
     const auto keys = [](std::initializer_list<int> presses) {
         return [presses = std::vector<int>(presses)](PlainTextBox& target) {
             for (const int key : presses)
                 QTest::keyClick(&target, static_cast<Qt::Key>(key));
         };
     };
-    for (const Case& c :
-         {Case{"one", keys({Qt::Key_End, Qt::Key_Return, Qt::Key_X}), "one\r\nx"},
-          {"one\r\n", keys({Qt::Key_X}), "xone\r\n"},
-          {"\xA0\x81", keys({Qt::Key_X}), "x\xA0\x81"},
-          {"a\rb\nc\r\nd", keys({Qt::Key_X}), "xa\rb\nc\r\nd"}, // line ends of other kinds stay
-          {"a\r\nb", keys({Qt::Key_End, Qt::Key_Delete}), "ab"},
-          {"a",
-           [](PlainTextBox& target) {
-               QTest::keyClick(&target, Qt::Key_Return,
-                               Qt::ShiftModifier); // a line end of another kind
-           },
-           "\r\na"}}) {
-        box.SetText(c.text);
-        c.edit(box);
-        EXPECT_EQ(box.Text(), c.expected);
+    const Edit otherLineEnd = [](PlainTextBox& target) {
+        QTest::keyClick(&target, Qt::Key_Return, Qt::ShiftModifier);
+    };
+    for (const auto& [text, edit, expected] : Cases<const char*, Edit, const char*>{
+             {"one", keys({Qt::Key_End, Qt::Key_Return, Qt::Key_X}), "one\r\nx"},
+             {"one\r\n", keys({Qt::Key_X}), "xone\r\n"},
+             {"\xA0\x81", keys({Qt::Key_X}), "x\xA0\x81"},
+             {"a\rb\nc\r\nd", keys({Qt::Key_X}), "xa\rb\nc\r\nd"}, // line ends of other kinds stay
+             {"a\r\nb", keys({Qt::Key_End, Qt::Key_Delete}), "ab"},
+             {"a", otherLineEnd, "\r\na"},
+         }) {
+        box.SetText(text);
+        edit(box);
+        EXPECT_EQ(box.Text(), expected);
     }
 }
 
 TEST_F(PlainTextBoxTest, PastesPlainTextOnly) {
     auto* rich = new QMimeData;
-    rich->setHtml(QStringLiteral("<b>bold</b>"));
-    rich->setText(QStringLiteral("bold"));
+    rich->setHtml("<b>bold</b>");
+    rich->setText("bold");
     QApplication::clipboard()->setMimeData(rich);
     box.paste();
     EXPECT_EQ(box.Text(), "bold");
@@ -81,7 +76,7 @@ TEST_F(PlainTextBoxTest, PastesPlainTextOnly) {
     EXPECT_EQ(box.Text(), "a    b\r\nc\r\nd\r\ne\r\nf g\xA0");
     box.HoldOneLine();
     box.SetText("");
-    Paste(QStringLiteral("a\nb"));
+    Paste("a\nb");
     QTest::keyClick(&box, Qt::Key_Return);
     EXPECT_EQ(box.Text(), "a b");
 }
@@ -108,4 +103,4 @@ TEST_F(PlainTextBoxTest, RefusesWhatAFileCannotHold) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

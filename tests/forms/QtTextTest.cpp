@@ -2,6 +2,7 @@
 
 #include "forms/StorableInput.h"
 #include "model/KelError.h"
+#include "support/Cases.h"
 #include "support/ScriptedDialogs.h"
 
 #include <QClipboard>
@@ -12,7 +13,7 @@
 #include <gtest/gtest.h>
 #include <numeric>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 TEST(QtText, KeepsEveryByteBothWays) {
@@ -25,52 +26,49 @@ TEST(QtText, KeepsEveryByteBothWays) {
 }
 
 TEST(QtText, NamesTheCharacterThatCannotBeKept) {
-    struct Case {
-        QString text;
-        const char* named; // empty when all can be kept
-    };
-    for (const Case& c : {Case{QStringLiteral(u"caf\u00E9 \u20AC"), ""},
-                          {QStringLiteral(u"a\u03B1b"), "\"\u03B1\" (U+03B1)"},
-                          {QStringLiteral(u"\U0001F600"), "\"\U0001F600\" (U+1F600)"},
-                          {QString(QChar(0xD83D)), "(U+D83D)"}}) {
-        const std::optional<QString> problem = UnstorableCharacter(c.text);
-        if (*c.named == '\0') {
+    for (const auto& [text, named] : Cases<QString, const char*>{
+             {QStringLiteral(u"caf\u00E9 \u20AC"), ""},
+             {QStringLiteral(u"a\u03B1b"), "\"\u03B1\" (U+03B1)"},
+             {QStringLiteral(u"\U0001F600"), "\"\U0001F600\" (U+1F600)"},
+             {QString(QChar(0xD83D)), "(U+D83D)"},
+         }) {
+        const std::optional<QString> problem = UnstorableCharacter(text);
+        if (*named == '\0') {
             EXPECT_FALSE(problem);
             continue;
         }
         ASSERT_TRUE(problem);
-        EXPECT_TRUE(problem->contains(QString::fromUtf8(c.named))) << problem->toStdString();
-        EXPECT_THROW(FromQt(c.text), KelError);
+        EXPECT_TRUE(problem->contains(QString::fromUtf8(named))) << problem->toStdString();
+        EXPECT_THROW(FromQt(text), KelError);
     }
 }
 
 TEST(StorableInput, TurnsPastedLineEndsIntoBlanks) {
-    test::ScriptedDialogs dialogs;
+    ScriptedDialogs dialogs;
     QLineEdit box;
     RefuseUnstorableText(box, dialogs);
-    QGuiApplication::clipboard()->setText(QStringLiteral("one\r\nend define\n\ttwo"));
+    QGuiApplication::clipboard()->setText("one\r\nend define\n\ttwo");
     box.paste();
-    EXPECT_EQ(box.text(), QStringLiteral("one  end define  two"));
-    dialogs.Text(QStringLiteral("Title: Prompt []"), QStringLiteral("Hall\nend define"));
-    EXPECT_EQ(AskStorableText(dialogs, nullptr, QStringLiteral("Prompt"), QStringLiteral("Title"), {}),
-              QStringLiteral("Hall end define"));
+    EXPECT_EQ(box.text(), "one  end define  two");
+    dialogs.Text("Title: Prompt []", "Hall\nend define");
+    EXPECT_EQ(AskStorableText(dialogs, nullptr, "Prompt", "Title", {}), "Hall end define");
 }
 
 TEST(StorableInput, RefusesACharacterWhereItIsTypedOrPasted) {
-    test::ScriptedDialogs dialogs;
+    ScriptedDialogs dialogs;
     QLineEdit box;
     RefuseUnstorableText(box, dialogs);
     const QString refusal = QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u03B1"));
-    QTest::keyClicks(&box, QStringLiteral("ab"));
+    QTest::keyClicks(&box, "ab");
     box.setCursorPosition(1);
     dialogs.Message(refusal);
     QGuiApplication::clipboard()->setText(QStringLiteral(u"x\u03B1y"));
     box.paste();
-    EXPECT_EQ(box.text(), QStringLiteral("ab"));
+    EXPECT_EQ(box.text(), "ab");
     EXPECT_EQ(box.cursorPosition(), 1);
-    QTest::keyClicks(&box, QStringLiteral("c"));
-    EXPECT_EQ(box.text(), QStringLiteral("acb"));
+    QTest::keyClicks(&box, "c");
+    EXPECT_EQ(box.text(), "acb");
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -1,22 +1,17 @@
 #include "model/LineText.h"
 
 #include "model/GameModel.h"
+#include "support/Cases.h"
 
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 TEST(LineText, RecognisesKeywordsAfterBlanksAndInAnyCapitals) {
-    struct Case {
-        const char* line;
-        const char* keyword;
-        bool expected;
-    };
-    for (const Case& c : {
-             Case{"   LOOK <x>", "look ", true},
+    for (const auto& [line, keyword, expected] : Cases<const char*, const char*, bool>{
+             {"   LOOK <x>", "look ", true},
              {"lookout", "look ", false},
              {"look", "look ", false},
              {"look", "look", true},
@@ -31,23 +26,18 @@ TEST(LineText, RecognisesKeywordsAfterBlanksAndInAnyCapitals) {
              {"\x8A", "\x9A", true},
              {"\xD7", "\xF7", false}, // the multiplication sign is not the capital of the division sign
          })
-        EXPECT_EQ(BeginsWith(c.line, c.keyword), c.expected) << c.line << " / " << c.keyword;
+        EXPECT_EQ(BeginsWith(line, keyword), expected) << line << " / " << keyword;
 }
 
 TEST(LineText, TakesParametersOutOfTheirBrackets) {
-    struct Case {
-        const char* line;
-        const char* parameter;
-        const char* after;
-    };
-    for (const Case& c : {
-             Case{"north <Hall> x", "Hall", "x"},
+    for (const auto& [line, parameter, after] : Cases<const char*, const char*, const char*>{
+             {"north <Hall> x", "Hall", "x"},
              {"msg <>", "", ""},
              {"<a <b> c>", "a <b", "c>"},
              {"<  a  >   msg <b>  ", "  a  ", "msg <b>"},
          }) {
-        EXPECT_EQ(GetParameter(c.line), c.parameter) << c.line;
-        EXPECT_EQ(TextAfterParameter(c.line), c.after) << c.line;
+        EXPECT_EQ(GetParameter(line), parameter) << line;
+        EXPECT_EQ(TextAfterParameter(line), after) << line;
     }
     for (const char* line : {"", "a > b <c>", "alias Hall", "<open", "closed>"})
         EXPECT_THROW(GetParameter(line), KelError) << line;
@@ -71,13 +61,8 @@ TEST(LineText, PacksLinesAndExpandsTabs) {
 }
 
 TEST(LineText, ReadsNumbers) {
-    struct Case {
-        const char* text;
-        int leading;
-        bool isWhole; // a number and nothing else
-    };
-    for (const Case& c : {
-             Case{"12", 12, true},
+    for (const auto& [text, leading, isWhole] : Cases<const char*, int, bool /* a number and nothing else */>{
+             {"12", 12, true},
              {"1e-400", 0, true},
              {"  7 ", 7, true},
              {"-5", -5, true},
@@ -92,11 +77,11 @@ TEST(LineText, ReadsNumbers) {
              {"1e3", 1000, true},
              {"-32768", -32768, true},
          }) {
-        EXPECT_EQ(LeadingNumber(c.text), c.leading) << c.text;
-        if (c.isWhole)
-            EXPECT_EQ(WholeNumber(c.text), c.leading) << c.text;
+        EXPECT_EQ(LeadingNumber(text), leading) << text;
+        if (isWhole)
+            EXPECT_EQ(WholeNumber(text), leading) << text;
         else
-            EXPECT_THROW(WholeNumber(c.text), KelError) << c.text;
+            EXPECT_THROW(WholeNumber(text), KelError) << text;
     }
     for (const char* text : {"32768", "-32769", "99999999999", "1e400"}) {
         EXPECT_THROW(LeadingNumber(text), KelError) << text;
@@ -113,20 +98,6 @@ TEST(LineText, StoresFlagsAsWords) {
         EXPECT_FALSE(IsYes(no)) << no;
     EXPECT_TRUE(IsTrueFlag(-1) && !IsTrueFlag(1) && !IsTrueFlag(0));
     EXPECT_TRUE(IsOneFlag(1) && !IsOneFlag(2) && !IsOneFlag(-1));
-}
-
-TEST(GameModel, JoinsItsListsEachInItsOwnWay) {
-    GameModel game;
-    EXPECT_EQ(ItemsToText(game), "");
-    EXPECT_EQ(StartItemsToText(game), "");
-    game.Items.Append({"lamp", true});
-    game.Items.Append({"key", false});
-    game.Items.Append({"rope", true});
-    game.Collectables.Append({"gold p=0 [!]", "gold"});
-    game.Collectables.Append({"luck n=1 []", "luck"});
-    EXPECT_EQ(ItemsToText(game), "lamp; key; rope");
-    EXPECT_EQ(StartItemsToText(game), "lamp, rope");
-    EXPECT_EQ(CollectablesToText(game), "gold p=0 [!]; luck n=1 []");
 }
 
 TEST(GameModel, StartsFromTheNewGameTemplate) {
@@ -151,4 +122,4 @@ TEST(GameModel, StartsFromTheNewGameTemplate) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

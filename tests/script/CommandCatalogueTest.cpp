@@ -1,24 +1,19 @@
 #include "script/CommandCatalogue.h"
 
 #include "model/LineText.h"
-#include "support/TempFolder.h"
+#include "support/Games.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 /// Loads the catalogue and returns what went wrong, or nothing.
 std::string Load(CommandCatalogue& catalogue, std::string_view bytes) {
-    const test::TempFolder folder;
-    try {
-        LoadCommandCatalogue(catalogue, folder.Write("zem.dat", bytes));
-    } catch (const KelError& error) {
-        return error.what();
-    }
-    return "";
+    const TempFolder folder;
+    return ProblemOf([&] { LoadCommandCatalogue(catalogue, folder.Write("zem.dat", bytes)); });
 }
 
 TEST(CommandCatalogue, SplitsEachLineAtItsFirstFourPercentSigns) {
@@ -68,7 +63,7 @@ TEST(CommandCatalogue, ShipsInTheOrderThatLookUpsNeed) {
 TEST(CommandCatalogue, IsUsedWholeByTheSamples) {
     std::string scripts;
     for (const char* sample : {"lighthouse.kel", "archipelago.kel"})
-        scripts += test::ReadBytes(std::filesystem::path(ZEM_SAMPLES) / sample);
+        scripts += ReadBytes(std::filesystem::path(ZEM_SAMPLES) / sample);
     CommandCatalogue catalogue;
     LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
     for (const CommandDefinition& entry : catalogue) {
@@ -80,4 +75,4 @@ TEST(CommandCatalogue, IsUsedWholeByTheSamples) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -1,20 +1,17 @@
 #include "script/FormatCodes.h"
 
+#include "support/Cases.h"
+
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 TEST(FormatCodes, BecomeWordsOrVanish) {
-    struct Case {
-        const char* text;
-        const char* shown;
-        const char* removed;
-    };
-    for (const Case& c : {
-             Case{"plain", "plain", "plain"},
+    for (const auto& [text, shown, removed] : Cases<const char*, const char*, const char*>{
+             {"plain", "plain", "plain"},
              {"|bword|xb", "[BOLD ON]word[BOLD OFF]", "word"},
              {"|u|xu|i|xi", "[UNDERLINE ON][UNDERLINE OFF][ITALIC ON][ITALIC OFF]", ""},
              {"|cr|cb|cl|cy|cg", "[RED][BLACK][BLUE][YELLOW][GREEN]", ""},
@@ -33,8 +30,8 @@ TEST(FormatCodes, BecomeWordsOrVanish) {
              {"end|", "end[UNKNOWN]", "end"},
              {"||b", "[UNKNOWN]b", "b"},
          }) {
-        EXPECT_EQ(FormatCodesToText(c.text, false), c.removed) << c.text;
-        EXPECT_EQ(FormatCodesToText(c.text, true), c.shown) << c.text;
+        EXPECT_EQ(FormatCodesToText(text, false), removed) << text;
+        EXPECT_EQ(FormatCodesToText(text, true), shown) << text;
     }
 }
 
@@ -64,4 +61,4 @@ TEST(FormatCodes, SplitATextIntoRunsOfOneLook) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

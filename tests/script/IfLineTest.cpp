@@ -1,31 +1,17 @@
 #include "script/IfLine.h"
 
-#include "model/KelError.h"
+#include "support/Cases.h"
 #include "support/Games.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
-std::string Problem(std::string_view line) {
-    try {
-        ParseIfLine(line);
-    } catch (const KelError& error) {
-        return error.what();
-    }
-    return "";
-}
-
-std::string WriteProblem(const IfLine& line) {
-    try {
-        return "written: " + WriteIfLine(line);
-    } catch (const KelError& error) {
-        return error.what();
-    }
+std::string Problem(const std::string& line) {
+    return ProblemOf([&] { ParseIfLine(line); });
 }
 
 TEST(IfLine, TakesALineApart) {
@@ -50,12 +36,8 @@ TEST(IfLine, SaysWhyALineIsNotUnderstood) {
     std::string deep;
     for (int k = 0; k < 100'000; ++k)
         deep += "if a then ";
-    struct Case {
-        std::string line;
-        const char* problem;
-    };
-    for (const Case& c : {
-             Case{"msg <x>", "the line does not begin with \"if\""},
+    for (const auto& [line, problem] : Cases<std::string, const char*>{
+             {"msg <x>", "the line does not begin with \"if\""},
              {"ifhas <x> then y", "the line does not begin with \"if\""},
              {"if has <x> goto <y>", "after a condition comes \"and\", \"or\" or \"then\""},
              {"if has <x> <y> then z", "after a condition comes \"and\", \"or\" or \"then\""},
@@ -69,42 +51,26 @@ TEST(IfLine, SaysWhyALineIsNotUnderstood) {
              {"if has <x then y", "a \"<\" is never closed"},
              {deep + "x", "too many \"if\" stand inside one another"},
          })
-        EXPECT_EQ(Problem(c.line), c.problem) << c.line.substr(0, 60);
+        EXPECT_EQ(Problem(line), problem) << line.substr(0, 60);
 }
 
 TEST(IfLine, RefusesPartsOfWhichNoLineCanBeMade) {
     const Condition has{Joiner::And, false, "has", true, "x"};
-    EXPECT_EQ(WriteProblem({{has}, "if b then x", "y"}),
+    const std::string none = "no line can be made of this: ";
+    for (const auto& [parts, problem] : Cases<IfLine, std::string>{
+             {{{has}, "if b then x", "y"},
               "the \"else\" would belong to the \"if\" inside the \"then\" part: give that one an \"else\" "
-              "of its own, "
-              "or put it into a procedure");
-    EXPECT_EQ(WriteProblem({{has}, "if b then x else z", "y"}),
-              "written: if has <x> then if b then x else z else y");
-    EXPECT_EQ(WriteProblem({{}, "x", ""}), "no line can be made of this: a condition is missing");
-    EXPECT_EQ(WriteProblem({{has}, "", "y"}),
-              "no line can be made of this: there is no command after \"then\"");
-    EXPECT_EQ(WriteProblem({{{Joiner::And, false, "has", true, "a>b"}}, "x", ""}),
-              "no line can be made of this: after a condition comes \"and\", \"or\" or \"then\"");
-    EXPECT_EQ(WriteProblem({{has}, "msg <x> else y", ""}),
-              "no line can be made of this: it would be read as something else");
-}
-
-TEST(IfLine, ComesBackAsItWasFromEveryLineOfTheSamples) {
-    int lines = 0;
-    for (const auto& sample : std::filesystem::directory_iterator(ZEM_SAMPLES)) {
-        if (sample.path().extension() != ".kel")
-            continue;
-        const std::string saved = test::SaveToBytes(test::LoadBytes(test::ReadBytes(sample.path())));
-        for (std::size_t at = saved.find("if "); at != std::string::npos; at = saved.find("if ", at + 1)) {
-            const std::string line = saved.substr(at, saved.find('\r', at) - at);
-            if (saved[at - 1] != '\n' && !saved.substr(0, at).ends_with("> "))
-                continue;
-            ++lines;
-            const IfLine parsed = ParseIfLine(line);
-            EXPECT_EQ(ParseIfLine(WriteIfLine(parsed)), parsed) << line;
-        }
-    }
-    EXPECT_GT(lines, 100);
+              "of "
+              "its own, or put it into a procedure"},
+             {{{has}, "if b then x else z", "y"}, ""},
+             {{{}, "x", ""}, none + "a condition is missing"},
+             {{{has}, "", "y"}, none + "there is no command after \"then\""},
+             {{{{Joiner::And, false, "has", true, "a>b"}}, "x", ""},
+              none + "after a condition comes \"and\", \"or\" or \"then\""},
+             {{{has}, "msg <x> else y", ""}, none + "it would be read as something else"},
+         })
+        EXPECT_EQ(ProblemOf([line = parts] { WriteIfLine(line); }), problem);
+    EXPECT_EQ(WriteIfLine({{has}, "if b then x else z", "y"}), "if has <x> then if b then x else z else y");
 }
 
 TEST(IfLine, ParsesWhatItWritesForRandomLines) {
@@ -140,4 +106,4 @@ TEST(IfLine, IsDescribedInPlainEnglish) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -1,8 +1,10 @@
+#include "model/Fields.h"
 #include "model/LineText.h"
 #include "model/TextFile.h"
 #include "script/CommandLookup.h"
 #include "script/FormatCodes.h"
 #include "script/IfLine.h"
+#include "support/Cases.h"
 #include "support/Games.h"
 
 #include <algorithm>
@@ -10,11 +12,12 @@
 #include <map>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 /// The reference page is written by hand. It is held against the catalogues, and its examples against the
 /// reader, so that a line which an author copies from the page does what the page says.
-namespace zem {
+namespace zem::test {
 namespace {
 
 void ReplaceAll(std::string& text, std::string_view from, std::string_view to) {
@@ -77,53 +80,35 @@ CommandCatalogue ShippedCatalogue() {
 
 /// The scripts of a game by their lines, and all that the reader has kept without understanding it.
 struct Scripts {
-    explicit Scripts(const GameModel& game) : kept(*game.GameMiscTags + *game.UnknownBlocks) {
-        for (const std::string* script :
-             {&game.StartScript, &game.GameDescription, &game.BeforeTurnScript, &game.AfterTurnScript})
-            Add(*script);
-        for (const PlayerCommand& command : game.PlayerCommands)
-            Add(command.Script);
-        AddAll(game.GameUses);
-        for (const Room& room : game.Rooms)
-            AddRoom(room);
-        for (const SelectionMenu& menu : game.SelectionMenus)
-            AddAll(menu.Choices);
-        for (const Procedure& procedure : game.Procedures)
-            for (std::string_view rest = procedure.Script; !rest.empty();)
-                Add(TakeLine(rest));
-    }
+    explicit Scripts(const GameModel& game) { Add(game); }
 
     std::vector<std::string> commands;
     std::string kept;
 
 private:
-    void Add(std::string_view command) {
-        if (!command.empty() && command.front() != '\'')
-            commands.emplace_back(command);
+    template <class Record>
+    void Add(const Record& record) {
+        ForEachField<Record>([&](std::string_view name, auto field) { AddField(name, record.*field); });
     }
-
-    void AddAll(const Table<ScriptPair>& pairs) {
-        for (const ScriptPair& pair : pairs)
-            Add(pair.Script);
+    template <class Value>
+    void AddField(std::string_view name, const Value& value) {
+        if constexpr (requires { value.Count(); })
+            for (const auto& entry : value)
+                AddField(name, entry);
+        else if constexpr (std::is_convertible_v<Value, std::string_view>)
+            AddText(name, value);
+        else if constexpr (requires { *value; })
+            AddField(name, *value);
+        else if constexpr (std::is_class_v<Value>)
+            Add(value);
     }
-
-    void AddRoom(const Room& room) {
-        kept += room.MiscTags;
-        for (const auto* exit : {&room.Out, &room.North, &room.South, &room.East, &room.West, &room.NorthEast,
-                                 &room.NorthWest, &room.SouthEast, &room.SouthWest})
-            Add((*exit)->Script);
-        Add(room.Script);
-        Add(room.Description);
-        for (const auto* pairs : {&room.Places, &room.Commands, &room.Uses})
-            AddAll(*pairs);
-        for (const Table<Thing>* things : {&room.Characters, &room.Objects})
-            for (const Thing& thing : *things) {
-                kept += thing.MiscTags;
-                for (const std::string* script : {&thing.Look, &thing.Speak, &thing.Take})
-                    Add(*script);
-                AddAll(thing.Uses);
-                AddAll(thing.Gives);
-            }
+    void AddText(std::string_view name, std::string_view text) {
+        if (name == "miscellaneous tags" || name == "blocks of other kinds")
+            kept += text;
+        else if (name.ends_with("action") || name == "script")
+            while (!text.empty())
+                if (const std::string_view line = TakeLine(text); !line.empty() && line.front() != '\'')
+                    commands.emplace_back(line);
     }
 };
 
@@ -209,26 +194,20 @@ TEST_F(Reference, DescribesEveryCommandAndConditionWithAnExample) {
 }
 
 TEST_F(Reference, ShowsLinesThatTheirBlockKnows) {
-    struct Block {
-        const char* kind;
-        const char* before;
-        const char* after;
-    };
-    for (const Block& block : {
-             Block{"in-game", "define game <x>\nitems <brass key; oars>\n", "end define\n"},
+    for (const auto& [kind, before, after] : Cases<const char*, std::string, const char*>{
+             {"in-game", "define game <x>\nitems <brass key; oars>\n", "end define\n"},
              {"in-synonyms", "define synonyms\n", "end define\n"},
              {"in-room", "define room <x>\n", "end define\n"},
              {"in-character", "define room <x>\ndefine character <y>\n", "end define\nend define\n"},
              {"in-object", "define room <x>\ndefine object <y>\n", "end define\nend define\n"},
              {"in-selection", "define selection <x>\n", "end define\n"},
          }) {
-        const std::string before = block.before;
-        const GameModel without = test::LoadBytes(test::CrLf(before + block.after));
-        const std::vector<std::string> lines = SamplesOf(page, block.kind);
-        EXPECT_FALSE(lines.empty()) << block.kind;
+        const GameModel without = LoadBytes(CrLf(before + after));
+        const std::vector<std::string> lines = SamplesOf(page, kind);
+        EXPECT_FALSE(lines.empty()) << kind;
         for (const std::string& line : lines) {
             SCOPED_TRACE(line);
-            const GameModel with = test::LoadBytes(test::CrLf(before + line + "\n" + block.after));
+            const GameModel with = LoadBytes(CrLf(before + line + "\n" + after));
             EXPECT_FALSE(SameGame(with, without)) << "the line says nothing";
             ExpectUnderstood(with);
         }
@@ -242,12 +221,11 @@ TEST_F(Reference, ShowsGamesAndScriptsThatAreUnderstood) {
     EXPECT_FALSE(scripts.empty());
     for (const std::string& text : games) {
         SCOPED_TRACE(text);
-        ExpectUnderstood(test::LoadBytes(test::CrLf(text)));
+        ExpectUnderstood(LoadBytes(CrLf(text)));
     }
     for (const std::string& text : scripts) {
         SCOPED_TRACE(text);
-        const GameModel game =
-            test::LoadBytes(test::CrLf("define procedure <x>\n" + text + "\nend define\n"));
+        const GameModel game = LoadBytes(CrLf("define procedure <x>\n" + text + "\nend define\n"));
         EXPECT_FALSE(Scripts(game).commands.empty());
         ExpectUnderstood(game);
     }
@@ -293,4 +271,4 @@ TEST_F(Reference, LeadsNowhereButToItself) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

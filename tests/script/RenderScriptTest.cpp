@@ -1,12 +1,13 @@
 #include "script/RenderScript.h"
 
 #include "model/LineText.h"
+#include "support/Cases.h"
 
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 CommandLookup Lookup(const std::vector<CommandDefinition>& entries) {
@@ -29,13 +30,8 @@ std::string Render(const std::string& script, ScriptForm form,
 }
 
 TEST(RenderScript, ShowsEachLineByItsTemplate) {
-    struct Case {
-        const char* script;
-        const char* plain;
-        const char* rich;
-    };
-    for (const Case& c : {
-             Case{"msg <Hi>", "Print \"Hi\"", "Print \"Hi\"|cr"},
+    for (const auto& [script, plain, rich] : Cases<const char*, const char*, const char*>{
+             {"msg <Hi>", "Print \"Hi\"", "Print \"Hi\"|cr"},
              {"  MSG <Hi>", "Print \"Hi\"", "Print \"Hi\"|cr"},
              {"msg <a>\r\nmsg <b>\r\nclear", "Print \"a\"Print \"b\"Clear",
               "Print \"a\"|cr;\r\nPrint \"b\"|cr;\r\n|bClear|xb|cr"},
@@ -47,8 +43,8 @@ TEST(RenderScript, ShowsEachLineByItsTemplate) {
              {"", "", ""},
              {"\r\n  \r\n", "", ""},
          }) {
-        EXPECT_EQ(Render(c.script, ScriptForm::Plain), c.plain) << c.script;
-        EXPECT_EQ(Render(c.script, ScriptForm::Rich), c.rich) << c.script;
+        EXPECT_EQ(Render(script, ScriptForm::Plain), plain) << script;
+        EXPECT_EQ(Render(script, ScriptForm::Rich), rich) << script;
     }
     EXPECT_EQ(Render("jump", ScriptForm::Plain, Lookup({Commands[0]})), "Undefined command");
     EXPECT_THROW(Render("msg", ScriptForm::Plain), KelError);
@@ -99,4 +95,4 @@ TEST(CommandLookup, FindsTheFirstEntryInFileOrder) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

@@ -159,10 +159,24 @@ int FaultyClose(int descriptor) {
     return outcome == Outcome::Real ? result : Failed(-1);
 }
 
-ssize_t FaultyRead(int descriptor, void* bytes, std::size_t count) __asm__("read");
-ssize_t FaultyRead(int descriptor, void* bytes, std::size_t count) {
-    return Call<ssize_t>("read", Kind::Look, descriptor, bytes, count);
-}
+// A function that names the file first and returns -1 when it fails.
+#define ZEM_FAULTY(result, function, kind, parameters, ...)                                                  \
+    result Faulty_##function parameters __asm__(#function);                                                  \
+    result Faulty_##function parameters {                                                                    \
+        return Call<result>(#function, Kind::kind, __VA_ARGS__);                                             \
+    }
+ZEM_FAULTY(ssize_t, read, Look, (int file, void* bytes, std::size_t count), file, bytes, count)
+ZEM_FAULTY(int, fsync, Change, (int file), file)
+ZEM_FAULTY(int, fdatasync, Change, (int file), file)
+ZEM_FAULTY(int, truncate, Change, (const char* path, off_t size), path, size)
+ZEM_FAULTY(int, ftruncate, Change, (int file, off_t size), file, size)
+ZEM_FAULTY(int, fchmod, Change, (int file, mode_t mode), file, mode)
+ZEM_FAULTY(int, rename, Change, (const char* from, const char* to), from, to)
+ZEM_FAULTY(int, remove, Change, (const char* path), path)
+ZEM_FAULTY(int, unlink, Change, (const char* path), path)
+ZEM_FAULTY(int, stat, Look, (const char* path, struct stat* status), path, status)
+ZEM_FAULTY(int, lstat, Look, (const char* path, struct stat* status), path, status)
+#undef ZEM_FAULTY
 
 ssize_t FaultyWrite(int descriptor, const void* bytes, std::size_t count) __asm__("write");
 ssize_t FaultyWrite(int descriptor, const void* bytes, std::size_t count) {
@@ -195,61 +209,11 @@ ssize_t FaultyCopy(int from, off64_t* in, int to, off64_t* out, std::size_t coun
     });
 }
 
-int FaultySync(int descriptor) __asm__("fsync");
-int FaultySync(int descriptor) {
-    return Call<int>("fsync", Kind::Change, descriptor);
-}
-
-int FaultyDataSync(int descriptor) __asm__("fdatasync");
-int FaultyDataSync(int descriptor) {
-    return Call<int>("fdatasync", Kind::Change, descriptor);
-}
-
-int FaultyTruncate(const char* path, off_t size) __asm__("truncate");
-int FaultyTruncate(const char* path, off_t size) {
-    return Call<int>("truncate", Kind::Change, path, size);
-}
-
-int FaultyTruncateOpen(int descriptor, off_t size) __asm__("ftruncate");
-int FaultyTruncateOpen(int descriptor, off_t size) {
-    return Call<int>("ftruncate", Kind::Change, descriptor, size);
-}
-
-int FaultyMode(int descriptor, mode_t mode) __asm__("fchmod");
-int FaultyMode(int descriptor, mode_t mode) {
-    return Call<int>("fchmod", Kind::Change, descriptor, mode);
-}
-
 int FaultyModeAt(int folder, const char* path, mode_t mode, int flags) __asm__("fchmodat");
 int FaultyModeAt(int folder, const char* path, mode_t mode, int flags) {
     if (Decide("fchmodat", Kind::Change, path) != Outcome::Real)
         return Failed(-1);
     return Real<int(int, const char*, mode_t, int)>("fchmodat")(folder, path, mode, flags);
-}
-
-int FaultyRename(const char* from, const char* to) __asm__("rename");
-int FaultyRename(const char* from, const char* to) {
-    return Call<int>("rename", Kind::Change, from, to);
-}
-
-int FaultyRemove(const char* path) __asm__("remove");
-int FaultyRemove(const char* path) {
-    return Call<int>("remove", Kind::Change, path);
-}
-
-int FaultyUnlink(const char* path) __asm__("unlink");
-int FaultyUnlink(const char* path) {
-    return Call<int>("unlink", Kind::Change, path);
-}
-
-int FaultyStatus(const char* path, struct stat* status) __asm__("stat");
-int FaultyStatus(const char* path, struct stat* status) {
-    return Call<int>("stat", Kind::Look, path, status);
-}
-
-int FaultyLinkStatus(const char* path, struct stat* status) __asm__("lstat");
-int FaultyLinkStatus(const char* path, struct stat* status) {
-    return Call<int>("lstat", Kind::Look, path, status);
 }
 
 std::FILE* FaultyStream(const char* path, const char* mode) __asm__("fopen");

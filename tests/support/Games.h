@@ -7,9 +7,11 @@
 #include "writer/SaveGame.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <filesystem>
+#include <gtest/gtest.h>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zem::test {
 
@@ -45,6 +47,17 @@ inline GameModel LargeGame() {
     return game;
 }
 
+/// What a KelError says that ends the work; nothing when it ends well.
+template <class Work>
+std::string ProblemOf(const Work& work) {
+    try {
+        work();
+    } catch (const KelError& error) {
+        return error.what();
+    }
+    return "";
+}
+
 /// Loads the bytes as a game file, through a real file. Throws what LoadGame throws.
 inline GameModel LoadBytes(std::string_view bytes, GameModel game = GameWithErrorNames()) {
     const TempFolder folder;
@@ -52,6 +65,16 @@ inline GameModel LoadBytes(std::string_view bytes, GameModel game = GameWithErro
     if (!LoadGame(game, folder.Write("game.kel", bytes), host))
         throw KelError("refused: " + (host.messages.empty() ? "" : host.messages.front()));
     return game;
+}
+
+/// The files of a folder by their extension; a folder without any is a fault.
+inline std::vector<std::filesystem::path> FilesIn(const char* folder, const char* extension = ".kel") {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == extension)
+            files.push_back(entry.path());
+    EXPECT_FALSE(files.empty()) << folder;
+    return files;
 }
 
 class StringOutput : public Output {

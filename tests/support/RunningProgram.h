@@ -4,16 +4,13 @@
 #include "app/frmMain.h"
 #include "app/frmStart.h"
 #include "forms/QtText.h"
+#include "support/Controls.h"
 #include "support/Games.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
 
-#include <QAbstractItemView>
 #include <QAction>
-#include <QLabel>
-#include <QPushButton>
 #include <QSettings>
-#include <QtTest/QTest>
 
 #include <memory>
 
@@ -25,8 +22,8 @@ public:
     RunningProgram()
         : store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat),
           programFolder(QStringLiteral(ZEM_PROGRAM_FOLDER)) {
-        store.setValue(QStringLiteral("Init/InstalledVer"), QStringLiteral("2.0"));
-        store.setValue(QStringLiteral("Options/SpecialMsgBox"), QStringLiteral("No"));
+        store.setValue("Init/InstalledVer", "2.0");
+        store.setValue("Options/SpecialMsgBox", "No");
     }
 
     /// Starts the program; `file` as on the command line.
@@ -42,32 +39,18 @@ public:
 
     frmMain* Main() const { return program->MainWindow(); }
 
-    /// A control of the main window.
+    /// An action of the main window, or a control.
     template <class Control>
     Control* Find(const char* name) const {
-        auto* control = Main()->findChild<Control*>(QLatin1String(name));
-        if (control == nullptr)
-            throw std::runtime_error(std::string("no control ") + name);
-        return control;
+        return &test::Find<Control>(*Main(), name);
     }
 
     void Trigger(const char* action) const { Find<QAction>(action)->trigger(); }
-    void Click(const char* button) const { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
-    bool IsEnabled(const char* button) const { return Find<QPushButton>(button)->isEnabled(); }
+    void Click(const char* button) const { test::Click(*Main(), button); }
+    bool IsEnabled(const char* button) const { return test::IsEnabled(*Main(), button); }
 
-    QStringList Rows(const char* list) const {
-        QStringList rows;
-        const QAbstractItemModel* model = Find<QAbstractItemView>(list)->model();
-        for (int row = 0; row < model->rowCount(); ++row)
-            rows.append(model->index(row, 0).data().toString());
-        return rows;
-    }
-
-    /// The selected row of a list, or -1.
-    int SelectedRow(const char* list) const {
-        const QModelIndexList rows = Find<QAbstractItemView>(list)->selectionModel()->selectedIndexes();
-        return rows.isEmpty() ? -1 : rows.constFirst().row();
-    }
+    QStringList Rows(const char* list) const { return test::Rows(*Main(), list); }
+    int SelectedRow(const char* list) const { return test::SelectedRow(*Main(), list); }
 
     /// Clicks a row with the mouse.
     void Select(const char* list, int row) const {
@@ -77,7 +60,7 @@ public:
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
     }
 
-    std::string Status() const { return Find<QLabel>("lblStatus")->text().toStdString(); }
+    std::string Status() const { return TextOf(*Main(), "lblStatus"); }
     std::string Title() const { return Main()->windowTitle().toStdString(); }
 
     TempFolder folder;

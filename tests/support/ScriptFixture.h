@@ -5,6 +5,7 @@
 #include "script/ScriptEditing.h"
 #include "support/ScriptedDialogs.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,14 @@ protected:
         CommandCatalogue catalogue;
         LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
         return catalogue;
+    }
+
+    /// Shows a form on a script or a line of one, without waiting for it to be closed.
+    template <class Form>
+    std::unique_ptr<Form> Open(const std::string& text) {
+        auto form = std::make_unique<Form>(scripts, text);
+        form->show();
+        return form;
     }
 
     Door door;

@@ -32,8 +32,8 @@ public:
     /// A choice of buttons, as "title: text [button|button]".
     void Choice(const QString& question, int answer) { script_.push_back({question, {}, {}, answer}); }
     /// A file dialog; an empty answer stands for Cancel.
-    void OpenFile(const QString& answer) { script_.push_back({QStringLiteral("open"), {}, answer, 0}); }
-    void SaveFile(const QString& answer) { script_.push_back({QStringLiteral("save"), {}, answer, 0}); }
+    void OpenFile(const QString& answer) { script_.push_back({"open", {}, answer, 0}); }
+    void SaveFile(const QString& answer) { script_.push_back({"save", {}, answer, 0}); }
     /// A document that is to be opened.
     void Document(const QString& path, int result) {
         script_.push_back({QStringLiteral("document ") + path, {}, {}, result});
@@ -61,11 +61,11 @@ public:
     }
     QString AskOpenFile(QWidget*, const FileQuestion& question) override {
         lastFileQuestion = question;
-        return Next(QStringLiteral("open")).text.value_or(QString());
+        return Next("open").text.value_or(QString());
     }
     QString AskSaveFile(QWidget*, const FileQuestion& question) override {
         lastFileQuestion = question;
-        return Next(QStringLiteral("save")).text.value_or(QString());
+        return Next("save").text.value_or(QString());
     }
     int OpenDocument(const QString& path) override { return Next(QStringLiteral("document ") + path).result; }
     bool StartProgram(const QString& program, const QStringList& arguments) override {

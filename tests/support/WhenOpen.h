@@ -1,10 +1,10 @@
 #pragma once
 
+#include "support/Controls.h"
+
 #include <QApplication>
 #include <QDialog>
-#include <QPushButton>
 #include <QTimer>
-#include <QtTest/QTest>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -37,19 +37,6 @@ void WhenOpenLater(std::function<void(Form&)> use, int tries = 12000) {
         if (form->isVisible())
             form->reject();
     });
-}
-
-/// A control of a form.
-template <class Control>
-Control& Find(const QWidget& form, const char* name) {
-    auto* control = form.findChild<Control*>(QLatin1String(name));
-    if (control == nullptr)
-        throw std::runtime_error(std::string("no control ") + name);
-    return *control;
-}
-
-inline void Click(const QWidget& form, const char* button) {
-    QTest::mouseClick(&Find<QPushButton>(form, button), Qt::LeftButton);
 }
 
 } // namespace zem::test

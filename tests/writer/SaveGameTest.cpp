@@ -1,5 +1,6 @@
 #include "writer/SaveGame.h"
 
+#include "support/Cases.h"
 #include "support/FullDisk.h"
 #include "support/Games.h"
 #include "support/Unprivileged.h"
@@ -8,51 +9,38 @@
 #include <gtest/gtest.h>
 #include <string>
 
-namespace zem {
+namespace zem::test {
 namespace {
 
 namespace fs = std::filesystem;
-using test::FullDisk;
-using test::LargeGame;
-using test::ReadBytes;
-using test::RecordingHost;
-using test::TempFolder;
 
 std::string SaveProblem(GameModel& game, const std::string& path) {
     RecordingHost host;
-    try {
-        ReplaceGame(game, path, host);
-    } catch (const KelError& error) {
-        return error.what();
+    return ProblemOf([&] { ReplaceGame(game, path, host); });
+}
+
+TEST(SaveGame, NamesThePathOnTheOneLineOfTheHeaderAndTakesItAsFileName) {
+    const TempFolder folder;
+    for (const auto& [name, inHeader] :
+         Cases<const char*, const char*>{{"caf\xC3\xA9 1.kel", "caf\xC3\xA9 1.kel"},
+                                         {"it's \"caf\xE9\" $(x);.kel", "it's \"caf\xE9\" $(x);.kel"},
+                                         {"q\ndefine.kel", "q define.kel"}}) {
+        const std::string path = folder.Path(name);
+        GameModel game = LargeGame();
+        game.Modified = true;
+        RecordingHost host;
+        SaveGame(game, path, host);
+        const std::string first = ReadBytes(path);
+        EXPECT_EQ(first.substr(0, first.find('\r')), "' " + folder.Path(inHeader) + " created by ZEM 1.0");
+        EXPECT_EQ(game.FileName, path);
+        EXPECT_FALSE(game.Modified);
+        EXPECT_TRUE(host.notices.empty());
+        EXPECT_EQ(host.stages, std::vector<std::string>{"Saving file..."});
+        SaveGame(game, path, host);
+        EXPECT_EQ(ReadBytes(path), first) << "saving twice gives identical bytes";
+        GameModel again;
+        EXPECT_TRUE(LoadGame(again, path, host));
     }
-    return "";
-}
-
-TEST(SaveGame, NamesThePathInTheHeaderAndTakesItAsFileName) {
-    const TempFolder folder;
-    const std::string path = folder.Path("caf\xC3\xA9 1.kel");
-    GameModel game = LargeGame();
-    game.Modified = true;
-    RecordingHost host;
-    SaveGame(game, path, host);
-    const std::string first = ReadBytes(path);
-    EXPECT_EQ(first.substr(0, first.find('\r')), "' " + path + " created by ZEM 1.0");
-    EXPECT_EQ(game.FileName, path);
-    EXPECT_FALSE(game.Modified);
-    EXPECT_TRUE(host.notices.empty());
-    EXPECT_EQ(host.stages, std::vector<std::string>{"Saving file..."});
-    SaveGame(game, path, host);
-    EXPECT_EQ(ReadBytes(path), first) << "saving twice gives identical bytes";
-}
-
-TEST(SaveGame, KeepsTheHeaderOnOneLineWhateverThePath) {
-    const TempFolder folder;
-    const std::string path = folder.Path("q\ndefine.kel");
-    GameModel game = LargeGame();
-    RecordingHost host;
-    SaveGame(game, path, host);
-    GameModel again;
-    EXPECT_TRUE(LoadGame(again, path, host));
 }
 
 TEST(SaveGame, WarnsAboutAMissingStartRoomAndSavesAllTheSame) {
@@ -84,61 +72,39 @@ TEST(SaveGame, WritesWhatNoReadGameHolds) {
     lamp.Suffix = "of brass";
     game.ErrorMessages.Append({"description", "badgo", ""});
     game.ErrorMessages.Append({"description", "badtake", "No."});
-    const std::string bytes = test::SaveToBytes(game);
+    const std::string bytes = SaveToBytes(game);
     EXPECT_EQ(bytes.substr(bytes.find("define room")),
-              test::CrLf("define room <Hall>\nnorth goto <Attic>\nsouth <Attic>\ndefine object <lamp>\n"
-                         "suffix <of brass>\n\nend define\n\nend define\n\n\n"));
+              CrLf("define room <Hall>\nnorth goto <Attic>\nsouth <Attic>\ndefine object <lamp>\n"
+                   "suffix <of brass>\n\nend define\n\nend define\n\n\n"));
     EXPECT_NE(bytes.find("\r\nerror <badtake;No.>\r\nend define"), std::string::npos);
     EXPECT_EQ(bytes.find("badgo"), std::string::npos);
 }
 
-TEST(ReplaceFile, KeepsTheVersionThatIsReplaced) {
-    const TempFolder folder;
-    const std::string path = folder.Path("game.kel");
-    GameModel game = LargeGame();
-    EXPECT_EQ(SaveProblem(game, path), "");
-    EXPECT_FALSE(fs::exists(path + "~")) << "there was nothing to keep";
-    const std::string before = ReadBytes(path);
-    game.Rooms.Remove(1);
-    EXPECT_EQ(SaveProblem(game, path), "");
-    EXPECT_EQ(ReadBytes(path + "~"), before);
-    EXPECT_NE(ReadBytes(path), before);
-}
-
-TEST(ReplaceFile, SavesThroughLinksAndPutsBackWhatTheyLeadTo) {
+TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
     const TempFolder folder;
     fs::create_directory(folder.Path("games"));
     const std::string target = folder.Write("games/game.kel", "the old version");
     const std::string link = folder.Path("link.kel");
     fs::create_symlink("games/game.kel", link);
     fs::create_hard_link(target, folder.Path("other name.kel"));
+    fs::create_symlink("games/new.kel", folder.Path("dangling.kel"));
+    fs::create_symlink("circle.kel", folder.Path("circle.kel"));
     GameModel game = LargeGame();
     {
         const FullDisk full;
         EXPECT_NE(SaveProblem(game, link), "");
-    }
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(ReadBytes(target), "the old version");
-    EXPECT_EQ(ReadBytes(folder.Path("other name.kel")), "the old version");
-
-    EXPECT_EQ(SaveProblem(game, link), "");
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_GT(ReadBytes(target).size(), 200'000u);
-    EXPECT_EQ(ReadBytes(target + "~"), "the old version");
-    EXPECT_FALSE(fs::exists(link + "~"));
-
-    // A link to a file that is not there yet, and one that leads to itself.
-    fs::create_symlink("games/new.kel", folder.Path("dangling.kel"));
-    {
-        const FullDisk full;
         EXPECT_NE(SaveProblem(game, folder.Path("dangling.kel")), "");
     }
-    EXPECT_TRUE(fs::is_symlink(folder.Path("dangling.kel")));
+    EXPECT_EQ(ReadBytes(folder.Path("other name.kel")), "the old version");
     EXPECT_FALSE(fs::exists(folder.Path("games/new.kel")));
-    fs::create_symlink("circle.kel", folder.Path("circle.kel"));
+    EXPECT_EQ(SaveProblem(game, link), "");
+    EXPECT_GT(ReadBytes(folder.Path("other name.kel")).size(), 200'000u);
+    EXPECT_EQ(ReadBytes(target + "~"), "the old version");
+    EXPECT_FALSE(fs::exists(link + "~"));
     EXPECT_EQ(SaveProblem(game, folder.Path("circle.kel")),
               "the file is a link that leads in a circle, so nothing was written");
-    EXPECT_TRUE(fs::is_symlink(folder.Path("circle.kel")));
+    for (const char* name : {"link.kel", "dangling.kel", "circle.kel"})
+        EXPECT_TRUE(fs::is_symlink(folder.Path(name))) << name;
 }
 
 TEST(ReplaceFile, KeepsTheOldVersionUnderNoOtherFilesName) {
@@ -171,19 +137,14 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
         EXPECT_EQ(game.FileName, "somewhere.kel");
     };
 
-    std::string full;
-    std::string fullNew;
     {
         const FullDisk fullDisk;
-        full = SaveProblem(game, path);
-        fullNew = SaveProblem(game, folder.Path("new.kel"));
+        const std::string tooLarge =
+            "the file cannot be written: the file has reached the largest size that is allowed";
+        EXPECT_EQ(SaveProblem(game, path), tooLarge + ". The file on disk is as it was before");
+        EXPECT_EQ(SaveProblem(game, folder.Path("new.kel")), tooLarge);
     }
-    EXPECT_EQ(full, "the file cannot be written: the file has reached the largest size that is allowed. The "
-                    "file on disk is as it was before");
-    EXPECT_EQ(fullNew, "the file cannot be written: the file has reached the largest size that is allowed");
     EXPECT_FALSE(fs::exists(folder.Path("new.kel")));
-    expectUntouched();
-
     EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
               "the file cannot be written: its folder or the file itself is not there");
     EXPECT_EQ(
@@ -191,28 +152,20 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
         "the file cannot be written: this is a folder, not a file. The file on disk is as it was before");
     expectUntouched();
 
-    fs::permissions(folder.Folder(), fs::perms::all);
-    fs::permissions(path, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
-    {
-        const test::Unprivileged unprivileged;
-        EXPECT_EQ(SaveProblem(game, path),
-                  "the file cannot be written: you have no permission. The file on disk is as it was before");
-    }
+    const auto saveWith = [&](int folderMode, int fileMode) {
+        fs::remove(path + "~");
+        fs::permissions(path, fs::perms(fileMode));
+        fs::permissions(folder.Folder(), fs::perms(folderMode));
+        const Unprivileged unprivileged;
+        return SaveProblem(game, path);
+    };
+    EXPECT_EQ(saveWith(0777, 0444),
+              "the file cannot be written: you have no permission. The file on disk is as it was before");
     expectUntouched();
-
-    fs::remove(path + "~");
-    fs::permissions(path, fs::perms::all);
-    fs::permissions(folder.Folder(), fs::perms::owner_read | fs::perms::owner_exec | fs::perms::group_read |
-                                         fs::perms::group_exec | fs::perms::others_read |
-                                         fs::perms::others_exec);
-    {
-        const test::Unprivileged unprivileged;
-        EXPECT_EQ(SaveProblem(game, path), "the previous version could not be kept under its name and a "
-                                           "\"~\", so nothing was written: you have no "
-                                           "permission");
-    }
+    EXPECT_EQ(saveWith(0555, 0777), "the previous version could not be kept under its name and a \"~\", so "
+                                    "nothing was written: you have no permission");
     expectUntouched();
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test
