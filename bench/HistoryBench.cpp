@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <malloc.h>
 #include <string>
-#include <utility>
 
 namespace zem::bench {
 namespace {

@@ -7,7 +7,6 @@
 #include "model/GameModel.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QListView>
 #include <QPushButton>
 #include <QSettings>

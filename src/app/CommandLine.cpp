@@ -8,7 +8,6 @@
 #include "writer/SaveGame.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <ostream>
 
 namespace zem {

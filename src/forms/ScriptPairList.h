@@ -4,7 +4,6 @@
 
 #include <QListWidget>
 
-#include <string>
 #include <vector>
 
 namespace zem {

@@ -2,8 +2,6 @@
 
 #include "model/LineText.h"
 
-#include <cstddef>
-
 namespace zem {
 
 namespace {

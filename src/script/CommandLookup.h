@@ -2,7 +2,6 @@
 
 #include "script/CommandCatalogue.h"
 
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>

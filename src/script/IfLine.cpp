@@ -4,7 +4,7 @@
 #include "script/FormatCodes.h"
 #include "script/RenderScript.h"
 
-#include <optional>
+#include <algorithm>
 
 namespace zem {
 
