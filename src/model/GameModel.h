@@ -60,6 +60,19 @@ struct Room {
     bool operator==(const Room&) const = default;
 };
 
+/// An exit of the compass by the keyword of its line.
+struct CompassExit {
+    const char* direction;
+    Shared<ScriptPair> Room::*exit;
+};
+
+/// In the order of files, listings and the room editor, which is not that of the record.
+inline constexpr CompassExit CompassExits[] = {
+    {"north", &Room::North},         {"south", &Room::South},         {"east", &Room::East},
+    {"west", &Room::West},           {"northwest", &Room::NorthWest}, {"northeast", &Room::NorthEast},
+    {"southwest", &Room::SouthWest}, {"southeast", &Room::SouthEast},
+};
+
 struct TextSection {
     std::string Name;
     std::string Text; // without a final CR LF
@@ -161,7 +174,13 @@ struct GameModel {
 /// The language version that every loaded and every new game has.
 inline constexpr const char* CurrentKelVersion = "217";
 
-/// Resets the game to the new-game template: no rooms, the texts "intro", "win" and "lose", no file name.
+/// The names of the texts that the game-running program looks for: every game has them.
+inline constexpr const char* StandardTexts[] = {"intro", "win", "lose"};
+
+/// Adds the standard texts that the game has under no such name, whatever its capitals; they are empty.
+void AddStandardTexts(GameModel& game);
+
+/// Resets the game to the new-game template: no rooms, the standard texts, no file name.
 /// The error catalogue and the counter of internal procedures stay.
 void NewGame(GameModel& game);
 

@@ -1,7 +1,6 @@
 #include "model/LineText.h"
 #include "reader/BlockReaders.h"
 
-#include <algorithm>
 #include <string>
 
 namespace zem {
@@ -20,14 +19,7 @@ void ReadTextSections(GameModel& game, const SourceText& source) {
         if (!text.empty())
             text.resize(text.size() - 2);
     }
-    for (const char* standard : {"intro", "win", "lose"}) {
-        const bool present =
-            std::any_of(game.TextSections.begin(), game.TextSections.end(), [&](const TextSection& section) {
-                return EqualIgnoringCase(section.Name, standard);
-            });
-        if (!present)
-            game.TextSections.Append({standard, ""});
-    }
+    AddStandardTexts(game);
 }
 
 } // namespace zem

@@ -83,10 +83,9 @@ void UseScriptsOfThings(const Table<Thing>& things, Use use) {
 
 template <class Use>
 void UseScriptsOfRoom(const Room& room, Use use) {
-    for (const Shared<ScriptPair>* exit :
-         {&room.Out, &room.North, &room.South, &room.East, &room.West, &room.NorthEast, &room.NorthWest,
-          &room.SouthEast, &room.SouthWest})
-        use((*exit)->Script);
+    use(room.Out->Script);
+    for (const auto& [direction, exit] : CompassExits)
+        use((room.*exit)->Script);
     use(room.Script);
     use(room.Description);
     UsePairs(room.Places, use);

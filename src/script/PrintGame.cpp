@@ -149,14 +149,8 @@ void PrintExits(Listing& listing, const Room& room) {
     exit("out", {room.Out->Key, ""});
     if (!room.Out->Key.empty())
         listing.Script(1, "on the way out", room.Out->Script);
-    exit("north", *room.North);
-    exit("south", *room.South);
-    exit("east", *room.East);
-    exit("west", *room.West);
-    exit("northwest", *room.NorthWest);
-    exit("northeast", *room.NorthEast);
-    exit("southwest", *room.SouthWest);
-    exit("southeast", *room.SouthEast);
+    for (const auto& [direction, member] : CompassExits)
+        exit(direction, *(room.*member));
     listing.Pairs(1, "place", room.Places);
 }
 

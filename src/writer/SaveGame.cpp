@@ -46,6 +46,14 @@ public:
             WriteLine(keyword, " <", pair.Key, "> ", pair.Script);
     }
 
+    /// Writes where an exit leads, and its script only if that is set.
+    void WriteDestination(std::string_view keyword, const ScriptPair& pair) {
+        if (pair.Script.empty())
+            WriteTaggedLine(keyword, pair.Key);
+        else
+            WriteLine(keyword, " <", pair.Key, "> ", pair.Script);
+    }
+
     void Flush() {
         output_.Write(buffer_);
         buffer_.clear();
@@ -143,15 +151,6 @@ void WriteObject(LineWriter& writer, const Thing& object) {
     writer.WriteLine("end define");
 }
 
-void WriteOutExit(LineWriter& writer, const ScriptPair& out) {
-    if (out.Key.empty())
-        return;
-    if (out.Script.empty())
-        writer.WriteTaggedLine("out", out.Key);
-    else
-        writer.WriteLine("out <", out.Key, "> ", out.Script);
-}
-
 void WriteCompassExit(LineWriter& writer, std::string_view direction, const ScriptPair& exit) {
     if (exit.Key == ActionExit)
         writer.WriteLine(direction, " ", exit.Script);
@@ -159,26 +158,13 @@ void WriteCompassExit(LineWriter& writer, std::string_view direction, const Scri
         writer.WriteTaggedLineIfSet(direction, exit.Key);
 }
 
-// The order of the written exits is not that of the record.
 void WriteExits(LineWriter& writer, const Room& room) {
-    WriteOutExit(writer, *room.Out);
-    WriteCompassExit(writer, "north", *room.North);
-    WriteCompassExit(writer, "south", *room.South);
-    WriteCompassExit(writer, "east", *room.East);
-    WriteCompassExit(writer, "west", *room.West);
-    WriteCompassExit(writer, "northwest", *room.NorthWest);
-    WriteCompassExit(writer, "northeast", *room.NorthEast);
-    WriteCompassExit(writer, "southwest", *room.SouthWest);
-    WriteCompassExit(writer, "southeast", *room.SouthEast);
-}
-
-void WritePlaces(LineWriter& writer, const Table<ScriptPair>& places) {
-    for (const ScriptPair& place : places) {
-        if (place.Script.empty())
-            writer.WriteTaggedLine("place", place.Key);
-        else
-            writer.WriteLine("place <", place.Key, "> ", place.Script);
-    }
+    if (!room.Out->Key.empty())
+        writer.WriteDestination("out", *room.Out);
+    for (const auto& [direction, exit] : CompassExits)
+        WriteCompassExit(writer, direction, *(room.*exit));
+    for (const ScriptPair& place : room.Places)
+        writer.WriteDestination("place", place);
 }
 
 void WriteRoom(LineWriter& writer, const Room& room) {
@@ -187,7 +173,6 @@ void WriteRoom(LineWriter& writer, const Room& room) {
     writer.WriteTaggedLineIfSet("prefix", room.Prefix);
     writer.WriteTaggedLineIfSet("look", room.Look);
     WriteExits(writer, room);
-    WritePlaces(writer, room.Places);
     writer.WriteLineIfSet("script ", room.Script);
     writer.WriteLineIfSet("description ", room.Description);
     writer.WritePairs("command", room.Commands);
