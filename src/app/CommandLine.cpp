@@ -22,7 +22,7 @@ std::string ToTerminal(std::string_view text) {
 }
 
 /// Answers the core on standard error.
-class ConsoleHost : public Host {
+class ConsoleHost : public SilentHost {
 public:
     explicit ConsoleHost(std::ostream& err) : err_(err) {}
 
@@ -33,9 +33,6 @@ public:
     void ShowNotice(const std::string& text, const std::string& /*title*/) override {
         err_ << file_ << ": " << ToTerminal(text) << '\n';
     }
-    void ShowStage(const std::string& /*text*/) override {}
-    void ShowProgress(int /*percent*/) override {}
-    void CloseProgress() override {}
 
     /// The file that messages are about.
     void SetFile(const std::string& file) { file_ = file; }
