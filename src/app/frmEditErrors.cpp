@@ -1,8 +1,8 @@
 #include "app/frmEditErrors.h"
 
 #include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "forms/NameListView.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "ui_frmEditErrors.h"

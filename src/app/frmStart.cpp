@@ -4,7 +4,7 @@
 #include "app/frmAbout.h"
 #include "app/frmOptions.h"
 #include "forms/FileDrop.h"
-#include "forms/NameListView.h"
+#include "forms/ListKeys.h"
 #include "ui_frmStart.h"
 
 #include <QShortcut>
