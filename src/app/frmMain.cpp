@@ -193,8 +193,7 @@ frmMain::Selection frmMain::CurrentSelection() const {
 
 void frmMain::RefreshLists(const Selection& wanted) {
     const int scrolled = ui_->lstRooms->verticalScrollBar()->value();
-    const Table<Room> rooms = session_.Game().Rooms;
-    rooms_.Reset(rooms.Count(), [rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    rooms_.ShowNames(session_.Game().Rooms);
     lstRooms_Click();
     ui_->lstRooms->verticalScrollBar()->setValue(scrolled);
     SelectRow(*ui_->lstRooms, wanted.room);

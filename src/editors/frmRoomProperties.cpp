@@ -138,8 +138,7 @@ void frmRoomProperties::FillPlaces(const Room& room) {
 }
 
 void frmRoomProperties::butAddPlace_Click() {
-    const Table<Room> rooms = scripts_.Door().Game().Rooms;
-    roomNames_.Reset(rooms.Count(), [rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    roomNames_.ShowNames(scripts_.Door().Game().Rooms);
     frmAddNewPlace form(roomNames_, scripts_.PlatformDialogs(), this);
     if (form.exec() != QDialog::Accepted)
         return;
