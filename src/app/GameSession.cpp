@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <exception>
+#include <optional>
 #include <utility>
 
 namespace zem {
@@ -146,18 +148,22 @@ void GameSession::NewGame() {
 
 bool GameSession::LoadGame(const QString& path) {
     bool loaded = false;
-    try {
+    std::optional<KelError> problem;
+    {
         const ProgressCloser closer(host_);
-        loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+        try {
+            loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+        } catch (const KelError& error) {
+            problem = error;
+        } catch (const std::exception& error) { // most likely a file larger than the memory
+            problem = KelError(error.what());
+        }
         BeginHistory();
         emit Replaced();
-    } catch (const KelError& error) {
-        BeginHistory();
-        emit Replaced();
-        emit StatusChanged(QString());
-        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
     }
     emit StatusChanged(QString());
+    if (problem)
+        throw CommandError(Describe(path, *problem) + u'.', QStringLiteral("Failed to load game"));
     if (loaded)
         AddToRecentFiles(path);
     return loaded;
