@@ -28,8 +28,11 @@ bool frmMain::AskToSave() {
         QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     // A name dialog that was cancelled does not stop the command; a save that failed does, by its exception.
     if (answer == QMessageBox::Yes) {
+        const std::size_t step = session_.Steps().Done();
         mnuFileSave_Click();
         saveCheck_.Finish(); // while the game is still here
+        if (session_.Steps().Done() != step)
+            return AskToSave(); // the author has mended what the file would not give back
     }
     return answer != QMessageBox::Cancel;
 }

@@ -146,6 +146,27 @@ TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
     }
 }
 
+TEST(SavedMeansReadable, AsksAgainAboutWhatIsMendedOnTheWayOut) {
+    RunningProgram p;
+    p.StartWith(Small);
+    p.game.Rooms.Edit(2).Alias = "a>b";
+    p.game.Modified = true;
+    const QString question =
+        QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
+    p.dialogs.Message(question, QMessageBox::Yes);
+    p.dialogs.Message(question, QMessageBox::Yes);
+    WhenOpenLater<frmReadBack>([](frmReadBack& form) {
+        WhenOpen<frmRoomProperties>([](frmRoomProperties& room) {
+            Find<QLineEdit>(room, "txtAlias").setText(QStringLiteral("a to b"));
+            Click(room, "butOK");
+        });
+        Click(form, "butEdit");
+    });
+    p.Trigger("mnuFileNew");
+    EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
+    EXPECT_NE(ReadBytes(p.folder.Path("game.kel")).find("alias <a to b>"), std::string::npos);
+}
+
 TEST(SavedMeansReadable, ReadsLargeGamesBackInTheBackground) {
     RunningProgram p;
     std::string bytes = Small;
