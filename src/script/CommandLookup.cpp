@@ -51,4 +51,14 @@ const CommandDefinition* CommandLookup::Find(std::string_view line) const {
     return entries_[static_cast<std::size_t>(found)];
 }
 
+const CommandDefinition* CommandLookup::FindKeyword(std::string_view keyword) const {
+    int node = 0;
+    for (const char c : keyword) {
+        node = Next(node, Lower(c));
+        if (node == 0)
+            return nullptr;
+    }
+    return entries_[static_cast<std::size_t>(nodes_[static_cast<std::size_t>(node)].entry)];
+}
+
 } // namespace zem

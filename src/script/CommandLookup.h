@@ -20,6 +20,9 @@ public:
     /// The first entry in file order whose keyword the line begins with; null when there is none.
     const CommandDefinition* Find(std::string_view line) const;
 
+    /// The first entry of exactly this keyword, whatever its capitals; null when there is none.
+    const CommandDefinition* FindKeyword(std::string_view keyword) const;
+
     /// The entry for lines that match no other; null when the catalogue has none.
     const CommandDefinition* Other() const { return entries_[static_cast<std::size_t>(other_)]; }
 

@@ -79,10 +79,7 @@ int frmConditional::SelectedCondition() const {
 }
 
 const CommandDefinition* frmConditional::FindEntry(const std::string& keyword) const {
-    for (const CommandDefinition& entry : scripts_.Commands().Catalogue())
-        if (EqualIgnoringCase(entry.Keyword, "if " + keyword))
-            return &entry;
-    return nullptr;
+    return scripts_.Commands().FindKeyword("if " + keyword);
 }
 
 QString frmConditional::DescribeCondition(std::size_t index) const {
