@@ -9,6 +9,7 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTextEdit>
 
 #include <gtest/gtest.h>
 
@@ -107,7 +108,7 @@ TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
             Click(script, "butRemove");
             Click(script, "butOK");
         });
-        Click(command, "butEdit");
+        QTest::keyClick(&Find<QTextEdit>(command, "txtAction"), Qt::Key_Return); // as in any script field
         Click(command, "butOK");
     });
     QTest::keyClick(&list, Qt::Key_Return);
