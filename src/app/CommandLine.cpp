@@ -114,7 +114,7 @@ private:
 CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, const std::string& programFolder,
                                  std::ostream& out, std::ostream& err) {
     CLI::App app("The editor for text-adventure games in the Kel script language.", "zem");
-    app.set_version_flag("--version", "ZEM 1.0");
+    app.set_version_flag("--version", NameAndVersion);
     app.require_subcommand(0, 1);
     std::string file;
     std::string in;

@@ -54,7 +54,7 @@ QString GameSession::Title() const {
         title += u'"' + ToQt(game_.GameName) + QLatin1String("\" ");
     if (!game_.FileName.empty())
         title += u'[' + FileName() + QLatin1String("] ");
-    return title.isEmpty() ? QStringLiteral("ZEM 1.0") : title + QLatin1String("- ZEM 1.0");
+    return (title.isEmpty() ? title : title + QLatin1String("- ")) + QLatin1String(NameAndVersion);
 }
 
 void GameSession::Change(const QString& name, const std::function<void(GameModel&)>& change) {

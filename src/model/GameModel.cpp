@@ -20,7 +20,7 @@ void NewGame(GameModel& game) {
     GameModel fresh;
     fresh.NextInternalProcedure = game.NextInternalProcedure;
     fresh.KelVersion = CurrentKelVersion;
-    fresh.GameInfo = "Created with ZEM 1.0";
+    fresh.GameInfo = std::string("Created with ") + NameAndVersion;
     AddStandardTexts(fresh);
     fresh.ErrorMessages = game.ErrorMessages;
     for (int k = 1; k <= fresh.ErrorMessages.Count(); ++k)

@@ -10,6 +10,12 @@
 /// A field of several lines joins them with CR LF.
 namespace zem {
 
+/// The name and version of this program, as files and windows have them.
+inline constexpr const char* NameAndVersion = "ZEM 1.0";
+
+/// Begins the names of the procedures that the editor makes of scripts; a blank and a number follow.
+inline constexpr const char* InternalProcedure = "~Internal Procedure";
+
 /// The key of a compass exit that runs its script instead of leading to a room.
 inline constexpr const char* ActionExit = "[action]";
 
@@ -43,13 +49,13 @@ struct Room {
     std::string Name;
     std::string Alias;
     std::string Prefix;
-    std::string Look;
-    std::string InDescription;
-    Shared<ScriptPair> Out; // destination and script, both at once
+    std::string Look;          // the description, a text
+    std::string InDescription; // what the description begins with: "You are in"
+    Shared<ScriptPair> Out;    // destination and script, both at once
     // Each holds a destination, or the key ActionExit and a script.
     Shared<ScriptPair> North, South, East, West, NorthEast, NorthWest, SouthEast, SouthWest;
-    std::string Script;
-    std::string Description;
+    std::string Script;       // runs when the player enters
+    std::string Description;  // a script that prints the description instead
     Table<ScriptPair> Places; // Key: "name" or "prefix; name"
     Table<Thing> Characters;
     Table<ScriptPair> Commands;
@@ -103,14 +109,14 @@ struct Procedure {
 
 struct SelectionMenu {
     std::string Name;
-    std::string Info;
+    std::string Info;          // the prompt
     Table<ScriptPair> Choices; // Key: the text shown
 
     bool operator==(const SelectionMenu&) const = default;
 };
 
 struct SynonymEntry {
-    std::string Words;
+    std::string Words; // with ";" between them
     std::string ConvertTo;
 
     bool operator==(const SynonymEntry&) const = default;
@@ -136,7 +142,7 @@ struct ErrorMessage {
 struct GameModel {
     std::string FileName;                   // path of the file opened or last saved, in the system's encoding
     bool Modified = false;                  // holds changes that are not saved
-    std::int16_t NextInternalProcedure = 0; // number of the next "~Internal Procedure"; survives NewGame
+    std::int16_t NextInternalProcedure = 0; // the number of the next one; survives NewGame
 
     std::string GameName;
     std::string KelVersion;
@@ -144,11 +150,11 @@ struct GameModel {
     std::string GameAuthor;
     std::string GameVersion;
     std::string GameCopyright;
-    std::string GameInfo;
+    std::string GameInfo; // its lines packed by CrLfToBar
     std::string DefaultFontName;
-    std::int16_t DefaultFontSize = 0;
+    std::int16_t DefaultFontSize = 0; // 0 for the player's own
     std::string StartScript;
-    std::string GameDescription;
+    std::string GameDescription; // a script that prints the description of every room
     std::string BeforeTurnScript;
     std::string AfterTurnScript;
     bool NoDebug = false;

@@ -178,7 +178,7 @@ std::string frmScriptLines::FoldLines() {
     door.Change(QStringLiteral("edit script"), [&](GameModel& game) {
         if (game.NextInternalProcedure == std::numeric_limits<std::int16_t>::max())
             throw KelError("the numbers of internal procedures end at 32,767");
-        name = "~Internal Procedure " + std::to_string(game.NextInternalProcedure);
+        name = std::string(InternalProcedure) + ' ' + std::to_string(game.NextInternalProcedure);
         game.Procedures.Append({name, joined});
         ++game.NextInternalProcedure;
     });

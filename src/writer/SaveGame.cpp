@@ -70,7 +70,7 @@ void WriteHeader(LineWriter& writer, const GameModel& game, std::string path) {
     // A line end in a file's name would make a line of its own of what follows it.
     std::replace_if(
         path.begin(), path.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    writer.WriteLine("' ", path, " created by ", "ZEM 1.0");
+    writer.WriteLine("' ", path, " created by ", NameAndVersion);
     writer.WriteLine();
     writer.WriteLine("'*** The following line is required by ZEM - please do not remove");
     writer.WriteTaggedLine("'ZEM-NIP", std::to_string(game.NextInternalProcedure));
