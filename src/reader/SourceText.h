@@ -81,6 +81,14 @@ public:
     /// Tells what kinds the blocks are of; after TrimLines.
     void NoteKinds();
 
+    /// Gives each block of the kind to `use`, in order; after NoteKinds.
+    template <class Use>
+    void UseBlocks(BlockKind kind, Use use) const {
+        for (const BlockSpan& block : blocks_)
+            if (block.Is(kind))
+                use(block);
+    }
+
     /// The last block of the game's own properties; one without lines when there is none.
     BlockSpan GameBlock() const;
 

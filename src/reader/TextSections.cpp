@@ -7,9 +7,7 @@ namespace zem {
 
 void ReadTextSections(GameModel& game, const SourceText& source) {
     game.TextSections.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(TextKind))
-            continue;
+    source.UseBlocks(TextKind, [&](const BlockSpan& block) {
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             TextSection& section = game.TextSections.Append();
             section.Name = GetParameter(line);
@@ -18,7 +16,7 @@ void ReadTextSections(GameModel& game, const SourceText& source) {
         source.UseInnerLines(block, [&](std::string_view line) { text.append(line).append("\r\n"); });
         if (!text.empty())
             text.resize(text.size() - 2);
-    }
+    });
     AddStandardTexts(game);
 }
 
