@@ -19,7 +19,7 @@ frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, D
     RefuseUnstorableText(*ui_->txtError, dialogs);
     for (const ErrorMessage& error : errors_)
         ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
-    SelectFocusedRowFirst(*ui_->lstErrors);
+    ConnectListKeys(*ui_->lstErrors, {}); // for its arrow keys
     connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
     connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -12,19 +12,6 @@ bool IsArrow(const QKeyEvent& event) {
     return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up);
 }
 
-class FirstRowFilter : public QObject {
-public:
-    explicit FirstRowFilter(QAbstractItemView& list) : QObject(&list), list_(list) {}
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        const bool isArrow = event->type() == QEvent::KeyPress && IsArrow(*static_cast<QKeyEvent*>(event));
-        return (isArrow && SelectFocusedRow(list_)) || QObject::eventFilter(watched, event);
-    }
-
-private:
-    QAbstractItemView& list_;
-};
-
 class ListKeyFilter : public QObject {
 public:
     ListKeyFilter(QAbstractItemView& list, const ListButtons& buttons)
@@ -33,17 +20,22 @@ public:
           buttons_(buttons) {}
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::KeyPress)
-            if (QAbstractButton* button = ButtonFor(*static_cast<QKeyEvent*>(event))) {
-                // The key shows which row it is about before it does anything to it.
-                if (button == buttons_.add || !SelectFocusedRow(list_))
-                    button->click();
-                return true;
-            }
-        return QObject::eventFilter(watched, event);
+        const bool isUsed = event->type() == QEvent::KeyPress && Use(*static_cast<QKeyEvent*>(event));
+        return isUsed || QObject::eventFilter(watched, event);
     }
 
 private:
+    /// A key that needs a selected row only selects one where there is none, so that it shows which row it is
+    /// about before it does anything to it.
+    bool Use(const QKeyEvent& key) {
+        QAbstractButton* button = ButtonFor(key);
+        if (button == nullptr)
+            return IsArrow(key) && SelectFocusedRow(list_);
+        if (button == buttons_.add || !SelectFocusedRow(list_))
+            button->click();
+        return true;
+    }
+
     QAbstractButton* ButtonFor(const QKeyEvent& event) const {
         const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
         const bool control = modifiers == Qt::ControlModifier;
@@ -81,12 +73,7 @@ bool SelectFocusedRow(QAbstractItemView& list) {
     return true;
 }
 
-void SelectFocusedRowFirst(QAbstractItemView& list) {
-    list.installEventFilter(new FirstRowFilter(list)); // which the list owns
-}
-
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons) {
-    SelectFocusedRowFirst(list);
     list.installEventFilter(new ListKeyFilter(list, buttons)); // which the list owns
     if (buttons.edit != nullptr)
         QObject::connect(&list, &QAbstractItemView::doubleClicked, buttons.edit, &QAbstractButton::click);
