@@ -22,15 +22,16 @@ using Try = std::function<bool(Record)>;
 constexpr const char* NoReason = "it does not come back from the file as it is";
 
 template <class Value>
-std::string ReasonFor(const Value& value, const Try<Value>& comesBack) {
-    if constexpr (std::is_same_v<Value, std::string>)
-        return LossReason(value, comesBack);
-    else
-        return NoReason;
+std::string ReasonFor(const Value& /*value*/, const Try<Value>& /*comesBack*/) {
+    return NoReason;
+}
+
+std::string ReasonFor(const std::string& value, const Try<std::string>& comesBack) {
+    return LossReason(value, comesBack);
 }
 
 std::string ReasonFor(const Shared<std::string>& value, const Try<Shared<std::string>>& comesBack) {
-    return LossReason(*value, [&](const std::string& text) { return comesBack(text); });
+    return LossReason(*value, comesBack);
 }
 
 std::string ReasonFor(const Shared<ScriptPair>& exit, const Try<Shared<ScriptPair>>& comesBack) {
@@ -99,30 +100,24 @@ std::string JointReason(Record record, const Try<Record>& comesBack) {
     return NoReason;
 }
 
-std::string Label(const std::string& entry) {
-    return entry;
-}
-
-std::string Label(const ScriptPair& pair) {
-    return pair.Key;
-}
-
-std::string Label(const SynonymEntry& entry) {
-    return entry.ConvertTo;
-}
-
-std::string Label(const PlayerCommand& command) {
-    return command.Pattern;
-}
-
-template <class Record>
-std::string Label(const Record& record) {
-    return record.Name;
+/// What the entry of a list is called by.
+template <class Entry>
+const std::string& KeyOf(const Entry& entry) {
+    if constexpr (std::is_same_v<Entry, std::string>)
+        return entry;
+    else if constexpr (std::is_same_v<Entry, ScriptPair>)
+        return entry.Key;
+    else if constexpr (std::is_same_v<Entry, SynonymEntry>)
+        return entry.ConvertTo;
+    else if constexpr (std::is_same_v<Entry, PlayerCommand>)
+        return entry.Pattern;
+    else
+        return entry.Name;
 }
 
 /// How a place calls the entry.
-std::string LabelOr(const std::string& label, int number) {
-    return Trim(label).empty() ? "number " + std::to_string(number) : Shorten(label);
+std::string Label(const std::string& key, int number) {
+    return Trim(key).empty() ? "number " + std::to_string(number) : Shorten(key);
 }
 
 template <class Value>
@@ -192,7 +187,7 @@ private:
             };
             if (places_.size() == most_ || entryComesBack(entry))
                 continue;
-            path_.push_back({name, k, LabelOr(Label(entry), k)});
+            path_.push_back({name, k, Label(KeyOf(entry), k)});
             if constexpr (std::is_same_v<Entry, std::string> || std::is_same_v<Entry, Collectable>)
                 Report("", ReasonFor(entry, entryComesBack));
             else if (!entryComesBack({}))
