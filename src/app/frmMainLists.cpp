@@ -25,7 +25,7 @@ void SelectRow(QListView& list, int row) {
 }
 
 template <class Model>
-auto& Things(Model& room, int index) {
+auto& Things(Model& room, std::size_t index) {
     return index == 0 ? room.Characters : room.Objects;
 }
 
@@ -50,22 +50,21 @@ void frmMain::ConnectLists() {
     const std::array<QPushButton*, 2> add = {ui_->butAddObj_0, ui_->butAddObj_1};
     const std::array<QPushButton*, 2> edit = {ui_->butEditObj_0, ui_->butEditObj_1};
     const std::array<QPushButton*, 2> remove = {ui_->butDeleteObj_0, ui_->butDeleteObj_1};
-    for (const int index : {0, 1}) {
-        const auto at = static_cast<std::size_t>(index);
-        OnEditClick(add[at], index == 0 ? "add character" : "add object",
+    for (const std::size_t index : {0U, 1U}) {
+        OnEditClick(add[index], index == 0 ? "add character" : "add object",
                     [this, index] { butAddObj_Click(index); });
-        OnEditClick(edit[at], index == 0 ? "edit character" : "edit object",
+        OnEditClick(edit[index], index == 0 ? "edit character" : "edit object",
                     [this, index] { butEditObj_Click(index); });
-        OnEditClick(remove[at], index == 0 ? "delete character" : "delete object",
+        OnEditClick(remove[index], index == 0 ? "delete character" : "delete object",
                     [this, index] { butDeleteObj_Click(index); });
-        ThingList(index)->setModel(&things_[at]);
-        ConnectListKeys(*ThingList(index), {add[at], remove[at], edit[at]});
+        ThingList(index)->setModel(&things_[index]);
+        ConnectListKeys(*ThingList(index), {add[index], remove[index], edit[index]});
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
                 [this, index] { lstThings_Click(index); });
     }
 }
 
-QListView* frmMain::ThingList(int index) const {
+QListView* frmMain::ThingList(std::size_t index) const {
     return index == 0 ? ui_->lstCharacters : ui_->lstObjects;
 }
 
@@ -112,22 +111,21 @@ void frmMain::FillThings() {
             ++k;
             if (room.Name != name)
                 continue;
-            for (const int index : {0, 1})
+            for (const std::size_t index : {0U, 1U})
                 for (int thing = 1; thing <= Things(room, index).Count(); ++thing)
-                    thingPlaces_[static_cast<std::size_t>(index)].push_back({k, thing});
+                    thingPlaces_[index].push_back({k, thing});
         }
     }
-    for (const int index : {0, 1}) {
-        const std::vector<ThingPlace>& places = thingPlaces_[static_cast<std::size_t>(index)];
-        things_[static_cast<std::size_t>(index)].Reset(
-            static_cast<int>(places.size()), [rooms, places, index](int thingRow) {
-                const ThingPlace place = places[static_cast<std::size_t>(thingRow)];
-                return ToQt(Things(rooms[place.room], index)[place.thing].Name);
-            });
+    for (const std::size_t index : {0U, 1U}) {
+        const std::vector<ThingPlace>& places = thingPlaces_[index];
+        things_[index].Reset(static_cast<int>(places.size()), [rooms, places, index](int thingRow) {
+            const ThingPlace place = places[static_cast<std::size_t>(thingRow)];
+            return ToQt(Things(rooms[place.room], index)[place.thing].Name);
+        });
     }
 }
 
-void frmMain::lstThings_Click(int index) {
+void frmMain::lstThings_Click(std::size_t index) {
     const bool isSelected = SelectedRow(*ThingList(index)) >= 0;
     (index == 0 ? ui_->butEditObj_0 : ui_->butEditObj_1)->setEnabled(isSelected);
     (index == 0 ? ui_->butDeleteObj_0 : ui_->butDeleteObj_1)->setEnabled(isSelected);
@@ -182,7 +180,7 @@ void frmMain::butDeleteRoom_Click() {
                [row](GameModel& game) { game.Rooms.Remove(row + 1); });
 }
 
-void frmMain::butAddObj_Click(int index) {
+void frmMain::butAddObj_Click(std::size_t index) {
     const int room = SelectedRow(*ui_->lstRooms);
     if (room < 0) {
         dialogs_.ShowMessageBox(this, QStringLiteral("No room is selected."));
@@ -197,31 +195,31 @@ void frmMain::butAddObj_Click(int index) {
         return;
     }
     // The new thing follows the last one of its room, which need not be the last of the list.
-    const std::vector<ThingPlace>& places = thingPlaces_[static_cast<std::size_t>(index)];
+    const std::vector<ThingPlace>& places = thingPlaces_[index];
     const auto after = std::count_if(places.begin(), places.end(),
                                      [&](const ThingPlace& place) { return place.room <= room + 1; });
     Selection selection = CurrentSelection();
-    selection.things[static_cast<std::size_t>(index)] = static_cast<int>(after);
+    selection.things[index] = static_cast<int>(after);
     ChangeGame(QStringLiteral("add %1").arg(kind), selection, [&](GameModel& game) {
         Things(game.Rooms.Edit(room + 1), index).Append().Name = FromQt(*name);
     });
     butEditObj_Click(index);
 }
 
-void frmMain::butEditObj_Click(int index) {
+void frmMain::butEditObj_Click(std::size_t index) {
     const int row = SelectedRow(*ThingList(index));
     if (row < 0)
         return;
-    const ThingPlace place = thingPlaces_[static_cast<std::size_t>(index)][static_cast<std::size_t>(row)];
+    const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
     const ThingKind kind = index == 0 ? ThingKind::Character : ThingKind::Object;
     frmThingProperties(scripts_, editorShell_, kind, place.room, place.thing, this).exec();
 }
 
-void frmMain::butDeleteObj_Click(int index) {
+void frmMain::butDeleteObj_Click(std::size_t index) {
     const int row = SelectedRow(*ThingList(index));
     if (row < 0)
         return;
-    const ThingPlace place = thingPlaces_[static_cast<std::size_t>(index)][static_cast<std::size_t>(row)];
+    const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
     ChangeGame(index == 0 ? QStringLiteral("delete character") : QStringLiteral("delete object"),
                CurrentSelection(),
                [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
