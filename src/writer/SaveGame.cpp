@@ -119,36 +119,33 @@ void WriteSynonyms(LineWriter& writer, const GameModel& game) {
     writer.WriteLine("end define");
 }
 
+/// What follows the scripts of a character or an object.
+void WriteRestOfThing(LineWriter& writer, const Thing& thing, const Table<ScriptPair>& gives) {
+    writer.WriteTaggedLineIfSet("prefix", thing.Prefix);
+    writer.WriteTaggedLineIfSet("suffix", thing.Suffix);
+    if (thing.Hidden)
+        writer.WriteLine("hidden");
+    if (thing.Invisible)
+        writer.WriteLine("invisible");
+    writer.WritePairs("give", gives);
+    writer.WritePairs("use", thing.Uses);
+    writer.WriteLine(thing.MiscTags);
+    writer.WriteLine("end define");
+}
+
 void WriteCharacter(LineWriter& writer, const Thing& character) {
     writer.WriteTaggedLine("define character", character.Name);
     writer.WriteLineIfSet("look ", character.Look);
     writer.WriteLineIfSet("speak ", character.Speak);
     writer.WriteTaggedLineIfSet("gender", character.Gender);
-    writer.WriteTaggedLineIfSet("prefix", character.Prefix);
-    writer.WriteTaggedLineIfSet("suffix", character.Suffix);
-    if (character.Hidden)
-        writer.WriteLine("hidden");
-    if (character.Invisible)
-        writer.WriteLine("invisible");
-    writer.WritePairs("give", character.Gives);
-    writer.WritePairs("use", character.Uses);
-    writer.WriteLine(character.MiscTags);
-    writer.WriteLine("end define");
+    WriteRestOfThing(writer, character, character.Gives);
 }
 
 void WriteObject(LineWriter& writer, const Thing& object) {
     writer.WriteTaggedLine("define object", object.Name);
     writer.WriteLineIfSet("look ", object.Look);
     writer.WriteLineIfSet("take ", object.Take);
-    writer.WriteTaggedLineIfSet("prefix", object.Prefix);
-    writer.WriteTaggedLineIfSet("suffix", object.Suffix);
-    if (object.Hidden)
-        writer.WriteLine("hidden");
-    if (object.Invisible)
-        writer.WriteLine("invisible");
-    writer.WritePairs("use", object.Uses);
-    writer.WriteLine(object.MiscTags);
-    writer.WriteLine("end define");
+    WriteRestOfThing(writer, object, {}); // nothing can be given to it
 }
 
 void WriteCompassExit(LineWriter& writer, std::string_view direction, const ScriptPair& exit) {
