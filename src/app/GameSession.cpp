@@ -17,17 +17,6 @@ namespace zem {
 
 namespace {
 
-class ProgressCloser {
-public:
-    explicit ProgressCloser(Host& host) : host_(host) {}
-    ~ProgressCloser() { host_.CloseProgress(); }
-    ProgressCloser(const ProgressCloser&) = delete;
-    ProgressCloser& operator=(const ProgressCloser&) = delete;
-
-private:
-    Host& host_;
-};
-
 /// "tower.kel, line 12: what is wrong: the line".
 QString Describe(const QString& path, const KelError& error) {
     const QString file = QFileInfo(path).fileName();
@@ -150,7 +139,7 @@ bool GameSession::LoadGame(const QString& path) {
     bool loaded = false;
     std::optional<KelError> problem;
     {
-        const ProgressCloser closer(host_);
+        const auto end = qScopeGuard([this] { host_.CloseProgress(); });
         try {
             loaded = zem::LoadGame(game_, PathFromQt(path), host_);
         } catch (const KelError& error) {
@@ -175,7 +164,7 @@ void GameSession::SaveGame(const QString& path) {
         status +=
             QLatin1String(" Click 'Edit' then 'Game Properties...' to select a start room for this game.");
     {
-        const ProgressCloser closer(host_);
+        const auto end = qScopeGuard([this] { host_.CloseProgress(); });
         const std::string file = PathFromQt(path);
         try {
             ReplaceGame(game_, file, host_);
