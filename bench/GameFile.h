@@ -1,24 +1,12 @@
 #pragma once
 
 #include "GeneratedGame.h"
-#include "model/Host.h"
 
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 namespace zem::bench {
-
-class SilentHost : public Host {
-public:
-    MessageResult ShowMessage(const std::string&, const std::string&, MessageButtons) override {
-        return MessageResult::Ok;
-    }
-    void ShowNotice(const std::string&, const std::string&) override {}
-    void ShowStage(const std::string&) override {}
-    void ShowProgress(int) override {}
-    void CloseProgress() override {}
-};
 
 /// A generated game in a folder of its own, removed at the end.
 class GameFile {

@@ -1,27 +1,20 @@
 // A step of the author (one room changed, the step recorded) as a ratio to copying that one room deeply, and
 // the memory that many steps take.
+#include "Clock.h"
 #include "GeneratedGame.h"
 #include "model/Fields.h"
 #include "model/History.h"
 #include "reader/LoadGame.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstddef>
 #include <malloc.h>
 #include <string>
-#include <utility>
 
 namespace zem::bench {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr int Rooms = 5000;
-
-double Seconds(Clock::duration duration) {
-    return std::chrono::duration<double>(duration).count();
-}
 
 GameModel LoadedGame() {
     GameModel game;

@@ -2,19 +2,18 @@
 // streams, both measured in turn in the same run.
 //
 // Neither waits for the disk: that is ReplaceFile's part of a save, and would measure the disk.
+#include "Clock.h"
 #include "GameFile.h"
+#include "model/Host.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <fstream>
 #include <string>
 
 namespace zem::bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 void CopyLines(const GameFile& file) {
     std::ifstream in(file.Input(), std::ios::binary);
@@ -22,10 +21,6 @@ void CopyLines(const GameFile& file) {
     std::string line;
     while (std::getline(in, line))
         out << line << '\n';
-}
-
-double Seconds(Clock::duration duration) {
-    return std::chrono::duration<double>(duration).count();
 }
 
 void LoadAndSave(benchmark::State& state) {

@@ -1,19 +1,17 @@
 // Rendering 100,000 script lines in plain English, as a ratio to splitting the same lines and searching them
 // for "<" and ">" in a plain loop, both measured in turn in the same run; with the shipped catalogue and with
 // one many times as long.
+#include "Clock.h"
 #include "script/CommandLookup.h"
 #include "script/RenderScript.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <malloc.h>
 #include <string>
 #include <string_view>
 
 namespace zem::bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 constexpr int Lines = 100'000;
 
@@ -50,10 +48,6 @@ std::size_t SplitAndSearch(std::string_view script) {
         script.remove_prefix(end == std::string_view::npos ? script.size() : end + 2);
     }
     return found;
-}
-
-double Seconds(Clock::duration duration) {
-    return std::chrono::duration<double>(duration).count();
 }
 
 void Render(benchmark::State& state) {

@@ -1,13 +1,13 @@
 // Opening the room editor from the main window up to its first painting, and closing it with OK up to the
 // refilled room list, in a game of 32,767 rooms as ratios to the same in a game of 100. Both games are open
 // at once and measured in turn, offscreen; the exits of the room lead to the last one.
+#include "Clock.h"
 #include "app/Program.h"
 #include "app/frmMain.h"
 #include "forms/Dialogs.h"
 #include "model/GameModel.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QListView>
 #include <QPushButton>
 #include <QSettings>
@@ -15,18 +15,11 @@
 #include <QTimer>
 
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <fstream>
 #include <string>
 
 namespace zem::bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-
-double SecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 /// The running editor with a game of so many rooms, the first of them selected.
 class OpenGame {
@@ -50,13 +43,13 @@ public:
         QTimer::singleShot(0, [&] {
             QWidget* form = QApplication::activeModalWidget();
             form->repaint();
-            open += SecondsSince(start);
+            open += Seconds(Clock::now() - start);
             closing = Clock::now();
             form->findChild<QPushButton*>(QStringLiteral("butOK"))->click();
         });
         edit_->click();
         QApplication::processEvents();
-        close += SecondsSince(closing);
+        close += Seconds(Clock::now() - closing);
         game_.Modified = false;
     }
 

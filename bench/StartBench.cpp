@@ -1,8 +1,9 @@
 // From the start of a process to its first painted window, as a ratio: the editor's start window, and the
 // editor with the 200-room sample, to an empty Qt window. The three are started in turn. Without a display
 // they run on Qt's offscreen platform.
+#include "Clock.h"
+
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <cstdlib>
 #include <spawn.h>
 #include <stdexcept>
@@ -11,9 +12,8 @@
 #include <unistd.h>
 #include <vector>
 
+namespace zem::bench {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 double SecondsToRun(std::vector<std::string> command) {
     std::vector<char*> arguments;
@@ -27,7 +27,7 @@ double SecondsToRun(std::vector<std::string> command) {
     if (posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0 ||
         waitpid(child, &status, 0) != child || status != 0)
         throw std::runtime_error("cannot run " + command[0]);
-    return std::chrono::duration<double>(Clock::now() - start).count();
+    return Seconds(Clock::now() - start);
 }
 
 void Start(benchmark::State& state) {
@@ -50,6 +50,7 @@ void Start(benchmark::State& state) {
 BENCHMARK(Start)->UseManualTime()->Iterations(30)->Unit(benchmark::kMillisecond);
 
 } // namespace
+} // namespace zem::bench
 
 int main(int argc, char** argv) {
     if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr)

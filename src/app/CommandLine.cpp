@@ -8,7 +8,6 @@
 #include "writer/SaveGame.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <ostream>
 
 namespace zem {
@@ -23,7 +22,7 @@ std::string ToTerminal(std::string_view text) {
 }
 
 /// Answers the core on standard error.
-class ConsoleHost : public Host {
+class ConsoleHost : public SilentHost {
 public:
     explicit ConsoleHost(std::ostream& err) : err_(err) {}
 
@@ -34,9 +33,6 @@ public:
     void ShowNotice(const std::string& text, const std::string& /*title*/) override {
         err_ << file_ << ": " << ToTerminal(text) << '\n';
     }
-    void ShowStage(const std::string& /*text*/) override {}
-    void ShowProgress(int /*percent*/) override {}
-    void CloseProgress() override {}
 
     /// The file that messages are about.
     void SetFile(const std::string& file) { file_ = file; }
@@ -118,7 +114,7 @@ private:
 CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, const std::string& programFolder,
                                  std::ostream& out, std::ostream& err) {
     CLI::App app("The editor for text-adventure games in the Kel script language.", "zem");
-    app.set_version_flag("--version", "ZEM 1.0");
+    app.set_version_flag("--version", NameAndVersion);
     app.require_subcommand(0, 1);
     std::string file;
     std::string in;

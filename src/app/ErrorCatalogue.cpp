@@ -3,33 +3,21 @@
 #include "model/LineText.h"
 #include "model/TextFile.h"
 
-#include <optional>
 #include <string_view>
 
 namespace zem {
 
-namespace {
-
-/// The bytes of the file; none when it cannot be read.
-std::optional<std::string> ReadCatalogue(const std::string& path) {
-    try {
-        return ReadFile(path);
-    } catch (const KelError&) {
-        return std::nullopt;
-    }
-}
-
-} // namespace
-
 void LoadErrorCatalogue(Table<ErrorMessage>& errors, const std::string& path, Host& host) {
-    const std::optional<std::string> bytes = ReadCatalogue(path);
-    if (!bytes) {
+    std::string bytes;
+    try {
+        bytes = ReadFile(path);
+    } catch (const KelError&) {
         host.ShowNotice("An error occurred when loading ZEMERR.DAT. Please check that the file exists in the "
                         "same directory as ZEM.",
                         "File Error");
         return;
     }
-    for (std::string_view rest = *bytes; !rest.empty();) {
+    for (std::string_view rest = bytes; !rest.empty();) {
         const std::string_view line = TakeLine(rest);
         if (line.starts_with('#'))
             continue;

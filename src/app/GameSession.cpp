@@ -9,22 +9,13 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <exception>
+#include <optional>
 #include <utility>
 
 namespace zem {
 
 namespace {
-
-class ProgressCloser {
-public:
-    explicit ProgressCloser(Host& host) : host_(host) {}
-    ~ProgressCloser() { host_.CloseProgress(); }
-    ProgressCloser(const ProgressCloser&) = delete;
-    ProgressCloser& operator=(const ProgressCloser&) = delete;
-
-private:
-    Host& host_;
-};
 
 /// "tower.kel, line 12: what is wrong: the line".
 QString Describe(const QString& path, const KelError& error) {
@@ -52,7 +43,7 @@ QString GameSession::Title() const {
         title += u'"' + ToQt(game_.GameName) + QLatin1String("\" ");
     if (!game_.FileName.empty())
         title += u'[' + FileName() + QLatin1String("] ");
-    return title.isEmpty() ? QStringLiteral("ZEM 1.0") : title + QLatin1String("- ZEM 1.0");
+    return (title.isEmpty() ? title : title + QLatin1String("- ")) + QLatin1String(NameAndVersion);
 }
 
 void GameSession::Change(const QString& name, const std::function<void(GameModel&)>& change) {
@@ -146,18 +137,22 @@ void GameSession::NewGame() {
 
 bool GameSession::LoadGame(const QString& path) {
     bool loaded = false;
-    try {
-        const ProgressCloser closer(host_);
-        loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+    std::optional<KelError> problem;
+    {
+        const auto end = qScopeGuard([this] { host_.CloseProgress(); });
+        try {
+            loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+        } catch (const KelError& error) {
+            problem = error;
+        } catch (const std::exception& error) { // most likely a file larger than the memory
+            problem = KelError(error.what());
+        }
         BeginHistory();
         emit Replaced();
-    } catch (const KelError& error) {
-        BeginHistory();
-        emit Replaced();
-        emit StatusChanged(QString());
-        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
     }
     emit StatusChanged(QString());
+    if (problem)
+        throw CommandError(Describe(path, *problem) + u'.', QStringLiteral("Failed to load game"));
     if (loaded)
         AddToRecentFiles(path);
     return loaded;
@@ -169,7 +164,7 @@ void GameSession::SaveGame(const QString& path) {
         status +=
             QLatin1String(" Click 'Edit' then 'Game Properties...' to select a start room for this game.");
     {
-        const ProgressCloser closer(host_);
+        const auto end = qScopeGuard([this] { host_.CloseProgress(); });
         const std::string file = PathFromQt(path);
         try {
             ReplaceGame(game_, file, host_);

@@ -4,7 +4,6 @@
 #include "model/Snapshot.h"
 #include "model/TextFile.h"
 
-#include <QCoreApplication>
 #include <QDataStream>
 #include <QDir>
 #include <QFileInfo>
@@ -19,7 +18,8 @@ namespace zem {
 
 namespace {
 
-constexpr int Delay = 400; // milliseconds from a change to its copy; a second is promised
+constexpr int Delay = 400;        // milliseconds from a change to its copy; a second is promised
+constexpr int LongestNumber = 10; // digits of a size that can be one
 
 QString LockOf(const QString& path) {
     return path + QLatin1String(".lock");
@@ -43,9 +43,9 @@ std::optional<QString> WriteCopy(const QString& path, const GameModel& game, con
 RecoveryCopy ReadCopy(const QString& path) {
     const std::string bytes = ReadFile(PathFromQt(path));
     std::string_view rest = bytes;
-    const QByteArray size(TakeLine(rest).data(),
-                          static_cast<qsizetype>(std::min<std::size_t>(bytes.find('\n'), 10)));
-    const auto headSize = static_cast<std::size_t>(std::max(size.toInt(), 0));
+    const std::string_view size = TakeLine(rest).substr(0, LongestNumber);
+    const int number = QByteArray(size.data(), static_cast<qsizetype>(size.size())).toInt();
+    const auto headSize = static_cast<std::size_t>(std::max(number, 0));
     if (headSize > rest.size())
         throw KelError("the copy ends too early");
     RecoveryCopy copy;

@@ -26,8 +26,8 @@ struct RecoveryCopy {
     std::shared_ptr<QLockFile> lock; // while one lives, no other program offers this copy
 };
 
-/// Keeps a copy of the game in a file of its own while there are changes that its
-/// file does not hold, written in the background; and finds the copies of programs that ended without a word.
+/// Keeps a copy of the game, written in the background, while there are changes that its file does not hold;
+/// and finds the copies of programs that ended without a word.
 class Recovery : public QObject {
     Q_OBJECT
 

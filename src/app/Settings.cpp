@@ -19,8 +19,7 @@ struct Settings::Key {
 struct Settings::Keys {
     static constexpr Key InstalledVer{"Init", "InstalledVer", "no"}; // written by the game-running program
     static constexpr Key SpecialMsgBox{"Options", "SpecialMsgBox", "Yes"};
-    static constexpr Key VCOMPILElocation{"Editor", "VCOMPILElocation",
-                                          "/VCOMPILE.EXE"}; // in the program's folder
+    static constexpr Key VCOMPILElocation{"Editor", "VCOMPILElocation", "/VCOMPILE.EXE"}; // see LoadSettings
     static constexpr Key RunProgram{"Editor", "RunProgram", ""};
     static constexpr Key Colours{"Editor", "Colours", "Desktop"};
     static constexpr Key FriendlyScript{"Editor", "FriendlyScript", "Yes"};
@@ -32,14 +31,6 @@ struct Settings::Keys {
 };
 
 namespace {
-
-bool YesNoToBool(const QString& text) {
-    return text.toLower() == QLatin1String("yes");
-}
-
-QString BoolToYesNo(bool value) {
-    return QLatin1String(YesNoText(value));
-}
 
 /// In the order of Look.
 constexpr const char* LookNames[] = {"Desktop", "Light", "Dark"};
@@ -104,12 +95,13 @@ Look Settings::StoredLook() const {
 }
 
 void Settings::LoadSettings() {
-    useSpecialMsgBox_ = YesNoToBool(Read(Keys::SpecialMsgBox));
-    options_.VCOMPILElocation = Read(
-        Keys::VCOMPILElocation, QDir::toNativeSeparators(programFolder_ + QLatin1String("/VCOMPILE.EXE")));
+    useSpecialMsgBox_ = IsYes(Read(Keys::SpecialMsgBox).toStdString());
+    // The only default that depends on where the program stands.
+    const QString beside = programFolder_ + QLatin1String(Keys::VCOMPILElocation.defaultText);
+    options_.VCOMPILElocation = Read(Keys::VCOMPILElocation, QDir::toNativeSeparators(beside));
     options_.RunProgram = Read(Keys::RunProgram);
     options_.Colours = StoredLook();
-    options_.FriendlyScript = YesNoToBool(Read(Keys::FriendlyScript));
+    options_.FriendlyScript = IsYes(Read(Keys::FriendlyScript).toStdString());
     options_.MaxRecent = ReadNumber(Keys::MaxRecent);
     int numberRecent = ReadNumber(Keys::NumberRecent);
     // A maximum of 0 keeps the stored list here, but not when a file is added.
@@ -127,7 +119,7 @@ void Settings::StoreOptions(const Options& options) {
     Write(Keys::VCOMPILElocation, options.VCOMPILElocation);
     Write(Keys::RunProgram, options.RunProgram);
     Write(Keys::Colours, QLatin1String(LookNames[static_cast<int>(options.Colours)]));
-    Write(Keys::FriendlyScript, BoolToYesNo(options.FriendlyScript));
+    Write(Keys::FriendlyScript, QLatin1String(YesNoText(options.FriendlyScript)));
     Write(Keys::MaxRecent, QString::number(options.MaxRecent));
 }
 

@@ -18,9 +18,9 @@ struct FileVersion {
 /// The earlier versions of the games' files, as copies in a folder for each game.
 class Versions {
 public:
+    // Of one game; the latest version stays in any case.
     static constexpr int MostVersions = 50;
-    static constexpr qint64 MostBytes =
-        100'000'000; // of the copies of one game; the latest stays in any case
+    static constexpr qint64 MostBytes = 100'000'000;
 
     /// @param folder  of all games; it is made when it is needed
     explicit Versions(const QString& folder) : folder_(folder) {}

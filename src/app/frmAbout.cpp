@@ -1,6 +1,7 @@
 #include "app/frmAbout.h"
 
 #include "app/Icons.h"
+#include "model/GameModel.h"
 #include "ui_frmAbout.h"
 
 namespace zem {
@@ -9,9 +10,9 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::
     ui_->setupUi(this);
     ui_->Picture1->setPixmap(ThemedIcon(QStringLiteral("zem")).pixmap(48));
     ui_->lblAbout->setText(
-        tr("ZEM 1.0\n\nAn editor for text-adventure games in the Kel script language. Games are "
-           "played with Veldt.\n\nFree software under the MIT licence. Icons: Lucide, ISC "
-           "licence."));
+        tr("%1\n\nAn editor for text-adventure games in the Kel script language. Games are played with "
+           "Veldt.\n\nFree software under the MIT licence. Icons: Lucide, ISC licence.")
+            .arg(QLatin1String(NameAndVersion)));
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
 }
 

@@ -1,8 +1,8 @@
 #include "app/frmEditErrors.h"
 
 #include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "forms/NameListView.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "ui_frmEditErrors.h"
@@ -19,7 +19,7 @@ frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, D
     RefuseUnstorableText(*ui_->txtError, dialogs);
     for (const ErrorMessage& error : errors_)
         ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
-    SelectFocusedRowFirst(*ui_->lstErrors);
+    ConnectListKeys(*ui_->lstErrors, {}); // for its arrow keys
     connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
     connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);

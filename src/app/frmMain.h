@@ -10,6 +10,7 @@
 #include <QMainWindow>
 
 #include <array>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -102,13 +103,13 @@ private:
     std::vector<std::pair<QAction*, QAction*>> ToolbarCommands() const;
 
     void lstRooms_Click();
-    void lstThings_Click(int index);
+    void lstThings_Click(std::size_t index);
     void butAddNewRoom_Click();
     void butEditRoom_Click();
     void butDeleteRoom_Click();
-    void butAddObj_Click(int index);
-    void butEditObj_Click(int index);
-    void butDeleteObj_Click(int index);
+    void butAddObj_Click(std::size_t index);
+    void butEditObj_Click(std::size_t index);
+    void butDeleteObj_Click(std::size_t index);
 
     /// Asks about unsaved changes, if there are any; false when the author cancelled.
     bool AskToSave();
@@ -138,7 +139,7 @@ private:
     void ShowIcons();
 
     Selection CurrentSelection() const;
-    QListView* ThingList(int index) const;
+    QListView* ThingList(std::size_t index) const;
 
     std::unique_ptr<Ui::frmMain> ui_;
     GameSession& session_;

@@ -17,7 +17,6 @@ namespace zem {
 namespace {
 
 constexpr int WidestRecentFile = 600; // device-independent pixels
-constexpr int NoAssociation = 31;     // of OpenDocument
 
 } // namespace
 
@@ -29,8 +28,11 @@ bool frmMain::AskToSave() {
         QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     // A name dialog that was cancelled does not stop the command; a save that failed does, by its exception.
     if (answer == QMessageBox::Yes) {
+        const std::size_t step = session_.Steps().Done();
         mnuFileSave_Click();
         saveCheck_.Finish(); // while the game is still here
+        if (session_.Steps().Done() != step)
+            return AskToSave(); // the author has mended what the file would not give back
     }
     return answer != QMessageBox::Cancel;
 }
@@ -124,16 +126,16 @@ void frmMain::mnuFileRunKELfile_Click() {
 
 void frmMain::OpenDocument(const QString& path) {
     static const std::pair<int, const char*> problems[] = {
-        {3, "file/path not found"},
-        {8, "out of memory"},
-        {NoAssociation, "file association does not exist or is incomplete"},
+        {Dialogs::PathNotFound, "file/path not found"},
+        {Dialogs::OutOfMemory, "out of memory"},
+        {Dialogs::NoAssociation, "file association does not exist or is incomplete"},
     };
     const int result = dialogs_.OpenDocument(path);
     for (const auto& [code, problem] : problems)
         if (result == code)
             dialogs_.ShowMessageBox(
                 this, QStringLiteral("Error loading %1 - %2").arg(path, QLatin1String(problem)));
-    if (result == NoAssociation)
+    if (result == Dialogs::NoAssociation)
         ShowStatus(QStringLiteral("Options in the Edit menu can name the program that runs games."));
 }
 

@@ -15,10 +15,7 @@ frmPlayerCommandEditor::frmPlayerCommandEditor(ScriptEditing& scripts,
       ui_(std::make_unique<Ui::frmPlayerCommandEditor>()),
       scripts_(scripts) {
     ui_->setupUi(this);
-    commands_ = std::make_unique<ScriptPairList>(*ui_->lstCommands);
-    for (const ScriptPair& command : commands)
-        commands_->Append(command);
-    ui_->lstCommands->setCurrentRow(-1);
+    commands_ = std::make_unique<ScriptPairList>(*ui_->lstCommands, commands);
     OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { commands_->RemoveSelected(); });

@@ -24,7 +24,7 @@ public:
     frmRecovery(std::vector<RecoveryCopy>& copies, Dialogs& dialogs, QWidget* parent = nullptr);
     ~frmRecovery() override;
 
-    /// The copy to restore, when the window was closed with that button.
+    /// The index of the copy to restore, from 0, when the window was closed with that button.
     int Selected() const;
 
 private:

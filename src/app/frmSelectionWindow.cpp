@@ -17,10 +17,7 @@ frmSelectionWindow::frmSelectionWindow(ScriptEditing& scripts, const SelectionMe
       menu_(menu) {
     ui_->setupUi(this);
     EditStorableText(*ui_->txtInfo, menu.Info, scripts.PlatformDialogs());
-    choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu);
-    for (const ScriptPair& choice : menu.Choices)
-        choices_->Append(choice);
-    ui_->lstMenu->setCurrentRow(-1);
+    choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu, menu.Choices);
     OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
     OnClick(ui_->butRename, this, scripts_.PlatformDialogs(), [this] { butRename_Click(); });
@@ -40,8 +37,7 @@ SelectionMenu frmSelectionWindow::Menu() const {
     SelectionMenu menu;
     menu.Name = menu_.Name;
     menu.Info = FromQt(ui_->txtInfo->text());
-    for (const ScriptPair& choice : choices_->Pairs())
-        menu.Choices.Append(choice);
+    menu.Choices.Assign(choices_->Pairs());
     return menu;
 }
 

@@ -4,10 +4,8 @@
 #include "app/frmAbout.h"
 #include "app/frmOptions.h"
 #include "forms/FileDrop.h"
-#include "forms/NameListView.h"
+#include "forms/ListKeys.h"
 #include "ui_frmStart.h"
-
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -28,14 +26,10 @@ frmStart::frmStart(Settings& settings, Dialogs& dialogs)
     connect(ui_->butNewGame, &QPushButton::clicked, this, &frmStart::NewGameChosen);
     connect(ui_->butOpen, &QPushButton::clicked, this, &frmStart::butOpen_Click);
     connect(ui_->butOpenRecent, &QPushButton::clicked, this, &frmStart::butOpenRecent_Click);
-    connect(ui_->lstRecent, &QListWidget::itemDoubleClicked, this, &frmStart::butOpenRecent_Click);
     connect(ui_->butOptions, &QPushButton::clicked, this, &frmStart::butOptions_Click);
     connect(ui_->butAbout, &QPushButton::clicked, this, &frmStart::butAbout_Click);
     AcceptFileDrops(*this, [this](const QString& path) { emit GameChosen(path); });
-    SelectFocusedRowFirst(*ui_->lstRecent);
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
-        connect(new QShortcut(key, ui_->lstRecent, nullptr, nullptr, Qt::WidgetShortcut),
-                &QShortcut::activated, this, &frmStart::butOpenRecent_Click);
+    ConnectListKeys(*ui_->lstRecent, {.edit = ui_->butOpenRecent});
 }
 
 frmStart::~frmStart() = default;
@@ -48,7 +42,7 @@ void frmStart::butOpen_Click() {
 
 void frmStart::butOpenRecent_Click() {
     if (ui_->lstRecent->hasFocus() && SelectFocusedRow(*ui_->lstRecent))
-        return; // Return in the list: shows the file before it opens it
+        return; // the key of the button, too, shows the file before it opens it
     const QList<QListWidgetItem*> selected = ui_->lstRecent->selectedItems();
     if (!selected.isEmpty())
         emit GameChosen(selected.constFirst()->text());

@@ -16,7 +16,6 @@
 #include <filesystem>
 #include <iostream>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -59,8 +58,7 @@ int RunEditor(int argc, char** argv, const std::string& programFolder, const std
 
 int main(int argc, char** argv) {
 #ifdef SIGXFSZ
-    std::signal(SIGXFSZ,
-                SIG_IGN); // a file that may grow no further is an error of its write, and not the end
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may grow no further fails its write, not the program
 #endif
     try {
         const std::string programFolder = ProgramFolder(argv[0]);

@@ -81,7 +81,7 @@ bool IsSame(const Room& a, const Room& b) {
     return same;
 }
 
-/// The game with what every file gives: the three standard texts, the current version, and at least one item.
+/// The game with what every file gives: the standard texts, the current version, and at least one item.
 /// Where no item is a start item, those without a name are.
 GameModel AsRead(GameModel game) {
     game.KelVersion = CurrentKelVersion;
@@ -90,10 +90,7 @@ GameModel AsRead(GameModel game) {
     for (int k = 1; k <= game.Items.Count(); ++k)
         if (game.Items[k].IsStartItem && Trim(game.Items[k].Name).empty())
             game.Items.Edit(k).IsStartItem = false;
-    for (const char* standard : {"intro", "win", "lose"})
-        if (std::none_of(game.TextSections.begin(), game.TextSections.end(),
-                         [&](const TextSection& text) { return EqualIgnoringCase(text.Name, standard); }))
-            game.TextSections.Append({standard, ""});
+    AddStandardTexts(game);
     return game;
 }
 

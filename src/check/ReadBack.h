@@ -3,7 +3,6 @@
 #include "model/GameModel.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// What a game file would not give back: some values that the forms accept change their meaning in a file.

@@ -48,7 +48,7 @@ void frmGameProperties::FillInformation(const GameModel& game) {
     EditStorableText(*ui_->txtFontName, game.DefaultFontName, dialogs);
     ui_->txtGameInfo->SetText(BarToCrLf(game.GameInfo));
     ui_->txtGameInfo->RefuseUnstorableText(dialogs);
-    roomNames_.Reset(game.Rooms.Count(), [rooms = game.Rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    roomNames_.ShowNames(game.Rooms);
     ui_->cmbRoomNames->Offer(roomNames_);
     ui_->cmbRoomNames->SetText(game.StartRoom);
     ui_->cmbRoomNames->RefuseUnstorableText(dialogs);

@@ -18,10 +18,7 @@ frmObjectInteract::frmObjectInteract(ScriptEditing& scripts, const QString& capt
     ui_->lblTitle->setTextFormat(Qt::PlainText);
     ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // which a name may hold
     ui_->lstItems->setAccessibleName(heading);
-    objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems);
-    for (const ScriptPair& object : objects)
-        objects_->Append(object);
-    ui_->lstItems->setCurrentRow(-1);
+    objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems, objects);
     OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { objects_->RemoveSelected(); });

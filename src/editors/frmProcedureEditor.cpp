@@ -16,7 +16,7 @@ namespace zem {
 namespace {
 
 bool IsInternal(const std::string& name) {
-    constexpr std::string_view Prefix = "~Internal Procedure";
+    constexpr std::string_view Prefix = InternalProcedure;
     return EqualIgnoringCase(std::string_view(name).substr(0, Prefix.size()), Prefix);
 }
 

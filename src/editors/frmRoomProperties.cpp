@@ -22,9 +22,11 @@ namespace {
 
 constexpr const char* NotAccessible = "[not accessible]";
 
-constexpr std::array ExitsOfRoom = {&Room::Out,       &Room::North,     &Room::South,
-                                    &Room::East,      &Room::West,      &Room::NorthWest,
-                                    &Room::NorthEast, &Room::SouthWest, &Room::SouthEast};
+/// The exit of a room in a row of the form.
+template <class RoomRecord>
+auto& ExitOf(RoomRecord& room, std::size_t exit) {
+    return exit == 0 ? room.Out : room.*CompassExits[exit - 1].exit;
+}
 
 /// The row of an exit's box for its destination. One that does not exist gets the row for none, and is none
 /// after OK.
@@ -101,7 +103,7 @@ void frmRoomProperties::FillExits(const Room& room) {
         NameBox& box = *cmbRoomNames_[exit];
         box.Offer(exit == 0 ? outNames_ : compassNames_);
         connect(&box, &QComboBox::currentTextChanged, this, [this, exit] { cmbRoomNames_Change(exit); });
-        box.setCurrentIndex(RowOfDestination(rooms, (room.*ExitsOfRoom[exit])->Key, exit != 0));
+        box.setCurrentIndex(RowOfDestination(rooms, ExitOf(room, exit)->Key, exit != 0));
         box.RefuseUnstorableText(scripts_.PlatformDialogs());
         OnClick(butRoomAction_[exit], this, scripts_.PlatformDialogs(),
                 [this, exit] { butRoomAction_Click(exit); });
@@ -116,12 +118,11 @@ void frmRoomProperties::cmbRoomNames_Change(std::size_t exit) {
 
 /// Writes the action into the game at once: Cancel does not take it back, on purpose.
 void frmRoomProperties::butRoomAction_Click(std::size_t exit) {
-    const auto member = ExitsOfRoom[exit];
-    const std::string before = (scripts_.Door().Game().Rooms[room_].*member)->Script;
+    const std::string before = ExitOf(scripts_.Door().Game().Rooms[room_], exit)->Script;
     const std::string after = scripts_.EditScript(this, before);
     if (after != before)
         scripts_.Door().Change(QStringLiteral("edit exit action"), [&](GameModel& game) {
-            (game.Rooms.Edit(room_).*member).Edit().Script = after;
+            ExitOf(game.Rooms.Edit(room_), exit).Edit().Script = after;
         });
 }
 
@@ -137,8 +138,7 @@ void frmRoomProperties::FillPlaces(const Room& room) {
 }
 
 void frmRoomProperties::butAddPlace_Click() {
-    const Table<Room> rooms = scripts_.Door().Game().Rooms;
-    roomNames_.Reset(rooms.Count(), [rooms](int row) { return ToQt(rooms[row + 1].Name); });
+    roomNames_.ShowNames(scripts_.Door().Game().Rooms);
     frmAddNewPlace form(roomNames_, scripts_.PlatformDialogs(), this);
     if (form.exec() != QDialog::Accepted)
         return;
@@ -185,7 +185,7 @@ void frmRoomProperties::WriteExits(Room& room) const {
     for (std::size_t exit = 0; exit < ExitCount; ++exit) {
         const std::string text = cmbRoomNames_[exit]->Text();
         const std::string destination = text == NotAccessible ? std::string() : text;
-        Shared<ScriptPair>& pair = room.*ExitsOfRoom[exit];
+        Shared<ScriptPair>& pair = ExitOf(room, exit);
         if (pair->Key != destination)
             pair.Edit().Key = destination;
     }

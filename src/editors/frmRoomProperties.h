@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,7 +36,7 @@ public:
     ~frmRoomProperties() override;
 
 private:
-    static constexpr std::size_t ExitCount = 9; // out first, then the compass
+    static constexpr std::size_t ExitCount = 1 + std::size(CompassExits); // out first
 
     void FillDetails(const Room& room);
     void FillExits(const Room& room);

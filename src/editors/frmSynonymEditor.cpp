@@ -13,14 +13,10 @@ namespace zem {
 namespace {
 
 /// One row for each of the words, which ";" separates.
-void AddWords(QListWidget& list, std::string_view words) {
-    if (words.empty())
-        return;
-    for (std::size_t end = words.find(';'); end != std::string_view::npos; end = words.find(';')) {
-        list.addItem(ToQt(Trim(words.substr(0, end))));
-        words.remove_prefix(end + 1);
-    }
-    list.addItem(ToQt(Trim(words)));
+void AddWords(QListWidget& list, const std::string& words) {
+    if (!words.empty())
+        for (const std::string_view word : SplitAt(words, ";"))
+            list.addItem(ToQt(Trim(word)));
 }
 
 std::string JoinWords(const QListWidget& list) {

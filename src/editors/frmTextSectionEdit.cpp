@@ -9,13 +9,15 @@
 #include <QEvent>
 #include <QSignalBlocker>
 
+#include <algorithm>
+#include <iterator>
+
 namespace zem {
 
 namespace {
 
-/// The game-running program looks for these three by name.
 bool IsFixedName(const std::string& name) {
-    return name == "intro" || name == "win" || name == "lose";
+    return std::find(std::begin(StandardTexts), std::end(StandardTexts), name) != std::end(StandardTexts);
 }
 
 } // namespace

@@ -17,8 +17,6 @@ namespace zem {
 
 namespace {
 
-enum ShellResult { FileNotFound = 2, PathNotFound = 3, NoAssociation = 31, Opened = 33 };
-
 constexpr int InputBoxWidth = 380; // room for a name of some words
 constexpr int LongestWait = 2000;  // milliseconds
 

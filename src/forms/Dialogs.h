@@ -24,6 +24,9 @@ public:
         QString currentFile = {}; // where to begin; empty for anywhere
     };
 
+    /// What opening a document may come to, with the codes of the shell.
+    enum ShellResult { FileNotFound = 2, PathNotFound = 3, OutOfMemory = 8, NoAssociation = 31, Opened = 33 };
+
     virtual ~Dialogs() = default;
 
     /// Shows a message box and returns the button that was pressed; Cancel, No or the only button when it was
@@ -47,9 +50,8 @@ public:
     /// Asks for a file to write, and whether it may be replaced; empty when the author cancelled.
     virtual QString AskSaveFile(QWidget* parent, const FileQuestion& question) = 0;
 
-    /// Opens a document with the program that the desktop has for it. Returns the shell's result: above 32
-    /// for success, 2 when the file and 3 when its folder does not exist, 31 when no program is associated,
-    /// or none but this editor.
+    /// Opens a document with the program that the desktop has for it. Returns a ShellResult, of which
+    /// everything above 32 is success; NoAssociation, too, when the only program is this editor.
     virtual int OpenDocument(const QString& path) = 0;
 
     /// Starts a program that goes on by itself; false when it cannot be started.

@@ -1,7 +1,5 @@
 #include "forms/ListKeys.h"
 
-#include "forms/NameListView.h"
-
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QKeyEvent>
@@ -9,6 +7,10 @@
 namespace zem {
 
 namespace {
+
+bool IsArrow(const QKeyEvent& event) {
+    return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_Down || event.key() == Qt::Key_Up);
+}
 
 class ListKeyFilter : public QObject {
 public:
@@ -18,17 +20,22 @@ public:
           buttons_(buttons) {}
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::KeyPress)
-            if (QAbstractButton* button = ButtonFor(*static_cast<QKeyEvent*>(event))) {
-                // The key shows which row it is about before it does anything to it.
-                if (button == buttons_.add || !SelectFocusedRow(list_))
-                    button->click();
-                return true;
-            }
-        return QObject::eventFilter(watched, event);
+        const bool isUsed = event->type() == QEvent::KeyPress && Use(*static_cast<QKeyEvent*>(event));
+        return isUsed || QObject::eventFilter(watched, event);
     }
 
 private:
+    /// A key that needs a selected row only selects one where there is none, so that it shows which row it is
+    /// about before it does anything to it.
+    bool Use(const QKeyEvent& key) {
+        QAbstractButton* button = ButtonFor(key);
+        if (button == nullptr)
+            return IsArrow(key) && SelectFocusedRow(list_);
+        if (button == buttons_.add || !SelectFocusedRow(list_))
+            button->click();
+        return true;
+    }
+
     QAbstractButton* ButtonFor(const QKeyEvent& event) const {
         const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
         const bool control = modifiers == Qt::ControlModifier;
@@ -57,8 +64,16 @@ private:
 
 } // namespace
 
+bool SelectFocusedRow(QAbstractItemView& list) {
+    if (list.selectionModel()->hasSelection() || list.model()->rowCount() == 0)
+        return false;
+    const QModelIndex focused = list.currentIndex();
+    list.setCurrentIndex(QModelIndex()); // so that it changes even if it is the one that is wanted
+    list.setCurrentIndex(focused.isValid() ? focused : list.model()->index(0, 0));
+    return true;
+}
+
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons) {
-    SelectFocusedRowFirst(list);
     list.installEventFilter(new ListKeyFilter(list, buttons)); // which the list owns
     if (buttons.edit != nullptr)
         QObject::connect(&list, &QAbstractItemView::doubleClicked, buttons.edit, &QAbstractButton::click);

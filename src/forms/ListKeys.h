@@ -14,8 +14,12 @@ struct ListButtons {
     QAbstractButton* down = nullptr;
 };
 
+/// If nothing is selected, selects the row with the focus, or the first one, and tells that it was so.
+bool SelectFocusedRow(QAbstractItemView& list);
+
 /// Gives the list keys for its buttons: Insert adds, Delete removes, Return and a double-click edit, Ctrl+Up
-/// and Ctrl+Down move. What needs a selected row selects one first, where there is none.
+/// and Ctrl+Down move. Where no row is selected, the first of these keys and of the plain arrow keys selects
+/// the row with the focus, and does no more.
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons);
 
 } // namespace zem

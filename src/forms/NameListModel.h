@@ -1,5 +1,8 @@
 #pragma once
 
+#include "forms/QtText.h"
+#include "model/Table.h"
+
 #include <QAbstractListModel>
 
 #include <functional>
@@ -22,6 +25,12 @@ public:
         count_ = count;
         nameAt_ = std::move(nameAt);
         endResetModel();
+    }
+
+    /// Shows the names of records as they are now.
+    template <class Record>
+    void ShowNames(const Table<Record>& records) {
+        Reset(records.Count(), [records](int row) { return ToQt(records[row + 1].Name); });
     }
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }

@@ -4,7 +4,6 @@
 
 #include <QListWidget>
 
-#include <string>
 #include <vector>
 
 namespace zem {
@@ -13,8 +12,15 @@ namespace zem {
 /// objects that can be used or given.
 class ScriptPairList {
 public:
+    /// No pair is selected.
     /// @param list  shows the keys; outlives this object
-    explicit ScriptPairList(QListWidget& list) : list_(list) {}
+    /// @param pairs  a range of them
+    template <class Range>
+    ScriptPairList(QListWidget& list, const Range& pairs) : list_(list) {
+        for (const ScriptPair& pair : pairs)
+            Append(pair);
+        list.setCurrentRow(-1);
+    }
 
     const std::vector<ScriptPair>& Pairs() const { return pairs_; }
     int Count() const { return static_cast<int>(pairs_.size()); }

@@ -2,7 +2,9 @@
 
 #include "model/LineText.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 namespace zem {
 
@@ -18,38 +20,26 @@ struct Split {
           after(text.substr(before.size() == text.size() ? text.size() : before.size() + 1)) {}
 };
 
+/// In the order of the types; the last type, a range, has its limits instead.
+constexpr std::string_view TypeCodes[] = {"p", "n", "%"};
+
 void ParseType(std::string_view token, CollectableDefinition& definition) {
     if (token.starts_with('d')) {
         definition.HiddenAtZero = true;
         token.remove_prefix(1);
     }
-    if (token == "p") {
-        definition.Type = CollectableType::PositiveNumber;
-    } else if (token == "n") {
-        definition.Type = CollectableType::AnyNumber;
-    } else if (token == "%") {
-        definition.Type = CollectableType::Percentage;
-    } else {
-        definition.Type = CollectableType::Range;
-        if (token.find('r') != std::string_view::npos) {
-            const Split range(token, 'r');
-            definition.Min = range.before;
-            definition.Max = range.after;
-        }
+    const auto* code = std::find(std::begin(TypeCodes), std::end(TypeCodes), token);
+    definition.Type = static_cast<CollectableType>(std::distance(std::begin(TypeCodes), code));
+    if (definition.Type == CollectableType::Range && token.find('r') != std::string_view::npos) {
+        const Split range(token, 'r');
+        definition.Min = range.before;
+        definition.Max = range.after;
     }
 }
 
 std::string TypeCode(const CollectableDefinition& definition) {
-    switch (definition.Type) {
-    case CollectableType::PositiveNumber:
-        return "p";
-    case CollectableType::AnyNumber:
-        return "n";
-    case CollectableType::Percentage:
-        return "%";
-    case CollectableType::Range:
-        break;
-    }
+    if (definition.Type != CollectableType::Range)
+        return std::string(TypeCodes[static_cast<std::size_t>(definition.Type)]);
     return std::string(Trim(definition.Min)).append("r").append(Trim(definition.Max));
 }
 

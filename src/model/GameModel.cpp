@@ -3,18 +3,25 @@
 #include "model/Fields.h"
 #include "model/LineText.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 namespace zem {
 
+void AddStandardTexts(GameModel& game) {
+    for (const char* name : StandardTexts)
+        if (std::none_of(game.TextSections.begin(), game.TextSections.end(),
+                         [&](const TextSection& text) { return EqualIgnoringCase(text.Name, name); }))
+            game.TextSections.Append({name, ""});
+}
+
 void NewGame(GameModel& game) {
     GameModel fresh;
     fresh.NextInternalProcedure = game.NextInternalProcedure;
     fresh.KelVersion = CurrentKelVersion;
-    fresh.GameInfo = "Created with ZEM 1.0";
-    for (const char* name : {"intro", "win", "lose"})
-        fresh.TextSections.Append({name, ""});
+    fresh.GameInfo = std::string("Created with ") + NameAndVersion;
+    AddStandardTexts(fresh);
     fresh.ErrorMessages = game.ErrorMessages;
     for (int k = 1; k <= fresh.ErrorMessages.Count(); ++k)
         if (!fresh.ErrorMessages[k].GameText.empty())

@@ -10,6 +10,12 @@
 /// A field of several lines joins them with CR LF.
 namespace zem {
 
+/// The name and version of this program, as files and windows have them.
+inline constexpr const char* NameAndVersion = "ZEM 1.0";
+
+/// Begins the names of the procedures that the editor makes of scripts; a blank and a number follow.
+inline constexpr const char* InternalProcedure = "~Internal Procedure";
+
 /// The key of a compass exit that runs its script instead of leading to a room.
 inline constexpr const char* ActionExit = "[action]";
 
@@ -43,13 +49,13 @@ struct Room {
     std::string Name;
     std::string Alias;
     std::string Prefix;
-    std::string Look;
-    std::string InDescription;
-    Shared<ScriptPair> Out; // destination and script, both at once
+    std::string Look;          // the description, a text
+    std::string InDescription; // what the description begins with: "You are in"
+    Shared<ScriptPair> Out;    // destination and script, both at once
     // Each holds a destination, or the key ActionExit and a script.
     Shared<ScriptPair> North, South, East, West, NorthEast, NorthWest, SouthEast, SouthWest;
-    std::string Script;
-    std::string Description;
+    std::string Script;       // runs when the player enters
+    std::string Description;  // a script that prints the description instead
     Table<ScriptPair> Places; // Key: "name" or "prefix; name"
     Table<Thing> Characters;
     Table<ScriptPair> Commands;
@@ -58,6 +64,19 @@ struct Room {
     std::string MiscTags; // lines not understood, each followed by CR LF
 
     bool operator==(const Room&) const = default;
+};
+
+/// An exit of the compass by the keyword of its line.
+struct CompassExit {
+    const char* direction;
+    Shared<ScriptPair> Room::*exit;
+};
+
+/// In the order of files, listings and the room editor, which is not that of the record.
+inline constexpr CompassExit CompassExits[] = {
+    {"north", &Room::North},         {"south", &Room::South},         {"east", &Room::East},
+    {"west", &Room::West},           {"northwest", &Room::NorthWest}, {"northeast", &Room::NorthEast},
+    {"southwest", &Room::SouthWest}, {"southeast", &Room::SouthEast},
 };
 
 struct TextSection {
@@ -90,14 +109,14 @@ struct Procedure {
 
 struct SelectionMenu {
     std::string Name;
-    std::string Info;
+    std::string Info;          // the prompt
     Table<ScriptPair> Choices; // Key: the text shown
 
     bool operator==(const SelectionMenu&) const = default;
 };
 
 struct SynonymEntry {
-    std::string Words;
+    std::string Words; // with ";" between them
     std::string ConvertTo;
 
     bool operator==(const SynonymEntry&) const = default;
@@ -123,7 +142,7 @@ struct ErrorMessage {
 struct GameModel {
     std::string FileName;                   // path of the file opened or last saved, in the system's encoding
     bool Modified = false;                  // holds changes that are not saved
-    std::int16_t NextInternalProcedure = 0; // number of the next "~Internal Procedure"; survives NewGame
+    std::int16_t NextInternalProcedure = 0; // the number of the next one; survives NewGame
 
     std::string GameName;
     std::string KelVersion;
@@ -131,11 +150,11 @@ struct GameModel {
     std::string GameAuthor;
     std::string GameVersion;
     std::string GameCopyright;
-    std::string GameInfo;
+    std::string GameInfo; // its lines packed by CrLfToBar
     std::string DefaultFontName;
-    std::int16_t DefaultFontSize = 0;
+    std::int16_t DefaultFontSize = 0; // 0 for the player's own
     std::string StartScript;
-    std::string GameDescription;
+    std::string GameDescription; // a script that prints the description of every room
     std::string BeforeTurnScript;
     std::string AfterTurnScript;
     bool NoDebug = false;
@@ -161,7 +180,13 @@ struct GameModel {
 /// The language version that every loaded and every new game has.
 inline constexpr const char* CurrentKelVersion = "217";
 
-/// Resets the game to the new-game template: no rooms, the texts "intro", "win" and "lose", no file name.
+/// The names of the texts that the game-running program looks for: every game has them.
+inline constexpr const char* StandardTexts[] = {"intro", "win", "lose"};
+
+/// Adds the standard texts that the game has under no such name, whatever its capitals; they are empty.
+void AddStandardTexts(GameModel& game);
+
+/// Resets the game to the new-game template: no rooms, the standard texts, no file name.
 /// The error catalogue and the counter of internal procedures stay.
 void NewGame(GameModel& game);
 

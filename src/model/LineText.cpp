@@ -37,6 +37,17 @@ std::string_view FirstWord(std::string_view text) {
     return text.substr(0, blank);
 }
 
+std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator) {
+    std::vector<std::string_view> pieces;
+    while (true) {
+        const std::size_t end = text.find(separator);
+        pieces.push_back(text.substr(0, end));
+        if (end == std::string_view::npos)
+            return pieces;
+        text.remove_prefix(end + separator.size());
+    }
+}
+
 namespace {
 
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to) {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// How a line of Kel is recognised, taken apart and packed. All text is bytes in Windows-1252; a blank is the
 /// character 0x20 and nothing else.
@@ -86,6 +87,9 @@ std::string_view TextAfterParameter(std::string_view line);
 
 /// The text before the first blank. Throws KelError when there is no blank.
 std::string_view FirstWord(std::string_view text);
+
+/// The pieces of the text between the separators, as they stand. An empty text is one empty piece.
+std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator);
 
 /// Replaces every TAB of the line by four blanks.
 void ExpandTabs(std::string& line);

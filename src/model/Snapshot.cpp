@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <type_traits>
 
 namespace zem {
 

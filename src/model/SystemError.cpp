@@ -1,9 +1,12 @@
 #include "model/SystemError.h"
 
 #include <cerrno>
-#include <system_error>
 
 namespace zem {
+
+std::error_code LastSystemError() {
+    return {errno, std::generic_category()};
+}
 
 std::string DescribeSystemError(int error) {
     switch (error) {

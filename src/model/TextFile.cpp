@@ -40,13 +40,10 @@ std::string ReadFile(const std::string& path) {
     if (!error)
         bytes.resize(size + 1); // one more, so that a full read also meets the end of the file
     std::size_t read = 0;
-    while (true) {
+    for (std::size_t got = 1; got != 0; read += got) {
         if (read == bytes.size())
             bytes.resize(bytes.size() * 2 + 4096);
-        const std::size_t got = std::fread(bytes.data() + read, 1, bytes.size() - read, file.get());
-        read += got;
-        if (got == 0)
-            break;
+        got = std::fread(bytes.data() + read, 1, bytes.size() - read, file.get());
     }
     if (std::ferror(file.get()) != 0)
         ThrowUnreadable(errno);

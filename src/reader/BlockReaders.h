@@ -28,7 +28,7 @@ void ReadRooms(GameModel& game, const SourceText& source);
 /// last of them gets the things of all.
 void ReadThings(GameModel& game, const SourceText& source);
 
-/// Reads the text sections and adds those of "intro", "win" and "lose" that are missing.
+/// Reads the text sections and adds the standard ones that are missing.
 void ReadTextSections(GameModel& game, const SourceText& source);
 
 void ReadProcedures(GameModel& game, const SourceText& source);

@@ -1,7 +1,6 @@
 #include "reader/BlockReaders.h"
 #include "reader/Keywords.h"
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <unordered_map>

@@ -139,8 +139,8 @@ private:
             },
             // One empty line stands for all: a line above it that ends "__" is joined to the next one, and no
             // further. A line for each would add up to the square of the depth.
-            [&](std::size_t first, std::size_t /*last*/) {
-                source_.AppendSourceLine({}, Origin(block, first));
+            [&](std::size_t firstTaken, std::size_t /*last*/) {
+                source_.AppendSourceLine({}, Origin(block, firstTaken));
             });
         source_.AppendSourceLine(source_.MakeText("end define"), Origin(block, brace.close.line));
         source_.Blocks().push_back({first, source_.LineCount()});
@@ -192,7 +192,7 @@ private:
 
     /// Adds the name of an internal procedure, in its brackets, to the text that is being made.
     void AppendName(std::int16_t number) {
-        text_.append("<~Internal Procedure ").append(std::to_string(number)).append(">");
+        text_.append("<").append(InternalProcedure).append(" ").append(std::to_string(number)).append(">");
     }
 
     /// Gives the number of the procedure that the brace is to become.

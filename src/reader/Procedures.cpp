@@ -6,15 +6,13 @@ namespace zem {
 
 void ReadProcedures(GameModel& game, const SourceText& source) {
     game.Procedures.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(ProcedureKind))
-            continue;
+    source.UseBlocks(ProcedureKind, [&](const BlockSpan& block) {
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             Procedure& procedure = game.Procedures.Append();
             procedure.Name = GetParameter(firstLine);
             source.UseInnerLines(block, [&](std::string_view line) { KeepLine(procedure.Script, line); });
         });
-    }
+    });
 }
 
 } // namespace zem

@@ -65,15 +65,13 @@ void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
 } // namespace
 
 void ReadRooms(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(RoomKind))
-            continue;
+    source.UseBlocks(RoomKind, [&](const BlockSpan& block) {
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             Room& room = game.Rooms.Append();
             room.Name = GetParameter(line);
             ReadRoom(room, source, block);
         });
-    }
+    });
 }
 
 } // namespace zem

@@ -15,9 +15,7 @@ constexpr Keywords<SelectionMenu> MenuKeywords(MenuRows);
 } // namespace
 
 void ReadSelectionMenus(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(MenuKind))
-            continue;
+    source.UseBlocks(MenuKind, [&](const BlockSpan& block) {
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             SelectionMenu& menu = game.SelectionMenus.Append();
             menu.Name = GetParameter(firstLine);
@@ -25,7 +23,7 @@ void ReadSelectionMenus(GameModel& game, const SourceText& source) {
                 MenuKeywords.Read(menu, line); // any other line is dropped
             });
         });
-    }
+    });
 }
 
 } // namespace zem

@@ -91,9 +91,7 @@ void SourceText::NoteKinds() {
 
 BlockSpan SourceText::GameBlock() const {
     BlockSpan last;
-    for (const BlockSpan& block : blocks_)
-        if (block.Is(GameKind))
-            last = block;
+    UseBlocks(GameKind, [&](const BlockSpan& block) { last = block; });
     return last;
 }
 

@@ -5,9 +5,7 @@ namespace zem {
 
 void ReadSynonyms(GameModel& game, const SourceText& source) {
     game.Synonyms.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(SynonymsKind))
-            continue;
+    source.UseBlocks(SynonymsKind, [&](const BlockSpan& block) {
         source.UseInnerLines(block, [&](std::string_view line) {
             const std::size_t equals = line.find('=');
             if (equals == std::string_view::npos)
@@ -16,7 +14,7 @@ void ReadSynonyms(GameModel& game, const SourceText& source) {
             game.Synonyms.Append(
                 {std::string(Trim(line.substr(0, equals))), std::string(Trim(line.substr(equals + 1)))});
         });
-    }
+    });
 }
 
 } // namespace zem

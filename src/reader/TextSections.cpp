@@ -1,16 +1,13 @@
 #include "model/LineText.h"
 #include "reader/BlockReaders.h"
 
-#include <algorithm>
 #include <string>
 
 namespace zem {
 
 void ReadTextSections(GameModel& game, const SourceText& source) {
     game.TextSections.Clear();
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(TextKind))
-            continue;
+    source.UseBlocks(TextKind, [&](const BlockSpan& block) {
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             TextSection& section = game.TextSections.Append();
             section.Name = GetParameter(line);
@@ -19,15 +16,8 @@ void ReadTextSections(GameModel& game, const SourceText& source) {
         source.UseInnerLines(block, [&](std::string_view line) { text.append(line).append("\r\n"); });
         if (!text.empty())
             text.resize(text.size() - 2);
-    }
-    for (const char* standard : {"intro", "win", "lose"}) {
-        const bool present =
-            std::any_of(game.TextSections.begin(), game.TextSections.end(), [&](const TextSection& section) {
-                return EqualIgnoringCase(section.Name, standard);
-            });
-        if (!present)
-            game.TextSections.Append({standard, ""});
-    }
+    });
+    AddStandardTexts(game);
 }
 
 } // namespace zem

@@ -74,12 +74,10 @@ void ReadThings(GameModel& game, const SourceText& source) {
     for (const Room& room : game.Rooms)
         lastByName[room.Name] = ++k;
 
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(RoomWithThingsKind))
-            continue;
+    source.UseBlocks(RoomWithThingsKind, [&](const BlockSpan& block) {
         const std::string_view name = GetParameter(source.Line(block.FirstLine));
         ReadThingsOfRoom(game.Rooms.Edit(lastByName.at(name)), source, block);
-    }
+    });
 }
 
 } // namespace zem

@@ -4,13 +4,11 @@
 namespace zem {
 
 void CollectUnknownBlocks(GameModel& game, const SourceText& source) {
-    for (const BlockSpan& block : source.Blocks()) {
-        if (!block.Is(KeptKind))
-            continue;
+    source.UseBlocks(KeptKind, [&](const BlockSpan& block) {
         for (std::size_t index = block.FirstLine; index <= block.LastLine; ++index)
             KeepLine(game.UnknownBlocks.Edit(), source.Line(index));
         game.UnknownBlocks.Edit().append("\r\n");
-    }
+    });
 }
 
 } // namespace zem

@@ -12,8 +12,8 @@ struct CommandDefinition {
     std::string RawSyntax;      // "!" when the command takes no parameter
     std::string FriendlyName;   // in plain English
     std::string FriendlyPrompt; // what the parameter is; "!" when there is none
-    std::string
-        FriendlyTemplate; // the line in plain English, with format codes; the first "$" is the parameter
+    // The line in plain English, with format codes; the first "$" stands for the parameter.
+    std::string FriendlyTemplate;
 
     bool operator==(const CommandDefinition&) const = default;
 };

@@ -22,12 +22,6 @@ struct TextFormat {
     bool operator==(const TextFormat&) const = default;
 };
 
-/// Gives each stretch of the text that has one format, in order, to `show`, without its codes. Codes that
-/// have no look of their own lose their bar and are shown as text.
-/// @param show  called with a std::string_view and a TextFormat
-template <class Show>
-void ForEachFormattedRun(std::string_view text, Show show);
-
 namespace detail {
 
 /// Applies the code that begins at the bar at `at`; returns how many characters the code takes up.
@@ -35,6 +29,9 @@ std::size_t ApplyFormatCode(std::string_view text, std::size_t at, TextFormat& f
 
 } // namespace detail
 
+/// Gives each stretch of the text that has one format, in order, to `show`, without its codes. Codes that
+/// have no look of their own lose their bar and are shown as text.
+/// @param show  called with a std::string_view and a TextFormat
 template <class Show>
 void ForEachFormattedRun(std::string_view text, Show show) {
     TextFormat format;

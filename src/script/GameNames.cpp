@@ -25,15 +25,8 @@ constexpr std::pair<std::string_view, NameKind> Kinds[] = {
     {"timer", NameKind::Timer},
 };
 
-std::vector<std::string_view> SplitParts(std::string_view text) {
-    std::vector<std::string_view> parts;
-    while (true) {
-        const std::size_t end = text.find(';');
-        parts.push_back(text.substr(0, end));
-        if (end == std::string_view::npos)
-            return parts;
-        text.remove_prefix(end + 1);
-    }
+std::vector<std::string_view> SplitParts(std::string_view parameter) {
+    return SplitAt(parameter, ";");
 }
 
 NameKind KindOf(std::string_view part) {
@@ -83,10 +76,9 @@ void UseScriptsOfThings(const Table<Thing>& things, Use use) {
 
 template <class Use>
 void UseScriptsOfRoom(const Room& room, Use use) {
-    for (const Shared<ScriptPair>* exit :
-         {&room.Out, &room.North, &room.South, &room.East, &room.West, &room.NorthEast, &room.NorthWest,
-          &room.SouthEast, &room.SouthWest})
-        use((*exit)->Script);
+    use(room.Out->Script);
+    for (const auto& [direction, exit] : CompassExits)
+        use((room.*exit)->Script);
     use(room.Script);
     use(room.Description);
     UsePairs(room.Places, use);
@@ -154,6 +146,26 @@ void AddNamesInScript(NameCollector& names, const std::string& script,
         }
 }
 
+/// The names that no table of the game holds, but its scripts alone.
+std::vector<std::string> NamesInScripts(const GameModel& game, NameKind kind,
+                                        const CommandCatalogue& catalogue) {
+    NameCollector names;
+    const std::vector<NamingCommand> commands = CommandsNaming(kind, catalogue);
+    UseScripts(game, [&](const std::string& script) { AddNamesInScript(names, script, commands); });
+    std::vector<std::string> sorted = names.Take();
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+}
+
+void AddThings(NameCollector& names, const GameModel& game, NameKind kind) {
+    for (const Room& room : game.Rooms) {
+        if (kind != NameKind::Object)
+            names.AddAll(room.Characters);
+        if (kind != NameKind::Character)
+            names.AddAll(room.Objects);
+    }
+}
+
 } // namespace
 
 ParameterPart FindParameterPart(std::string_view syntax, std::string_view parameter, std::size_t position) {
@@ -173,8 +185,6 @@ ParameterPart FindParameterPart(std::string_view syntax, std::string_view parame
 
 std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const CommandCatalogue& catalogue) {
     NameCollector names;
-    const bool characters = kind == NameKind::Character || kind == NameKind::Thing;
-    const bool objects = kind == NameKind::Object || kind == NameKind::Thing;
     switch (kind) {
     case NameKind::None:
         break;
@@ -184,12 +194,7 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
     case NameKind::Object:
     case NameKind::Character:
     case NameKind::Thing:
-        for (const Room& room : game.Rooms) {
-            if (characters)
-                names.AddAll(room.Characters);
-            if (objects)
-                names.AddAll(room.Objects);
-        }
+        AddThings(names, game, kind);
         break;
     case NameKind::Item:
         names.AddAll(game.Items);
@@ -208,13 +213,8 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
         break;
     case NameKind::Variable:
     case NameKind::Flag:
-    case NameKind::Timer: {
-        const std::vector<NamingCommand> commands = CommandsNaming(kind, catalogue);
-        UseScripts(game, [&](const std::string& script) { AddNamesInScript(names, script, commands); });
-        std::vector<std::string> sorted = names.Take();
-        std::sort(sorted.begin(), sorted.end());
-        return sorted;
-    }
+    case NameKind::Timer:
+        return NamesInScripts(game, kind, catalogue);
     }
     return names.Take();
 }

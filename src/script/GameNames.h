@@ -30,8 +30,8 @@ enum class NameKind {
     Timer
 };
 
-/// The part of a parameter in which a position stands: its bounds in the parameter, blanks around it left
-/// out, and the kind of name that belongs there.
+/// The part of a parameter in which a position stands: the bytes from `begin` up to `end` of the parameter,
+/// blanks around it left out, and the kind of name that belongs there.
 struct ParameterPart {
     NameKind kind = NameKind::None;
     std::size_t begin = 0;

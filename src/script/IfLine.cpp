@@ -4,7 +4,7 @@
 #include "script/FormatCodes.h"
 #include "script/RenderScript.h"
 
-#include <optional>
+#include <algorithm>
 
 namespace zem {
 
@@ -143,9 +143,9 @@ void CheckCanBeWritten(const IfLine& line, const std::string& written) {
 std::string DescribeCondition(const Condition& condition, const CommandLookup& commands) {
     const std::string raw =
         condition.Keyword + (condition.HasParameter ? " <" + condition.Parameter + ">" : "");
-    const CommandDefinition* entry = commands.Find("if " + raw);
+    const CommandDefinition* entry = commands.FindKeyword("if " + condition.Keyword);
     std::string text = raw;
-    if (entry != nullptr && EqualIgnoringCase(entry->Keyword, "if " + condition.Keyword)) {
+    if (entry != nullptr) {
         text = FormatCodesToText(entry->FriendlyTemplate, false);
         if (const std::size_t place = text.find('$'); place != std::string::npos)
             text.replace(place, 1, condition.Parameter);
@@ -155,16 +155,6 @@ std::string DescribeCondition(const Condition& condition, const CommandLookup& c
             text.resize(text.size() - 4);
     }
     return condition.Negated ? "it is not so that " + text : text;
-}
-
-std::string DescribeAction(const std::string& action, const CommandLookup& commands) {
-    if (BeginsWith(action, "if "))
-        return DescribeIfLine(action, commands);
-    try {
-        return RenderScript(action, ScriptForm::Plain, InternalProcedures::ShowCall, {}, commands, true);
-    } catch (const KelError&) {
-        return action; // a command that lacks its parameter
-    }
 }
 
 } // namespace
@@ -204,10 +194,20 @@ std::string DescribeIfLine(std::string_view line, const CommandLookup& commands)
             text += parsed.Conditions[k].JoinedBy == Joiner::And ? " and " : " or ";
         text += DescribeCondition(parsed.Conditions[k], commands);
     }
-    text += ", then: " + DescribeAction(parsed.Then, commands);
+    text += ", then: " + DescribeLine(parsed.Then, commands);
     if (!parsed.Else.empty())
-        text += "; otherwise: " + DescribeAction(parsed.Else, commands);
+        text += "; otherwise: " + DescribeLine(parsed.Else, commands);
     return text;
+}
+
+std::string DescribeLine(const std::string& line, const CommandLookup& commands) {
+    if (BeginsWith(line, "if "))
+        return DescribeIfLine(line, commands);
+    try {
+        return RenderScript(line, ScriptForm::Plain, InternalProcedures::ShowCall, {}, commands, true);
+    } catch (const KelError&) {
+        return line; // a command that lacks its parameter
+    }
 }
 
 } // namespace zem

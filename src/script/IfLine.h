@@ -42,4 +42,7 @@ std::string WriteIfLine(const IfLine& line);
 /// The line in plain English, its actions rendered too; the line itself when it is not understood.
 std::string DescribeIfLine(std::string_view line, const CommandLookup& commands);
 
+/// Any line of a script in plain English; the line itself when it is not understood.
+std::string DescribeLine(const std::string& line, const CommandLookup& commands);
+
 } // namespace zem

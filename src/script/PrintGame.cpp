@@ -11,15 +11,7 @@ namespace zem {
 
 namespace {
 
-std::vector<std::string> SplitLines(std::string_view text) {
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const std::size_t end = text.find("\r\n");
-        lines.emplace_back(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 2);
-    }
-    return lines;
-}
+constexpr std::string_view LineEnd = "\r\n";
 
 /// Puts the text together, two blanks for each step of indentation.
 class Listing {
@@ -46,22 +38,27 @@ public:
         if (text.empty())
             return;
         Line(indent, name + ":");
-        for (const std::string& line : SplitLines(text))
+        if (text.ends_with(LineEnd))
+            text.remove_suffix(LineEnd.size());
+        for (const std::string_view line : SplitAt(text, LineEnd))
             Line(indent + 1, line);
     }
 
     /// A script: beside its name when it is one line, below it otherwise.
     void Script(int indent, const std::string& name, const std::string& script) {
+        const std::string expanded = Expand(script);
         std::vector<std::string> lines;
-        for (const std::string& line : SplitLines(Expand(script)))
+        for (const std::string_view line : SplitAt(expanded, LineEnd))
             if (!Trim(line).empty())
-                lines.push_back(Describe(line));
-        if (lines.size() == 1)
+                lines.push_back(Describe(std::string(line)));
+        if (lines.size() == 1) {
             Field(indent, name, lines.front());
-        else if (!lines.empty())
+            return;
+        }
+        if (!lines.empty())
             Line(indent, name + ":");
-        for (std::size_t k = 0; lines.size() > 1 && k < lines.size(); ++k)
-            Line(indent + 1, lines[k]);
+        for (const std::string& line : lines)
+            Line(indent + 1, line);
     }
 
     void Pairs(int indent, const std::string& name, const Table<ScriptPair>& pairs) {
@@ -90,16 +87,8 @@ private:
     }
 
     std::string Describe(const std::string& line) const {
-        if (commands_.Catalogue().IsEmpty())
-            return line; // nothing to tell it better by
-        if (BeginsWith(line, "if "))
-            return DescribeIfLine(line, commands_);
-        try {
-            return RenderScript(line, ScriptForm::Plain, InternalProcedures::ShowCall, game_.Procedures,
-                                commands_, true);
-        } catch (const KelError&) {
-            return line; // a command that lacks its parameter
-        }
+        return commands_.Catalogue().IsEmpty() ? line // nothing to tell it better by
+                                               : DescribeLine(line, commands_);
     }
 
     const GameModel& game_;
@@ -149,14 +138,8 @@ void PrintExits(Listing& listing, const Room& room) {
     exit("out", {room.Out->Key, ""});
     if (!room.Out->Key.empty())
         listing.Script(1, "on the way out", room.Out->Script);
-    exit("north", *room.North);
-    exit("south", *room.South);
-    exit("east", *room.East);
-    exit("west", *room.West);
-    exit("northwest", *room.NorthWest);
-    exit("northeast", *room.NorthEast);
-    exit("southwest", *room.SouthWest);
-    exit("southeast", *room.SouthEast);
+    for (const auto& [direction, member] : CompassExits)
+        exit(direction, *(room.*member));
     listing.Pairs(1, "place", room.Places);
 }
 

@@ -43,20 +43,15 @@ std::string RenderScript(const std::string& script, ScriptForm form, InternalPro
     if (!friendly)
         return expanded;
     std::string result;
-    std::string_view rest = expanded;
-    while (true) {
-        const std::size_t end = rest.find("\r\n");
-        const std::string line = FormatCodesToText(rest.substr(0, end), true);
-        if (!Trim(line).empty()) {
-            const std::string text = RenderLine(line, commands);
-            if (form == ScriptForm::Plain)
-                result += FormatCodesToText(text, false);
-            else
-                result.append(text).append("|cr;\r\n");
-        }
-        if (end == std::string_view::npos)
-            break;
-        rest.remove_prefix(end + 2);
+    for (const std::string_view coded : SplitAt(expanded, "\r\n")) {
+        const std::string line = FormatCodesToText(coded, true);
+        if (Trim(line).empty())
+            continue;
+        const std::string text = RenderLine(line, commands);
+        if (form == ScriptForm::Plain)
+            result += FormatCodesToText(text, false);
+        else
+            result.append(text).append("|cr;\r\n");
     }
     // The last line keeps its colour code, but no semicolon.
     if (form == ScriptForm::Rich && !result.empty())

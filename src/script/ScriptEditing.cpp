@@ -6,23 +6,11 @@
 #include "script/frmScriptLines.h"
 
 #include <QApplication>
+#include <QScopeGuard>
 
 #include <utility>
 
 namespace zem {
-
-namespace {
-
-/// The hourglass, for as long as it lives.
-class Hourglass {
-public:
-    Hourglass() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~Hourglass() { QApplication::restoreOverrideCursor(); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
-} // namespace
 
 ScriptEditing::ScriptEditing(ChangeDoor& door, Dialogs& dialogs, const CommandLookup& commands,
                              std::function<bool()> isFriendly)
@@ -48,7 +36,8 @@ std::string ScriptEditing::EditConditional(QWidget* parent, const std::string& l
 
 std::string ScriptEditing::Render(const std::string& script, ScriptForm form,
                                   InternalProcedures internal) const {
-    const Hourglass hourglass;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const auto end = qScopeGuard(QApplication::restoreOverrideCursor);
     try {
         return RenderScript(script, form, internal, door_.Game().Procedures, commands_, isFriendly_());
     } catch (const KelError&) {

@@ -51,16 +51,18 @@ void frmConditional::FillConditionChooser() {
 }
 
 void frmConditional::ConnectControls() {
-    OnClick(ui_->butAddCondition, this, scripts_.PlatformDialogs(), [this] { butAddCondition_Click(); });
-    OnClick(ui_->butRemoveCondition, this, scripts_.PlatformDialogs(),
-            [this] { butRemoveCondition_Click(); });
-    OnClick(ui_->butConditionUp, this, scripts_.PlatformDialogs(), [this] { MoveCondition(-1); });
-    OnClick(ui_->butConditionDown, this, scripts_.PlatformDialogs(), [this] { MoveCondition(1); });
-    OnClick(ui_->butThen, this, scripts_.PlatformDialogs(), [this] { EditAction(parts_.Then, false); });
-    OnClick(ui_->butThenIf, this, scripts_.PlatformDialogs(), [this] { EditAction(parts_.Then, true); });
-    OnClick(ui_->butElse, this, scripts_.PlatformDialogs(), [this] { EditAction(parts_.Else, false); });
-    OnClick(ui_->butElseIf, this, scripts_.PlatformDialogs(), [this] { EditAction(parts_.Else, true); });
-    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    const auto onClick = [this](QPushButton* button, auto handler) {
+        OnClick(button, this, scripts_.PlatformDialogs(), handler);
+    };
+    onClick(ui_->butAddCondition, [this] { butAddCondition_Click(); });
+    onClick(ui_->butRemoveCondition, [this] { butRemoveCondition_Click(); });
+    onClick(ui_->butConditionUp, [this] { MoveCondition(-1); });
+    onClick(ui_->butConditionDown, [this] { MoveCondition(1); });
+    onClick(ui_->butThen, [this] { EditAction(parts_.Then, false); });
+    onClick(ui_->butThenIf, [this] { EditAction(parts_.Then, true); });
+    onClick(ui_->butElse, [this] { EditAction(parts_.Else, false); });
+    onClick(ui_->butElseIf, [this] { EditAction(parts_.Else, true); });
+    onClick(ui_->butOK, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstConditions, {ui_->butAddCondition, ui_->butRemoveCondition, nullptr,
                                           ui_->butConditionUp, ui_->butConditionDown});
@@ -79,10 +81,7 @@ int frmConditional::SelectedCondition() const {
 }
 
 const CommandDefinition* frmConditional::FindEntry(const std::string& keyword) const {
-    for (const CommandDefinition& entry : scripts_.Commands().Catalogue())
-        if (EqualIgnoringCase(entry.Keyword, "if " + keyword))
-            return &entry;
-    return nullptr;
+    return scripts_.Commands().FindKeyword("if " + keyword);
 }
 
 QString frmConditional::DescribeCondition(std::size_t index) const {

@@ -5,6 +5,7 @@
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
+#include "script/ScriptField.h"
 #include "ui_frmEditCommand.h"
 
 namespace zem {
@@ -13,12 +14,10 @@ frmEditCommand::frmEditCommand(ScriptEditing& scripts, const std::string& patter
                                QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditCommand>()),
-      scripts_(scripts),
-      action_(action) {
+      scripts_(scripts) {
     ui_->setupUi(this);
     EditStorableText(*ui_->txtCommand, pattern, scripts.PlatformDialogs());
-    scripts.Show(action_, *ui_->txtAction);
-    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
+    action_ = new ScriptField(scripts, *this, *ui_->txtAction, *ui_->butEdit, action);
     OnClick(ui_->butInsertVariable, this, scripts_.PlatformDialogs(), [this] { butInsertVariable_Click(); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -32,9 +31,8 @@ std::string frmEditCommand::Pattern() const {
     return FromQt(ui_->txtCommand->text());
 }
 
-void frmEditCommand::butEdit_Click() {
-    action_ = scripts_.EditScript(this, action_);
-    scripts_.Show(action_, *ui_->txtAction);
+const std::string& frmEditCommand::Action() const {
+    return action_->Script();
 }
 
 /// Puts a variable in the place of the selected text, or at the caret.

@@ -12,6 +12,7 @@ class frmEditCommand;
 namespace zem {
 
 class ScriptEditing;
+class ScriptField;
 
 /// Edits one player command: its pattern, in which a word between two "#" names a string variable, and its
 /// action.
@@ -25,15 +26,14 @@ public:
 
     /// The edited pattern and action; for the caller when the window was closed with OK.
     std::string Pattern() const;
-    const std::string& Action() const { return action_; }
+    const std::string& Action() const;
 
 private:
-    void butEdit_Click();
     void butInsertVariable_Click();
 
     std::unique_ptr<Ui::frmEditCommand> ui_;
     ScriptEditing& scripts_;
-    std::string action_;
+    ScriptField* action_;
 };
 
 } // namespace zem

@@ -98,27 +98,31 @@ void frmScriptEditor::ShowOther(bool isOther) {
     ui_->chkNoParameter->setVisible(isOther);
 }
 
-void frmScriptEditor::ChooseCommand(int index) {
-    if (index >= 0 && index < scripts_.Commands().Catalogue().Count()) {
-        const CommandDefinition& entry = scripts_.Commands().Catalogue()[index + 1];
-        const std::string& syntax = scripts_.IsFriendly() ? entry.FriendlyPrompt : entry.RawSyntax;
-        const bool takesParameter = syntax != "!";
-        ui_->txtParameter->setEnabled(takesParameter);
-        if (takesParameter) {
-            ui_->txtSyntax->setText(ToQt(syntax));
-        } else {
-            ui_->txtSyntax->setText(scripts_.IsFriendly()
-                                        ? QStringLiteral("There are no parameters for this command.")
-                                        : QStringLiteral("Function takes no parameters."));
-            ui_->txtParameter->clear();
-        }
-        names_->SetSyntax(entry.RawSyntax);
-        ShowOther(entry.Keyword == OtherCommand);
-        if (entry.Keyword == OtherCommand)
-            chkNoParameter_Click();
+/// Shows what the command takes.
+void frmScriptEditor::ShowCommand(const CommandDefinition& entry) {
+    const std::string& syntax = scripts_.IsFriendly() ? entry.FriendlyPrompt : entry.RawSyntax;
+    const bool takesParameter = syntax != "!";
+    ui_->txtParameter->setEnabled(takesParameter);
+    if (takesParameter) {
+        ui_->txtSyntax->setText(ToQt(syntax));
     } else {
-        ui_->txtSyntax->clear();
+        ui_->txtSyntax->setText(scripts_.IsFriendly()
+                                    ? QStringLiteral("There are no parameters for this command.")
+                                    : QStringLiteral("Function takes no parameters."));
+        ui_->txtParameter->clear();
     }
+    names_->SetSyntax(entry.RawSyntax);
+    ShowOther(entry.Keyword == OtherCommand);
+    if (entry.Keyword == OtherCommand)
+        chkNoParameter_Click();
+}
+
+void frmScriptEditor::ChooseCommand(int index) {
+    const CommandCatalogue& catalogue = scripts_.Commands().Catalogue();
+    if (index >= 0 && index < catalogue.Count())
+        ShowCommand(catalogue[index + 1]); // the conditions, which no chooser offers, stand behind all others
+    else
+        ui_->txtSyntax->clear();
     for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
         if (chooser->currentIndex() != index)
             chooser->setCurrentIndex(index);
@@ -128,27 +132,24 @@ void frmScriptEditor::ChooseCommand(int index) {
         hidden->setEditText(hidden->itemText(index));
 }
 
-/// Typing a command in full chooses it; any other text has no syntax to show.
-void frmScriptEditor::cmbCommands_Change() {
-    const int index = ui_->cmbCommands->findText(ui_->cmbCommands->currentText(), Qt::MatchExactly);
+bool frmScriptEditor::ChooseTyped(const QComboBox& chooser, Qt::MatchFlags match) {
+    const int index = chooser.findText(chooser.currentText(), match);
     if (index >= 0) {
         ChooseCommand(index);
-        return;
+        return true;
     }
     ui_->txtSyntax->clear();
     ui_->txtParameter->setEnabled(true);
+    return false;
 }
 
-/// The same for the friendly names, where any other text is no command.
+void frmScriptEditor::cmbCommands_Change() {
+    ChooseTyped(*ui_->cmbCommands, Qt::MatchExactly);
+}
+
 void frmScriptEditor::cmbFriendly_Change() {
-    const int index = ui_->cmbFriendly->findText(ui_->cmbFriendly->currentText(), Qt::MatchFixedString);
-    if (index >= 0) {
-        ChooseCommand(index);
-        return;
-    }
-    ui_->txtSyntax->clear();
-    ui_->txtParameter->setEnabled(true);
-    ui_->cmbCommands->setEditText(QString());
+    if (!ChooseTyped(*ui_->cmbFriendly, Qt::MatchFixedString))
+        ui_->cmbCommands->setEditText(QString()); // any other friendly name is no command
 }
 
 void frmScriptEditor::chkNoParameter_Click() {

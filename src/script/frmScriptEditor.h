@@ -14,6 +14,7 @@ class frmScriptEditor;
 namespace zem {
 
 class NamePicker;
+struct CommandDefinition;
 class ScriptEditing;
 
 /// Builds or changes one script line: a command of the catalogue and its parameter.
@@ -32,6 +33,10 @@ private:
     void FillChoosers(const std::string& command);
     void OpenLine(const std::string& line);
     void ChooseCommand(int index);
+    void ShowCommand(const CommandDefinition& entry);
+
+    /// Typing a command in full chooses it; any other text has no syntax to show.
+    bool ChooseTyped(const QComboBox& chooser, Qt::MatchFlags match);
     void cmbCommands_Change();
     void cmbFriendly_Change();
     void chkNoParameter_Click();

@@ -35,19 +35,11 @@ int FindInternalProcedure(const GameModel& game, const std::string& script) {
 }
 
 /// The lines of a script, without the empty ones at its end.
-std::vector<std::string> SplitLines(std::string_view script) {
+std::vector<std::string_view> SplitLines(std::string_view script) {
     const std::size_t last = script.find_last_not_of(" \r\n");
-    const std::string_view text =
-        script.substr(0, last == std::string_view::npos ? 0 : script.find("\r\n", last));
-    std::vector<std::string> lines;
-    for (std::string_view rest = text; !text.empty();) {
-        const std::size_t end = rest.find("\r\n");
-        lines.emplace_back(rest.substr(0, end));
-        if (end == std::string_view::npos)
-            break;
-        rest.remove_prefix(end + 2);
-    }
-    return lines;
+    if (last == std::string_view::npos)
+        return {};
+    return SplitAt(script.substr(0, script.find("\r\n", last)), "\r\n");
 }
 
 } // namespace
@@ -89,8 +81,8 @@ void frmScriptLines::OpenScript(const std::string& script) {
     const GameModel& game = scripts_.Door().Game();
     procedure_ = FindInternalProcedure(game, script);
     const std::string text = procedure_ == 0 ? script : game.Procedures[procedure_].Script;
-    for (const std::string& line : SplitLines(text))
-        InsertLine(static_cast<int>(lines_.size()), line);
+    for (const std::string_view line : SplitLines(text))
+        InsertLine(static_cast<int>(lines_.size()), std::string(line));
 }
 
 QListWidget& frmScriptLines::List() const {
@@ -186,7 +178,7 @@ std::string frmScriptLines::FoldLines() {
     door.Change(QStringLiteral("edit script"), [&](GameModel& game) {
         if (game.NextInternalProcedure == std::numeric_limits<std::int16_t>::max())
             throw KelError("the numbers of internal procedures end at 32,767");
-        name = "~Internal Procedure " + std::to_string(game.NextInternalProcedure);
+        name = std::string(InternalProcedure) + ' ' + std::to_string(game.NextInternalProcedure);
         game.Procedures.Append({name, joined});
         ++game.NextInternalProcedure;
     });

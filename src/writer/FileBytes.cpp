@@ -1,8 +1,8 @@
 #include "writer/FileBytes.h"
 
+#include "model/SystemError.h"
 #include "model/TextFile.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -17,10 +17,6 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 
 constexpr std::size_t BlockSize = 65536;
 
-std::error_code LastError() {
-    return {errno, std::generic_category()};
-}
-
 /// A file for whole blocks, which need no buffer on the way.
 File Open(const fs::path& path, const char* mode) {
     File file(std::fopen(path.string().c_str(), mode));
@@ -33,9 +29,9 @@ std::error_code CopyBlocks(std::FILE* from, std::FILE* to) {
     std::vector<char> block(BlockSize);
     while (const std::size_t size = std::fread(block.data(), 1, block.size(), from)) {
         if (std::fwrite(block.data(), 1, size, to) != size)
-            return LastError();
+            return LastSystemError();
     }
-    return std::ferror(from) != 0 ? LastError() : std::error_code();
+    return std::ferror(from) != 0 ? LastSystemError() : std::error_code();
 }
 
 } // namespace
@@ -43,10 +39,10 @@ std::error_code CopyBlocks(std::FILE* from, std::FILE* to) {
 std::error_code CopyBytes(const fs::path& from, const fs::path& to, CopyTo target) {
     const File in = Open(from, "rb");
     if (!in)
-        return LastError();
+        return LastSystemError();
     File out = Open(to, target == CopyTo::NewFile ? "wbx" : "wb");
     if (!out)
-        return LastError();
+        return LastSystemError();
     std::error_code error;
     // Before the bytes: nobody is to read them in the copy who could not read them in the file.
     if (target == CopyTo::NewFile)
@@ -54,7 +50,7 @@ std::error_code CopyBytes(const fs::path& from, const fs::path& to, CopyTo targe
     if (!error)
         error = CopyBlocks(in.get(), out.get());
     if (std::fclose(out.release()) != 0 && !error)
-        error = LastError();
+        error = LastSystemError();
     return error;
 }
 

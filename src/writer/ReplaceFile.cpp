@@ -20,6 +20,8 @@ namespace fs = std::filesystem;
 
 constexpr int MostLinks = 40; // one that leads to another, and so on, as the system has it
 
+constexpr const char* FileIsAsBefore = ". The file on disk is as it was before";
+
 [[noreturn]] void ThrowNotWritten(const std::string& what, const std::error_code& error) {
     throw KelError(what + ", so nothing was written: " + DescribeSystemError(error.value()));
 }
@@ -146,7 +148,7 @@ bool PutBack(const fs::path& file, const fs::path& backup) {
 std::string Undo(const fs::path& file, const fs::path& backup) {
     if (PutBack(file, backup)) {
         Broken().Remove(file);
-        return ". The file on disk is as it was before";
+        return FileIsAsBefore;
     }
     Broken().Add(file);
     return ". The previous version is in the file beside it whose name ends in \"~\"";
@@ -181,9 +183,8 @@ void ReplaceFile(const std::string& path, const std::function<void()>& write) {
         problem += Undo(file, backup);
     else if (isNew)
         problem += UndoNew(file);
-    else
-        problem +=
-            ". The file on disk is as it was before"; // a device: nothing can be put back, nor was lost
+    else // a device: nothing can be put back, nor was lost
+        problem += FileIsAsBefore;
     throw KelError(problem);
 }
 

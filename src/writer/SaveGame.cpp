@@ -46,6 +46,14 @@ public:
             WriteLine(keyword, " <", pair.Key, "> ", pair.Script);
     }
 
+    /// Writes where an exit leads, and its script only if that is set.
+    void WriteDestination(std::string_view keyword, const ScriptPair& pair) {
+        if (pair.Script.empty())
+            WriteTaggedLine(keyword, pair.Key);
+        else
+            WriteLine(keyword, " <", pair.Key, "> ", pair.Script);
+    }
+
     void Flush() {
         output_.Write(buffer_);
         buffer_.clear();
@@ -62,7 +70,7 @@ void WriteHeader(LineWriter& writer, const GameModel& game, std::string path) {
     // A line end in a file's name would make a line of its own of what follows it.
     std::replace_if(
         path.begin(), path.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    writer.WriteLine("' ", path, " created by ", "ZEM 1.0");
+    writer.WriteLine("' ", path, " created by ", NameAndVersion);
     writer.WriteLine();
     writer.WriteLine("'*** The following line is required by ZEM - please do not remove");
     writer.WriteTaggedLine("'ZEM-NIP", std::to_string(game.NextInternalProcedure));
@@ -111,45 +119,33 @@ void WriteSynonyms(LineWriter& writer, const GameModel& game) {
     writer.WriteLine("end define");
 }
 
+/// What follows the scripts of a character or an object.
+void WriteRestOfThing(LineWriter& writer, const Thing& thing, const Table<ScriptPair>& gives) {
+    writer.WriteTaggedLineIfSet("prefix", thing.Prefix);
+    writer.WriteTaggedLineIfSet("suffix", thing.Suffix);
+    if (thing.Hidden)
+        writer.WriteLine("hidden");
+    if (thing.Invisible)
+        writer.WriteLine("invisible");
+    writer.WritePairs("give", gives);
+    writer.WritePairs("use", thing.Uses);
+    writer.WriteLine(thing.MiscTags);
+    writer.WriteLine("end define");
+}
+
 void WriteCharacter(LineWriter& writer, const Thing& character) {
     writer.WriteTaggedLine("define character", character.Name);
     writer.WriteLineIfSet("look ", character.Look);
     writer.WriteLineIfSet("speak ", character.Speak);
     writer.WriteTaggedLineIfSet("gender", character.Gender);
-    writer.WriteTaggedLineIfSet("prefix", character.Prefix);
-    writer.WriteTaggedLineIfSet("suffix", character.Suffix);
-    if (character.Hidden)
-        writer.WriteLine("hidden");
-    if (character.Invisible)
-        writer.WriteLine("invisible");
-    writer.WritePairs("give", character.Gives);
-    writer.WritePairs("use", character.Uses);
-    writer.WriteLine(character.MiscTags);
-    writer.WriteLine("end define");
+    WriteRestOfThing(writer, character, character.Gives);
 }
 
 void WriteObject(LineWriter& writer, const Thing& object) {
     writer.WriteTaggedLine("define object", object.Name);
     writer.WriteLineIfSet("look ", object.Look);
     writer.WriteLineIfSet("take ", object.Take);
-    writer.WriteTaggedLineIfSet("prefix", object.Prefix);
-    writer.WriteTaggedLineIfSet("suffix", object.Suffix);
-    if (object.Hidden)
-        writer.WriteLine("hidden");
-    if (object.Invisible)
-        writer.WriteLine("invisible");
-    writer.WritePairs("use", object.Uses);
-    writer.WriteLine(object.MiscTags);
-    writer.WriteLine("end define");
-}
-
-void WriteOutExit(LineWriter& writer, const ScriptPair& out) {
-    if (out.Key.empty())
-        return;
-    if (out.Script.empty())
-        writer.WriteTaggedLine("out", out.Key);
-    else
-        writer.WriteLine("out <", out.Key, "> ", out.Script);
+    WriteRestOfThing(writer, object, {}); // nothing can be given to it
 }
 
 void WriteCompassExit(LineWriter& writer, std::string_view direction, const ScriptPair& exit) {
@@ -159,26 +155,13 @@ void WriteCompassExit(LineWriter& writer, std::string_view direction, const Scri
         writer.WriteTaggedLineIfSet(direction, exit.Key);
 }
 
-// The order of the written exits is not that of the record.
 void WriteExits(LineWriter& writer, const Room& room) {
-    WriteOutExit(writer, *room.Out);
-    WriteCompassExit(writer, "north", *room.North);
-    WriteCompassExit(writer, "south", *room.South);
-    WriteCompassExit(writer, "east", *room.East);
-    WriteCompassExit(writer, "west", *room.West);
-    WriteCompassExit(writer, "northwest", *room.NorthWest);
-    WriteCompassExit(writer, "northeast", *room.NorthEast);
-    WriteCompassExit(writer, "southwest", *room.SouthWest);
-    WriteCompassExit(writer, "southeast", *room.SouthEast);
-}
-
-void WritePlaces(LineWriter& writer, const Table<ScriptPair>& places) {
-    for (const ScriptPair& place : places) {
-        if (place.Script.empty())
-            writer.WriteTaggedLine("place", place.Key);
-        else
-            writer.WriteLine("place <", place.Key, "> ", place.Script);
-    }
+    if (!room.Out->Key.empty())
+        writer.WriteDestination("out", *room.Out);
+    for (const auto& [direction, exit] : CompassExits)
+        WriteCompassExit(writer, direction, *(room.*exit));
+    for (const ScriptPair& place : room.Places)
+        writer.WriteDestination("place", place);
 }
 
 void WriteRoom(LineWriter& writer, const Room& room) {
@@ -187,7 +170,6 @@ void WriteRoom(LineWriter& writer, const Room& room) {
     writer.WriteTaggedLineIfSet("prefix", room.Prefix);
     writer.WriteTaggedLineIfSet("look", room.Look);
     WriteExits(writer, room);
-    WritePlaces(writer, room.Places);
     writer.WriteLineIfSet("script ", room.Script);
     writer.WriteLineIfSet("description ", room.Description);
     writer.WritePairs("command", room.Commands);

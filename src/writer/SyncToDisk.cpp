@@ -1,5 +1,7 @@
 #include "writer/SyncToDisk.h"
 
+#include "model/SystemError.h"
+
 #if defined(__unix__) || defined(__APPLE__)
 #include <cerrno>
 #include <fcntl.h>
@@ -13,17 +15,13 @@ namespace zem {
 
 namespace {
 
-std::error_code LastError() {
-    return {errno, std::generic_category()};
-}
-
 /// The error of an fsync through a descriptor of its own: the system keeps an error of the disk for whoever
 /// asks first.
 std::error_code Sync(const std::filesystem::path& path) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC); // NOLINT(*-vararg): there is no other
     if (descriptor < 0)
-        return LastError();
-    const std::error_code error = fsync(descriptor) == 0 ? std::error_code() : LastError();
+        return LastSystemError();
+    const std::error_code error = fsync(descriptor) == 0 ? std::error_code() : LastSystemError();
     close(descriptor); // nothing is on its way any more that this could lose
     return error;
 }

@@ -1,11 +1,13 @@
 #include "app/GameSession.h"
 
+#include "forms/CommandError.h"
 #include "forms/QtText.h"
 #include "support/Games.h"
 
 #include <QSettings>
 
 #include <gtest/gtest.h>
+#include <new>
 #include <vector>
 
 namespace zem::test {
@@ -40,6 +42,34 @@ TEST_F(GameSessionTest, TellsEachChangeWithTheGameBeforeAndAfter) {
                  KelError);
     EXPECT_EQ(changes.size(), 1u);
     EXPECT_EQ(game.Rooms.Count(), 1);
+}
+
+// As when the memory does not suffice: nothing of the game that was open must be left in the session.
+TEST(GameSession, HoldsNoGameAfterALoadThatEndedInWhateverError) {
+    class HostWithoutMemory : public SilentHost {
+    public:
+        bool isFull = false;
+        void ShowStage(const std::string& text) override {
+            if (isFull && text == "Initializing room data...")
+                throw std::bad_alloc();
+        }
+    };
+    const test::TempFolder folder;
+    const QString path = PathToQt(folder.Write("game.kel", "define room <Hall>\nend define\n"));
+    HostWithoutMemory host;
+    QSettings store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat);
+    Settings settings(store, {});
+    GameModel game;
+    GameSession session(game, host, settings);
+    session.LoadGame(path);
+    session.Change(QStringLiteral("add room"), [](GameModel& model) { model.Rooms.Append(); });
+    int shownRooms = session.Game().Rooms.Count();
+    QObject::connect(&session, &GameSession::Replaced, [&] { shownRooms = session.Game().Rooms.Count(); });
+    host.isFull = true;
+    EXPECT_THROW(session.LoadGame(path), CommandError);
+    EXPECT_EQ(shownRooms, 0);
+    EXPECT_EQ(session.Steps().Count(), 0u);
+    EXPECT_FALSE(session.Stamp().Exists());
 }
 
 // The list of recent files may be set to hold nothing; the game is loaded and saved all the same.

@@ -95,7 +95,7 @@ TEST_F(MenuFormsTest, EditsPlayerCommandsInAListOfTheirOwn) {
         PressKey(command, "txtCommand", Qt::Key_End);
         TypeText(command, "txtCommand", " round");
         CutNextScript();
-        Click(command, "butEdit");
+        PressKey(command, "txtAction", Qt::Key_Return); // as in any script field
         Click(command, "butOK");
     });
     QTest::keyClick(&list, Qt::Key_Return);

@@ -2,6 +2,7 @@
 #include "app/frmReadBack.h"
 #include "app/frmVersions.h"
 #include "check/LooseComparison.h"
+#include "editors/frmRoomProperties.h"
 #include "support/Cases.h"
 #include "support/EditorGame.h"
 #include "support/SmallGame.h"
@@ -121,6 +122,27 @@ TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
         });
         p.Trigger("mnuToolsVersions");
     }
+}
+
+TEST(SavedMeansReadable, AsksAgainAboutWhatIsMendedOnTheWayOut) {
+    RunningProgram p;
+    p.StartWith(Small);
+    p.game.Rooms.Edit(2).Alias = "a>b";
+    p.game.Modified = true;
+    const QString question =
+        QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
+    p.dialogs.Message(question, QMessageBox::Yes);
+    p.dialogs.Message(question, QMessageBox::Yes);
+    WhenOpenLater<frmReadBack>([](frmReadBack& form) {
+        WhenOpen<frmRoomProperties>([](frmRoomProperties& room) {
+            Find<QLineEdit>(room, "txtAlias").setText(QStringLiteral("a to b"));
+            Click(room, "butOK");
+        });
+        Click(form, "butEdit");
+    });
+    p.Trigger("mnuFileNew");
+    EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
+    EXPECT_NE(ReadBytes(p.folder.Path("game.kel")).find("alias <a to b>"), std::string::npos);
 }
 
 TEST(SavedMeansReadable, ReadsLargeGamesBackInTheBackground) {

@@ -103,6 +103,14 @@ TEST(IfLine, IsDescribedInPlainEnglish) {
     EXPECT_EQ(DescribeIfLine("if strange <x> then if has <y> then win", commands),
               "If strange <x>, then: If the player has \"y\", then: The player wins");
     EXPECT_EQ(DescribeIfLine("if nonsense", commands), "if nonsense");
+
+    // The catalogue may hold a keyword that begins another one.
+    CommandCatalogue overlapping;
+    overlapping.Append({"if has", "item", "has", "Item", "If the player has $ ..."});
+    overlapping.Append({"if has seen", "room", "has seen", "Room", "If the player has seen $ ..."});
+    overlapping.Append({"(other)", "", "", "", "$"});
+    EXPECT_EQ(DescribeIfLine("if HAS seen <Hall> then win", CommandLookup(overlapping)),
+              "If the player has seen Hall, then: win");
 }
 
 } // namespace
