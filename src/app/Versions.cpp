@@ -50,7 +50,7 @@ std::vector<FileVersion> Versions::List(const QString& game) const {
 }
 
 QString Versions::SetAside(const QString& path) {
-    const QString aside = path + QLatin1String(".damaged");
+    QString aside = path + QLatin1String(".damaged");
     QFile::rename(path, aside);
     return aside;
 }
