@@ -9,7 +9,7 @@ install(FILES ${zem_data} DESTINATION ${program_folder})
 install(DIRECTORY data/manual DESTINATION ${program_folder})
 file(RELATIVE_PATH program /usr/${CMAKE_INSTALL_BINDIR} /usr/${program_folder}/zem)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packaging)
-file(CREATE_LINK ${program} ${CMAKE_BINARY_DIR}/packaging/zem SYMBOLIC)
+file(CREATE_LINK ${program} ${CMAKE_BINARY_DIR}/packaging/zem SYMBOLIC RESULT linked) # only the installation needs it
 install(FILES ${CMAKE_BINARY_DIR}/packaging/zem DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 # For the desktop: its caches are refreshed by the packages they belong to.
@@ -27,14 +27,16 @@ file(READ data/icons/LICENSE ICONS_LICENCE)
 configure_file(packaging/copyright.in packaging/copyright @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/packaging/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS LICENSE data/icons/LICENSE)
-find_program(GZIP gzip REQUIRED)
-foreach(page zem.1 changelog)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS packaging/${page})
-    execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/packaging/${page}
-        OUTPUT_FILE ${CMAKE_BINARY_DIR}/packaging/${page}.gz COMMAND_ERROR_IS_FATAL ANY)
-endforeach()
-install(FILES ${CMAKE_BINARY_DIR}/packaging/zem.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES ${CMAKE_BINARY_DIR}/packaging/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
+find_program(GZIP gzip)
+if(GZIP)
+    foreach(page zem.1 changelog)
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS packaging/${page})
+        execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/packaging/${page}
+            OUTPUT_FILE ${CMAKE_BINARY_DIR}/packaging/${page}.gz COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
+    install(FILES ${CMAKE_BINARY_DIR}/packaging/zem.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${CMAKE_BINARY_DIR}/packaging/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
+endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "Zem team <zem-support@example.org>")

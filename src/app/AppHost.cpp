@@ -1,5 +1,6 @@
 #include "app/AppHost.h"
 
+#include "app/frmManual.h"
 #include "app/frmOrbMsgBox.h"
 #include "app/frmProgress.h"
 #include "forms/QtText.h"
@@ -34,6 +35,12 @@ MessageResult PlatformResult(QMessageBox::StandardButton button) {
     }
 }
 
+/// The window that messages belong to: never the manual, which itself belongs to other windows.
+QWidget* WindowToAnswer() {
+    QWidget* active = QApplication::activeWindow();
+    return qobject_cast<frmManual*>(active) == nullptr ? active : QApplication::activeModalWidget();
+}
+
 } // namespace
 
 AppHost::AppHost(const Settings& settings, Dialogs& dialogs) : settings_(settings), dialogs_(dialogs) {}
@@ -42,7 +49,7 @@ AppHost::~AppHost() = default;
 
 MessageResult AppHost::ShowMessage(const std::string& text, const std::string& title,
                                    MessageButtons buttons) {
-    QWidget* parent = QApplication::activeWindow();
+    QWidget* parent = WindowToAnswer();
     if (!settings_.UseSpecialMsgBox())
         return PlatformResult(
             dialogs_.ShowMessageBox(parent, ToQt(text), ToQt(title), PlatformButtons(buttons)));
@@ -52,13 +59,13 @@ MessageResult AppHost::ShowMessage(const std::string& text, const std::string& t
 }
 
 void AppHost::ShowNotice(const std::string& text, const std::string& title) {
-    dialogs_.ShowMessageBox(QApplication::activeWindow(), ToQt(text),
+    dialogs_.ShowMessageBox(WindowToAnswer(), ToQt(text),
                             title.empty() ? QLatin1String(DefaultTitle) : ToQt(title));
 }
 
 void AppHost::ShowStage(const std::string& text) {
     if (!progress_) {
-        progress_ = std::make_unique<frmProgress>(QApplication::activeWindow());
+        progress_ = std::make_unique<frmProgress>(WindowToAnswer());
         progress_->show();
     }
     progress_->ShowStage(ToQt(text));

@@ -65,6 +65,7 @@ void HelpKey::Show(QWidget& window) {
     manual_->show();
     LetUseBeside(window);
     manual_->GoTo(PlaceOf(window)); // the size of the shown window decides where that is
+    manual_->setWindowState(manual_->windowState() & ~Qt::WindowMinimized);
     manual_->raise();
     manual_->activateWindow();
 }
@@ -85,7 +86,8 @@ QString HelpKey::PlaceOf(const QWidget& window) const {
 /// A modal window locks all others out except those that belong to it, so the manual belongs to whichever
 /// window the author works in.
 void HelpKey::LetUseBeside(const QWidget& window) {
-    if (manual_ && manual_->windowHandle() != nullptr && &window != manual_.get())
+    const bool isOfManual = &window == manual_.get() || (manual_ && manual_->isAncestorOf(&window));
+    if (manual_ && manual_->windowHandle() != nullptr && !isOfManual)
         manual_->windowHandle()->setTransientParent(window.windowHandle());
 }
 

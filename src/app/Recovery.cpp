@@ -86,7 +86,7 @@ void Recovery::Schedule() {
 }
 
 void Recovery::StartWriting() {
-    if (!session_.Game().Modified && !isFileLacking_) {
+    if (!IsNeeded()) {
         Remove(); // everything was undone
         return;
     }
@@ -116,9 +116,13 @@ void Recovery::StartWriting() {
 void Recovery::WriteNow() {
     timer_.stop();
     pool_.waitForDone();
-    if (session_.Game().Modified)
+    if (IsNeeded())
         StartWriting();
     pool_.waitForDone();
+}
+
+bool Recovery::IsNeeded() const {
+    return session_.Game().Modified || isFileLacking_;
 }
 
 void Recovery::KeepDespiteSave() {

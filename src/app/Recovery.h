@@ -61,6 +61,7 @@ signals:
     void Failed(const QString& problem);
 
 private:
+    bool IsNeeded() const;
     void Schedule();
     void StartWriting();
     void EndChanges();

@@ -11,7 +11,15 @@
 #include <QStyle>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace zem {
+
+namespace {
+
+constexpr int TitleBarHeight = 40; // device-independent pixels, with some to spare
+
+} // namespace
 
 frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
                  EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
@@ -48,12 +56,19 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     AcceptFileDrops(*this, [this](const QString& path) { OpenDropped(path); });
     RefreshRecentMenu();
     GameReplaced();
-    // Where the window manager would put it, half of it may be out of sight.
-    setGeometry(
-        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(), screen()->availableGeometry()));
+    StandInTheMiddle();
 }
 
 frmMain::~frmMain() = default;
+
+/// Where the window manager would put the window, half of it may be out of sight.
+void frmMain::StandInTheMiddle() {
+    const QRect room = screen()->availableGeometry().adjusted(0, TitleBarHeight, 0, 0);
+    QRect place =
+        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(room.size()), room);
+    place.moveTopLeft({std::max(place.left(), room.left()), std::max(place.top(), room.top())});
+    setGeometry(place);
+}
 
 void frmMain::Connect(QAction* action, void (frmMain::*handler)()) {
     connect(action, &QAction::triggered, this,

@@ -111,9 +111,13 @@ private:
     void butEditObj_Click(std::size_t index);
     void butDeleteObj_Click(std::size_t index);
 
+    void StandInTheMiddle();
+
     /// Asks about unsaved changes, if there are any; false when the author cancelled.
     bool AskToSave();
     bool AskToSaveBeforeRun();
+    bool SaveFor(const std::function<bool()>& askAgain);
+    bool SaveUnderItsName();
 
     /// Asks what is to be done when the file is no longer what was loaded or saved.
     /// @return whether the game is to be saved over it all the same

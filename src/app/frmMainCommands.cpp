@@ -21,20 +21,26 @@ constexpr int WidestRecentFile = 600; // device-independent pixels
 } // namespace
 
 bool frmMain::AskToSave() {
+    saveCheck_.Finish(); // of a save before this; while the game is still here
     if (!session_.Game().Modified)
         return true;
     const QMessageBox::StandardButton answer = dialogs_.ShowMessageBox(
         this, QStringLiteral("Do you want to save the changes you made to this game?"),
         QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    // A name dialog that was cancelled does not stop the command; a save that failed does, by its exception.
-    if (answer == QMessageBox::Yes) {
-        const std::size_t step = session_.Steps().Done();
-        mnuFileSave_Click();
-        saveCheck_.Finish(); // while the game is still here
-        if (session_.Steps().Done() != step)
-            return AskToSave(); // the author has mended what the file would not give back
-    }
+    if (answer == QMessageBox::Yes)
+        return SaveFor([this] { return AskToSave(); });
     return answer != QMessageBox::Cancel;
+}
+
+/// Saves before a command that leaves the game or needs its file. A name dialog that was cancelled does not
+/// stop the command; a save that failed does, by its exception.
+/// @param askAgain  decides where the author has mended what the file would not give back
+bool frmMain::SaveFor(const std::function<bool()>& askAgain) {
+    const std::size_t step = session_.Steps().Done();
+    if (!SaveUnderItsName())
+        return false;
+    saveCheck_.Finish();
+    return session_.Steps().Done() == step || askAgain();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
@@ -66,10 +72,20 @@ void frmMain::OpenDropped(const QString& path) {
 }
 
 void frmMain::mnuFileSave_Click() {
-    if (session_.FileName().isEmpty())
+    SaveUnderItsName();
+}
+
+/// False when the author did not decide between the game and a file that another program has changed.
+bool frmMain::SaveUnderItsName() {
+    const QString path = session_.FileName();
+    if (path.isEmpty()) {
         mnuFileSaveAs_Click();
-    else if (!QFileInfo::exists(session_.FileName()) || !session_.IsChangedOnDisk() || AskAboutChangedFile())
-        session_.SaveGame(session_.FileName());
+        return true;
+    }
+    if (QFileInfo::exists(path) && session_.IsChangedOnDisk() && !AskAboutChangedFile())
+        return !session_.Game().Modified;
+    session_.SaveGame(path);
+    return true;
 }
 
 void frmMain::mnuFileSaveAs_Click() {
@@ -98,6 +114,7 @@ bool frmMain::AskToSaveBeforeRun() {
             return false;
         mnuFileSave_Click();
     }
+    saveCheck_.Finish();
     if (!session_.Game().Modified)
         return true;
     const QMessageBox::StandardButton answer = dialogs_.ShowMessageBox(
@@ -107,7 +124,7 @@ bool frmMain::AskToSaveBeforeRun() {
             "version will be executed instead. Save the current version now?"),
         QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
     if (answer == QMessageBox::Yes)
-        mnuFileSave_Click();
+        return SaveFor([this] { return AskToSaveBeforeRun(); });
     return answer != QMessageBox::Cancel;
 }
 

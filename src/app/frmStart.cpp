@@ -41,8 +41,6 @@ void frmStart::butOpen_Click() {
 }
 
 void frmStart::butOpenRecent_Click() {
-    if (ui_->lstRecent->hasFocus() && SelectFocusedRow(*ui_->lstRecent))
-        return; // the key of the button, too, shows the file before it opens it
     const QList<QListWidgetItem*> selected = ui_->lstRecent->selectedItems();
     if (!selected.isEmpty())
         emit GameChosen(selected.constFirst()->text());

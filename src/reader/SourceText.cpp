@@ -11,6 +11,8 @@ namespace zem {
 SourceText::SourceText(std::string bytes) : bytes_(std::move(bytes)) {
     if (bytes_.empty())
         throw KelError("the file is empty");
+    if (bytes_.size() > std::numeric_limits<std::uint32_t>::max())
+        throw KelError("the file is too large: it has 4 GB and more");
     const bool hasTabs = Holds('\t'); // few files have any
     lines_.reserve(static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n')) + 1);
     for (std::string_view rest = bytes_; !rest.empty();) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <string_view>
 
 namespace zem::test {
 namespace {
@@ -29,6 +30,28 @@ TEST(ChangedOnDisk, IsToldBeforeASaveOverwritesIt) {
         EXPECT_EQ(std::filesystem::exists(p.folder.Path("mine.kel")), choice == AnotherName);
         EXPECT_EQ(p.game.GameName, choice == Reload ? "Theirs" : "Tower");
         EXPECT_EQ(p.game.Modified, choice == Cancel);
+    }
+}
+
+TEST(ChangedOnDisk, StopsWhatThreatensTheGameUntilTheAuthorHasDecided) {
+    const QString unsaved =
+        QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
+    const QString unsavedRun =
+        QStringLiteral("Game not saved: The current game has changed since it was last saved - if not saved "
+                       "now, the last saved version will be executed instead. Save the current version now?");
+    for (const char* command : {"mnuFileNew", "mnuFileOpen", "mnuFileExit", "mnuFileRunKELfile"}) {
+        SCOPED_TRACE(command);
+        RunningProgram p;
+        p.StartWith(Small);
+        DeleteRoom(p, 0);
+        p.folder.Write("game.kel", Small + "'x\r\n");
+        const bool isRun = std::string_view(command) == "mnuFileRunKELfile";
+        p.dialogs.Message(isRun ? unsavedRun : unsaved, QMessageBox::Yes);
+        p.dialogs.Choice(ChangedQuestion(p, "has been changed by another program"), -1);
+        p.Trigger(command);
+        EXPECT_TRUE(p.Main()->isVisible());
+        EXPECT_TRUE(p.game.Modified);
+        EXPECT_EQ(p.Rows("lstRooms"), QStringList{"Attic"});
     }
 }
 

@@ -5,6 +5,7 @@
 #include "support/WhenOpen.h"
 
 #include <QPointer>
+#include <QScreen>
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -37,6 +38,7 @@ std::string ButtonsOn(const RunningProgram& p) {
 TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     RunningProgram p;
     p.StartWith(ThreeRooms);
+    EXPECT_TRUE(p.Main()->screen()->availableGeometry().contains(p.Main()->geometry()));
     ASSERT_TRUE(p.Main()->isVisible());
     EXPECT_FALSE(p.program->StartWindow()->isVisible());
     EXPECT_EQ(p.Title(), "\"Tower\" [" + p.folder.Path("game.kel") + "] - ZEM 1.0");

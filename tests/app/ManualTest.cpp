@@ -116,6 +116,9 @@ TEST(Manual, CanBeUsedWhileAModalWindowIsOpen) {
         EXPECT_EQ(PlaceShown(p), QStringLiteral("frmMain"));
     });
     p.Click("butEditRoom");
+    p.program->ManualWindow()->showMinimized();
+    PressF1(*p.Main());
+    EXPECT_FALSE(manual.isMinimized());
 }
 
 TEST(Manual, FindsFromTheTopAgainAndOpensOtherDocumentsByTheDesktop) {

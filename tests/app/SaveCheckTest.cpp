@@ -125,24 +125,35 @@ TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
 }
 
 TEST(SavedMeansReadable, AsksAgainAboutWhatIsMendedOnTheWayOut) {
-    RunningProgram p;
-    p.StartWith(Small);
-    p.game.Rooms.Edit(2).Alias = "a>b";
-    p.game.Modified = true;
-    const QString question =
-        QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
-    p.dialogs.Message(question, QMessageBox::Yes);
-    p.dialogs.Message(question, QMessageBox::Yes);
-    WhenOpenLater<frmReadBack>([](frmReadBack& form) {
-        WhenOpen<frmRoomProperties>([](frmRoomProperties& room) {
-            Find<QLineEdit>(room, "txtAlias").setText(QStringLiteral("a to b"));
-            Click(room, "butOK");
+    struct Case {
+        const char* command;
+        const char* question;
+    };
+    for (const Case& c :
+         {Case{"mnuFileNew", "Do you want to save the changes you made to this game?"},
+          {"mnuFileRunKELfile",
+           "The current game has changed since it was last saved - if not saved now, the last saved version "
+           "will be executed instead. Save the current version now?"}}) {
+        RunningProgram p;
+        p.StartWith(Small);
+        p.game.Rooms.Edit(2).Alias = "a>b";
+        p.game.Modified = true;
+        const QString question = QStringLiteral("Game not saved: ") + QLatin1String(c.question);
+        p.dialogs.Message(question, QMessageBox::Yes);
+        p.dialogs.Message(question, QMessageBox::Yes);
+        WhenOpenLater<frmReadBack>([](frmReadBack& form) {
+            WhenOpen<frmRoomProperties>([](frmRoomProperties& room) {
+                SetText(room, "txtAlias", "a to b");
+                Click(room, "butOK");
+            });
+            Click(form, "butEdit");
         });
-        Click(form, "butEdit");
-    });
-    p.Trigger("mnuFileNew");
-    EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
-    EXPECT_NE(ReadBytes(p.folder.Path("game.kel")).find("alias <a to b>"), std::string::npos);
+        if (std::string(c.command) == "mnuFileRunKELfile")
+            p.dialogs.Document(p.Path("game.kel"), 33);
+        p.Trigger(c.command);
+        EXPECT_FALSE(p.game.Modified);
+        EXPECT_NE(ReadBytes(p.folder.Path("game.kel")).find("alias <a to b>"), std::string::npos);
+    }
 }
 
 TEST(SavedMeansReadable, ReadsLargeGamesBackInTheBackground) {
