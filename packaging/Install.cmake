@@ -19,6 +19,20 @@ install(FILES packaging/zem-kel.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/pa
 install(FILES data/icons/zem.svg DESTINATION ${icons}/apps)
 install(FILES data/icons/zem.svg DESTINATION ${icons}/mimetypes RENAME application-x-kel-game.svg)
 
+# Where no package does it.
+install(CODE [[
+    if(NOT DEFINED ENV{DESTDIR} AND NOT CMAKE_INSTALL_PREFIX MATCHES "_CPack_Packages")
+        foreach(cache "update-mime-database;mime" "update-desktop-database;applications")
+            list(GET cache 0 tool)
+            list(GET cache 1 folder)
+            find_program(${tool} ${tool})
+            if(${tool})
+                execute_process(COMMAND ${${tool}} ${CMAKE_INSTALL_PREFIX}/share/${folder})
+            endif()
+        endforeach()
+    endif()
+]])
+
 # For the reader.
 file(GLOB samples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/samples/*.kel)
 install(FILES ${samples} DESTINATION ${CMAKE_INSTALL_DATADIR}/zem/samples)

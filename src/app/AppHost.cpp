@@ -49,6 +49,7 @@ AppHost::~AppHost() = default;
 
 MessageResult AppHost::ShowMessage(const std::string& text, const std::string& title,
                                    MessageButtons buttons) {
+    HideProgress();
     QWidget* parent = WindowToAnswer();
     if (!settings_.UseSpecialMsgBox())
         return PlatformResult(
@@ -58,16 +59,22 @@ MessageResult AppHost::ShowMessage(const std::string& text, const std::string& t
     return box.Result();
 }
 
+/// Until the next stage: a message must not stand before a window that seems to be at work.
+void AppHost::HideProgress() {
+    if (progress_)
+        progress_->hide();
+}
+
 void AppHost::ShowNotice(const std::string& text, const std::string& title) {
+    HideProgress();
     dialogs_.ShowMessageBox(WindowToAnswer(), ToQt(text),
                             title.empty() ? QLatin1String(DefaultTitle) : ToQt(title));
 }
 
 void AppHost::ShowStage(const std::string& text) {
-    if (!progress_) {
+    if (!progress_)
         progress_ = std::make_unique<frmProgress>(WindowToAnswer());
-        progress_->show();
-    }
+    progress_->show();
     progress_->ShowStage(ToQt(text));
 }
 

@@ -25,6 +25,8 @@ public:
     void CloseProgress() override;
 
 private:
+    void HideProgress();
+
     const Settings& settings_;
     Dialogs& dialogs_;
     std::unique_ptr<frmProgress> progress_;

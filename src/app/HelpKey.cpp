@@ -45,9 +45,15 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
     QWidget& widget = *static_cast<QWidget*>(watched);
     if (event->type() == QEvent::WindowActivate && widget.isWindow())
         LetUseBeside(widget);
-    if (!IsHelpKey(*event) || QApplication::activePopupWidget() != nullptr)
+    if (!IsHelpKey(*event))
         return false;
-    Show(*widget.window());
+    QWidget* window = widget.window();
+    while (QWidget* popup = QApplication::activePopupWidget()) { // a menu, or a list of matches
+        popup->close();
+        window = QApplication::activeWindow();
+    }
+    if (window != nullptr)
+        Show(*window);
     return true;
 }
 

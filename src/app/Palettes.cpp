@@ -82,6 +82,14 @@ public:
         }
     }
 
+    /// The buttons of questions have no pictures, as those of all other windows have none.
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+
 private:
     /// Whether it has the outline of the focus or of the default button, which are seen well enough.
     static bool IsHighlighted(PrimitiveElement element, const QStyleOption& option) {

@@ -36,8 +36,14 @@ void Program::Main(const QString& file) {
     connect(start_.get(), &frmStart::NewGameChosen, this, &Program::CreateNewGame);
     connect(start_.get(), &frmStart::GameChosen, this, &Program::OpenGame);
     start_->show();
-    if (!OfferRecovery() && !file.isEmpty())
-        OpenGame(QFileInfo(file).absoluteFilePath()); // its name must be good from any folder
+    const bool isRestored = OfferRecovery();
+    const QString path = QFileInfo(file).absoluteFilePath(); // its name must be good from any folder
+    if (file.isEmpty() || (isRestored && path == session_.FileName()))
+        return;
+    if (isRestored)
+        main_->OpenFile(path); // which asks about what was restored
+    else
+        OpenGame(path);
 }
 
 void Program::LoadSettings() {

@@ -53,7 +53,7 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
     connect(&session, &GameSession::RecentFilesChanged, this, &frmMain::RefreshRecentMenu);
     connect(&session, &GameSession::StatusChanged, this, &frmMain::ShowStatus);
-    AcceptFileDrops(*this, [this](const QString& path) { OpenDropped(path); });
+    AcceptFileDrops(*this, [this](const QString& path) { OpenFile(path); });
     RefreshRecentMenu();
     GameReplaced();
     StandInTheMiddle();

@@ -44,6 +44,9 @@ public:
             const QString& programFolder);
     ~frmMain() override;
 
+    /// Opens a game that was named from outside, after asking about unsaved changes.
+    void OpenFile(const QString& path);
+
 signals:
     /// The author has closed the window, and it stays closed.
     void Unloaded();
@@ -128,7 +131,6 @@ private:
     void OpenEditorOf(const LostPlace& place);
     void OpenRoomOrThing(const LostPlace& place);
     void OpenDocument(const QString& path);
-    void OpenDropped(const QString& path);
 
     /// Runs an editing command; afterwards the lists are filled anew with these rows selected.
     void ChangeGame(const QString& name, const Selection& selection,

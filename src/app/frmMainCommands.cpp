@@ -64,7 +64,7 @@ void frmMain::mnuFileOpen_Click() {
         session_.LoadGame(path);
 }
 
-void frmMain::OpenDropped(const QString& path) {
+void frmMain::OpenFile(const QString& path) {
     RunCommand(dialogs_, this, [&] {
         if (AskToSave())
             session_.LoadGame(path);

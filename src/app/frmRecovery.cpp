@@ -45,9 +45,11 @@ frmRecovery::~frmRecovery() = default;
 void frmRecovery::Fill() {
     ui_->lstCopies->clear();
     for (const RecoveryCopy& copy : copies_)
-        new QTreeWidgetItem(ui_->lstCopies,
-                            {ToQt(copy.game.GameName), PathToQt(copy.game.FileName),
-                             copy.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), StateOfFile(copy)});
+        new QTreeWidgetItem(
+            ui_->lstCopies,
+            {copy.game.GameName.empty() ? QStringLiteral("(no name yet)") : ToQt(copy.game.GameName),
+             copy.game.FileName.empty() ? QStringLiteral("(none)") : PathToQt(copy.game.FileName),
+             copy.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), StateOfFile(copy)});
     QHeaderView& columns = *ui_->lstCopies->header();
     columns.setSectionResizeMode(QHeaderView::ResizeToContents);
     columns.setSectionResizeMode(FileColumn, QHeaderView::Stretch); // paths may be long

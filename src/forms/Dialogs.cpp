@@ -11,6 +11,7 @@
 #include <QMimeDatabase>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QUrl>
 
 namespace zem {
@@ -34,6 +35,7 @@ QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question
         dialog.setWindowTitle(question.title);
     dialog.setDefaultSuffix(question.defaultSuffix);
     dialog.setNameFilters(NameFilters(question.filter));
+    dialog.resize(QSize(820, 520).boundedTo(dialog.screen()->availableSize())); // all columns whole
     const QFileInfo current(question.currentFile);
     if (!question.currentFile.isEmpty())
         dialog.setDirectory(current.absolutePath());
