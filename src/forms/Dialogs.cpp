@@ -7,11 +7,13 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QMimeDatabase>
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
+#include <QTreeView>
 #include <QUrl>
 
 namespace zem {
@@ -35,7 +37,11 @@ QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question
         dialog.setWindowTitle(question.title);
     dialog.setDefaultSuffix(question.defaultSuffix);
     dialog.setNameFilters(NameFilters(question.filter));
-    dialog.resize(QSize(820, 520).boundedTo(dialog.screen()->availableSize())); // all columns whole
+    dialog.resize(QSize(820, 520).boundedTo(dialog.screen()->availableSize()));
+    if (auto* files = dialog.findChild<QTreeView*>()) { // none in the dialogs of a desktop
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
     const QFileInfo current(question.currentFile);
     if (!question.currentFile.isEmpty())
         dialog.setDirectory(current.absolutePath());
