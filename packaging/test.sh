@@ -24,17 +24,19 @@ release=$(. /etc/os-release && echo "$VERSION_CODENAME")
 mirror=$(apt-get indextargets --format '$(CODENAME) $(REPO_URI)' | awk -v r="$release" '$1 == r { print $2; exit }')
 work=$(mktemp -d)
 root=$work/root
+author=/srv/author # the folder of its user
 trap 'rm -rf --one-file-system "$work"' EXIT
 
 say "Making a fresh root of $release with nothing but the essential packages"
 debootstrap --variant=minbase "$release" "$root" "$mirror" >"$work/log" 2>&1 || { tail "$work/log"; die debootstrap; }
-cp "$package" "$root/root/zem.deb"
+mkdir "$root$author"
+cp "$package" "$root$author/zem.deb"
 
 # Runs a command in the fresh root; processes that it leaves behind end with it.
 inside() {
     # shellcheck disable=SC2016
     unshare --mount --pid --fork sh -c 'mount -t proc proc "$0/proc" && exec chroot "$0" "$@"' "$root" \
-        env HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"
+        env HOME=$author PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"
 }
 apt() {
     inside apt-get -y -qq -o Dpkg::Use-Pty=0 "$@" >"$work/log" 2>&1 || { tail "$work/log"; die "apt-get $*"; }
@@ -44,23 +46,23 @@ purge() { apt purge zem; }
 
 # Every file with its content, but for what the package tools and tests write down.
 snapshot() {
-    inside find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /run -o -path /tmp -o -path /root -o \
+    inside find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /run -o -path /tmp -o -path $author -o \
         -path /var/cache -o -path /var/log -o -path /var/lib/dpkg -o -path /var/lib/apt \) -prune -o \
         \( -type f -exec sha256sum {} + -o -printf '%y %p %l\n' \) | sort -k2
 }
 
 say "Installing it: its dependencies must be enough to run it"
-install /root/zem.deb
+install $author/zem.deb
 inside zem --version
-inside zem format /usr/share/zem/samples/lighthouse.kel /root/out.kel
+inside zem format /usr/share/zem/samples/lighthouse.kel $author/out.kel
 inside zem print /usr/share/zem/samples/lighthouse.kel >"$work/sample"
-inside zem print /root/out.kel >"$work/copy"
+inside zem print $author/out.kel >"$work/copy"
 cmp "$work/sample" "$work/copy" || die "the saved sample is another"
 echo "format: the saved sample prints the same $(wc -l <"$work/copy") lines"
-mkdir -p "$root/root/.config/Veldt"
-printf '[Init]\nInstalledVer=2.0\n' >"$root/root/.config/Veldt/Veldt.conf"
+mkdir -p "$root$author/.config/Veldt"
+printf '[Init]\nInstalledVer=2.0\n' >"$root$author/.config/Veldt/Veldt.conf"
 status=0
-inside env QT_QPA_PLATFORM=offscreen timeout 4 zem /root/out.kel 2>"$work/log" || status=$?
+inside env QT_QPA_PLATFORM=offscreen timeout 4 zem $author/out.kel 2>"$work/log" || status=$?
 [ "$status" -eq 124 ] || { cat "$work/log"; die "the editor ended by itself with status $status"; }
 echo "editor: was still running after 4 seconds"
 
@@ -69,14 +71,14 @@ purge
 install desktop-file-utils hicolor-icon-theme libglib2.0-bin shared-mime-info xdg-utils xvfb
 inside update-desktop-database # the state that any desktop's machine is in
 snapshot >"$work/before"
-install /root/zem.deb
+install $author/zem.deb
 snapshot >"$work/installed"
 inside dpkg -L zem | while read -r file; do [ -f "$root$file" ] && stat -c %s "$root$file"; done |
     awk '{ sum += $1 } END { printf "installed: %d bytes in %d files\n", sum, NR; exit sum >= 5e6 }' ||
     die "the installed package is not under 5 MB"
 
-name="/root/the last one.kel"
-cp "$root/root/out.kel" "$root$name"
+name="$author/the last one.kel"
+cp "$root$author/out.kel" "$root$name"
 type=$(inside gio info -a standard::content-type "$name" | awk '/standard::content-type:/ { print $2 }')
 default=$(inside xdg-mime query default "$type")
 echo "type of .kel files: $type, opened by: $default"
@@ -89,9 +91,9 @@ inside sh -c 'mkdir /tmp/screen && Xvfb -displayfd 1 -screen 0 1024x768x24 -fbdi
     sleep 2
     DISPLAY=:$(cat /tmp/display) gio open "$0" >/dev/null 2>&1 &
     sleep 5
-    cp /tmp/screen/Xvfb_screen0 /root/window.xwd
+    cp /tmp/screen/Xvfb_screen0 "$HOME/window.xwd"
     pidof zem >/dev/null && tr "\0" "\n" <"/proc/$(pidof zem)/cmdline"' "$name" || die "no window was opened"
-cp "$root/root/window.xwd" "$output"
+cp "$root$author/window.xwd" "$output"
 convert "xwd:$output/window.xwd" "$output/window.png" 2>/dev/null && rm "$output/window.xwd"
 echo "picture: build/package/$(basename "$output"/window.*)"
 

@@ -50,6 +50,8 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
     QWidget* window = widget.window();
     while (QWidget* popup = QApplication::activePopupWidget()) { // a menu, or a list of matches
         popup->close();
+        if (QApplication::activePopupWidget() == popup)
+            return false; // it does not let go
         window = QApplication::activeWindow();
     }
     if (window != nullptr)
