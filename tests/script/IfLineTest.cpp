@@ -1,5 +1,6 @@
 #include "script/IfLine.h"
 
+#include "support/CaseFile.h"
 #include "support/Cases.h"
 #include "support/Games.h"
 
@@ -36,22 +37,9 @@ TEST(IfLine, SaysWhyALineIsNotUnderstood) {
     std::string deep;
     for (int k = 0; k < 100'000; ++k)
         deep += "if a then ";
-    for (const auto& [line, problem] : Cases<std::string, const char*>{
-             {"msg <x>", "the line does not begin with \"if\""},
-             {"ifhas <x> then y", "the line does not begin with \"if\""},
-             {"if has <x> goto <y>", "after a condition comes \"and\", \"or\" or \"then\""},
-             {"if has <x> <y> then z", "after a condition comes \"and\", \"or\" or \"then\""},
-             {"if then x", "a condition is missing"},
-             {"if a and then x", "a condition is missing"},
-             {"if <x> then y", "a condition is missing"},
-             {"if a then", "there is no command after \"then\""},
-             {"if a then else b", "there is no command after \"then\""},
-             {"if a then b else", "there is no command after \"else\""},
-             {"if a then b else c else d", "there is an \"else\" too many"},
-             {"if has <x then y", "a \"<\" is never closed"},
-             {deep + "x", "too many \"if\" stand inside one another"},
-         })
-        EXPECT_EQ(Problem(line), problem) << line.substr(0, 60);
+    for (const auto& [line, problem] : CasesIn<2>("bad-if-lines"))
+        EXPECT_EQ(Problem(line), problem) << line;
+    EXPECT_EQ(Problem(deep + "x"), "too many \"if\" stand inside one another");
 }
 
 TEST(IfLine, RefusesPartsOfWhichNoLineCanBeMade) {
