@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/KelError.h"
-#include "model/SharedArray.h"
+#include "model/RecordGroup.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,9 +15,8 @@ namespace zem {
 /// The one container of the game model: records numbered 1 to Count(), at most 32,767 of them.
 ///
 /// A copy of a table behaves as a deep copy but shares its records with the original until one of the two
-/// is written, so undo steps and recovery copies are plain copies. Records hang in groups of at most
-/// `GroupSize`: copying a table copies one pointer, writing a record afterwards copies that record, the
-/// pointers of its group and the list of groups.
+/// is written, so undo steps and recovery copies are plain copies. Copying a table copies one pointer,
+/// writing a record afterwards copies that record, the pointers of its group and the list of groups.
 ///
 /// Copies may be read and destroyed on other threads; one table object belongs to one thread at a time.
 template <class Record>
@@ -31,22 +30,21 @@ public:
     std::int16_t Count() const {
         if (groups_.IsEmpty())
             return 0;
-        return static_cast<std::int16_t>(groups_.Back().first +
-                                         static_cast<int>(groups_.Back().records.Size()));
+        return static_cast<std::int16_t>(groups_.Back().first + static_cast<int>(groups_.Back().Size()));
     }
     bool IsEmpty() const { return groups_.IsEmpty(); }
 
     /// Read access to record k, 1 to Count(). Throws KelError for any other k.
     const Record& operator[](int k) const {
         const Place place = Find(k);
-        return groups_[place.group].records[place.offset][0];
+        return groups_[place.group][place.offset];
     }
 
     /// Write access to record k, 1 to Count(). Throws KelError for any other k. The reference is good until
     /// the table is changed in another way or copied.
     Record& Edit(int k) {
         const Place place = Find(k);
-        return groups_.Edit(place.group).records.Edit(place.offset).Edit(0);
+        return groups_.Edit(place.group).Edit(place.offset);
     }
 
     /// Adds a record at the end and gives write access to it. Throws KelError when the table is full.
@@ -54,14 +52,13 @@ public:
         const std::int16_t count = Count();
         if (count == MaxCount)
             throw KelError("a list of the game cannot hold more than 32,767 entries");
-        Box box;
-        box.Append(std::move(record));
-        if (groups_.IsEmpty() || groups_.Back().records.Size() == GroupSize) {
-            Group group{{}, count};
-            group.records.Append(std::move(box));
-            return groups_.Append(std::move(group)).records.Edit(0).Edit(0);
+        const auto before = static_cast<std::size_t>(count);
+        if (groups_.IsEmpty() || groups_.Back().Size() == RecordGroup<Record>::Capacity) {
+            Group group(count);
+            group.Append(std::move(record), before);
+            return groups_.Append(std::move(group)).Edit(0);
         }
-        return groups_.Edit(groups_.Size() - 1).records.Append(std::move(box)).Edit(0);
+        return groups_.Edit(groups_.Size() - 1).Append(std::move(record), before / 4);
     }
 
     Record& Append(const Record& record) { return Append(Record(record)); }
@@ -70,10 +67,10 @@ public:
     /// Deletes record k, 1 to Count(); later records move down by one. Throws KelError for any other k.
     void Remove(int k) {
         const Place place = Find(k);
-        groups_.Edit(place.group).records.Remove(place.offset);
+        groups_.Edit(place.group).Remove(place.offset);
         for (std::size_t group = place.group + 1; group < groups_.Size(); ++group)
             --groups_.Edit(group).first;
-        if (groups_[place.group].records.IsEmpty())
+        if (groups_[place.group].IsEmpty())
             groups_.Remove(place.group);
     }
 
@@ -105,14 +102,10 @@ public:
     }
 
 private:
-    using Box = SharedArray<Record>; // of one record
-
-    // Small enough to be copied for every undo step, large enough that the list of groups stays short.
-    static constexpr std::size_t GroupSize = 64;
-
-    struct Group {
-        SharedArray<Box> records; // never empty
-        std::int16_t first;       // how many records stand in the groups before this one
+    // Never empty. A base leaves its last bytes to what follows, so that the list of groups stays short.
+    struct Group : RecordGroup<Record> {
+        explicit Group(std::int16_t first_) : first(first_) {}
+        std::int16_t first; // how many records stand in the groups before this one
     };
 
     struct Place {
@@ -137,12 +130,9 @@ private:
     }
 
     bool HasSameGroups(const Table& other) const {
-        const auto sameRecord = [](const Box& a, const Box& b) { return a.IsSharedWith(b) || a[0] == b[0]; };
         return std::equal(
-            groups_.begin(), groups_.end(), other.groups_.begin(), [&](const Group& a, const Group& b) {
-                return a.records.IsSharedWith(b.records) ||
-                       std::equal(a.records.begin(), a.records.end(), b.records.begin(), sameRecord);
-            });
+            groups_.begin(), groups_.end(), other.groups_.begin(),
+            [](const Group& a, const Group& b) { return static_cast<const RecordGroup<Record>&>(a) == b; });
     }
 
     SharedArray<Group> groups_; // also tells the count, so that a table moved from is simply empty
@@ -160,11 +150,11 @@ public:
 
     Iterator() = default;
 
-    reference operator*() const { return table_->groups_[group_].records[offset_][0]; }
+    reference operator*() const { return table_->groups_[group_][offset_]; }
     pointer operator->() const { return &**this; }
 
     Iterator& operator++() {
-        if (++offset_ == table_->groups_[group_].records.Size()) {
+        if (++offset_ == table_->groups_[group_].Size()) {
             ++group_;
             offset_ = 0;
         }
