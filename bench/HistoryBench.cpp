@@ -1,8 +1,8 @@
 // A step of the author (one room changed, the step recorded) as a ratio to copying that one room deeply, and
 // the memory that many steps take.
 #include "Clock.h"
+#include "DeepCopy.h"
 #include "GeneratedGame.h"
-#include "model/Fields.h"
 #include "model/History.h"
 #include "reader/LoadGame.h"
 
@@ -20,33 +20,6 @@ GameModel LoadedGame() {
     GameModel game;
     ReadGame(game, GenerateGame(Rooms));
     return game;
-}
-
-void CopyDeeply(const std::string& from, std::string& to) {
-    to.assign(from.data(), from.size());
-}
-void CopyDeeply(bool from, bool& to) {
-    to = from;
-}
-template <class Record>
-void CopyDeeply(const Shared<Record>& from, Shared<Record>& to);
-template <class Record>
-void CopyDeeply(const Table<Record>& from, Table<Record>& to);
-
-template <class Record>
-void CopyDeeply(const Record& from, Record& to) {
-    ForEachField<Record>([&](const char*, auto field) { CopyDeeply(from.*field, to.*field); });
-}
-template <class Record>
-void CopyDeeply(const Shared<Record>& from, Shared<Record>& to) {
-    if (*from == Record())
-        return; // which takes no memory in either
-    CopyDeeply(*from, to.Edit());
-}
-template <class Record>
-void CopyDeeply(const Table<Record>& from, Table<Record>& to) {
-    for (const Record& record : from)
-        CopyDeeply(record, to.Append());
 }
 
 /// Changes a room, another one each time.

@@ -1,6 +1,7 @@
 #include "reader/BlockReaders.h"
 #include "reader/Keywords.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -70,11 +71,14 @@ template <class Use>
 void SplitList(std::string_view list, Cut cut, Use use) {
     while (true) {
         // The end of the list counts as a comma, so a ";" is never the only cut left.
-        const std::size_t end = list.find_first_of(cut == Cut::AtNearest ? ",;" : ",");
-        use(Trim(list.substr(0, end)));
-        if (end == std::string_view::npos)
+        const auto end = std::find_if(list.begin(), list.end(), [cut](char c) {
+            return c == ',' || (c == ';' && cut == Cut::AtNearest);
+        });
+        const auto size = static_cast<std::size_t>(end - list.begin());
+        use(Trim(list.substr(0, size)));
+        if (size == list.size())
             return;
-        list.remove_prefix(end + 1);
+        list.remove_prefix(size + 1);
     }
 }
 
@@ -103,18 +107,16 @@ void ReadItems(GameModel& game, const SourceText& source) {
     game.Items.Clear();
     NamesIgnoringCase startItems;
     UseGameLines(source, [&](std::string_view line) {
-        if (BeginsWith(line, "possitems ") || BeginsWith(line, "items "))
-            SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
-                game.Items.Append({std::string(name), false});
-            });
-        else if (BeginsWith(line, "startitems "))
+        if (BeginsWith(line, "startitems "))
             SplitList(GetParameter(line), Cut::AtCommaFirst,
                       [&](std::string_view name) { startItems.insert(name); });
     });
-    int k = 0;
-    for (const ItemEntry& item : game.Items)
-        if (++k; startItems.contains(item.Name))
-            game.Items.Edit(k).IsStartItem = true;
+    UseGameLines(source, [&](std::string_view line) {
+        if (BeginsWith(line, "possitems ") || BeginsWith(line, "items "))
+            SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
+                game.Items.Append({std::string(name), startItems.contains(name)});
+            });
+    });
 }
 
 void ReadCollectables(GameModel& game, const SourceText& source) {

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "model/Fields.h"
+
+#include <string>
+#include <type_traits>
+
+namespace zem::bench {
+
+// Copies that share nothing with what they were made of.
+
+inline void CopyDeeply(const std::string& from, std::string& to) {
+    to.assign(from.data(), from.size());
+}
+template <class Record>
+void CopyDeeply(const Shared<Record>& from, Shared<Record>& to);
+template <class Record>
+void CopyDeeply(const Table<Record>& from, Table<Record>& to);
+
+template <class Record>
+void CopyDeeply(const Record& from, Record& to) {
+    if constexpr (std::is_arithmetic_v<Record>)
+        to = from;
+    ForEachField<Record>([&](const char*, auto field) { CopyDeeply(from.*field, to.*field); });
+}
+template <class Record>
+void CopyDeeply(const Shared<Record>& from, Shared<Record>& to) {
+    if (*from == Record())
+        return; // which takes no memory in either
+    CopyDeeply(*from, to.Edit());
+}
+template <class Record>
+void CopyDeeply(const Table<Record>& from, Table<Record>& to) {
+    for (const Record& record : from)
+        CopyDeeply(record, to.Append());
+}
+
+} // namespace zem::bench
