@@ -68,7 +68,7 @@ private:
     static_assert(std::is_nothrow_move_constructible_v<T>, "room that was taken must be filled");
 
     struct Slot {
-        Slot(T&& value_, std::uint32_t number_) : number(number_), value(std::move(value_)) {}
+        Slot(T&& record, std::uint32_t place) : number(place), value(std::move(record)) {}
         std::atomic<std::uint32_t> owners{1};
         std::uint32_t number; // in its pool, from 1; 0 for a record alone
         T value;

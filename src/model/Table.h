@@ -104,7 +104,7 @@ public:
 private:
     // Never empty. A base leaves its last bytes to what follows, so that the list of groups stays short.
     struct Group : RecordGroup<Record> {
-        explicit Group(std::int16_t first_) : first(first_) {}
+        explicit Group(std::int16_t before) : first(before) {}
         std::int16_t first; // how many records stand in the groups before this one
     };
 
