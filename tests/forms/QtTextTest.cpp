@@ -50,9 +50,8 @@ TEST(StorableInput, TakesOneLineAndRefusesWhatAFileCannotHold) {
     box.setCursorPosition(1);
     dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u03B1")));
     paste(QStringLiteral(u"x\u03B1y"));
-    QTest::keyClicks(&box, "c");
-    EXPECT_EQ(box.text(), "\x01"
-                          "cone  end define  two");
+    QTest::keyClicks(&box, "z");
+    EXPECT_EQ(box.text(), "\x01zone  end define  two");
     dialogs.Text("Title: Prompt []", "Hall\nend define");
     EXPECT_EQ(AskStorableText(dialogs, nullptr, "Prompt", "Title", {}), "Hall end define");
 }

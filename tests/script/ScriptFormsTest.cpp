@@ -70,37 +70,26 @@ TEST_F(ScriptForms, AskForACommand) {
     EXPECT_EQ(form->Line(), "msg <Ho>");
 }
 
-TEST_F(ScriptForms, OfferTheCommandsThatContainWhatIsTyped) {
-    const auto form = Open<frmScriptEditor>("");
+TEST_F(ScriptForms, OfferTheCommandsThatContainWhatIsTypedAndDropAParameterThatIsNotTaken) {
+    const auto form = Open<frmScriptEditor>("msg <Hi>");
+    Find<QComboBox>(*form, "cmbFriendly").lineEdit()->selectAll();
     TypeText(*form, "cmbFriendly", "wins");
     EXPECT_EQ(TextOf(*form, "cmbFriendly"), "wins");
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return}) {
         ASSERT_NE(QApplication::activePopupWidget(), nullptr);
         QTest::keyClick(QApplication::activePopupWidget(), key);
     }
+    EXPECT_FALSE(IsEnabled(*form, "txtParameter"));
+    EXPECT_EQ(TextOf(*form, "txtSyntax"), "There are no parameters for this command.");
     Click(*form, "butOK");
     EXPECT_EQ(form->Line(), "win <>");
 }
 
-TEST_F(ScriptForms, EmptyAndDisableTheParameterOfACommandWithoutOne) {
-    for (const bool isFriendly : {true, false}) {
-        friendly = isFriendly;
-        const auto form = Open<frmScriptEditor>("msg <Hi>");
-        auto& chooser = Find<QComboBox>(*form, isFriendly ? "cmbFriendly" : "cmbCommands");
-        chooser.setCurrentIndex(Find<QComboBox>(*form, "cmbCommands").findText("win"));
-        EXPECT_FALSE(IsEnabled(*form, "txtParameter"));
-        EXPECT_EQ(TextOf(*form, "txtSyntax"),
-                  isFriendly ? "There are no parameters for this command." : "Function takes no parameters.");
-        Click(*form, "butOK");
-        EXPECT_EQ(form->Line(), "win <>");
-    }
-}
-
 TEST_F(ScriptForms, OfferTheNamesOfTheGameForThePartAtTheCaret) {
-    game = LoadBytes(CrLf("define game <x>\nend define\ndefine room <Hall>\n"
-                          "script if flag <seen> and more <turns; 9> then set <zeal; 1>\n"
-                          "define object <lamp>\nend define\nend define\ndefine room <Attic>\nscript set "
-                          "<mood; 1>\nend define\n"));
+    game = LoadBytes(CrLf("define game <x>\nend define\n"
+                          "define room <Hall>\nscript if flag <seen> and more <turns; 9> then set <zeal; 1>\n"
+                          "define object <lamp>\nend define\nend define\n"
+                          "define room <Attic>\nscript set <mood; 1>\nend define\n"));
     const auto offered = [](const frmScriptEditor& editor, int caret) {
         Find<QLineEdit>(editor, "txtParameter").setCursorPosition(caret);
         const auto& chooser = Find<QComboBox>(editor, "cmbNames");
