@@ -2,7 +2,7 @@
 #include "editors/frmAddNewPlace.h"
 #include "editors/frmRoomProperties.h"
 #include "forms/NameBox.h"
-#include "support/Cases.h"
+#include "support/Lines.h"
 #include "support/RunningProgram.h"
 #include "support/ScriptForms.h"
 
@@ -16,12 +16,12 @@ namespace {
 /// Opens the editor of the room in a row and runs `use` on it.
 class RoomEditor : public testing::Test {
 protected:
-    explicit RoomEditor(const std::string& bytes = CrLf(
-                            "define game <x>\nend define\n"
-                            "define room <Hall>\nout <Yard> msg <bye>\nnorth msg <Locked.>\nsouth <yard>\n"
-                            "place <the; Yard> msg <a>\nplace <Hall> msg <b>\nend define\n"
-                            "define room <Yard>\nend define\n")) {
-        p.StartWith(bytes);
+    RoomEditor() {
+        p.StartWith(CrLf("define game <x>\nend define\n"
+                         "define room <Hall>\nout <Yard> msg <bye>\nnorth msg <Locked.>\nsouth <yard>\n"
+                         "place <the; Yard> msg <a>\nplace <Hall> msg <b>\nend define\n"
+                         "define room <Yard>\nend define\n"));
+        opened = SaveToBytes(p.game);
     }
 
     void Edit(int row, const std::function<void(frmRoomProperties&)>& use) {
@@ -30,42 +30,40 @@ protected:
         p.Click("butEditRoom");
     }
 
-    const Room& Hall() const { return p.game.Rooms[1]; }
+    /// What has become of the lines of the game.
+    std::string Changes() const { return Difference(opened, SaveToBytes(p.game)); }
 
     RunningProgram p;
+    std::string opened;
 };
 
 TEST_F(RoomEditor, OffersTheRoomsAndAnActionWhereTheExitsCanHaveOne) {
     Edit(0, [this](frmRoomProperties& form) {
-        for (const auto& [exit, text, rows, hasAction] : Cases<std::string, const char*, int, bool>{
-                 {"0", "Yard", 3, true},
-                 {"1", "[action]", 4, true},
-                 {"2", "[not accessible]", 4, false}, // "yard" is no room: the case differs
-                 {"3", "[not accessible]", 4, false}}) {
+        std::string exits;
+        for (const std::string exit : {"0", "1", "2", "3"}) {
             const auto& box = Find<NameBox>(form, ("cmbRoomNames_" + exit).c_str());
-            EXPECT_EQ(box.currentText(), text) << exit;
-            EXPECT_EQ(box.count(), rows) << exit;
-            EXPECT_EQ(IsEnabled(form, ("butRoomAction_" + exit).c_str()), hasAction) << exit;
+            exits += box.Text() + ' ' + std::to_string(box.count());
+            exits += IsEnabled(form, ("butRoomAction_" + exit).c_str()) ? " action|" : "|";
         }
+        EXPECT_EQ(exits, "Yard 3 action|[action] 4 action|[not accessible] 4|[not accessible] 4|")
+            << "\"yard\" is no room: the case differs";
         auto& north = Find<NameBox>(form, "cmbRoomNames_1");
         const auto& action = Find<QPushButton>(form, "butRoomAction_1");
         north.setCurrentIndex(1);
-        EXPECT_EQ(north.currentText(), "Hall");
         EXPECT_FALSE(action.isEnabled());
         north.setEditText("[action]");
-        EXPECT_TRUE(action.isEnabled());
         p.dialogs.Message("ZEM: " + *UnstorableCharacter(QStringLiteral(u"\u0394")));
         north.findChild<QLineEdit*>()->insert(QStringLiteral(u"\u0394"));
         EXPECT_TRUE(action.isEnabled()) << "as the text is back";
-        north.setEditText("hall"); // typed, and no other case is put in its place
-        north.setFocus();
+        north.clearEditText();
+        TypeText(form, "cmbRoomNames_1", "hall");
+        EXPECT_NE(QApplication::activePopupWidget(), nullptr) << "offers \"Hall\"";
+        PressKey(form, "cmbRoomNames_1", Qt::Key_Escape);
         Find<NameBox>(form, "cmbRoomNames_0").setFocus();
         Click(form, "butOK");
     });
-    EXPECT_EQ(Hall().North->Key, "hall");
-    EXPECT_EQ(Hall().North->Script, "msg <Locked.>") << "stays in the record";
-    EXPECT_EQ(Hall().South->Key, "") << "led nowhere";
-    EXPECT_EQ(Hall().Out->Key, "Yard");
+    EXPECT_EQ(Changes(), "-north msg <Locked.>|-south <yard>|+north <hall>") << "as it was typed";
+    EXPECT_EQ(p.game.Rooms[1].North->Script, "msg <Locked.>") << "for when there is an action again";
 }
 
 // It is written at once, and Cancel does not take it back.
@@ -75,127 +73,61 @@ TEST_F(RoomEditor, KeepsTheActionOfAnExitWhenItIsCancelled) {
         for (const auto& [button, script] :
              {std::pair("butRoomAction_0", "bye"), std::pair("butRoomAction_1", "Locked.")}) {
             CutNextScript(script);
-            Click(form, "butExits");
             Click(form, button);
         }
-        QTest::keyClick(&form, Qt::Key_Escape);
+        PressKey(form, "txtAlias", Qt::Key_Escape);
     });
-    EXPECT_EQ(Hall().Out->Script, "");
-    EXPECT_EQ(Hall().Out->Key, "Yard");
-    EXPECT_EQ(Hall().North->Script, "");
-    EXPECT_EQ(Hall().Alias, "");
+    EXPECT_EQ(Changes(), "-out <Yard> msg <bye>|-north msg <Locked.>|+out <Yard>|+north ");
     EXPECT_TRUE(p.game.Modified);
-    EXPECT_EQ(p.SelectedRow("lstRooms"), 0);
 }
 
-TEST_F(RoomEditor, AddsPlacesToRoomsThatNeedNotExist) {
+// The scripts stay where they were when a place goes, and the places after it take them over.
+TEST_F(RoomEditor, AddsAndRemovesPlacesAndLeavesTheirScriptsBehind) {
     Edit(0, [](frmRoomProperties& form) {
-        Click(form, "butExits");
-        for (const auto& [prefix, room] : {std::pair("the", "Hall"), std::pair("", "nowhere; yet")}) {
-            WhenOpen<frmAddNewPlace>([prefix = prefix, room = room](frmAddNewPlace& place) {
-                EXPECT_EQ(Find<NameBox>(place, "cmbPlaceNames").count(), 2);
-                TypeText(place, "txtPrefix", QLatin1String(prefix));
-                SetText(place, "cmbPlaceNames", room);
-                Click(place, "butAdd");
-            });
-            Click(form, "butAddPlace");
-        }
-        WhenOpen<frmAddNewPlace>([](frmAddNewPlace& place) { Click(place, "butCancel"); });
-        PressKey(form, "lstPlaces", Qt::Key_Insert);
-        Click(form, "butOK");
-    });
-    ASSERT_EQ(Hall().Places.Count(), 4);
-    EXPECT_EQ(Hall().Places[3], (ScriptPair{"the; Hall", ""}));
-    EXPECT_EQ(Hall().Places[4], (ScriptPair{"nowhere; yet", ""}));
-    EXPECT_EQ(Hall().Places[2], (ScriptPair{"Hall", "msg <b>"}));
-}
-
-// The scripts stay where they were, also under a place that is added afterwards.
-TEST_F(RoomEditor, LeavesTheScriptOfARemovedPlaceBehind) {
-    Edit(0, [](frmRoomProperties& form) {
-        auto& places = Find<QListWidget>(form, "lstPlaces");
         Click(form, "butExits");
         Click(form, "butRemovePlace"); // nothing selected, nothing happens
         Click(form, "butScript");
-        places.setCurrentRow(0);
+        SelectRow(form, "lstPlaces", 0);
         Click(form, "butRemovePlace");
-        WhenOpen<frmAddNewPlace>([](frmAddNewPlace& place) {
-            SetText(place, "cmbPlaceNames", "Attic");
-            Click(place, "butAdd");
-        });
-        Click(form, "butAddPlace");
-        CutNextScript("b"); // of the row that is selected now, the new one
-        const QPoint attic = places.visualItemRect(places.item(1)).center();
-        QTest::mouseClick(places.viewport(), Qt::LeftButton, {}, attic);
-        QTest::mouseDClick(places.viewport(), Qt::LeftButton, {}, attic);
+        for (const auto& [prefix, room, close] :
+             {std::tuple("", "nowhere; yet", "butAdd"), {"the", "Yard", "butAdd"}, {"", "", "butCancel"}}) {
+            WhenOpen<frmAddNewPlace>([=, prefix = prefix, room = room, close = close](frmAddNewPlace& place) {
+                auto& box = Find<NameBox>(place, "cmbPlaceNames");
+                EXPECT_EQ(box.Text() + std::to_string(box.count()), "2");
+                TypeText(place, "txtPrefix", QLatin1String(prefix));
+                SetText(place, "cmbPlaceNames", room);
+                Click(place, close);
+            });
+            PressKey(form, "lstPlaces", Qt::Key_Insert);
+        }
+        auto& places = Find<QListWidget>(form, "lstPlaces");
+        const QPoint nowhere = places.visualItemRect(places.item(1)).center();
+        CutNextScript("b");
+        QTest::mouseClick(places.viewport(), Qt::LeftButton, {}, nowhere);
+        QTest::mouseDClick(places.viewport(), Qt::LeftButton, {}, nowhere);
         Click(form, "butOK");
     });
-    ASSERT_EQ(Hall().Places.Count(), 2);
-    EXPECT_EQ(Hall().Places[1], (ScriptPair{"Hall", "msg <a>"}));
-    EXPECT_EQ(Hall().Places[2], (ScriptPair{"Attic", ""}));
+    EXPECT_EQ(Changes(), "-south <yard>|-place <the; Yard> msg <a>|-place <Hall> msg <b>|"
+                         "+place <Hall> msg <a>|+place <nowhere; yet>|+place <the; Yard>");
 }
 
-TEST_F(RoomEditor, ShowsOnePageAndItsButtonInBold) {
+TEST_F(RoomEditor, ShowsOnePageWithItsButtonInBoldAndRemembersItsSize) {
     Edit(0, [](frmRoomProperties& form) {
-        const auto shown = [&form] {
-            QString text;
+        std::string shown;
+        for (const char* page : {"", "butMisc", "butExits"}) {
+            if (*page != '\0')
+                Click(form, page);
             for (const char* button : {"butDetails", "butExits", "butActions", "butMisc"})
-                text += Find<QPushButton>(form, button).font().bold() ? u'1' : u'0';
-            return text + u' ' + Find<QStackedWidget>(form, "pages").currentWidget()->objectName();
-        };
-        EXPECT_EQ(shown(), "1000 fraDetails");
-        EXPECT_EQ(form.focusWidget()->objectName(), "txtAlias");
-        Click(form, "butMisc");
-        EXPECT_EQ(shown(), "0001 fraMisc");
-        Click(form, "butExits");
-        EXPECT_EQ(shown(), "0100 fraExits");
+                shown += Find<QPushButton>(form, button).font().bold() ? '1' : '0';
+            shown += ' ' + Find<QStackedWidget>(form, "pages").currentWidget()->objectName().toStdString();
+            shown += ' ' + form.focusWidget()->objectName().toStdString() + '\n';
+        }
+        EXPECT_EQ(shown, "1000 fraDetails txtAlias\n0001 fraMisc butMisc\n0100 fraExits butExits\n");
         Click(form, "butHelp");
-        const auto* help = form.findChild<frmHelp*>();
-        ASSERT_NE(help, nullptr);
-        EXPECT_NE(TextOf(*help, "txtHelp").find("'roomhelp'"), std::string::npos);
+        EXPECT_NE(TextOf(*form.findChild<frmHelp*>(), "txtHelp").find("'roomhelp'"), std::string::npos);
         form.resize(711, 613);
     });
-    Edit(1, [](frmRoomProperties& form) { EXPECT_EQ(form.size(), QSize(711, 613)) << "remembered"; });
-}
-
-TEST_F(RoomEditor, OpensWithADoubleClickAndWithReturn) {
-    auto* rooms = p.Find<QAbstractItemView>("lstRooms");
-    const auto isOf = [](const char* name) {
-        WhenOpen<frmRoomProperties>(
-            [name](frmRoomProperties& form) { EXPECT_EQ(TextOf(form, "txtRoomName"), name); });
-    };
-    isOf("Yard");
-    p.Select("lstRooms", 1);
-    QTest::mouseDClick(rooms->viewport(), Qt::LeftButton, {},
-                       rooms->visualRect(rooms->model()->index(1, 0)).center());
-    isOf("Hall");
-    QTest::keyClick(rooms, Qt::Key_Up);
-    QTest::keyClick(rooms, Qt::Key_Return);
-}
-
-TEST(NameBox, OffersTheNamesThatHoldTheTextAndKeepsWhatIsTyped) {
-    NameListModel names;
-    const QStringList rooms = {"Hall", "Great hall", "Yard"};
-    names.Reset(3, [&](int row) { return rooms[row]; });
-    ScriptedDialogs dialogs;
-    NameBox box;
-    box.Offer(names);
-    box.RefuseUnstorableText(dialogs);
-    box.show();
-    EXPECT_EQ(box.Text(), "");
-    auto* line = box.findChild<QLineEdit*>();
-    QTest::keyClicks(line, "hall");
-    const QWidget* popup = QApplication::activePopupWidget();
-    ASSERT_NE(popup, nullptr);
-    EXPECT_EQ(qobject_cast<const QAbstractItemView*>(popup)->model()->rowCount(), 2);
-    QTest::keyClick(line, Qt::Key_Escape);
-    QTest::keyClick(line, Qt::Key_Return);
-    EXPECT_EQ(box.Text(), "hall");
-    dialogs.Message("ZEM: " + *UnstorableCharacter(QStringLiteral(u"\u0394")));
-    QTest::keyClick(line, Qt::Key_End);
-    line->insert(QStringLiteral(u"\u0394"));
-    EXPECT_EQ(box.Text(), "hall");
-    box.hidePopup();
+    Edit(1, [](frmRoomProperties& form) { EXPECT_EQ(form.size(), QSize(711, 613)); });
 }
 
 } // namespace

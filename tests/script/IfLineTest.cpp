@@ -2,6 +2,7 @@
 
 #include "support/CaseFile.h"
 #include "support/Cases.h"
+#include "support/Catalogue.h"
 #include "support/Games.h"
 
 #include <gtest/gtest.h>
@@ -69,8 +70,8 @@ TEST(IfLine, ParsesWhatItWritesForRandomLines) {
     int understood = 0;
     for (int round = 0; round < 60'000; ++round) {
         std::string line = "if has <x> then ";
-        for (int n = std::uniform_int_distribution<int>(1, 9)(random); n > 0; --n)
-            line += pieces[std::uniform_int_distribution<std::size_t>(0, pieces.size() - 1)(random)] + " ";
+        for (auto count = 1 + random() % 9; count > 0; --count)
+            line += pieces[random() % pieces.size()] + " ";
         if (!Problem(line).empty())
             continue;
         ++understood;
@@ -81,9 +82,7 @@ TEST(IfLine, ParsesWhatItWritesForRandomLines) {
 }
 
 TEST(IfLine, IsDescribedInPlainEnglish) {
-    CommandCatalogue catalogue;
-    LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
-    const CommandLookup commands(catalogue);
+    const CommandLookup commands(ShippedCatalogue());
     EXPECT_EQ(
         DescribeIfLine("if has <key> and not flag <open> then goto <Hall> else msg <No.>", commands),
         "If the player has \"key\" and it is not so that the flag \"open\" is set, then: Move the player to "

@@ -3,6 +3,7 @@
 #include "forms/ChangeDoor.h"
 #include "script/CommandLookup.h"
 #include "script/ScriptEditing.h"
+#include "support/Catalogue.h"
 #include "support/ScriptedDialogs.h"
 
 #include <memory>
@@ -27,12 +28,6 @@ protected:
         }
         void MarkModified() override { game.Modified = true; }
     };
-
-    static CommandCatalogue ShippedCatalogue() {
-        CommandCatalogue catalogue;
-        LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
-        return catalogue;
-    }
 
     /// Shows a form on a script or a line of one, without waiting for it to be closed.
     template <class Form>

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "script/CommandCatalogue.h"
+
+namespace zem::test {
+
+/// The commands that Zem ships with.
+inline CommandCatalogue ShippedCatalogue() {
+    CommandCatalogue catalogue;
+    LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
+    return catalogue;
+}
+
+} // namespace zem::test
