@@ -56,8 +56,7 @@ TEST(ReadBack, ComparesTheWholeFileAndNotOnlyItsParts) {
               "The file cannot be read again: line 7: this block has no \"end define\": define game <>");
     EXPECT_EQ(ReadBack(game, "define game <x>\r\nend define\r\n").at(0).text,
               "The file gives back another game than the one that was saved");
-    game.Rooms.Append({.Name = "a > b", .Look = "c > d"});
-    game.Rooms.Append({.Look = ">"});
+    SetFields(game, "room 1, alias = > && room 1, description = > && room 2, alias = >");
     EXPECT_EQ(ReadBack(game, GameFile(game), 1).size(), 1u) << "no more places than were asked for";
 }
 
