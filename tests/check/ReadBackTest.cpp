@@ -65,46 +65,22 @@ bool ComesBack(const GameModel& game) {
     return ProblemOf([&] { ReadGame(back, GameFile(game)); }).empty() && IsSameInFile(game, back);
 }
 
-/// A game of the place's entry and nothing else, or of all that stands in no list.
-GameModel Alone(GameModel game, const LostPlace& place) {
-    ForEachField<GameModel>([&](const char* name, auto field) {
-        auto& value = game.*field;
-        if constexpr (requires { value.Count(); }) {
-            const auto all = value;
-            value.Clear();
-            if (name == place.list)
-                value.Append(all[place.entry]);
-        } else if (place.entry != 0) {
-            value = std::remove_cvref_t<decltype(value)>();
-        }
-    });
-    return game;
-}
-
-/// What holds for every game: no place is named if, and only if, the game comes back; each place is there,
-/// does not come back in a game of its own, and is explained.
+/// What holds for every game: no place is named if, and only if, the game comes back, and each is explained.
 TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
-    int comeBack = 0;
     int lost = 0;
     for (unsigned seed = 1; seed <= 600; ++seed) {
         const GameModel game = RandomGame(seed, seed % 3 == 0 ? 0 : static_cast<int>(seed % 7)).Make();
         SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + GameFile(game));
         const std::vector<LostPlace> places = Places(game);
         ASSERT_EQ(places.empty(), ComesBack(game));
-        ++(places.empty() ? comeBack : lost);
-        for (const LostPlace& place : places) {
-            SCOPED_TRACE(place.text);
-            ASSERT_FALSE(place.text.ends_with("as it is") ||
-                         place.text.ends_with("something else together") ||
-                         place.text.ends_with("something else there") ||
-                         place.text.ends_with("kept apart there") || place.text.starts_with("The file"));
-            if (place.text.find("of the same name") == std::string::npos) {
-                ASSERT_FALSE(ComesBack(Alone(game, place)));
-            }
-        }
+        lost += places.empty() ? 0 : 1;
+        for (const LostPlace& place : places)
+            for (const char* vague :
+                 {"as it is", "something else together", "something else there", "kept apart there"})
+                ASSERT_FALSE(place.text.starts_with("The file") || place.text.ends_with(vague)) << place.text;
     }
-    EXPECT_GT(comeBack, 50);
     EXPECT_GT(lost, 50);
+    EXPECT_LT(lost, 550);
 }
 
 // Only the rooms together do not come back, so that each of them is tried.
