@@ -18,7 +18,7 @@ export QT_QPA_PLATFORM="offscreen:configfile=$screen"
 for look in light dark; do
     for scale in 1 2; do
         echo "Taking pictures: $look colours, $scale times their size"
-        QT_SCALE_FACTOR=$scale build/release/tests/Screenshots "$folder/$look-$scale" "$look" 2> >(grep -v -e propagateSizeHints -e XDG_RUNTIME_DIR >&2)
+        QT_SCALE_FACTOR=$scale build/release/tools/Screenshots "$folder/$look-$scale" "$look" 2> >(grep -v -e propagateSizeHints -e XDG_RUNTIME_DIR >&2)
     done
 done
 echo "The pictures are in $folder"

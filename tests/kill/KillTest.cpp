@@ -20,116 +20,94 @@
 
 namespace {
 
-using namespace std::chrono;
+struct Edit {
+    int number;
+    long long time; // milliseconds, as are all times
+};
+
+/// What an editor has reported from its start until it was killed.
+struct Life {
+    int inFile = -1; // the number of the last edit in the file
+    int open = -1;   // the same in the game that was open at last
+    std::vector<Edit> edits;
+    bool wasAlive = false; // until it was killed
+    long long end = 0;
+};
 
 long long Now() {
+    using namespace std::chrono;
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
-struct Line {
-    std::string what;
-    int number = 0;
-    long long time = 0; // milliseconds
-};
-
-std::vector<Line> ReadReport(QProcess& editor) {
-    std::vector<Line> lines;
-    std::istringstream report(editor.readAllStandardOutput().toStdString());
-    for (std::string text; std::getline(report, text);) {
-        std::istringstream fields(text);
-        Line line;
-        if (fields >> line.what >> line.number >> line.time)
-            lines.push_back(line);
-    }
-    return lines;
-}
-
-std::string NewGame() {
+void WriteGame(const zem::test::TempFolder& folder) {
     std::string bytes = "define game <Kill test>\r\nstart <Room 1>\r\nend define\r\n";
     for (int room = 1; room <= 50; ++room)
         bytes += "define room <Room " + std::to_string(room) + ">\r\nend define\r\n";
-    return bytes;
+    folder.Write("game.kel", bytes);
 }
 
-class KillTest {
-public:
-    explicit KillTest(unsigned seed) : random_(seed), file_(folder_.Write("game.kel", NewGame())) {}
-
-    /// One life of the editor. False when something was lost.
-    bool Live() {
-        QProcess editor;
-        editor.start(QStringLiteral(ZEM_KILL_VICTIM),
-                     {QString::fromStdString(file_), QString::fromStdString(folder_.Path("state")),
-                      QString::number(random_() % 1000000)});
-        while (!report_.contains("open") && editor.waitForReadyRead(30000))
-            report_ += editor.peek(100000);
-        editor.waitForFinished(static_cast<int>(random_() % 2500));
-        const bool alive = editor.state() == QProcess::Running;
-        const long long killed = Now();
-        editor.kill();
-        editor.waitForFinished();
-        report_.clear();
-        return alive && Check(ReadReport(editor), killed);
+Life Live(const zem::test::TempFolder& folder, std::mt19937& random) {
+    QProcess editor;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    // Whatever it leaves behind goes with the folder.
+    environment.insert(QStringLiteral("TMPDIR"), QString::fromStdString(folder.Path("")));
+    editor.setProcessEnvironment(environment);
+    editor.start(QStringLiteral(ZEM_KILL_VICTIM),
+                 {QString::fromStdString(folder.Path("game.kel")),
+                  QString::fromStdString(folder.Path("state")), QString::number(random() % 1000000)});
+    QByteArray report;
+    while (!report.contains("open") && editor.waitForReadyRead(30000))
+        report += editor.readAllStandardOutput();
+    editor.waitForFinished(static_cast<int>(random() % 2500));
+    Life life;
+    life.wasAlive = editor.state() == QProcess::Running;
+    life.end = Now();
+    editor.kill();
+    editor.waitForFinished();
+    std::istringstream lines((report + editor.readAllStandardOutput()).toStdString());
+    Edit edit{};
+    for (std::string what; lines >> what >> edit.number >> edit.time;) {
+        if (what == "edit")
+            life.edits.push_back(edit);
+        else
+            (what == "file" ? life.inFile : life.open) = edit.number;
     }
+    return life;
+}
 
-    int Edits() const { return edits_; }
-    long long MostLost() const { return mostLost_; }
-    int Restored() const { return restored_; }
-
-private:
-    bool Check(const std::vector<Line>& lines, long long killed) {
-        int inFile = -1;
-        int open = -1;
-        for (const Line& line : lines) {
-            if (line.what == "file")
-                inFile = line.number;
-            else if (line.what == "open")
-                open = line.number;
-        }
-        if (inFile < 0 || open < 0) {
-            std::printf("the editor has not opened the game\n");
-            return false;
-        }
-        restored_ += open > inFile ? 1 : 0;
-        for (const Line& edit : before_)
-            if (edit.what == "edit" && edit.number > open)
-                mostLost_ = std::max(mostLost_, killedBefore_ - edit.time);
-        for (const Line& edit : before_)
-            if (edit.what == "edit" && edit.number > open && killedBefore_ - edit.time > 1000) {
-                std::printf("edit %d, %lld ms before the end, is lost: only %d came back\n", edit.number,
-                            killedBefore_ - edit.time, open);
-                return false;
-            }
-        edits_ += static_cast<int>(
-            std::count_if(lines.begin(), lines.end(), [](const Line& line) { return line.what == "edit"; }));
-        before_ = lines;
-        killedBefore_ = killed;
-        return true;
-    }
-
-    zem::test::TempFolder folder_;
-    std::mt19937 random_;
-    std::string file_;
-    QByteArray report_;
-    std::vector<Line> before_; // of the life before
-    long long killedBefore_ = 0;
-    int edits_ = 0;
-    int restored_ = 0;
-    long long mostLost_ = 0; // milliseconds of edits
-};
+/// The milliseconds of edits at the end of a life that are not in the game that was open in the next.
+long long Lost(const Life& life, int open) {
+    const auto lost = std::find_if(life.edits.begin(), life.edits.end(),
+                                   [open](const Edit& edit) { return edit.number > open; });
+    return lost == life.edits.end() ? 0 : life.end - lost->time;
+}
 
 } // namespace
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const int kills = argc > 1 ? std::atoi(argv[1]) : 200;
-    KillTest test(argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1U);
-    for (int kill = 1; kill <= kills; ++kill)
-        if (!test.Live()) {
-            std::printf("failed at kill %d\n", kill);
+    std::mt19937 random(argc > 2 ? static_cast<unsigned>(std::atoi(argv[2])) : 1U);
+    const zem::test::TempFolder folder;
+    WriteGame(folder);
+    std::size_t edits = 0;
+    int restored = 0;
+    long long mostLost = 0;
+    Life before;
+    for (int kill = 1; kill <= kills; ++kill) {
+        Life life = Live(folder, random);
+        mostLost = std::max(mostLost, Lost(before, life.open));
+        if (!life.wasAlive || life.inFile < 0 || life.open < 0 || mostLost > 1000) {
+            std::printf(
+                "failed at kill %d: the file holds %d edits, open are %d; %lld ms of edits are lost\n", kill,
+                life.inFile, life.open, mostLost);
             return 1;
         }
-    std::printf("%d kills, %d edits, %d restarts from a recovery copy; at most %lld ms of edits were lost\n",
-                kills, test.Edits(), test.Restored(), test.MostLost());
+        edits += life.edits.size();
+        restored += life.open > life.inFile ? 1 : 0;
+        before = std::move(life);
+    }
+    std::printf("%d kills, %zu edits, %d restarts from a recovery copy; at most %lld ms of edits were lost\n",
+                kills, edits, restored, mostLost);
     return 0;
 }

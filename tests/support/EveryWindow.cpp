@@ -1,57 +1,18 @@
 #include "support/EveryWindow.h"
 
-#include "app/AppEditorShell.h"
-#include "app/ErrorCatalogue.h"
-#include "app/GameSession.h"
-#include "app/Recovery.h"
-#include "app/SaveCheck.h"
-#include "app/frmAbout.h"
-#include "app/frmEditErrors.h"
 #include "app/frmHelp.h"
-#include "app/frmMain.h"
 #include "app/frmManual.h"
-#include "app/frmMenuList.h"
-#include "app/frmOptions.h"
 #include "app/frmOrbMsgBox.h"
-#include "app/frmPlayerCommandEditor.h"
 #include "app/frmProgress.h"
 #include "app/frmReadBack.h"
 #include "app/frmRecovery.h"
-#include "app/frmSelectionWindow.h"
-#include "app/frmStart.h"
 #include "app/frmVersions.h"
-#include "editors/frmAddNewPlace.h"
-#include "editors/frmEditCollectableSettings.h"
-#include "editors/frmEditCollectables.h"
-#include "editors/frmEditItems.h"
-#include "editors/frmGameProperties.h"
-#include "editors/frmIncludedLibraries.h"
-#include "editors/frmObjectInteract.h"
-#include "editors/frmProcedureEditor.h"
-#include "editors/frmRoomProperties.h"
-#include "editors/frmSynonymEditor.h"
-#include "editors/frmSynonyms.h"
-#include "editors/frmTagEditor.h"
-#include "editors/frmTextSectionEdit.h"
-#include "editors/frmThingProperties.h"
-#include "forms/NameListModel.h"
 #include "forms/PageButtons.h"
-#include "forms/QtText.h"
-#include "script/ScriptEditing.h"
-#include "script/frmConditional.h"
-#include "script/frmEditCommand.h"
-#include "script/frmScriptEditor.h"
-#include "script/frmScriptLines.h"
+#include "support/RunningProgram.h"
+#include "support/WhenOpen.h"
 
-#include <QAbstractItemView>
-#include <QAction>
 #include <QFileInfo>
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QSettings>
 #include <QStackedWidget>
-#include <QTemporaryDir>
-#include <QtTest/QTest>
 
 #include <stdexcept>
 #include <utility>
@@ -60,244 +21,167 @@ namespace zem::test {
 
 namespace {
 
-template <class Table>
-int Named(const Table& table, std::string_view name) {
-    for (int k = 1; k <= table.Count(); ++k)
-        if (table[k].Name == name)
-            return k;
-    throw std::runtime_error("the game has no " + std::string(name));
-}
+/// A procedure with a line for each look of the script editor, and a condition.
+constexpr const char* Lines =
+    "define procedure <tour>\r\nclear\r\nmsg <Dust.>\r\ngoto <Quay>\r\nring <bell; twice>\r\n"
+    "if flag <keeper found> and not flag <keeper saved> then flag on <bell wanted> else flag off "
+    "<bell wanted>\r\nend define\r\n";
 
-template <class Control>
-Control& In(const QWidget& window, const char* name) {
-    auto* control = window.findChild<Control*>(QLatin1String(name));
-    if (control == nullptr)
-        throw std::runtime_error(std::string("no control ") + name);
-    return *control;
-}
+/// The way to each window from the main window: buttons and menu items to click, "LIST=TEXT" for the first
+/// row that begins so, and ">" where another window opens. A way that ends by closing its window shows none.
+constexpr std::pair<const char*, const char*> Ways[] = {
+    {"", "Empty"},
+    {"lstRooms=Quay, lstCharacters=, lstObjects=", ""},
+    {"mnuViewOptions >", ""},
+    {"mnuHelpAbout >", ""},
+    {"lstRooms=Tower Stair, butEditRoom >", ""},
+    {"lstRooms=Tower Stair, butEditRoom > butAddPlace >", ""},
+    {"lstRooms=Chandlery, lstCharacters=, butEditObj_0 >", "Character"},
+    {"lstRooms=Net Loft, lstObjects=, butEditObj_1 >", "Object"},
+    {"mnuViewGameProperties >", ""},
+    {"mnuViewGameProperties > butUseableObjects > lstItems=", ""},
+    {"mnuViewGameProperties > butMiscTags >", ""},
+    {"mnuViewGameProperties > butCommands > lstCommands=", ""},
+    {"mnuViewGameProperties > butCommands > lstCommands=shout, butEdit >", ""},
+    {"mnuEditErrorMessages > lstErrors=", ""},
+    {"mnuViewCollectables > lstNames=", "Names"},
+    {"mnuViewCollectables > lstNames=, optExtended", "Extended"},
+    {"mnuViewCollectables > optExtended, lstCollectables=matches, butEdit >", ""},
+    {"mnuViewItems > lstItems=", ""},
+    {"mnuViewLibraries > lstLibs=", ""},
+    {"mnuViewTextSectionEditor > cmbTextSections=", ""},
+    {"mnuViewSynonyms > lstSynonyms=", ""},
+    {"mnuViewSynonyms > lstSynonyms=, butEdit > lstWords=", ""},
+    {"mnuViewProcedures > cmbProcedures=", ""},
+    {"mnuViewMenus > lstMenus=", ""},
+    {"mnuViewMenus > lstMenus=, butEdit > lstMenu=", ""},
+    {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstFriendlyLines=", "Friendly"},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > butAdd >", "New"},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=Clear, butEdit >", "None"},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=Print, butEdit >", "Text"},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=Move, butEdit >", "Name"},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=ring, butEdit >", "Other"},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=If, butEdit >", ""},
+    {"mnuViewOptions > chkFriendlyScript, butOK", ""},
+    {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstScriptLines=", "Raw"},
+    // Last, because it changes the game.
+    {"lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, mnuToolsUndo, "
+     "mnuToolsHistory",
+     "History"},
+};
 
-void SelectRow(const QWidget& window, const char* list, int row) {
-    auto& view = In<QAbstractItemView>(window, list);
-    view.setCurrentIndex(view.model()->index(row, 0));
-}
-
-CommandCatalogue ShippedCatalogue() {
-    CommandCatalogue catalogue;
-    LoadCommandCatalogue(catalogue, ZEM_PROGRAM_FOLDER "/zem.dat");
-    return catalogue;
-}
-
-/// What the windows work with, as the program has it.
 class Tour {
 public:
-    Tour(const QString& path, std::function<void(const QString&, QWidget&)> visit)
-        : visit_(std::move(visit)) {
-        settings_.LoadSettings();
-        LoadErrorCatalogue(game_.ErrorMessages, ZEM_PROGRAM_FOLDER "/zemerr.dat", host_);
-        for (const char* other : {"/cottage.kel", "/archipelago.kel"})
-            settings_.AddToRecentFiles(QFileInfo(path).absolutePath() + QLatin1String(other));
-        if (!session_.LoadGame(path))
-            throw std::runtime_error("cannot load the game");
-    }
+    explicit Tour(std::function<void(const QString&, QWidget&)> visit) : visit_(std::move(visit)) {}
 
-    void VisitAll() {
-        VisitOutside();
-        VisitMain();
-        VisitRoomAndThings();
-        VisitGame();
-        VisitLists();
-        VisitScripts();
-        VisitSafetyNets();
-        VisitHistory();
+    void GoEverywhere(const QString& game, const QString& colours) {
+        QFile file(game);
+        if (!file.open(QIODevice::Append) || file.write(Lines) < 0)
+            throw std::runtime_error("cannot write the game");
+        file.close();
+        Settings settings(program_.store, program_.programFolder);
+        settings.LoadSettings();
+        program_.store.setValue("Editor/Colours", colours);
+        for (const char* other : {"/cottage.kel", "/archipelago.kel", "/lighthouse.kel"})
+            settings.AddToRecentFiles(QFileInfo(game).absolutePath() + QLatin1String(other));
+        program_.Start(game);
+        VisitOnTheirOwn(settings);
+        for (const auto& [way, what] : Ways)
+            Go(*program_.Main(), QLatin1String(way), QLatin1String(what));
     }
 
 private:
-    void Visit(QWidget& window, const char* what = nullptr) {
-        Show(window);
-        const auto* pages = window.findChild<QStackedWidget*>(QStringLiteral("pages"));
-        auto* chooser = pages == nullptr ? nullptr : pages->findChild<PageButtons*>();
-        if (chooser == nullptr) {
-            visit_(window.objectName() + (what == nullptr ? QString() : u'-' + QLatin1String(what)), window);
-            return;
-        }
-        for (int page = 0; page < pages->count(); ++page) {
-            chooser->Show(page);
-            QCoreApplication::processEvents();
-            const QString kind = what == nullptr ? QString() : u'-' + QLatin1String(what);
-            visit_(window.objectName() + kind + u'-' + pages->currentWidget()->objectName().mid(3), window);
-        }
-    }
-    void Visit(QWidget&& window, const char* what = nullptr) { Visit(window, what); }
-
-    static void Show(QWidget& window) {
-        window.show();
-        window.activateWindow();
-        if (!QTest::qWaitForWindowActive(&window))
-            throw std::runtime_error("not shown: " + window.objectName().toStdString());
-        QCoreApplication::processEvents();
-    }
-
-    void VisitOutside() {
-        frmStart start(settings_, dialogs_);
-        SelectRow(start, "lstRecent", 0);
+    /// Those that no command opens, or not with something in them.
+    void VisitOnTheirOwn(Settings& settings) {
+        frmStart start(settings, program_.dialogs);
+        Use(start, QStringLiteral("lstRecent="));
         Visit(start);
-        Visit(frmOptions(settings_, dialogs_));
-        Visit(frmAbout());
-        Visit(frmManual(QStringLiteral(ZEM_PROGRAM_FOLDER "/ZEM.HTM"), dialogs_));
+        Visit(frmManual(program_.programFolder + QLatin1String("/ZEM.HTM"), program_.dialogs));
         frmHelp help;
         help.ShowSection({{QStringLiteral("rooms"), QStringLiteral("A room is a place of the game.")}},
                          QStringLiteral("rooms"));
         Visit(help);
         Visit(
             frmOrbMsgBox(QStringLiteral("You must specify a name for the collectable."), MessageButtons::Ok),
-            "OK");
-        Visit(frmOrbMsgBox(QStringLiteral("Is the lamp lit?"), MessageButtons::YesNo), "YesNo");
+            QStringLiteral("OK"));
+        Visit(frmOrbMsgBox(QStringLiteral("Is the lamp lit?"), MessageButtons::YesNo),
+              QStringLiteral("YesNo"));
         frmProgress progress;
         progress.ShowStage(QStringLiteral("Reading rooms..."));
         progress.ShowProgress(60);
         Visit(progress);
-    }
 
-    void VisitMain() {
-        frmMain window(session_, settings_, dialogs_, scripts_, shell_, saveCheck_, versions_,
-                       QStringLiteral(ZEM_PROGRAM_FOLDER));
-        Visit(window, "Empty");
-        SelectRow(window, "lstRooms", Named(game_.Rooms, "Quay") - 1);
-        SelectRow(window, "lstCharacters", 0);
-        SelectRow(window, "lstObjects", 0);
-        Visit(window);
-    }
-
-    void VisitRoomAndThings() {
-        Visit(frmRoomProperties(scripts_, shell_, Named(game_.Rooms, "Tower Stair")));
-        NameListModel rooms;
-        rooms.Reset(game_.Rooms.Count(), [this](int row) { return ToQt(game_.Rooms[row + 1].Name); });
-        Visit(frmAddNewPlace(rooms, dialogs_));
-
-        const int shop = Named(game_.Rooms, "Chandlery");
-        Visit(frmThingProperties(scripts_, shell_, ThingKind::Character, shop, 1), "Character");
-        const int loft = Named(game_.Rooms, "Net Loft");
-        Visit(frmThingProperties(scripts_, shell_, ThingKind::Object, loft, 1), "Object");
-        const Table<ScriptPair> uses = game_.GameUses;
-        frmObjectInteract interact(scripts_, QStringLiteral("Use-able objects"),
-                                   QStringLiteral("Objects that can be USEd throughout the game:"),
-                                   {uses.begin(), uses.end()});
-        SelectRow(interact, "lstItems", 0);
-        Visit(interact);
-        const auto keep = [](const std::string&) {};
-        Visit(frmTagEditor(shell_, dialogs_, *game_.GameMiscTags, keep));
-    }
-
-    void VisitGame() {
-        Visit(frmGameProperties(scripts_, shell_));
-        std::vector<ScriptPair> commands;
-        for (const PlayerCommand& command : game_.PlayerCommands)
-            commands.push_back({command.Pattern, command.Script});
-        frmPlayerCommandEditor list(scripts_, commands);
-        SelectRow(list, "lstCommands", 0);
-        Visit(list);
-        Visit(frmEditCommand(scripts_, "shout #words#", "do <shout>"));
-        frmEditErrors errors(game_.ErrorMessages, true, dialogs_);
-        SelectRow(errors, "lstErrors", 0);
-        Visit(errors);
-    }
-
-    void VisitLists() {
-        frmEditCollectables collectables(session_, shell_, dialogs_);
-        SelectRow(collectables, "lstNames", 0);
-        Visit(collectables, "Names");
-        In<QRadioButton>(collectables, "optExtended").setFocus(); // as the author would have to, too
-        In<QRadioButton>(collectables, "optExtended").setChecked(true);
-        Visit(collectables, "Extended");
-        Visit(frmEditCollectableSettings(shell_, dialogs_, game_.Collectables[2].Definition));
-
-        VisitList(frmEditItems(session_, dialogs_), "lstItems");
-        VisitList(frmIncludedLibraries(session_, dialogs_), "lstLibs");
-        VisitList(frmTextSectionEdit(session_, dialogs_), "cmbTextSections");
-        VisitList(frmSynonyms(session_, dialogs_), "lstSynonyms");
-        VisitList(frmSynonymEditor(dialogs_, game_.Synonyms[1]), "lstWords");
-        VisitList(frmProcedureEditor(scripts_), "cmbProcedures");
-        VisitList(frmMenuList(scripts_), "lstMenus");
-        VisitList(frmSelectionWindow(scripts_, game_.SelectionMenus[1]), "lstMenu");
-    }
-    void VisitList(QWidget&& window, const char* list) {
-        SelectRow(window, list, 0);
-        Visit(window);
-    }
-
-    void VisitScripts() {
-        const std::string& lines = game_.Procedures[Named(game_.Procedures, "look at the lamp")].Script;
-        for (const bool friendly : {false, true}) {
-            isFriendly_ = friendly;
-            frmScriptLines script(scripts_, lines);
-            SelectRow(script, friendly ? "lstFriendlyLines" : "lstScriptLines", 0);
-            Visit(script, friendly ? "Friendly" : "Raw");
-        }
-        // A command without a parameter, with a text, with one that names something, and an unknown one.
-        static const std::pair<const char*, const char*> commands[] = {{"New", ""},
-                                                                       {"None", "clear"},
-                                                                       {"Text", "msg <Dust.>"},
-                                                                       {"Name", "goto <Quay>"},
-                                                                       {"Other", "ring <bell; twice>"}};
-        for (const auto& [what, line] : commands) {
-            frmScriptEditor editor(scripts_, line);
-            In<QLineEdit>(editor, "txtParameter").setCursorPosition(0);
-            Visit(editor, what);
-        }
-        Visit(frmConditional(scripts_, "if flag <keeper found> and not flag <keeper saved> then "
-                                       "flag on <bell wanted> else flag off <bell wanted>"));
-    }
-
-    void VisitSafetyNets() {
         const QDateTime evening(QDate(2026, 11, 21), QTime(18, 30));
         std::vector<RecoveryCopy> copies(2);
         for (RecoveryCopy& copy : copies) {
-            copy.game = game_;
+            copy.game = program_.game;
             copy.time = evening;
         }
         copies[1].game.FileName.clear();
-        Visit(frmRecovery(copies, dialogs_));
+        Visit(frmRecovery(copies, program_.dialogs));
         Visit(frmVersions(
             {{QString(), evening, 71000, false}, {QString(), evening.addSecs(-60), 70000, true}}));
         Visit(frmReadBack({{"room", 1, "", 0, "room \"Quay\": its alias ends at the first \">\""},
                            {"item", 2, "", 0, "item \"silver; watch\": comes back as two items"}}));
     }
 
-    void VisitHistory() {
-        frmMain window(session_, settings_, dialogs_, scripts_, shell_, saveCheck_, versions_,
-                       QStringLiteral(ZEM_PROGRAM_FOLDER));
-        for (const char* step : {"add room", "edit room", "add object"})
-            session_.AsOneStep(QLatin1String(step), [this, step] {
-                session_.Change(QLatin1String(step),
-                                [&](GameModel& game) { game.Rooms.Append().Name = step; });
-            });
-        session_.GoToStep(2);
-        SelectRow(window, "lstRooms", 0);
-        In<QAction>(window, "mnuToolsHistory").trigger();
-        Visit(window, "History");
+    void Go(QWidget& window, const QString& way, const QString& what) {
+        const qsizetype end = way.indexOf(u'>');
+        if (end >= 0)
+            WhenOpen<QDialog>([=, this](QDialog& next) { Go(next, way.mid(end + 1), what); });
+        for (const QString& step : way.left(end).split(u',', Qt::SkipEmptyParts))
+            Use(window, step.trimmed());
+        if (end < 0 && window.isVisible())
+            Visit(window, what);
+    }
+
+    static void Use(const QWidget& window, const QString& step) {
+        const std::string name = step.section(u'=', 0, 0).toStdString();
+        if (step.contains(u'=')) {
+            auto& list = Find<QAbstractItemView>(window, name.c_str());
+            const QModelIndex first = list.model()->index(0, 0);
+            list.setCurrentIndex(
+                list.model()
+                    ->match(first, Qt::DisplayRole, step.section(u'=', 1), 1, Qt::MatchStartsWith)
+                    .at(0));
+        } else if (auto* action = window.findChild<QAction*>(QLatin1String(name.c_str()))) {
+            action->trigger();
+        } else if (!name.empty()) {
+            auto& button = Find<QAbstractButton>(window, name.c_str());
+            button.setFocus();
+            button.click();
+        }
+    }
+
+    void Visit(QWidget&& window, const QString& what = {}) { Visit(window, what); }
+    void Visit(QWidget& window, const QString& what = {}) {
+        window.show();
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window))
+            throw std::runtime_error("not shown: " + window.objectName().toStdString());
+        QCoreApplication::processEvents();
+        const QString name = window.objectName() + (what.isEmpty() ? QString() : u'-' + what);
+        const auto* pages = window.findChild<QStackedWidget*>(QStringLiteral("pages"));
+        auto* chooser = pages == nullptr ? nullptr : pages->findChild<PageButtons*>();
+        if (chooser == nullptr)
+            visit_(name, window);
+        for (int page = 0; chooser != nullptr && page < pages->count(); ++page) {
+            chooser->Show(page);
+            QCoreApplication::processEvents();
+            visit_(name + u'-' + pages->currentWidget()->objectName().mid(3), window);
+        }
     }
 
     std::function<void(const QString&, QWidget&)> visit_;
-    QTemporaryDir folder_;
-    QSettings store_{folder_.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat};
-    Settings settings_{store_, QStringLiteral(ZEM_PROGRAM_FOLDER)};
-    QtDialogs dialogs_;
-    SilentHost host_;
-    GameModel game_;
-    GameSession session_{game_, host_, settings_};
-    Versions versions_{folder_.filePath(QStringLiteral("versions"))};
-    SaveCheck saveCheck_{session_, versions_};
-    CommandLookup lookup_{ShippedCatalogue()};
-    bool isFriendly_ = true;
-    ScriptEditing scripts_{session_, dialogs_, lookup_, [this] { return isFriendly_; }};
-    AppEditorShell shell_{settings_, host_, scripts_};
+    RunningProgram program_;
 };
 
 } // namespace
 
 void ForEachWindow(const QString& game,
-                   const std::function<void(const QString& name, QWidget& window)>& visit) {
-    Tour(game, visit).VisitAll();
+                   const std::function<void(const QString& name, QWidget& window)>& visit,
+                   const QString& colours) {
+    Tour(visit).GoEverywhere(game, colours);
 }
 
 } // namespace zem::test

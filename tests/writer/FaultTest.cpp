@@ -3,20 +3,13 @@
 #include "support/FullDisk.h"
 #include "support/Games.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <iterator>
-#include <ostream>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace zem::test {
@@ -32,29 +25,24 @@ struct Scene {
     bool IsLink;
 };
 
-void PrintTo(const Scene& scene, std::ostream* out) {
-    *out << scene.Name;
-}
-
 constexpr Scene Replaced{"file", true, false, false};
-constexpr Scene ReplacedAgain{"file_with_backup", true, true, false};
+constexpr Scene ReplacedAgain{"file with backup", true, true, false};
 constexpr Scene ReplacedThroughLink{"link", true, true, true};
-constexpr Scene New{"new_file", false, false, false};
+constexpr Scene New{"new file", false, false, false};
 
-/// A save in a folder of its own.
+/// A save in an empty folder.
 class Save {
 public:
-    explicit Save(const Scene& scene, const fs::path& folder) : scene_(scene), root_(fs::canonical(folder)) {
-        for (const auto& entry : fs::directory_iterator(root_))
-            fs::remove_all(entry);
+    Save(const Scene& scene, const TempFolder& folder)
+        : scene_(scene),
+          root_(fs::canonical(folder.Folder())),
+          path_(In(scene.IsLink ? "link.kel" : "game.kel")) {
         if (scene.HasOld)
-            Put("game.kel", old_);
+            folder.Write("game.kel", old_);
         if (scene.HasEarlierBackup)
-            Put("game.kel~", "an earlier version");
+            folder.Write("game.kel~", "an earlier version");
         if (scene.IsLink)
-            fs::create_symlink("game.kel", In("link.kel"));
-        path_ = In(scene.IsLink ? "link.kel" : "game.kel");
-        game_ = LargeGame();
+            fs::create_symlink("game.kel", path_);
         StringOutput whole;
         WriteGame(game_, path_, whole);
         new_ = whole.bytes;
@@ -64,14 +52,14 @@ public:
 
     void Run() {
         RecordingHost host;
-        problem_.clear();
-        try {
-            ReplaceGame(game_, path_, host);
-        } catch (const KelError& error) {
-            problem_ = error.what();
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << "no KelError: " << error.what();
-        }
+        problem_ = ProblemOf([&] { ReplaceGame(game_, path_, host); });
+    }
+
+    /// Runs, and returns the calls that touched the disk.
+    std::vector<std::string> Calls() {
+        const FaultyDisk disk(root_, 0, Fault::Once, 0);
+        Run();
+        return disk.Calls();
     }
 
     /// Whether all that the author has is whole, and is where the message says.
@@ -113,14 +101,10 @@ public:
     bool HasOld() const { return scene_.HasOld; }
     const std::string& Problem() const { return problem_; }
     const std::string& Root() const { return root_; }
-    std::size_t Size() const { return new_.size(); }
+    std::size_t SizeOfBoth() const { return old_.size() + new_.size(); }
 
 private:
     std::string In(const char* name) const { return root_ + '/' + name; }
-
-    void Put(const char* name, const std::string& bytes) const {
-        std::ofstream(In(name), std::ios::binary) << bytes;
-    }
 
     Scene scene_;
     std::string root_;
@@ -128,86 +112,62 @@ private:
     std::string old_ = std::string(90'000, 'o'); // smaller than what FullDisk allows, unlike the new version
     std::string new_;
     std::string problem_;
-    GameModel game_;
+    GameModel game_ = LargeGame();
 };
 
-class Disk : public testing::TestWithParam<Scene> {};
-
-INSTANTIATE_TEST_SUITE_P(Faults, Disk, testing::Values(Replaced, ReplacedAgain, ReplacedThroughLink, New));
-
-struct Trouble {
-    Fault Kind;
-    int Error;
-    rlim_t MostBytes = RLIM_INFINITY; // in a file
-};
-
-/// Saves with a fault at each call in turn; `afterwards` looks at what has become of the file. Returns the
-/// number of faults.
-int SaveWithFaults(const Scene& scene, const Trouble& trouble, const std::function<void(Save&)>& afterwards) {
+/// Saves in each scene with a fault at each call in turn; `afterwards` looks at what has become of the file.
+/// Returns the number of faults.
+/// @param mostBytes  in a file
+int SaveWithFaults(Fault fault, int error, rlim_t mostBytes,
+                   const std::function<void(Save&, const std::string& call)>& afterwards) {
     int faults = 0;
-    for (int failing = 1;; ++failing) {
-        const TempFolder folder; // a new one: a file that was left in pieces is remembered
-        SCOPED_TRACE(std::string(scene.Name) + ", call " + std::to_string(failing) + ", kind " +
-                     std::to_string(static_cast<int>(trouble.Kind)) + ", error " +
-                     std::to_string(trouble.Error));
-        Save save(scene, folder.Folder());
-        std::vector<std::string> calls;
-        {
-            const FullDisk full(trouble.MostBytes);
-            const FaultyDisk disk(save.Root(), failing, trouble.Kind, trouble.Error);
-            save.Run();
-            calls = disk.Calls();
-            faults += disk.HasFailed() ? 1 : 0;
+    for (const Scene& scene : {Replaced, ReplacedAgain, ReplacedThroughLink, New}) {
+        bool isReached = true;
+        for (int failing = 1; isReached && !testing::Test::HasFailure(); ++failing) {
+            const TempFolder folder; // a new one: a file that was left in pieces is remembered
+            Save save(scene, folder);
+            std::string call = "nothing";
+            {
+                const FullDisk full(mostBytes);
+                const FaultyDisk disk(save.Root(), failing, fault, error);
+                save.Run();
+                faults += disk.HasFailed() ? 1 : 0;
+                isReached = disk.Calls().size() >= static_cast<std::size_t>(failing);
+                if (isReached)
+                    call = disk.Calls()[static_cast<std::size_t>(failing) - 1];
+            }
+            SCOPED_TRACE(std::string(scene.Name) + ": " + call + " fails, kind " +
+                         std::to_string(static_cast<int>(fault)) + ", error " + std::to_string(error) + ": " +
+                         save.Problem());
+            if (isReached) {
+                afterwards(save, call);
+            } else {
+                EXPECT_EQ(save.Problem().empty(), mostBytes == RLIM_INFINITY);
+                save.ExpectNothingLost(false);
+            }
         }
-        if (calls.size() < static_cast<std::size_t>(failing)) {
-            EXPECT_EQ(save.Problem().empty(), trouble.MostBytes == RLIM_INFINITY) << save.Problem();
-            save.ExpectNothingLost(false);
-            return faults;
-        }
-        SCOPED_TRACE(calls[static_cast<std::size_t>(failing) - 1] + ": " + save.Problem());
-        afterwards(save);
-        if (testing::Test::HasFailure())
-            return faults;
     }
+    return faults;
 }
 
-TEST_P(Disk, LosesNothingWhereverItFails) {
+TEST(FaultyDisk, LosesNothingWhereverItFails) {
     int faults = 0;
-    for (const int error : {ENOSPC, EIO, EACCES}) {
+    for (const int error : {ENOSPC, EIO, EACCES})
         for (const Fault fault : {Fault::Once, Fault::Short, Fault::Dead})
-            faults += SaveWithFaults(GetParam(), {fault, error},
-                                     [&](Save& save) { save.ExpectNothingLost(fault == Fault::Dead); });
-    }
-    const auto expect = [](Save& save) { save.ExpectNothingLost(true); };
-    faults += SaveWithFaults(GetParam(), {Fault::ReadOnly, EROFS}, expect);
+            faults += SaveWithFaults(fault, error, RLIM_INFINITY, [&](Save& save, const std::string&) {
+                save.ExpectNothingLost(fault == Fault::Dead);
+            });
+    faults += SaveWithFaults(Fault::ReadOnly, EROFS, RLIM_INFINITY,
+                             [](Save& save, const std::string&) { save.ExpectNothingLost(true); });
     // The save fails in any case, and then something on the way back, for which there are two ways.
-    faults += SaveWithFaults(GetParam(), {Fault::Once, EIO, 100'000},
-                             [](Save& save) { save.ExpectNothingLost(!save.HasOld()); });
+    faults += SaveWithFaults(Fault::Once, EIO, 100'000,
+                             [](Save& save, const std::string&) { save.ExpectNothingLost(!save.HasOld()); });
     RecordProperty("faults", faults);
 }
 
-// Without the protection around it, the writer alone must notice whatever fails.
-TEST(SaveGame, NoticesEveryFault) {
-    const TempFolder folder;
-    const std::string root = fs::canonical(folder.Folder());
-    std::vector<std::string> calls;
-    for (int failing = 0; static_cast<std::size_t>(failing) <= calls.size(); ++failing) {
-        GameModel game = LargeGame();
-        RecordingHost host;
-        const FaultyDisk disk(root, failing, Fault::Once, EIO);
-        const auto save = [&] { SaveGame(game, root + "/game.kel", host); };
-        if (failing == 0) {
-            save();
-            calls = disk.Calls();
-        } else
-            EXPECT_THROW(save(), KelError) << calls[static_cast<std::size_t>(failing) - 1];
-    }
-    EXPECT_EQ(calls.front() + ", " + calls.back(), "fopen game.kel, fclose game.kel");
-}
-
 // The disk is back, but full, and then it has room: the version that was whole must outlive both saves.
-TEST_P(Disk, LosesNothingInTheSavesAfterAFault) {
-    const auto saveAgain = [](Save& save) {
+TEST(FaultyDisk, LosesNothingInTheSavesAfterAFault) {
+    const auto saveAgain = [](Save& save, const std::string&) {
         if (save.Problem().empty())
             return;
         const bool isPartLeft = save.Exists("game.kel") && !save.HasOld();
@@ -223,130 +183,77 @@ TEST_P(Disk, LosesNothingInTheSavesAfterAFault) {
         EXPECT_EQ(save.Problem(), "");
     };
     for (const Fault fault : {Fault::ReadOnly, Fault::Dead})
-        SaveWithFaults(GetParam(), {fault, EIO}, saveAgain);
+        SaveWithFaults(fault, EIO, RLIM_INFINITY, saveAgain);
+}
+
+// Without the protection around it, the writer alone must notice whatever fails.
+TEST(FaultyDisk, IsNoticedByTheWriterAlone) {
+    const TempFolder folder;
+    const std::string root = fs::canonical(folder.Folder());
+    GameModel game = LargeGame();
+    RecordingHost host;
+    bool hasFailed = true;
+    std::string ends;
+    for (int failing = 1; hasFailed; ++failing) {
+        const FaultyDisk disk(root, failing, Fault::Once, EIO);
+        const std::string problem = ProblemOf([&] { SaveGame(game, root + "/game.kel", host); });
+        hasFailed = disk.HasFailed();
+        EXPECT_EQ(problem.empty(), !hasFailed) << failing;
+        ends = disk.Calls().front() + ", " + disk.Calls().back();
+    }
+    EXPECT_EQ(ends, "fopen game.kel, fclose game.kel");
 }
 
 /// The calls that decide what a power cut finds, each once in a row.
-std::vector<std::string> Landmarks(const std::vector<std::string>& calls) {
-    std::vector<std::string> landmarks;
-    std::copy_if(calls.begin(), calls.end(), std::back_inserter(landmarks), [](const std::string& call) {
+std::string Landmarks(const Scene& scene) {
+    const TempFolder folder;
+    std::string landmarks;
+    std::string last;
+    for (const std::string& call : Save(scene, folder).Calls()) {
         const std::string function = call.substr(0, call.find(' '));
-        return function == "fsync" || function == "rename" || function == "fopen" || function == "fwrite";
-    });
-    landmarks.erase(std::unique(landmarks.begin(), landmarks.end()), landmarks.end());
+        if (call != last &&
+            (function == "fsync" || function == "rename" || function == "fopen" || function == "fwrite"))
+            landmarks += (landmarks.empty() ? "" : ", ") + (last = call);
+    }
     return landmarks;
 }
 
 TEST(PowerCut, FindsOneVersionOnTheDiskAtAnyTime) {
-    const TempFolder folder;
-    const auto landmarks = [&](const Scene& scene) {
-        Save save(scene, folder.Folder());
-        const FaultyDisk disk(save.Root(), 0, Fault::Once, 0);
-        save.Run();
-        return Landmarks(disk.Calls());
-    };
-    EXPECT_EQ(landmarks(ReplacedThroughLink),
-              (std::vector<std::string>{"fopen game.kel", "fopen game.kel~new", "fwrite game.kel~new",
-                                        "fsync game.kel~new", "rename game.kel~new", "fsync .",
-                                        "fopen link.kel", "fwrite game.kel", "fsync game.kel"}));
-    EXPECT_EQ(landmarks(New),
-              (std::vector<std::string>{"fopen game.kel", "fwrite game.kel", "fsync game.kel", "fsync ."}));
-
+    EXPECT_EQ(Landmarks(ReplacedThroughLink),
+              "fopen game.kel, fopen game.kel~new, fwrite game.kel~new, fsync game.kel~new, "
+              "rename game.kel~new, fsync ., fopen link.kel, fwrite game.kel, fsync game.kel");
+    EXPECT_EQ(Landmarks(New), "fopen game.kel, fwrite game.kel, fsync game.kel, fsync .");
     // The version that is put back gets there, too.
-    Save save(Replaced, folder.Folder());
     const FullDisk full;
-    const FaultyDisk disk(save.Root(), 0, Fault::Once, 0);
-    save.Run();
-    EXPECT_EQ(Landmarks(disk.Calls()).back(), "fsync game.kel");
+    EXPECT_TRUE(Landmarks(Replaced).ends_with(", fsync game.kel"));
 }
 
 // Some file systems know no fsync, of folders or at all. A disk that says so is not faulty.
 TEST(PowerCut, IsNoReasonToRefuseADiskThatCannotBeFlushed) {
-    const TempFolder folder;
-    Save first(Replaced, folder.Folder());
-    std::vector<std::string> calls;
-    {
-        const FaultyDisk disk(first.Root(), 0, Fault::Once, 0);
-        first.Run();
-        calls = disk.Calls();
-    }
-    for (std::size_t call = 0; call < calls.size(); ++call) {
-        if (!calls[call].starts_with("fsync"))
-            continue;
-        SCOPED_TRACE(calls[call]);
-        for (const int error : {EINVAL, EACCES, EIO}) {
-            Save save(Replaced, folder.Folder());
-            {
-                const FaultyDisk disk(save.Root(), static_cast<int>(call) + 1, Fault::Once, error);
-                save.Run();
-            }
-            const bool isFine = error == EINVAL || (error == EACCES && calls[call] == "fsync .");
-            EXPECT_EQ(save.Problem().empty(), isFine) << save.Problem();
-        }
-    }
-}
-
-constexpr int NotPermitted = 77;
-
-/// Lets this process mount file systems that no other sees, which who is not root may as root of a world of
-/// one user.
-bool AllowMounts() {
-    const bool isRoot = geteuid() == 0;
-    const std::string user = "0 " + std::to_string(geteuid()) + " 1";
-    const std::string group = "0 " + std::to_string(getegid()) + " 1";
-    if (unshare(isRoot ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0)
-        return false;
-    if (!isRoot) {
-        std::ofstream("/proc/self/setgroups") << "deny";
-        std::ofstream("/proc/self/uid_map") << user;
-        std::ofstream("/proc/self/gid_map") << group;
-    }
-    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
-}
-
-/// Runs `work` in a process of its own that may mount file systems. Returns its exit status.
-int RunWithMounts(const std::function<void()>& work) {
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child == 0) {
-        if (!AllowMounts())
-            _exit(NotPermitted);
-        work();
-        std::fflush(nullptr);
-        _exit(testing::Test::HasFailure() ? 1 : 0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-/// Saves on a disk of a size in kB.
-void SaveOnSmallDisk(const fs::path& folder, int size) {
-    SCOPED_TRACE("a disk of " + std::to_string(size) + " kB");
-    const std::string options = "mode=0777,size=" + std::to_string(size) + "k";
-    if (mount("tmpfs", folder.c_str(), "tmpfs", 0, options.c_str()) != 0)
-        _exit(NotPermitted);
-    Save save(Replaced, folder);
-    save.Run();
-    save.ExpectNothingLost(false);
-    const std::size_t needed = 90'000 + save.Size();
-    const auto room = static_cast<std::size_t>(size) * 1024;
-    EXPECT_TRUE(room >= needed || !save.Problem().empty());
-    EXPECT_TRUE(room < needed + 16'384 || save.Problem().empty()) << save.Problem(); // pages round up
-    EXPECT_TRUE(save.Problem().empty() || save.Problem().find("the disk is full") != std::string::npos)
-        << save.Problem();
-    umount(folder.c_str());
+    for (const int error : {EINVAL, EACCES, EIO})
+        SaveWithFaults(Fault::Once, error, RLIM_INFINITY, [&](Save& save, const std::string& call) {
+            const bool isFine = error == EINVAL || (error == EACCES && call == "fsync .");
+            EXPECT_TRUE(!call.starts_with("fsync") || save.Problem().empty() == isFine);
+        });
 }
 
 TEST(FullDisk, LosesNothingOnARealOne) {
-    const TempFolder folder;
-    const int status = RunWithMounts([&] {
-        for (int size = 92; size <= 360; size += 4)
-            SaveOnSmallDisk(folder.Folder(), size);
-    });
-    if (status == NotPermitted)
-        GTEST_SKIP() << "no file system can be mounted here";
-    EXPECT_EQ(status, 0);
+    if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+        GTEST_SKIP() << "this process may not mount a file system of its own";
+    for (std::size_t size = 92 * 1024; size <= 360 * 1024; size += 4096) {
+        SCOPED_TRACE("a disk of " + std::to_string(size) + " bytes");
+        const TempFolder folder;
+        const std::string options = "mode=0777,size=" + std::to_string(size);
+        ASSERT_EQ(mount("tmpfs", folder.Folder().c_str(), "tmpfs", 0, options.c_str()), 0);
+        Save save(Replaced, folder);
+        save.Run();
+        save.ExpectNothingLost(false);
+        const bool isFull = save.Problem().find("the disk is full") != std::string::npos;
+        EXPECT_TRUE(isFull || size >= save.SizeOfBoth()) << save.Problem();
+        EXPECT_TRUE(save.Problem().empty() || (isFull && size < save.SizeOfBoth() + 16'384)) // pages round up
+            << save.Problem();
+        umount(folder.Folder().c_str());
+    }
 }
 
 } // namespace

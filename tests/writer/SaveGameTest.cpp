@@ -1,13 +1,15 @@
 #include "writer/SaveGame.h"
 
-#include "support/Cases.h"
 #include "support/FullDisk.h"
 #include "support/Games.h"
+#include "support/SetField.h"
 #include "support/Unprivileged.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace zem::test {
 namespace {
@@ -21,32 +23,28 @@ std::string SaveProblem(GameModel& game, const std::string& path) {
 
 TEST(SaveGame, NamesThePathOnTheOneLineOfTheHeaderAndTakesItAsFileName) {
     const TempFolder folder;
-    for (const auto& [name, inHeader] :
-         Cases<const char*, const char*>{{"caf\xC3\xA9 1.kel", "caf\xC3\xA9 1.kel"},
-                                         {"it's \"caf\xE9\" $(x);.kel", "it's \"caf\xE9\" $(x);.kel"},
-                                         {"q\ndefine.kel", "q define.kel"}}) {
+    for (const char* name : {"caf\xC3\xA9 1.kel", "it's \"caf\xE9\" $(x);.kel", "q\ndefine.kel"}) {
         const std::string path = folder.Path(name);
         GameModel game = LargeGame();
         game.Modified = true;
         RecordingHost host;
         SaveGame(game, path, host);
+        std::string header = "' " + path + " created by ZEM 1.0\r\n";
+        std::replace(header.begin(), header.end() - 2, '\n', ' ');
         const std::string first = ReadBytes(path);
-        EXPECT_EQ(first.substr(0, first.find('\r')), "' " + folder.Path(inHeader) + " created by ZEM 1.0");
+        EXPECT_EQ(first.substr(0, header.size()), header);
         EXPECT_EQ(game.FileName, path);
         EXPECT_FALSE(game.Modified);
         EXPECT_TRUE(host.notices.empty());
         EXPECT_EQ(host.stages, std::vector<std::string>{"Saving file..."});
         SaveGame(game, path, host);
         EXPECT_EQ(ReadBytes(path), first) << "saving twice gives identical bytes";
-        GameModel again;
-        EXPECT_TRUE(LoadGame(again, path, host));
     }
 }
 
 TEST(SaveGame, WarnsAboutAMissingStartRoomAndSavesAllTheSame) {
     const TempFolder folder;
-    GameModel game = LargeGame();
-    game.StartRoom.clear();
+    GameModel game;
     RecordingHost host;
     SaveGame(game, folder.Path("game.kel"), host);
     EXPECT_EQ(host.notices,
@@ -57,27 +55,21 @@ TEST(SaveGame, WarnsAboutAMissingStartRoomAndSavesAllTheSame) {
     EXPECT_NE(ReadBytes(folder.Path("game.kel")).find("\r\nstart <>\r\n"), std::string::npos);
 }
 
-// An action exit and the other values that only a form can make, laid out as they stand.
+// An action exit and the other values that only a form can make, laid out as they stand; what only
+// characters have is not written for an object.
 TEST(SaveGame, WritesWhatNoReadGameHolds) {
-    GameModel game;
-    Room& room = game.Rooms.Append();
-    room.Name = "Hall";
-    room.North = ScriptPair{"[action]", "goto <Attic>"};
-    room.South = ScriptPair{"Attic", "msg <left over>"};
-    room.Out = ScriptPair{"", "msg <lost>"};
-    Thing& lamp = room.Objects.Append();
-    lamp.Name = "lamp";
-    lamp.Speak = "x"; // for characters only
-    lamp.Gender = "y";
-    lamp.Suffix = "of brass";
-    game.ErrorMessages.Append({"description", "badgo", ""});
-    game.ErrorMessages.Append({"description", "badtake", "No."});
+    GameModel game = GameWithErrorNames();
+    SetFields(game, "room 1, name = Hall && room 1, exit out, action = msg <lost> && "
+                    "room 1, exit north, name = [action] && room 1, exit north, action = goto <Attic> && "
+                    "room 1, exit south, name = Attic && room 1, exit south, action = msg <left over> && "
+                    "room 1, object 1, name = lamp && room 1, object 1, suffix = of brass && "
+                    "room 1, object 1, speak action = x && room 1, object 1, gender = y && "
+                    "error message 2, text = No.");
     const std::string bytes = SaveToBytes(game);
-    EXPECT_EQ(bytes.substr(bytes.find("define room")),
-              CrLf("define room <Hall>\nnorth goto <Attic>\nsouth <Attic>\ndefine object <lamp>\n"
+    EXPECT_EQ(bytes.substr(bytes.find("collectables")),
+              CrLf("collectables <>\nerror <badgo;No.>\nend define\n\ndefine synonyms\nend define\n"
+                   "define room <Hall>\nnorth goto <Attic>\nsouth <Attic>\ndefine object <lamp>\n"
                    "suffix <of brass>\n\nend define\n\nend define\n\n\n"));
-    EXPECT_NE(bytes.find("\r\nerror <badtake;No.>\r\nend define"), std::string::npos);
-    EXPECT_EQ(bytes.find("badgo"), std::string::npos);
 }
 
 TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
@@ -107,51 +99,40 @@ TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
         EXPECT_TRUE(fs::is_symlink(folder.Path(name))) << name;
 }
 
-TEST(ReplaceFile, KeepsTheOldVersionUnderNoOtherFilesName) {
+TEST(ReplaceFile, KeepsTheOldVersionUnderNoOtherFilesNameAndFromOtherEyes) {
     const TempFolder folder;
     const std::string path = folder.Write("game.kel", "the old version");
+    fs::permissions(path, fs::perms(0600));
     folder.Write("precious", "precious");
     fs::create_symlink("precious", path + "~new");
     GameModel game = LargeGame();
     EXPECT_EQ(SaveProblem(game, path), "");
     EXPECT_EQ(ReadBytes(folder.Path("precious")), "precious");
-    EXPECT_FALSE(fs::is_symlink(path + "~"));
+    EXPECT_EQ(fs::symlink_status(path + "~").type(), fs::file_type::regular);
+    EXPECT_EQ(fs::status(path + "~").permissions(), fs::perms(0600));
     EXPECT_EQ(ReadBytes(path + "~"), "the old version");
-
-    fs::remove(path + "~");
-    fs::create_directory(path + "~");
-    EXPECT_EQ(SaveProblem(game, path),
-              "the previous version could not be kept under its name and a \"~\", so "
-              "nothing was written: this is a folder, not a file");
 }
 
-TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
+TEST(ReplaceFile, SaysWhyTheFileCannotBeWrittenAndLeavesTheOldOne) {
     const TempFolder folder;
     const std::string path = folder.Write("game.kel", "the old version");
+    fs::create_directory(folder.Path("game.kel~"));
     GameModel game = LargeGame();
-    game.FileName = "somewhere.kel";
-    game.Modified = true;
-    const auto expectUntouched = [&] {
-        EXPECT_EQ(ReadBytes(path), "the old version");
-        EXPECT_TRUE(game.Modified);
-        EXPECT_EQ(game.FileName, "somewhere.kel");
-    };
-
+    const std::string notKept =
+        "the previous version could not be kept under its name and a \"~\", so nothing was written: ";
+    const std::string notWritten = "the file cannot be written: ";
+    const std::string asBefore = ". The file on disk is as it was before";
+    EXPECT_EQ(SaveProblem(game, path), notKept + "this is a folder, not a file");
+    fs::remove(path + "~");
+    EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
+              notWritten + "its folder or the file itself is not there");
+    EXPECT_EQ(SaveProblem(game, folder.Folder()), notWritten + "this is a folder, not a file" + asBefore);
     {
         const FullDisk fullDisk;
-        const std::string tooLarge =
-            "the file cannot be written: the file has reached the largest size that is allowed";
-        EXPECT_EQ(SaveProblem(game, path), tooLarge + ". The file on disk is as it was before");
+        const std::string tooLarge = notWritten + "the file has reached the largest size that is allowed";
+        EXPECT_EQ(SaveProblem(game, path), tooLarge + asBefore);
         EXPECT_EQ(SaveProblem(game, folder.Path("new.kel")), tooLarge);
     }
-    EXPECT_FALSE(fs::exists(folder.Path("new.kel")));
-    EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
-              "the file cannot be written: its folder or the file itself is not there");
-    EXPECT_EQ(
-        SaveProblem(game, folder.Folder().string()),
-        "the file cannot be written: this is a folder, not a file. The file on disk is as it was before");
-    expectUntouched();
-
     const auto saveWith = [&](int folderMode, int fileMode) {
         fs::remove(path + "~");
         fs::permissions(path, fs::perms(fileMode));
@@ -159,12 +140,10 @@ TEST(ReplaceFile, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
         const Unprivileged unprivileged;
         return SaveProblem(game, path);
     };
-    EXPECT_EQ(saveWith(0777, 0444),
-              "the file cannot be written: you have no permission. The file on disk is as it was before");
-    expectUntouched();
-    EXPECT_EQ(saveWith(0555, 0777), "the previous version could not be kept under its name and a \"~\", so "
-                                    "nothing was written: you have no permission");
-    expectUntouched();
+    EXPECT_EQ(saveWith(0777, 0444), notWritten + "you have no permission" + asBefore);
+    EXPECT_EQ(saveWith(0555, 0777), notKept + "you have no permission");
+    EXPECT_EQ(ReadBytes(path), "the old version");
+    EXPECT_FALSE(fs::exists(folder.Path("new.kel")));
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // Takes a picture of every window of the program: Screenshots FOLDER light|dark
 #include "app/Icons.h"
-#include "app/Palettes.h"
 #include "support/EveryWindow.h"
 
 #include <QApplication>
@@ -10,7 +9,6 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
-#include <string_view>
 
 namespace {
 
@@ -35,7 +33,6 @@ int main(int argc, char** argv) {
         return 2;
     }
     const QApplication application(argc, argv);
-    zem::ApplyLook(std::string_view(argv[2]) == "dark" ? zem::Look::Dark : zem::Look::Light);
     const QDir folder(QString::fromLocal8Bit(argv[1]));
     const QTemporaryDir games;
     const QString game = games.filePath(QStringLiteral("lighthouse.kel"));
@@ -44,8 +41,10 @@ int main(int argc, char** argv) {
     const auto save = [&](const QString& name, const QPixmap& picture) {
         isSaved = picture.save(folder.filePath(name + QLatin1String(".png"))) && isSaved;
     };
+    zem::test::ForEachWindow(
+        game, [&](const QString& name, QWidget& window) { save(name, window.grab()); },
+        QString::fromLocal8Bit(argv[2]));
     save(QStringLiteral("icon"), IconSizes());
-    zem::test::ForEachWindow(game, [&](const QString& name, QWidget& window) { save(name, window.grab()); });
     if (!isSaved)
         std::fprintf(stderr, "not every picture could be written to %s\n", argv[1]);
     return isSaved ? 0 : 1;
