@@ -1,5 +1,7 @@
 // Opens every editor from the main window, on a game in which everything is filled, and compares the file
 // that would be saved before and after.
+#include "app/frmReadBack.h"
+#include "check/LooseComparison.h"
 #include "support/CaseFile.h"
 #include "support/EditorGame.h"
 #include "support/Lines.h"
@@ -7,6 +9,9 @@
 #include "support/WhenOpen.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
+#include <map>
+#include <random>
 #include <set>
 
 namespace zem::test {
@@ -35,14 +40,12 @@ void Do(const QWidget& form, QStringList steps) {
     }
 }
 
-/// Opens the editor, does the steps and presses the button; returns what the saved file shows of it.
-std::string DifferenceAfter(const std::string& command, const std::string& steps, const char* button) {
-    RunningProgram p;
-    p.StartWith(EditorGame());
+/// Opens the editor, does the steps and closes it with the button.
+void Edit(const RunningProgram& p, const std::string& command, const QStringList& steps, const char* button) {
     for (const char* list : {"lstRooms", "lstCharacters", "lstObjects"})
         p.Select(list, 0);
     WhenOpen<QDialog>([&](const QDialog& form) {
-        Do(form, QString::fromStdString(steps).split("; ", Qt::SkipEmptyParts));
+        Do(form, steps);
         Click(form, button);
         EXPECT_FALSE(form.isVisible());
     });
@@ -50,6 +53,17 @@ std::string DifferenceAfter(const std::string& command, const std::string& steps
         p.Trigger(command.c_str());
     else
         p.Click(command.c_str());
+}
+
+QStringList Steps(const std::string& text) {
+    return QString::fromStdString(text).split("; ", Qt::SkipEmptyParts);
+}
+
+/// What the saved file shows of the steps.
+std::string DifferenceAfter(const std::string& command, const std::string& steps, const char* button) {
+    RunningProgram p;
+    p.StartWith(EditorGame());
+    Edit(p, command, Steps(steps), button);
     EXPECT_EQ(p.game.Modified, std::string(button) == "butOK");
     p.game.Modified = false;
     return Difference(EditorGame(), SaveToBytes(p.game));
@@ -65,6 +79,65 @@ TEST(EveryForm, ChangesOnOkJustWhatWasChangedAndNothingOnCancel) {
             EXPECT_EQ(DifferenceAfter(command, "", "butOK"), "") << "nothing by itself";
         }
     }
+}
+
+/// A text of pieces that mean something in a file.
+QString TrickyText(std::mt19937& random) {
+    static const char* const pieces[] = {"a", "b c", ">",    "<",  ";",      ",",          "=",
+                                         "{", "}",   "]",    "__", "'x",     "end define", "define x",
+                                         " ", "\n",  "else", "x",  "nodebug"};
+    QString text;
+    for (auto count = random() % 5; count > 0; --count)
+        text += QLatin1String(pieces[random() % std::size(pieces)]);
+    return text;
+}
+
+/// Saves; whether the author was told that something would not come back.
+bool IsToldOnSaving(const RunningProgram& p) {
+    bool isTold = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&isTold] {
+        if (auto* form = qobject_cast<frmReadBack*>(QApplication::activeModalWidget())) {
+            isTold = true;
+            form->reject();
+        }
+    });
+    watch.start(1);
+    p.Trigger("mnuFileSave");
+    return isTold;
+}
+
+bool ComesBack(const RunningProgram& p) {
+    GameModel back = p.game;
+    return ProblemOf([&] { back = LoadBytes(ReadBytes(p.folder.Path("game.kel")), back); }).empty() &&
+           IsSameInFile(p.game, back);
+}
+
+// Whatever is typed into a box: the author is told just when the file does not give the game back.
+TEST(EveryForm, TellsOnSavingJustWhatIsLostOfWhateverIsTyped) {
+    std::mt19937 random(7);
+    std::string bytes = EditorGame();
+    bytes.erase(bytes.find("suffix <of brass>\r\n"), 19); // which no save writes
+    std::map<bool, int> saves;
+    for (const auto& [command, text, difference] : CasesIn<3>("edits")) {
+        const QStringList steps = Steps(text);
+        if (text.find("...") != std::string::npos || !steps.constLast().startsWith("txt") ||
+            steps.constLast().startsWith("txtFontSize")) // which takes a number only
+            continue;
+        for (int round = 0; round < 3; ++round) {
+            QStringList tricky = steps;
+            tricky.last() = steps.constLast().section(" =", 0, 0) + " = " + TrickyText(random);
+            SCOPED_TRACE(command + ": " + tricky.last().toStdString());
+            RunningProgram p;
+            p.StartWith(bytes);
+            Edit(p, command, tricky, "butOK");
+            const bool isTold = IsToldOnSaving(p);
+            EXPECT_EQ(isTold, !ComesBack(p));
+            ++saves[isTold];
+        }
+    }
+    EXPECT_GT(saves[true], 10);
+    EXPECT_GT(saves[false], 10);
 }
 
 } // namespace
