@@ -26,14 +26,17 @@ TEST(Table, BehavesLikeAVectorAndItsCopiesStayAsTheyWere) {
     const auto pick = [&](std::size_t count) {
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
     };
+    const auto append = [](auto& records, auto& texts, const std::string& text) {
+        records.Append(text);
+        texts.push_back(text);
+    };
 
     for (int step = 0; step < 6000; ++step) {
         const std::string text = "step " + std::to_string(step);
         const std::size_t k = model.empty() ? 0 : pick(model.size());
         // Grows for the first half, shrinks afterwards, so that groups fill up, split off and vanish.
         if (model.empty() || pick(10) < (step < 3000 ? 7u : 3u)) {
-            table.Append(text);
-            model.push_back(text);
+            append(table, model, text);
         } else if (pick(2) == 0) {
             table.Edit(static_cast<int>(k) + 1) = text;
             model[k] = text;
@@ -41,10 +44,17 @@ TEST(Table, BehavesLikeAVectorAndItsCopiesStayAsTheyWere) {
             table.Remove(static_cast<int>(k) + 1);
             model.erase(model.begin() + static_cast<std::ptrdiff_t>(k));
         }
-        if (step % 300 == 299)
+        if (step % 300 == 299) {
             copies.emplace_back(table, model);
+            if (step % 600 == 299) { // either of the two may go on first, at the record that both end with
+                append(copies.back().first, copies.back().second, "at once");
+                table.Edit(table.Count()) = text;
+                model.back() = text;
+            }
+        }
     }
-    for (const auto& [copy, texts] : copies) {
+    for (auto& [copy, texts] : copies) {
+        append(copy, texts, "later");
         EXPECT_EQ(std::vector<std::string>(copy.begin(), copy.end()), texts);
         for (int k = 1; k <= copy.Count(); ++k)
             ASSERT_EQ(copy[k], texts[static_cast<std::size_t>(k) - 1]);
