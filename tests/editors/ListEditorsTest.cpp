@@ -128,13 +128,13 @@ TEST_F(ListEditors, HideTheProceduresThatTheEditorMakes) {
     SelectRow(form, "cmbProcedures", 2);
     CutNextScript("3"); // of this one, not of the other with its name
     PressKey(form, "cmbProcedures", Qt::Key_Return);
-    for (const char* name :
-         {"wave", "~INTERNAL PROCEDURE x"}) { // of which only the first is shown and edited
-        if (*name == 'w')
-            ConfirmNextScript();
+    const auto add = [&](const char* name) {
         dialogs.Text("New Procedure: Enter a name for this new procedure: []", name);
         Click(form, "butAdd");
-    }
+    };
+    ConfirmNextScript();
+    add("wave");
+    add("~INTERNAL PROCEDURE x"); // is not shown, and so not edited
     EXPECT_EQ(SelectedRow(form, "cmbProcedures"), 3);
     SelectRow(form, "cmbProcedures", 0);
     Click(form, "butRemove");
@@ -233,17 +233,18 @@ TEST(Collectables, AreStoredOnceTheirSettingsAreRight) {
         EXPECT_EQ(Rows(form, "lstCollectables"),
                   QStringList{"Collectable-Name p=0 [Enter display text here]"});
         WhenOpen<frmEditCollectableSettings>([&](frmEditCollectableSettings& edit) {
-            std::string on;
-            for (const char* act : {"", "chkDontDisplay", "chkDontDisplay", "cmbType"}) {
-                if (std::string(act) == "cmbType")
-                    PressKey(edit, act, Qt::Key_End); // a range
-                else if (*act != '\0')
-                    Click(edit, act);
+            const auto boxes = [&edit] {
+                std::string on;
                 for (const char* box : {"txtMin", "txtMax", "txtDisplay"})
-                    on += IsEnabled(edit, box) ? '1' : '0';
-                on += ' ' + TextOf(edit, "txtDisplay") + '\n';
-            }
-            EXPECT_EQ(on, "001 Enter display text here\n000 \n001 \n111 \n");
+                    on += IsEnabled(edit, box) ? std::string(box) + ' ' : "";
+                return on + TextOf(edit, "txtDisplay");
+            };
+            EXPECT_EQ(boxes(), "txtDisplay Enter display text here");
+            Click(edit, "chkDontDisplay");
+            EXPECT_EQ(boxes(), "");
+            Click(edit, "chkDontDisplay");
+            PressKey(edit, "cmbType", Qt::Key_End); // a range
+            EXPECT_EQ(boxes(), "txtMin txtMax txtDisplay ");
             for (const auto& [box, text] :
                  {std::pair("txtName", "my temp"), {"txtMin", "0"}, {"txtMax", "10"}, {"txtInitValue", "11"}})
                 SetText(edit, box, text);
