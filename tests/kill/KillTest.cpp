@@ -98,8 +98,10 @@ int main(int argc, char** argv) {
     Life before;
     for (int kill = 1; kill <= kills; ++kill) {
         Life life = Live(folder, random);
-        mostLost = std::max(mostLost, Lost(before, life.open));
-        if (!life.wasAlive || life.inFile < 0 || life.open < 0 || mostLost > 1000) {
+        const bool hasOpened = life.wasAlive && life.inFile >= 0 && life.open >= 0;
+        if (hasOpened)
+            mostLost = std::max(mostLost, Lost(before, life.open));
+        if (!hasOpened || mostLost > 1000) {
             std::printf("failed at kill %d: %lld ms of edits are lost; the editor said\n%s", kill, mostLost,
                         life.report.c_str());
             return 1;
