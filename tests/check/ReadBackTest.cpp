@@ -6,7 +6,7 @@
 #include "support/RandomGame.h"
 #include "support/SetField.h"
 
-#include <chrono>
+#include <ctime>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -85,7 +85,6 @@ TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
 
 // Only the rooms together do not come back, so that each of them is tried.
 TEST(ReadBack, TakesLittleLongerThanReadingWhereManyPartsAreTried) {
-    using Clock = std::chrono::steady_clock;
     GameModel game;
     for (int k = 1; k <= 5000; ++k) {
         Room& room = game.Rooms.Append();
@@ -93,12 +92,11 @@ TEST(ReadBack, TakesLittleLongerThanReadingWhereManyPartsAreTried) {
         room.Look = "A long, low room whose walls have been whitewashed so often that the corners are round.";
         room.Objects.Append().Name = "lamp";
     }
-    const auto start = Clock::now();
+    const std::clock_t start = std::clock(); // of this process, whatever else the machine does
     EXPECT_FALSE(ComesBack(game));
-    const auto read = Clock::now();
+    const std::clock_t read = std::clock();
     EXPECT_EQ(Places(game).size(), 20u);
-    const auto explained = Clock::now();
-    EXPECT_LT(explained - read, 20 * (read - start));
+    EXPECT_LT(std::clock() - read, 20 * (read - start));
 }
 
 } // namespace

@@ -2,8 +2,9 @@
 //
 //   KillTest [KILLS [SEED]]
 //
-// The file on disk must load every time, and what the editor has open after the restart, from the file or
-// from the recovery copy, must lack no edit that was older than a second when the editor was killed.
+// The file on disk must load every time, or, after a kill in the middle of a save, the version before that
+// stands beside it. What the editor has open after the restart, from there or from the recovery copy, must
+// lack no edit that was older than a second when the editor was killed.
 #include "support/TempFolder.h"
 
 #include <QCoreApplication>
@@ -30,8 +31,10 @@ struct Life {
     int inFile = -1; // the number of the last edit in the file
     int open = -1;   // the same in the game that was open at last
     std::vector<Edit> edits;
+    bool isMended = false; // by the version beside the file
     bool wasAlive = false; // until it was killed
     long long end = 0;
+    std::string report;
 };
 
 long long Now() {
@@ -64,11 +67,14 @@ Life Live(const zem::test::TempFolder& folder, std::mt19937& random) {
     life.end = Now();
     editor.kill();
     editor.waitForFinished();
-    std::istringstream lines((report + editor.readAllStandardOutput()).toStdString());
+    life.report = (report + editor.readAllStandardOutput()).toStdString();
+    std::istringstream lines(life.report);
     Edit edit{};
     for (std::string what; lines >> what >> edit.number >> edit.time;) {
         if (what == "edit")
             life.edits.push_back(edit);
+        else if (what == "mended")
+            life.isMended = true;
         else
             (what == "file" ? life.inFile : life.open) = edit.number;
     }
@@ -92,22 +98,26 @@ int main(int argc, char** argv) {
     WriteGame(folder);
     std::size_t edits = 0;
     int restored = 0;
+    int mended = 0;
     long long mostLost = 0;
     Life before;
     for (int kill = 1; kill <= kills; ++kill) {
         Life life = Live(folder, random);
-        mostLost = std::max(mostLost, Lost(before, life.open));
-        if (!life.wasAlive || life.inFile < 0 || life.open < 0 || mostLost > 1000) {
-            std::printf(
-                "failed at kill %d: the file holds %d edits, open are %d; %lld ms of edits are lost\n", kill,
-                life.inFile, life.open, mostLost);
+        const bool hasOpened = life.wasAlive && life.inFile >= 0 && life.open >= 0;
+        if (hasOpened)
+            mostLost = std::max(mostLost, Lost(before, life.open));
+        if (!hasOpened || mostLost > 1000) {
+            std::printf("failed at kill %d: %lld ms of edits are lost; the editor said\n%s", kill, mostLost,
+                        life.report.c_str());
             return 1;
         }
         edits += life.edits.size();
         restored += life.open > life.inFile ? 1 : 0;
+        mended += life.isMended ? 1 : 0;
         before = std::move(life);
     }
-    std::printf("%d kills, %zu edits, %d restarts from a recovery copy; at most %lld ms of edits were lost\n",
-                kills, edits, restored, mostLost);
+    std::printf("%d kills, %d in the middle of a save, %zu edits, %d restarts from a recovery copy; at most "
+                "%lld ms of edits were lost\n",
+                kills, mended, edits, restored, mostLost);
     return 0;
 }

@@ -27,42 +27,47 @@ constexpr const char* Lines =
     "if flag <keeper found> and not flag <keeper saved> then flag on <bell wanted> else flag off "
     "<bell wanted>\r\nend define\r\n";
 
-/// The way to each window from the main window: buttons and menu items to click, "LIST=TEXT" for the first
+/// How to get to a window from the main window: buttons and menu items to click, "LIST=TEXT" for the first
 /// row that begins so, and ">" where another window opens. A way that ends by closing its window shows none.
-constexpr std::pair<const char*, const char*> Ways[] = {
+struct Way {
+    const char* steps;
+    const char* what = ""; // for the name
+};
+
+constexpr Way Ways[] = {
     {"", "Empty"},
-    {"lstRooms=Quay, lstCharacters=, lstObjects=", ""},
-    {"mnuViewOptions >", ""},
-    {"mnuHelpAbout >", ""},
-    {"lstRooms=Tower Stair, butEditRoom >", ""},
-    {"lstRooms=Tower Stair, butEditRoom > butAddPlace >", ""},
+    {"lstRooms=Quay, lstCharacters=, lstObjects="},
+    {"mnuViewOptions >"},
+    {"mnuHelpAbout >"},
+    {"lstRooms=Tower Stair, butEditRoom >"},
+    {"lstRooms=Tower Stair, butEditRoom > butAddPlace >"},
     {"lstRooms=Chandlery, lstCharacters=, butEditObj_0 >", "Character"},
     {"lstRooms=Net Loft, lstObjects=, butEditObj_1 >", "Object"},
-    {"mnuViewGameProperties >", ""},
-    {"mnuViewGameProperties > butUseableObjects > lstItems=", ""},
-    {"mnuViewGameProperties > butMiscTags >", ""},
-    {"mnuViewGameProperties > butCommands > lstCommands=", ""},
-    {"mnuViewGameProperties > butCommands > lstCommands=shout, butEdit >", ""},
-    {"mnuEditErrorMessages > lstErrors=", ""},
+    {"mnuViewGameProperties >"},
+    {"mnuViewGameProperties > butUseableObjects > lstItems="},
+    {"mnuViewGameProperties > butMiscTags >"},
+    {"mnuViewGameProperties > butCommands > lstCommands="},
+    {"mnuViewGameProperties > butCommands > lstCommands=shout, butEdit >"},
+    {"mnuEditErrorMessages > lstErrors="},
     {"mnuViewCollectables > lstNames=", "Names"},
     {"mnuViewCollectables > lstNames=, optExtended", "Extended"},
-    {"mnuViewCollectables > optExtended, lstCollectables=matches, butEdit >", ""},
-    {"mnuViewItems > lstItems=", ""},
-    {"mnuViewLibraries > lstLibs=", ""},
-    {"mnuViewTextSectionEditor > cmbTextSections=", ""},
-    {"mnuViewSynonyms > lstSynonyms=", ""},
-    {"mnuViewSynonyms > lstSynonyms=, butEdit > lstWords=", ""},
-    {"mnuViewProcedures > cmbProcedures=", ""},
-    {"mnuViewMenus > lstMenus=", ""},
-    {"mnuViewMenus > lstMenus=, butEdit > lstMenu=", ""},
+    {"mnuViewCollectables > optExtended, lstCollectables=matches, butEdit >"},
+    {"mnuViewItems > lstItems="},
+    {"mnuViewLibraries > lstLibs="},
+    {"mnuViewTextSectionEditor > cmbTextSections="},
+    {"mnuViewSynonyms > lstSynonyms="},
+    {"mnuViewSynonyms > lstSynonyms=, butEdit > lstWords="},
+    {"mnuViewProcedures > cmbProcedures="},
+    {"mnuViewMenus > lstMenus="},
+    {"mnuViewMenus > lstMenus=, butEdit > lstMenu="},
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstFriendlyLines=", "Friendly"},
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > butAdd >", "New"},
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=Clear, butEdit >", "None"},
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=Print, butEdit >", "Text"},
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=Move, butEdit >", "Name"},
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=ring, butEdit >", "Other"},
-    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=If, butEdit >", ""},
-    {"mnuViewOptions > chkFriendlyScript, butOK", ""},
+    {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=If, butEdit >"},
+    {"mnuViewOptions > chkFriendlyScript, butOK"},
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstScriptLines=", "Raw"},
     // Last, because it changes the game.
     {"lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, mnuToolsUndo, "
@@ -86,8 +91,8 @@ public:
             settings.AddToRecentFiles(QFileInfo(game).absolutePath() + QLatin1String(other));
         program_.Start(game);
         VisitOnTheirOwn(settings);
-        for (const auto& [way, what] : Ways)
-            Go(*program_.Main(), QLatin1String(way), QLatin1String(what));
+        for (const auto& [steps, what] : Ways)
+            Go(*program_.Main(), QLatin1String(steps), QLatin1String(what));
     }
 
 private:
@@ -139,16 +144,15 @@ private:
         const std::string name = step.section(u'=', 0, 0).toStdString();
         if (step.contains(u'=')) {
             auto& list = Find<QAbstractItemView>(window, name.c_str());
-            const QModelIndex first = list.model()->index(0, 0);
+            const QAbstractItemModel& rows = *list.model();
             list.setCurrentIndex(
-                list.model()
-                    ->match(first, Qt::DisplayRole, step.section(u'=', 1), 1, Qt::MatchStartsWith)
-                    .at(0));
+                rows.match(rows.index(0, 0), Qt::DisplayRole, step.section(u'=', 1), 1, Qt::MatchStartsWith)
+                    .value(0));
         } else if (auto* action = window.findChild<QAction*>(QLatin1String(name.c_str()))) {
             action->trigger();
         } else if (!name.empty()) {
             auto& button = Find<QAbstractButton>(window, name.c_str());
-            button.setFocus();
+            button.setFocus(); // as the mouse would
             button.click();
         }
     }
