@@ -1,7 +1,6 @@
 // The menus and the toolbar of the main window, and what they start.
 #include "support/Cases.h"
 #include "support/SmallGame.h"
-#include "support/WhenOpen.h"
 
 #include <QMenu>
 #include <QToolBar>
@@ -12,12 +11,6 @@ namespace zem::test {
 namespace {
 
 TEST(MainMenu, RunsTheSavedFile) {
-    const QString notNamed =
-        "Game not saved: The current game has not been saved. It needs to be saved as an .KEL file before it "
-        "can be executed in Veldt. Save now?";
-    const QString changed =
-        "Game not saved: The current game has changed since it was last saved - if not saved now, the last "
-        "saved version will be executed instead. Save the current version now?";
     RunningProgram p;
     p.StartWith(Small);
     const QString path = p.Path("game.kel");
@@ -36,18 +29,22 @@ TEST(MainMenu, RunsTheSavedFile) {
     }
 
     DeleteRoom(p, 1);
-    p.dialogs.Message(changed, QMessageBox::Cancel);
-    p.Trigger("mnuFileRunKELfile");
-    p.dialogs.Message(changed, QMessageBox::No);
-    p.dialogs.Document(path, 33);
-    p.Trigger("mnuFileRunKELfile");
-    EXPECT_EQ(ReadBytes(p.folder.Path("game.kel")), Small);
-    p.dialogs.Message(changed, QMessageBox::Yes);
-    p.dialogs.Document(path, 33);
-    p.Trigger("mnuFileRunKELfile");
-    EXPECT_FALSE(p.game.Modified);
+    for (const auto& [answer, runs, saves] :
+         Cases<QMessageBox::StandardButton, bool, bool>{{QMessageBox::Cancel, false, false},
+                                                        {QMessageBox::No, true, false},
+                                                        {QMessageBox::Yes, true, true}}) {
+        p.dialogs.Message(UnsavedRunQuestion, answer);
+        if (runs)
+            p.dialogs.Document(path, 33);
+        p.Trigger("mnuFileRunKELfile");
+        EXPECT_EQ(p.Saved() != Small, saves);
+        EXPECT_EQ(p.game.Modified, !saves);
+    }
 
     p.Trigger("mnuFileNew");
+    const QString notNamed =
+        "Game not saved: The current game has not been saved. It needs to be saved as an .KEL file before it "
+        "can be executed in Veldt. Save now?";
     p.dialogs.Message(notNamed, QMessageBox::Cancel);
     p.Trigger("mnuFileRunKELfile");
     p.dialogs.Message(notNamed, QMessageBox::Ok);
@@ -73,17 +70,6 @@ QString Describe(const QMenu& menu) {
     return items.join(", ");
 }
 
-/// The buttons of a toolbar with their tips, those that are off or lack a picture named so.
-QString Describe(const QToolBar& toolbar) {
-    QStringList buttons;
-    for (const QAction* button : toolbar.actions())
-        if (!button->isSeparator())
-            buttons.append(button->objectName() + u' ' + button->toolTip() +
-                           (button->isEnabled() ? "" : " off") +
-                           (button->icon().pixmap(24).isNull() ? " blank" : ""));
-    return buttons.join(u'|');
-}
-
 TEST(MainMenu, HasItsMenusAndToolbarInOrder) {
     RunningProgram p;
     p.Start();
@@ -100,12 +86,17 @@ TEST(MainMenu, HasItsMenusAndToolbarInOrder) {
              {"mnuHelp", "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM"},
          })
         EXPECT_EQ(Describe(*p.Find<QMenu>(menu)).toStdString(), items);
-    EXPECT_EQ(Describe(*p.Find<QToolBar>("Toolbar1")).toStdString(),
-              "butNew New game|butOpen Open a game|butSave Save|butRun Run KEL file|butEditItems Items|"
-              "butEditCollectables Collectables|butEditText Text Sections|butEditGame Game Properties|"
-              "butEditProcs Procedures|butEditMiscKEL Misc KEL|butOptions Options|butEditLibs Libraries|"
-              "butEditSynonyms Synonyms|butHelp Help");
-    EXPECT_FALSE(p.IsEnabled("butEditRoom"));
+
+    QStringList tips;
+    for (const QAction* button : p.Find<QToolBar>("Toolbar1")->actions()) {
+        if (button->isSeparator())
+            continue;
+        tips.append(button->toolTip());
+        EXPECT_TRUE(button->isEnabled() && !button->icon().pixmap(24).isNull()) << tips.last().toStdString();
+    }
+    EXPECT_EQ(tips.join(u'|').toStdString(),
+              "New game|Open a game|Save|Run KEL file|Items|Collectables|Text Sections|Game Properties|"
+              "Procedures|Misc KEL|Options|Libraries|Synonyms|Help");
 }
 
 TEST(MainMenu, OpensTheWindowOfEachCommand) {
@@ -114,7 +105,6 @@ TEST(MainMenu, OpensTheWindowOfEachCommand) {
     for (const auto& [command, window] : Cases<const char*, const char*>{
              {"mnuViewMenus", "frmMenuList"},
              {"mnuViewProcedures", "frmProcedureEditor"},
-             {"mnuViewTextSectionEditor", "frmTextSectionEdit"},
              {"mnuHelpAbout", "frmAbout"},
              {"butEditItems", "frmEditItems"},
              {"butEditCollectables", "frmEditCollectables"},
@@ -125,26 +115,19 @@ TEST(MainMenu, OpensTheWindowOfEachCommand) {
              {"butOptions", "frmOptions"},
              {"butEditLibs", "frmIncludedLibraries"},
              {"butEditSynonyms", "frmSynonyms"},
-         }) {
-        WhenOpen<QDialog>([name = window](QDialog& form) { EXPECT_EQ(form.objectName(), name); });
-        p.Trigger(command);
-    }
-    p.game.Modified = false;
-}
+         })
+        p.Open<QDialog>(command, [name = window](QDialog& form) { EXPECT_EQ(form.objectName(), name); });
 
-TEST(MainMenu, IsAtWorkBehindTheToolbar) {
-    RunningProgram p;
-    p.StartWith(Small);
     p.dialogs.Document(p.programFolder + "/ZEM.HTM", 2);
     p.Trigger("butHelp");
     p.dialogs.Document(p.programFolder + "/KEL.HTM", 31); // even then nothing is said
     p.Trigger("mnuKELRef");
+    p.Trigger("butSave");
+    EXPECT_EQ(p.Status(), "Game saved.");
     p.dialogs.Document(p.Path("game.kel"), 33);
     p.Trigger("butRun");
     p.dialogs.OpenFile({});
     p.Trigger("butOpen");
-    p.Trigger("butSave");
-    EXPECT_EQ(p.Status(), "Game saved.");
     p.Trigger("butNew");
     EXPECT_EQ(p.Title(), "ZEM 1.0");
     EXPECT_EQ(p.Status(), "");
