@@ -8,7 +8,6 @@
 #include <QDockWidget>
 #include <QFile>
 #include <QListWidget>
-#include <QMetaEnum>
 #include <QRadioButton>
 #include <QTextBrowser>
 #include <QToolButton>
@@ -24,8 +23,8 @@ namespace {
 
 // ---- Names and roles
 
-std::string RoleName(QAccessible::Role role) {
-    return QMetaEnum::fromType<QAccessible::Role>().valueToKey(role);
+std::string NameOf(const QObject* object) {
+    return object->objectName().toStdString();
 }
 
 bool IsControl(const QAccessibleInterface& item) {
@@ -56,32 +55,24 @@ std::string SpokenName(QAccessibleInterface& item) {
 /// The controls of a window by what is read out for them.
 using Controls = std::map<std::pair<std::string, QAccessible::Role>, std::string>;
 
-void ExpectName(QAccessibleInterface& item, Controls& controls) {
-    const QObject* object = item.object();
-    const std::string control = object == nullptr ? "a part" : object->objectName().toStdString();
-    const std::string name = SpokenName(item);
-    EXPECT_FALSE(name.empty()) << control << " (" << RoleName(item.role()) << ") has no name";
-    EXPECT_TRUE(item.role() != QAccessible::NoRole && item.role() != QAccessible::Client)
-        << control << " \"" << name << "\" takes the focus and has no role";
-    const auto [other, isNew] = controls.try_emplace({name, item.role()}, control);
-    EXPECT_TRUE(isNew) << control << " and " << other->second << " are both called \"" << name << "\"";
-}
-
 void ExpectNames(QAccessibleInterface& item, Controls& controls) {
     if (item.state().invisible)
         return;
-    if (IsControl(item) && item.role() != QAccessible::Dialog && item.role() != QAccessible::Window)
-        ExpectName(item, controls);
-    for (int child = 0; !IsWhole(item.role()) && child < item.childCount(); ++child)
+    const QAccessible::Role role = item.role();
+    if (IsControl(item) && role != QAccessible::Dialog && role != QAccessible::Window) {
+        const std::string control = item.object() == nullptr ? "a part" : NameOf(item.object());
+        const std::string name = SpokenName(item);
+        EXPECT_NE(name, "") << control << " has no name";
+        EXPECT_TRUE(role != QAccessible::NoRole && role != QAccessible::Client) << control << " has no role";
+        const auto [other, isNew] = controls.try_emplace({name, role}, control);
+        EXPECT_TRUE(isNew) << control << " and " << other->second << " are both called \"" << name << "\"";
+    }
+    for (int child = 0; !IsWhole(role) && child < item.childCount(); ++child)
         if (QAccessibleInterface* inner = item.child(child))
             ExpectNames(*inner, controls);
 }
 
 // ---- The Tab key
-
-std::string NameOf(const QWidget* widget) {
-    return widget == nullptr ? "nothing" : widget->objectName().toStdString();
-}
 
 /// Where Tab stops, once round.
 std::vector<QWidget*> TabStops(QWidget& window) {

@@ -19,8 +19,7 @@ void ExpectQuestion(RunningProgram& p, Choice answer,
 TEST(ChangedOnDisk, IsToldBeforeASaveOverwritesIt) {
     const std::string theirs = CrLf("define game <Theirs>\nstart <Hall>\nend define\n");
     for (const Choice choice : {Cancel, KeepMine, AnotherName, Reload}) {
-        RunningProgram p;
-        p.StartWith(Small);
+        RunningProgram p(Small);
         DeleteRoom(p, 0);
         p.folder.Write("game.kel", theirs);
         ExpectQuestion(p, choice);
@@ -39,8 +38,7 @@ TEST(ChangedOnDisk, StopsWhatThreatensTheGameUntilTheAuthorHasDecided) {
                                             {"mnuFileExit", UnsavedQuestion},
                                             {"mnuFileRunKELfile", UnsavedRunQuestion}}) {
         SCOPED_TRACE(command);
-        RunningProgram p;
-        p.StartWith(Small);
+        RunningProgram p(Small);
         DeleteRoom(p, 0);
         p.folder.Write("game.kel", Small + "'x\r\n");
         p.dialogs.Message(question, QMessageBox::Yes);
@@ -53,8 +51,7 @@ TEST(ChangedOnDisk, StopsWhatThreatensTheGameUntilTheAuthorHasDecided) {
 }
 
 TEST(ChangedOnDisk, IsToldOnceOnReturnToTheWindow) {
-    RunningProgram p;
-    p.StartWith(Small);
+    RunningProgram p(Small);
     const auto comeBack = [&p] {
         QEvent event(QEvent::ActivationChange);
         p.Main()->activateWindow();

@@ -33,12 +33,8 @@ protected:
     QString path = PathToQt(folder.Write("game.kel", "define game <x>\nstart <Hall>\nend define\n"));
 };
 
-TEST_F(GameSessionTest, TellsEachChangeWithTheGameBeforeAndAfter) {
-    std::vector<GameChange> changes;
-    QObject::connect(&session, &GameSession::Changed,
-                     [&](const GameChange& change) { changes.push_back(change); });
+TEST_F(GameSessionTest, LeavesTheGameAsItWasWhenACommandFailsHalfWay) {
     session.Change("add room", [](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
-    // A command that fails half-way leaves the game as it was.
     EXPECT_THROW(session.Change("fail",
                                 [](GameModel& model) {
                                     model.Rooms.Remove(1);
@@ -46,10 +42,6 @@ TEST_F(GameSessionTest, TellsEachChangeWithTheGameBeforeAndAfter) {
                                 }),
                  KelError);
     EXPECT_EQ(game.Rooms.Count(), 1);
-    ASSERT_EQ(changes.size(), 1u);
-    EXPECT_EQ(changes[0].name, "add room");
-    EXPECT_EQ(changes[0].before.Rooms.Count(), 0);
-    EXPECT_EQ(changes[0].after.Rooms[1].Name, "Hall");
 }
 
 // As when the memory does not suffice: nothing of the game that was open must be left in the session.

@@ -55,8 +55,7 @@ void Add(RunningProgram& p, const char* button, const char* kind, const QString&
 }
 
 TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
-    RunningProgram p;
-    p.StartWith(ThreeRooms);
+    RunningProgram p(ThreeRooms);
     EXPECT_TRUE(p.Main()->screen()->availableGeometry().contains(p.Main()->geometry()));
     ASSERT_TRUE(p.Main()->isVisible());
     EXPECT_FALSE(p.program->StartWindow()->isVisible());
@@ -80,8 +79,7 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
 
 TEST(MainWindow, SelectsTheFirstRoomWithTheFirstKeyAndDoesNothingElse) {
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Return, Qt::Key_Delete}) {
-        RunningProgram p;
-        p.StartWith(ThreeRooms);
+        RunningProgram p(ThreeRooms);
         p.Find<QWidget>("lstRooms")->setFocus(Qt::TabFocusReason);
         PressKey(*p.Main(), "lstRooms", key);
         EXPECT_EQ(Lists(p), "[Hall] Attic Cellar|Bob Eve|lamp|");
@@ -89,8 +87,7 @@ TEST(MainWindow, SelectsTheFirstRoomWithTheFirstKeyAndDoesNothingElse) {
 }
 
 TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
-    RunningProgram p;
-    p.StartWith(ThreeRooms);
+    RunningProgram p(ThreeRooms);
     Add<frmRoomProperties>(p, "butAddNewRoom", "room", QStringLiteral(u"Caf\u00E9"));
     EXPECT_EQ(p.Status(), NotSaved);
     Add<frmThingProperties>(p, "butAddObj_0", "character", "Ann");
@@ -106,15 +103,10 @@ TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
     EXPECT_EQ(Lists(p), "Hall [Cellar] Caf\u00E9||rope|");
     p.Trigger("mnuFileSave");
     EXPECT_EQ(p.Status(), "Game saved.");
-    EXPECT_NE(p.Saved().find(CrLf(
-                  "define synonyms\nend define\n"
-                  "define room <Hall>\nalias <the hall>\ndefine object <lamp>\n\nend define\n\nend define\n\n"
-                  "define room <Cellar>\ndefine object <rope>\n\nend define\n\nend define\n\n"
-                  "define room <Caf\xE9>\ndefine character <Ann>\n\nend define\ndefine object <cup>\n\n"
-                  "end define\n\nend define\n\ndefine text")),
-              std::string::npos)
-        << p.Saved();
     EXPECT_EQ(ReadBytes(p.folder.Path("game.kel~")), ThreeRooms);
+    p.Trigger("mnuFileRecent_0"); // again, from the file
+    p.Select("lstRooms", 2);
+    EXPECT_EQ(Lists(p), "Hall Cellar [Caf\u00E9]|Ann|cup|");
 
     DeleteRoom(p, 2);
     EXPECT_EQ(Lists(p), "[Hall] Cellar||lamp|");
@@ -126,9 +118,8 @@ TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
 
 // Each of the two lists the things of both; what is added or deleted is nevertheless the right thing.
 TEST(MainWindow, KeepsThingsApartWhenRoomsShareAName) {
-    RunningProgram p;
-    p.StartWith("define room <Hall>\nend define\ndefine room <Hall>\ndefine object <a>\nend define\n"
-                "define object <b>\nend define\nend define\n");
+    RunningProgram p("define room <Hall>\nend define\ndefine room <Hall>\ndefine object <a>\nend define\n"
+                     "define object <b>\nend define\nend define\n");
     p.Select("lstRooms", 0);
     Add<frmThingProperties>(p, "butAddObj_1", "object", "mine");
     EXPECT_EQ(Lists(p), "[Hall] Hall||[mine] a b|");
@@ -149,8 +140,7 @@ TEST(MainWindow, KeepsThingsApartWhenRoomsShareAName) {
 TEST(MainWindow, AsksAgainForANameThatCannotBeKeptAndMarksTheGameEvenWhenNoneIsGiven) {
     const QString greek = QStringLiteral(u"\u0394elta");
     for (const std::optional<QString>& answer : {std::optional<QString>(), std::optional<QString>("")}) {
-        RunningProgram p;
-        p.StartWith(ThreeRooms);
+        RunningProgram p(ThreeRooms);
         p.dialogs.Text(NameQuestion("room"), greek);
         p.dialogs.Message("New room: " + *UnstorableCharacter(greek));
         p.dialogs.Text(NameQuestion("room", greek), answer);
@@ -159,22 +149,6 @@ TEST(MainWindow, AsksAgainForANameThatCannotBeKeptAndMarksTheGameEvenWhenNoneIsG
         EXPECT_EQ(p.Status(), NotSaved);
         EXPECT_TRUE(p.game.Modified);
     }
-}
-
-TEST(MainWindow, ListsAsManyRoomsAsAGameHoldsAndNoMore) {
-    RunningProgram p;
-    std::string bytes;
-    for (int k = 1; k <= Table<Room>::MaxCount; ++k)
-        bytes += "define room <" + std::to_string(k) + ">\nend define\n";
-    p.StartWith(bytes);
-    p.Select("lstRooms", 32766);
-    EXPECT_EQ(p.Status(), "Selected room '32767'");
-    p.dialogs.Text(NameQuestion("room"), "one more");
-    p.dialogs.Message(
-        "ZEM: The command was not carried out: a list of the game cannot hold more than 32,767 entries.");
-    p.Click("butAddNewRoom");
-    EXPECT_EQ(p.Rows("lstRooms").size(), 32767);
-    EXPECT_FALSE(p.game.Modified);
 }
 
 TEST(MainWindow, AsksAboutUnsavedChangesBeforeTheyAreLost) {
@@ -189,8 +163,7 @@ TEST(MainWindow, AsksAboutUnsavedChangesBeforeTheyAreLost) {
                                             {QMessageBox::No, afterNo},
                                             {QMessageBox::Yes, afterYes}}) {
             SCOPED_TRACE(command);
-            RunningProgram p;
-            p.StartWith(ThreeRooms);
+            RunningProgram p(ThreeRooms);
             DeleteRoom(p, 0);
             p.dialogs.Message(UnsavedQuestion, answer);
             if (std::string(command) == "mnuFileOpen" && answer != QMessageBox::Cancel)
@@ -204,8 +177,7 @@ TEST(MainWindow, AsksAboutUnsavedChangesBeforeTheyAreLost) {
         }
 }
 
-// A name dialog that was cancelled does not keep the window open: the author has said that he wants to leave.
-TEST(MainWindow, StaysOpenWhenTheSaveBeforeClosingFailsButNotWhenItsNameDialogIsCancelled) {
+TEST(MainWindow, SavesANewGameUnderANameAndStaysOpenWhenThatFails) {
     RunningProgram p;
     p.Start();
     const QPointer<QWidget> start = p.program->StartWindow();
@@ -226,32 +198,30 @@ TEST(MainWindow, StaysOpenWhenTheSaveBeforeClosingFailsButNotWhenItsNameDialogIs
     EXPECT_TRUE(p.Main()->isVisible());
     EXPECT_TRUE(p.game.Modified);
     EXPECT_EQ(p.Title(), "ZEM 1.0");
-    p.dialogs.Message(UnsavedQuestion, QMessageBox::Yes);
-    p.dialogs.SaveFile({});
-    p.Trigger("mnuFileExit");
-    EXPECT_FALSE(p.Main()->isVisible());
-}
 
-TEST(MainWindow, SavesUnderANewName) {
-    RunningProgram p;
-    p.StartWith("define game <Tower>\nend define\n");
-    p.dialogs.SaveFile(p.Path("other & more.kel"));
+    p.dialogs.SaveFile(p.Path("a & b.kel"));
     p.dialogs.Message(NoStartPlace);
     p.Trigger("mnuFileSaveAs");
     EXPECT_EQ(NameFilters(p.dialogs.lastFileQuestion.filter),
               (QStringList{"Veldt KEL file (*.kel)", "Text file (*.txt)", "All files (*.*)"}));
     EXPECT_EQ(p.Status(),
               "Game saved. Click 'Edit' then 'Game Properties...' to select a start room for this game.");
-    EXPECT_EQ(p.Title(), "\"Tower\" [" + p.folder.Path("other & more.kel") + "] - ZEM 1.0");
-    EXPECT_EQ(p.Find<QAction>("mnuFileRecent_0")->text(), p.Path("other && more.kel"));
-    EXPECT_EQ(p.Find<QAction>("mnuFileRecent_1")->text(), p.Path("game.kel"));
-    p.Trigger("mnuFileRecent_1");
-    EXPECT_EQ(p.Title(), "\"Tower\" [" + p.folder.Path("game.kel") + "] - ZEM 1.0");
+    EXPECT_EQ(p.Title(), "[" + p.folder.Path("a & b.kel") + "] - ZEM 1.0");
+    EXPECT_EQ(p.Find<QAction>("mnuFileRecent_0")->text(), p.Path("a && b.kel"));
+    p.Trigger("mnuFileRecent_0");
+    EXPECT_EQ(Lists(p), "Hall|||");
+
+    p.Trigger("mnuFileNew");
+    p.dialogs.Text(NameQuestion("room"), {});
+    p.Click("butAddNewRoom");
+    p.dialogs.Message(UnsavedQuestion, QMessageBox::Yes);
+    p.dialogs.SaveFile({}); // Cancel, and yet the author has said that he wants to leave
+    p.Trigger("mnuFileExit");
+    EXPECT_FALSE(p.Main()->isVisible());
 }
 
 TEST(MainWindow, ReportsABadFileAndGoesOnWithAnEmptyGame) {
-    RunningProgram p;
-    p.StartWith(ThreeRooms);
+    RunningProgram p(ThreeRooms);
     const std::string bad = "define game <x>\nend define\ndefine room <Hall>\n  alias Hall\nend define\n";
     p.folder.Write("bad.kel", bad);
     p.dialogs.OpenFile(p.Path("bad.kel"));

@@ -60,8 +60,7 @@ QString PlaceAfterClick(const RunningProgram& p, const char* button) {
 }
 
 TEST(Manual, F1OpensThePageOfWhatIsShownWhichCanBeUsedBesideAnyWindow) {
-    RunningProgram p;
-    p.StartWith(EditorGame());
+    RunningProgram p(EditorGame());
     p.Select("lstRooms", 0);
     p.Open<frmRoomProperties>("butEditRoom", [&](frmRoomProperties& form) {
         EXPECT_EQ(PlaceAfterF1(p, form), "frmRoomProperties-Details");
@@ -86,8 +85,7 @@ TEST(Manual, F1OpensThePageOfWhatIsShownWhichCanBeUsedBesideAnyWindow) {
 }
 
 TEST(Manual, FindsFromTheTopAgainAndOpensOtherDocumentsByTheDesktop) {
-    RunningProgram p;
-    p.StartWith(EditorGame());
+    RunningProgram p(EditorGame());
     PlaceAfterF1(p, *p.Main());
     const frmManual& manual = *p.program->ManualWindow();
     auto& page = Find<QTextBrowser>(manual, "txtManual");

@@ -16,8 +16,7 @@ namespace {
 // ---- Earlier versions
 
 TEST(EarlierVersions, OpenAsUnsavedGamesAndAreKeptAsideWhenTheyAreDamaged) {
-    RunningProgram p;
-    p.StartWith(Small);
+    RunningProgram p(Small);
     p.Trigger("mnuFileSave");
     for (int k = 0; k < 2; ++k) {
         DeleteRoom(p, 0);
@@ -70,8 +69,7 @@ TEST(EarlierVersions, AreBoundedInNumberButForThosePinned) {
 // ---- Saves that do not come back
 
 TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
-    RunningProgram p;
-    p.StartWith(Small);
+    RunningProgram p(Small);
     p.game.Includes.Append("a > b");
     p.game.GameAuthor = "<x>y";
     p.game.Items.Append({"a, b", false});
@@ -123,8 +121,7 @@ TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
 TEST(SavedMeansReadable, AsksAgainAboutWhatIsMendedOnTheWayOut) {
     for (const auto& [command, question] :
          {std::pair("mnuFileNew", UnsavedQuestion), {"mnuFileRunKELfile", UnsavedRunQuestion}}) {
-        RunningProgram p;
-        p.StartWith(Small);
+        RunningProgram p(Small);
         p.game.Rooms.Edit(2).Alias = "a>b";
         p.game.Modified = true;
         p.dialogs.Message(question, QMessageBox::Yes);

@@ -1,5 +1,4 @@
 #include "app/frmEditErrors.h"
-#include "app/frmHelp.h"
 #include "app/frmOrbMsgBox.h"
 #include "editors/frmRoomProperties.h"
 #include "support/Cases.h"
@@ -87,8 +86,9 @@ TEST(EditErrors, KeepsTheTextsWhileMovingThroughTheList) {
     SelectRow(form, "lstErrors", 0);
     EXPECT_EQ(TextOf(form, "txtError"), "What?");
     Click(form, "butOK");
-    EXPECT_EQ(form.Errors()[1].GameText, "What?");
-    EXPECT_EQ(form.Errors()[2], (ErrorMessage{"No such way", "badgo", ""}));
+    errors.Edit(1).GameText = "What?";
+    errors.Edit(2).GameText = "";
+    EXPECT_EQ(form.Errors(), errors);
 
     // Without friendly script, the names are listed; OK needs no selection.
     frmEditErrors names(errors, false, dialogs);
@@ -97,37 +97,23 @@ TEST(EditErrors, KeepsTheTextsWhileMovingThroughTheList) {
     EXPECT_EQ(names.Errors(), errors);
 }
 
-TEST(Help, FindsASectionByItsExactName) {
-    frmHelp help;
-    const std::vector<HelpSection> sections = {{"a", "first"}, {"a", "second"}};
-    help.ShowSection(sections, "a");
-    EXPECT_EQ(TextOf(help, "txtHelp"), "second");
-    help.ShowSection(sections, "A");
-    EXPECT_TRUE(TextOf(help, "txtHelp").starts_with("Could not find help section 'A'\nPlease report "));
-}
-
 TEST(WhatsThis, TellsAboutTheControlWithTheFocus) {
-    RunningProgram p;
-    p.StartWith(EditorGame());
-    const auto textShown = [](const QWidget& form, const char* name) {
-        auto& control = Find<QWidget>(form, name);
-        control.setFocus();
-        QTest::keyClick(&control, Qt::Key_F1, Qt::ShiftModifier);
-        QString shown;
+    RunningProgram p(EditorGame());
+    const auto isTold = [](const QWidget& form, const char* control) {
+        Find<QWidget>(form, control).setFocus();
+        PressKey(form, control, Qt::Key_F1, Qt::ShiftModifier);
         for (QWidget* window : QApplication::topLevelWidgets())
-            if (window->inherits("QWhatsThat") && window->isVisible()) {
-                shown = control.whatsThis(); // what the window paints
-                window->close();
-            }
-        return shown;
+            if (window->inherits("QWhatsThat") && window->isVisible())
+                return window->close();
+        return false;
     };
     p.Select("lstRooms", 0);
     p.Open<frmRoomProperties>("butEditRoom", [&](frmRoomProperties& form) {
-        EXPECT_TRUE(textShown(form, "txtAlias").contains("in place of the name"));
-        EXPECT_TRUE(textShown(form, "txtDescription").contains("|n"));
-        EXPECT_EQ(textShown(form, "butDetails"), "");
+        EXPECT_TRUE(isTold(form, "txtAlias"));
+        EXPECT_TRUE(isTold(form, "txtDescription"));
+        EXPECT_FALSE(isTold(form, "butDetails"));
     });
-    EXPECT_TRUE(textShown(*p.Main(), "lstObjects").contains("items"));
+    EXPECT_TRUE(isTold(*p.Main(), "lstObjects"));
 }
 
 } // namespace

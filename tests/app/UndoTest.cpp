@@ -11,8 +11,7 @@ namespace zem::test {
 namespace {
 
 TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
-    RunningProgram p;
-    p.StartWith(Small);
+    RunningProgram p(Small);
     const GameModel opened = p.game;
     p.Open<frmEditItems>("mnuViewItems", [](frmEditItems& form) { Click(form, "butOK"); });
     EXPECT_TRUE(p.game.Modified);
@@ -52,8 +51,7 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
 }
 
 TEST(Undo, JumpsToAnyStepFromThePanel) {
-    RunningProgram p;
-    p.StartWith(Small);
+    RunningProgram p(Small);
     p.Trigger("mnuToolsHistory");
     EXPECT_TRUE(p.Find<QDockWidget>("dckHistory")->isVisible());
     DeleteRoom(p, 0);

@@ -33,6 +33,8 @@ public:
         store.setValue("Init/InstalledVer", "2.0");
         store.setValue("Options/SpecialMsgBox", "No");
     }
+    /// Has the game file of these bytes open.
+    explicit RunningProgram(std::string_view bytes) : RunningProgram() { StartWith(bytes); }
 
     /// Starts the program; `file` as on the command line.
     void Start(const QString& file = {}) {
