@@ -1,17 +1,83 @@
+// The tools of the main window: undo, earlier versions, and what happens to the file behind its back.
 #include "app/Versions.h"
 #include "app/frmReadBack.h"
 #include "app/frmVersions.h"
+#include "editors/frmEditItems.h"
 #include "editors/frmRoomProperties.h"
+#include "editors/frmTextSectionEdit.h"
 #include "support/Cases.h"
 #include "support/SmallGame.h"
 
+#include <QDockWidget>
 #include <QTreeWidget>
 
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 
 namespace zem::test {
 namespace {
+
+// ---- Undo
+
+TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
+    RunningProgram p(Small);
+    const GameModel opened = p.game;
+    p.Open<frmEditItems>("mnuViewItems", [](frmEditItems& form) { Click(form, "butOK"); });
+    EXPECT_TRUE(p.game.Modified);
+    EXPECT_EQ(UndoText(p), "-, -");
+    DeleteRoom(p, 0);
+    p.Select("lstRooms", 0);
+    p.Open<frmRoomProperties>("butEditRoom", [](frmRoomProperties& form) {
+        SetText(form, "txtAlias", "loft");
+        Click(form, "butOK");
+    });
+    p.Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [](frmTextSectionEdit& form) {
+        TypeText(form, "txtText", "abc"); // several changes, one step
+    });
+    EXPECT_EQ(UndoText(p), "&Undo edit text blocks, -");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_EQ(p.game.TextSections[1].Text, "");
+    EXPECT_EQ(UndoText(p), "&Undo edit room, &Redo edit text blocks");
+    p.dialogs.SaveFile(p.Path("other.kel"));
+    p.Trigger("mnuFileSaveAs");
+    EXPECT_FALSE(p.game.Modified);
+    p.Trigger("mnuToolsUndo");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_TRUE(SameGame(p.game, opened));
+    EXPECT_EQ(p.Rows("lstRooms"), (QStringList{"Hall", "Attic"}));
+    EXPECT_TRUE(p.game.Modified) << "the file holds a later state";
+    EXPECT_EQ(UndoText(p), "-, &Redo delete room");
+    p.Trigger("mnuToolsRedo");
+    p.Trigger("mnuToolsRedo");
+    EXPECT_FALSE(p.game.Modified) << "back at what was saved";
+    EXPECT_EQ(p.Status(), "");
+    EXPECT_EQ(p.game.FileName, p.folder.Path("other.kel"));
+    p.Trigger("mnuToolsUndo");
+    DeleteRoom(p, 0); // another way: what was undone is gone, and so is the saved state
+    EXPECT_EQ(UndoText(p), "&Undo delete room, -");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_TRUE(p.game.Modified);
+}
+
+TEST(Undo, JumpsToAnyStepFromThePanel) {
+    RunningProgram p(Small);
+    p.Trigger("mnuToolsHistory");
+    EXPECT_TRUE(p.Find<QDockWidget>("dckHistory")->isVisible());
+    DeleteRoom(p, 0);
+    DeleteRoom(p, 0);
+    const auto steps = [&p] { return p.Rows("lstSteps").join(u'|').toStdString(); };
+    EXPECT_EQ(steps(), "(as opened)|delete room|delete room");
+    p.Select("lstSteps", 0);
+    EXPECT_EQ(p.game.Rooms.Count(), 2);
+    EXPECT_EQ(steps(), "(as opened)|delete room (undone)|delete room (undone)");
+    p.Select("lstSteps", 1);
+    EXPECT_EQ(p.Rows("lstRooms"), QStringList{"Attic"});
+    EXPECT_EQ(p.SelectedRow("lstSteps"), 1);
+    p.game.Modified = false;
+    p.Trigger("mnuFileNew");
+    EXPECT_EQ(steps(), "(as opened)");
+}
 
 // ---- Earlier versions
 
@@ -154,6 +220,80 @@ TEST(SavedMeansReadable, ReadsLargeGamesBackInTheBackground) {
     WhenOpenLater<frmReadBack>([&](frmReadBack& form) { places = Rows(form, "lstPlaces"); });
     EXPECT_TRUE(QTest::qWaitFor([&] { return !places.isEmpty(); }, 60000));
     EXPECT_EQ(places, QStringList{"Room 14997, alias: the \">\" in it ends it early."});
+}
+
+// ---- Changes by other programs
+
+enum Choice { Cancel = -1, KeepMine, AnotherName, Reload };
+
+void ExpectQuestion(RunningProgram& p, Choice answer,
+                    const char* what = "has been changed by another program", const char* more = "|&Reload") {
+    p.dialogs.Choice(QString("File changed: The file %1 %2 since it was opened or saved here. "
+                             "[&Keep mine|Save mine under &another name...%3]")
+                         .arg(p.Path("game.kel"), what, more),
+                     answer);
+}
+
+TEST(ChangedOnDisk, IsToldBeforeASaveOverwritesIt) {
+    const std::string theirs = CrLf("define game <Theirs>\nstart <Hall>\nend define\n");
+    for (const Choice choice : {Cancel, KeepMine, AnotherName, Reload}) {
+        RunningProgram p(Small);
+        DeleteRoom(p, 0);
+        p.folder.Write("game.kel", theirs);
+        ExpectQuestion(p, choice);
+        if (choice == AnotherName)
+            p.dialogs.SaveFile(p.Path("mine.kel"));
+        p.Trigger("mnuFileSave");
+        EXPECT_EQ(p.Saved() == theirs, choice != KeepMine);
+        EXPECT_EQ(std::filesystem::exists(p.folder.Path("mine.kel")), choice == AnotherName);
+        EXPECT_EQ(p.game.GameName, choice == Reload ? "Theirs" : "Tower");
+        EXPECT_EQ(p.game.Modified, choice == Cancel);
+    }
+}
+
+TEST(ChangedOnDisk, StopsWhatThreatensTheGameUntilTheAuthorHasDecided) {
+    for (const auto& [command, question] : {std::pair("mnuFileNew", UnsavedQuestion),
+                                            {"mnuFileExit", UnsavedQuestion},
+                                            {"mnuFileRunKELfile", UnsavedRunQuestion}}) {
+        SCOPED_TRACE(command);
+        RunningProgram p(Small);
+        DeleteRoom(p, 0);
+        p.folder.Write("game.kel", Small + "'x\r\n");
+        p.dialogs.Message(question, QMessageBox::Yes);
+        ExpectQuestion(p, Cancel);
+        p.Trigger(command);
+        EXPECT_TRUE(p.Main()->isVisible());
+        EXPECT_TRUE(p.game.Modified);
+        EXPECT_EQ(p.Rows("lstRooms"), QStringList{"Attic"});
+    }
+}
+
+TEST(ChangedOnDisk, IsToldOnceOnReturnToTheWindow) {
+    RunningProgram p(Small);
+    const auto comeBack = [&p] {
+        QEvent event(QEvent::ActivationChange);
+        QApplication::setActiveWindow(p.Main());
+        QApplication::sendEvent(p.Main(), &event);
+        QCoreApplication::processEvents();
+        p.dialogs.ExpectAllAsked();
+    };
+    comeBack(); // nothing has changed
+    p.folder.Write("game.kel", Small);
+    comeBack(); // the same content
+    p.folder.Write("game.kel", Small + "'x\r\n");
+    ExpectQuestion(p, Cancel);
+    comeBack();
+    comeBack();
+    EXPECT_FALSE(p.game.Modified);
+    p.folder.Write("game.kel", Small + "'xyz\r\n");
+    ExpectQuestion(p, KeepMine);
+    comeBack();
+    EXPECT_TRUE(p.game.Modified) << "the file holds something else";
+    p.Trigger("mnuFileSave"); // asks nothing more
+    std::filesystem::remove(p.folder.Path("game.kel"));
+    ExpectQuestion(p, KeepMine, "is not there any more", "");
+    comeBack();
+    EXPECT_TRUE(p.game.Modified);
 }
 
 } // namespace
