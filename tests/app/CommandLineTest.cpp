@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
-#include "support/TempFolder.h"
+#include "support/Cases.h"
+#include "support/Games.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -23,17 +24,14 @@ struct ZemCall {
     }
 };
 
-TEST(CommandLine, OpensTheEditorWithOrWithoutAFile) {
+TEST(CommandLine, OpensTheEditorExplainsItselfAndRefusesWhatIsWrong) {
     EXPECT_EQ(ZemCall({}).result.editFile, "");
     EXPECT_EQ(ZemCall({"two words.kel"}).result.editFile, "two words.kel");
-}
-
-TEST(CommandLine, ExplainsItself) {
+    EXPECT_EQ(ZemCall({"--version"}).out, "ZEM 1.0\n");
     const ZemCall help({"--help"});
     EXPECT_EQ(help.result.exitStatus, 0);
     for (const char* verb : {"format", "print", "FILE"})
         EXPECT_NE(help.out.find(verb), std::string::npos) << verb;
-    EXPECT_EQ(ZemCall({"--version"}).out, "ZEM 1.0\n");
     for (const std::vector<std::string>& wrong : {std::vector<std::string>{"format"},
                                                   {"format", "one.kel"},
                                                   {"--nonsense"},
@@ -52,14 +50,12 @@ TEST(CommandLine, FormatsAGameAndTakesTheOutputPathAsGiven) {
     const TempFolder folder;
     const std::string in =
         folder.Write("in.kel", "define game <x>\nstart <Hall>\nerror <badgo; No.>\nend define");
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.Folder());
-    const ZemCall run({"format", "in.kel", "./out.txt"});
-    std::filesystem::current_path(before);
+    const std::string out = std::filesystem::relative(folder.Path("out.txt")).string();
+    const ZemCall run({"format", in, out});
     EXPECT_EQ(run.result.exitStatus, 0);
     EXPECT_EQ(run.err, "");
-    const std::string saved = ReadBytes(folder.Path("out.txt"));
-    EXPECT_EQ(saved.substr(0, saved.find('\r')), "' ./out.txt created by ZEM 1.0");
+    const std::string saved = ReadBytes(out);
+    EXPECT_TRUE(saved.starts_with("' " + out + " created by ZEM 1.0\r\n")) << saved;
     EXPECT_NE(saved.find("\r\nerror <badgo;No.>\r\n"), std::string::npos)
         << "the error names are known here, too";
 }
@@ -67,43 +63,29 @@ TEST(CommandLine, FormatsAGameAndTakesTheOutputPathAsGiven) {
 TEST(CommandLine, ReportsProblemsByFileAndLineAndLeavesTheOutput) {
     const TempFolder folder;
     const std::string out = folder.Write("out.kel", "as it was");
+    const std::string gone = folder.Path("gone/out.kel");
     const std::string bad =
         folder.Write("bad.kel", "define game <x>\nend define\ndefine room Caf\xE9\nend define\n");
-    const ZemCall run({"format", bad, out});
-    EXPECT_EQ(run.result.exitStatus, 1);
-    EXPECT_EQ(run.err, bad + ":3: a parameter in angle brackets is missing: define room Caf\xC3\xA9\n");
-    EXPECT_EQ(ReadBytes(out), "as it was");
-
-    const ZemCall missing({"print", folder.Path("missing.kel")});
-    EXPECT_EQ(missing.result.exitStatus, 1);
-    EXPECT_EQ(missing.err, folder.Path("missing.kel") + ": Error - file not found\n");
-
     const std::string good = folder.Write("good.kel", "define game <x>\nstart <Hall>\nend define\n");
-    const ZemCall unwritable({"format", good, folder.Path("gone/out.kel")});
-    EXPECT_EQ(unwritable.result.exitStatus, 1);
-    EXPECT_EQ(unwritable.err,
-              folder.Path("gone/out.kel") +
-                  ": the file cannot be written: its folder or the file itself is not there\n");
+    for (const auto& [arguments, problem] : Cases<std::vector<std::string>, std::string>{
+             {{"format", bad, out},
+              bad + ":3: a parameter in angle brackets is missing: define room Caf\xC3\xA9\n"},
+             {{"print", gone}, gone + ": Error - path not found\n"},
+             {{"format", good, gone},
+              gone + ": the file cannot be written: its folder or the file itself is not there\n"},
+         }) {
+        const ZemCall run(arguments);
+        EXPECT_EQ(run.result.exitStatus, 1);
+        EXPECT_EQ(run.err, problem);
+    }
+    EXPECT_EQ(ReadBytes(out), "as it was");
 }
 
-TEST(CommandLine, PrintsAGame) {
-    const TempFolder folder;
-    const ZemCall run(
-        {"print",
-         folder.Write("game.kel",
-                      "define game <Caf\xE9>\nstart <Hall>\nitems <lamp>\nend define\n"
-                      "define room <Hall>\nalias <the hall>\nnorth <Attic>\n"
-                      "south msg <No.>\nout <Street> msg <Bye>\nplace <the; Shed>\n"
-                      "define object <lamp>\nprefix <a>\nhidden\nlook <Old.>\n"
-                      "end define\nuse <oil> {\n msg <a>\n if has <key> then win\n}\nend define\n")});
-    EXPECT_EQ(run.out,
-              "Caf\xC3\xA9\n  about: Created with ZEM 1.0\n  start room: Hall\n  items: lamp\n\n"
-              "Room Hall [the hall]\n  out: Street\n  on the way out: Print \"Bye\"\n  north: Attic\n  "
-              "south: Print \"No.\"\n"
-              "  place \"the; Shed\"\n  use \"oil\":\n    Print \"a\"\n    If the player has \"key\", then: "
-              "The player wins\n  object: a lamp (hidden)\n    look: Print \"Old.\"\n\nProcedure ~Internal "
-              "Procedure 0:\n  Print \"a\"\n"
-              "  If the player has \"key\", then: The player wins\n");
+TEST(CommandLine, PrintsGames) {
+    for (const std::filesystem::path& game : FilesIn(ZEM_TEST_DATA "/print"))
+        EXPECT_EQ(ZemCall({"print", game.string()}).out,
+                  ReadBytes(std::filesystem::path(game).replace_extension(".printed")))
+            << game;
 }
 
 } // namespace

@@ -1,14 +1,10 @@
 // What comes from other programs and goes to them: dropped files, the program that runs games, the colours.
 #include "app/Icons.h"
 #include "app/frmOptions.h"
-#include "support/RunningProgram.h"
-#include "support/WhenOpen.h"
+#include "support/SmallGame.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDropEvent>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QStyle>
 
@@ -16,13 +12,8 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 
-namespace zem {
+namespace zem::test {
 namespace {
-
-using test::Click;
-using test::ReadBytes;
-using test::RunningProgram;
-using test::WhenOpen;
 
 /// Drags the URLs over the widget and lets them go where they are accepted.
 bool Drop(QWidget& widget, const QStringList& urls) {
@@ -41,18 +32,14 @@ bool Drop(QWidget& widget, const QStringList& urls) {
     return drop.isAccepted();
 }
 
-std::string Game(const std::string& name) {
-    return "define game <" + name + ">\r\nend define\r\n\r\ndefine room <Hall>\r\nend define\r\n";
-}
-
 QString Url(const std::string& path) {
     return QUrl::fromLocalFile(PathToQt(path)).toString(QUrl::FullyEncoded);
 }
 
 TEST(Drop, OpensTheFirstFileInBothWindowsAndAsksFirst) {
     RunningProgram p;
-    const std::string first = p.folder.Write("a b & c%20.kel", Game("First"));
-    const std::string second = p.folder.Write("second.kel", Game("Second"));
+    const std::string first = p.folder.Write("a b & c%20.kel", Small);
+    const std::string second = p.folder.Write("second.kel", Small);
     p.Start();
     for (const QStringList& refused :
          {QStringList{}, QStringList{"https://example.org/a.kel"}, QStringList{Url(p.folder.Path(""))},
@@ -62,39 +49,31 @@ TEST(Drop, OpensTheFirstFileInBothWindowsAndAsksFirst) {
     EXPECT_FALSE(p.program->StartWindow()->isVisible());
     EXPECT_EQ(p.game.FileName, first);
 
-    p.Select("lstRooms", 0);
-    p.Click("butDeleteRoom");
-    const QString question =
-        QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
-    p.dialogs.Message(question, QMessageBox::Cancel);
-    EXPECT_TRUE(Drop(*p.Main(), {Url(second)}));
-    EXPECT_EQ(p.game.FileName, first);
-    p.dialogs.Message(question, QMessageBox::No);
-    EXPECT_TRUE(Drop(*p.Main(), {Url(second)}));
-    EXPECT_EQ(p.game.FileName, second);
-    WhenOpen<frmOptions>([&](frmOptions&) { EXPECT_FALSE(Drop(*p.Main(), {Url(first)})); });
-    p.Trigger("mnuViewOptions");
+    DeleteRoom(p, 0);
+    for (const auto& [answer, opened] : {std::pair(QMessageBox::Cancel, first), {QMessageBox::No, second}}) {
+        p.dialogs.Message(UnsavedQuestion, answer);
+        EXPECT_TRUE(Drop(*p.Main(), {Url(second)}));
+        EXPECT_EQ(p.game.FileName, opened);
+    }
+    p.Open<frmOptions>("mnuViewOptions", [&](auto&) { EXPECT_FALSE(Drop(*p.Main(), {Url(first)})); });
 }
 
 /// Sets the box for the program in the options window and presses OK.
-void NameProgram(const RunningProgram& p, const QString& name, bool isStored) {
-    WhenOpen<frmOptions>([&](frmOptions& form) {
-        test::Find<QLineEdit>(form, "txtRunner").setText(name);
+void NameProgram(const RunningProgram& p, const QString& name, bool isStored = true) {
+    p.Open<frmOptions>("mnuViewOptions", [&](frmOptions& form) {
+        Find<QLineEdit>(form, "txtRunner").setText(name);
         Click(form, "butOK");
         EXPECT_EQ(form.isVisible(), !isStored) << name.toStdString();
     });
-    p.Trigger("mnuViewOptions");
 }
 
 TEST(Run, StartsTheNamedProgramWithTheFileAsItsOneArgument) {
     RunningProgram p;
-    const std::string output = p.folder.Path("out");
-    std::filesystem::create_directory(p.folder.Path("it's \"odd\" $HOME"));
-    const std::string script =
-        p.folder.Write("it's \"odd\" $HOME/run it", "#!/bin/sh\nprintf '%s|' \"$#\" \"$@\" >'" + output +
-                                                        ".new'\nmv '" + output + ".new' '" + output + "'\n");
+    const std::string script = p.folder.Write("it's \"odd\" $HOME", R"(#!/bin/sh
+        printf '%s|' "$#" "$@" >"$0.new" && mv "$0.new" "$0.out")");
+    const std::string output = script + ".out";
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
-    const std::string game = p.folder.Write("a 'b' \"c\"; $(d) --e.kel", Game("Odd"));
+    const std::string game = p.folder.Write("a 'b' \"c\"; $(d) --e.kel", Small);
     p.Start(PathToQt(game));
 
     const QString notThere = QStringLiteral(
@@ -105,7 +84,7 @@ TEST(Run, StartsTheNamedProgramWithTheFileAsItsOneArgument) {
         p.dialogs.Message(notThere.arg(bad));
         NameProgram(p, bad, false);
     }
-    NameProgram(p, QStringLiteral(" %1 ").arg(PathToQt(script)), true);
+    NameProgram(p, QStringLiteral(" %1 ").arg(PathToQt(script)));
     p.dialogs.Program(PathToQt(script));
     p.Trigger("mnuFileRunKELfile");
     ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(output); }));
@@ -117,14 +96,10 @@ TEST(Run, StartsTheNamedProgramWithTheFileAsItsOneArgument) {
                                      "another one in the options (Options in the Edit menu).")
                           .arg(PathToQt(script)));
     p.Trigger("mnuFileRunKELfile");
-    NameProgram(p, PathToQt(script), true); // as it was: no reason to hold up the other options
-    NameProgram(p, QString(), true);
-    p.dialogs.Document(PathToQt(game), 31);
-    p.dialogs.Message(
-        QStringLiteral("ZEM: Error loading %1 - file association does not exist or is incomplete")
-            .arg(PathToQt(game)));
+    NameProgram(p, PathToQt(script)); // as it was: no reason to hold up the other options
+    NameProgram(p, QString());
+    p.dialogs.Document(PathToQt(game), 33); // the desktop's own again
     p.Trigger("mnuFileRunKELfile");
-    EXPECT_EQ(p.Status(), "Options in the Edit menu can name the program that runs games.");
 }
 
 double Luminance(const QColor& colour) {
@@ -155,34 +130,31 @@ TEST(Colours, ChangeAtOnceAreKeptAndCanBeSeen) {
     const QString styleBefore = QApplication::style()->name();
     const QIcon icon = ThemedIcon(QStringLiteral("butSave"));
     for (const auto& [choice, stored] : {std::pair(2, "Dark"), {1, "Light"}, {2, "Dark"}}) {
-        RunningProgram p;
-        p.StartWith(Game("x"));
-        WhenOpen<frmOptions>([row = choice](frmOptions& form) {
-            test::Find<QComboBox>(form, "cmbLook").setCurrentIndex(row);
+        RunningProgram p(Small);
+        p.Open<frmOptions>("mnuViewOptions", [row = choice](frmOptions& form) {
+            Find<QComboBox>(form, "cmbLook").setCurrentIndex(row);
             Click(form, "butOK");
         });
-        p.Trigger("mnuViewOptions");
         EXPECT_EQ(p.store.value(QStringLiteral("Editor/Colours")).toString(), QLatin1String(stored));
         QCoreApplication::processEvents(); // the windows hear of it then
         const QPalette palette = p.Main()->palette();
         const QColor window = palette.color(QPalette::Window);
         EXPECT_EQ(Luminance(window) < 0.2, choice == 2);
-        using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
-        for (const auto& [text, ground] : {Pair{QPalette::WindowText, QPalette::Window},
-                                           {QPalette::Text, QPalette::Base},
-                                           {QPalette::Text, QPalette::AlternateBase},
-                                           {QPalette::ButtonText, QPalette::Button},
-                                           {QPalette::PlaceholderText, QPalette::Base},
-                                           {QPalette::Link, QPalette::Base},
-                                           {QPalette::LinkVisited, QPalette::Base},
-                                           {QPalette::HighlightedText, QPalette::Highlight},
-                                           {QPalette::ToolTipText, QPalette::ToolTipBase}}) {
-            EXPECT_GE(Contrast(palette.color(text), palette.color(ground)), 4.5) << stored << text;
-            EXPECT_GE(
-                Contrast(palette.color(QPalette::Disabled, text), palette.color(QPalette::Disabled, ground)),
-                3.0)
-                << stored << text;
-        }
+        const std::pair<QPalette::ColorRole, std::vector<QPalette::ColorRole>> readable[] = {
+            {QPalette::Window, {QPalette::WindowText}},
+            {QPalette::Base,
+             {QPalette::Text, QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited}},
+            {QPalette::AlternateBase, {QPalette::Text}},
+            {QPalette::Button, {QPalette::ButtonText}},
+            {QPalette::Highlight, {QPalette::HighlightedText}},
+            {QPalette::ToolTipBase, {QPalette::ToolTipText}},
+        };
+        for (const auto& [ground, texts] : readable)
+            for (const auto text : texts)
+                for (const auto& [group, least] :
+                     {std::pair(QPalette::Active, 4.5), {QPalette::Disabled, 3.0}})
+                    EXPECT_GE(Contrast(palette.color(group, text), palette.color(group, ground)), least)
+                        << stored << group << text;
         EXPECT_GE(BestContrast(icon.pixmap(24).toImage(), window), 4.5) << "an icon made before";
         auto* box = new QCheckBox(p.Main()); // which the window owns
         box->resize(box->sizeHint());
@@ -198,4 +170,4 @@ TEST(Colours, ChangeAtOnceAreKeptAndCanBeSeen) {
 }
 
 } // namespace
-} // namespace zem
+} // namespace zem::test

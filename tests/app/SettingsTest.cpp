@@ -6,31 +6,29 @@
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace zem::test {
 namespace {
 
 class SettingsTest : public testing::Test {
 protected:
-    /// The settings as a new start of the program reads them.
+    /// The settings as the program reads them at its start.
     Settings& Read() {
-        settings_ = std::make_unique<Settings>(store, "/opt/zem");
-        settings_->LoadSettings();
-        return *settings_;
+        settings.LoadSettings();
+        return settings;
     }
     void Set(const char* key, const char* value) { store.setValue(QLatin1String(key), QLatin1String(value)); }
-    QString Get(const char* key) const { return store.value(QLatin1String(key)).toString(); }
+    std::string Get(const char* key) const {
+        return store.value(QLatin1String(key)).toString().toStdString();
+    }
 
     TempFolder folder;
     QSettings store{PathToQt(folder.Path("settings.ini")), QSettings::IniFormat};
-
-private:
-    std::unique_ptr<Settings> settings_;
+    Settings settings{store, "/opt/zem"};
 };
 
 TEST_F(SettingsTest, HaveDefaultsAndAreWrittenOnlyWhenTheyChange) {
-    const Settings& settings = Read();
+    Read();
     EXPECT_FALSE(settings.IsVeldtInstalled());
     EXPECT_TRUE(settings.UseSpecialMsgBox());
     EXPECT_TRUE(settings.CurrentOptions().FriendlyScript);
@@ -57,22 +55,17 @@ TEST_F(SettingsTest, ReadWordsAndNumbersLeniently) {
     EXPECT_TRUE(Settings(store, {}).IsVeldtInstalled());
 }
 
-TEST_F(SettingsTest, MoveARecentFileToTheTop) {
-    Settings& settings = Read();
-    for (const char* path : {"/a.kel", "/b.kel", "/c.kel"})
+TEST_F(SettingsTest, KeepEachRecentFileOnceAndAtMostMaxRecentOfThem) {
+    Read();
+    const auto recent = [this] {
+        return Read().RecentFiles().join(u' ').toStdString() + ", stored: " + Get("Editor/NumberRecent");
+    };
+    for (const char* path : {"/a.kel", "/b.kel", "/c.kel", "/A.KEL"}) // which differs in capitals alone
         settings.AddToRecentFiles(QLatin1String(path));
-    settings.AddToRecentFiles("/A.KEL"); // the same but for capitals: the new spelling counts
-    EXPECT_EQ(settings.RecentFiles().join(u' '), "/A.KEL /c.kel /b.kel");
-    EXPECT_EQ(Get("Editor/NumberRecent"), "3");
-    EXPECT_EQ(Read().RecentFiles().join(u' '), "/A.KEL /c.kel /b.kel");
-}
-
-TEST_F(SettingsTest, KeepAtMostMaxRecentFiles) {
-    Settings& settings = Read();
-    for (int k = 1; k <= 9; ++k)
+    EXPECT_EQ(recent(), "/A.KEL /c.kel /b.kel, stored: 3");
+    for (int k = 1; k <= 6; ++k)
         settings.AddToRecentFiles(QStringLiteral("/%1.kel").arg(k));
-    EXPECT_EQ(settings.RecentFiles().size(), 8);
-    EXPECT_EQ(settings.RecentFiles().constLast(), "/2.kel");
+    EXPECT_EQ(recent(), "/6.kel /5.kel /4.kel /3.kel /2.kel /1.kel /A.KEL /c.kel, stored: 8");
     EXPECT_FALSE(store.contains("Editor/Recent9"));
 
     // A lower maximum leaves the list alone until a file is added.
@@ -81,18 +74,16 @@ TEST_F(SettingsTest, KeepAtMostMaxRecentFiles) {
     settings.StoreOptions(options);
     EXPECT_EQ(Get("Editor/NumberRecent"), "8");
     settings.AddToRecentFiles("/new.kel");
-    EXPECT_EQ(settings.RecentFiles().join(u' '), "/new.kel /9.kel /8.kel");
-    EXPECT_EQ(Get("Editor/NumberRecent"), "3");
-    EXPECT_EQ(Get("Editor/Recent8"), "/2.kel") << "keys beyond the count stay";
+    EXPECT_EQ(recent(), "/new.kel /6.kel /5.kel, stored: 3");
+    EXPECT_EQ(Get("Editor/Recent8"), "/c.kel") << "keys beyond the count stay";
 
     // A maximum of 0 keeps the stored list at start-up, but has no room for a new file.
-    options.MaxRecent = 0;
-    settings.StoreOptions(options);
-    EXPECT_EQ(Read().RecentFiles().size(), 3);
-    EXPECT_THROW(Read().AddToRecentFiles("/other.kel"), KelError);
+    Set("Editor/MaxRecent", "0");
+    EXPECT_EQ(recent(), "/new.kel /6.kel /5.kel, stored: 3");
+    EXPECT_THROW(settings.AddToRecentFiles("/other.kel"), KelError);
     EXPECT_EQ(Get("Editor/NumberRecent"), "3");
     Set("Editor/MaxRecent", "2");
-    EXPECT_EQ(Read().RecentFiles().size(), 2);
+    EXPECT_EQ(recent(), "/new.kel /6.kel, stored: 3");
 }
 
 } // namespace

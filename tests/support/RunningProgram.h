@@ -8,6 +8,7 @@
 #include "support/Games.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
+#include "support/WhenOpen.h"
 
 #include <QAction>
 #include <QSettings>
@@ -15,6 +16,13 @@
 #include <memory>
 
 namespace zem::test {
+
+/// What the program asks before unsaved changes are lost, and before a game is run without them.
+inline const QString UnsavedQuestion =
+    QStringLiteral("Game not saved: Do you want to save the changes you made to this game?");
+inline const QString UnsavedRunQuestion =
+    QStringLiteral("Game not saved: The current game has changed since it was last saved - if not saved now, "
+                   "the last saved version will be executed instead. Save the current version now?");
 
 /// The whole editor on a throw-away folder and store, its questions answered from a script.
 class RunningProgram {
@@ -25,6 +33,8 @@ public:
         store.setValue("Init/InstalledVer", "2.0");
         store.setValue("Options/SpecialMsgBox", "No");
     }
+    /// Has the game file of these bytes open.
+    explicit RunningProgram(std::string_view bytes) : RunningProgram() { StartWith(bytes); }
 
     /// Starts the program; `file` as on the command line.
     void Start(const QString& file = {}) {
@@ -34,6 +44,9 @@ public:
 
     /// Starts the program and opens a game file of these bytes, "game.kel" in the folder.
     void StartWith(std::string_view bytes) { Start(PathToQt(folder.Write("game.kel", bytes))); }
+
+    /// The bytes of "game.kel" as they are now.
+    std::string Saved() const { return ReadBytes(folder.Path("game.kel")); }
 
     QString Path(const char* name) const { return PathToQt(folder.Path(name)); }
 
@@ -47,6 +60,16 @@ public:
 
     void Trigger(const char* action) const { Find<QAction>(action)->trigger(); }
     void Click(const char* button) const { test::Click(*Main(), button); }
+    /// Triggers an action or clicks a button, and uses the modal window that opens.
+    template <class Form>
+    void Open(const char* command, const std::function<void(Form&)>& use) const {
+        WhenOpen<Form>(use);
+        if (Main()->findChild<QAction*>(QLatin1String(command)) != nullptr)
+            Trigger(command);
+        else
+            Click(command);
+    }
+
     bool IsEnabled(const char* button) const { return test::IsEnabled(*Main(), button); }
 
     QStringList Rows(const char* list) const { return test::Rows(*Main(), list); }

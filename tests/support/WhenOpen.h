@@ -12,10 +12,16 @@
 namespace zem::test {
 
 /// Runs `use` on the modal window that opens next, and closes it when `use` has left it open.
+/// @param patience  how many milliseconds it may take, or other windows may be open first
 template <class Form>
-void WhenOpen(std::function<void(Form&)> use) {
-    QTimer::singleShot(0, [use] {
+void WhenOpen(std::function<void(Form&)> use, int patience = 0) {
+    constexpr int Pause = 5;
+    QTimer::singleShot(patience > 0 ? Pause : 0, [use, patience] {
         auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
+        if (form == nullptr && patience > 0) {
+            WhenOpen<Form>(use, patience - Pause);
+            return;
+        }
         ASSERT_NE(form, nullptr) << "another window has opened, or none";
         use(*form);
         if (form->isVisible())
@@ -25,18 +31,8 @@ void WhenOpen(std::function<void(Form&)> use) {
 
 /// The same for a window that opens after others, or only after a while.
 template <class Form>
-void WhenOpenLater(std::function<void(Form&)> use, int tries = 12000) {
-    QTimer::singleShot(5, [use, tries] {
-        auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
-        if (form == nullptr && tries > 0) {
-            WhenOpenLater<Form>(use, tries - 1);
-            return;
-        }
-        ASSERT_NE(form, nullptr) << "the window has not opened";
-        use(*form);
-        if (form->isVisible())
-            form->reject();
-    });
+void WhenOpenLater(std::function<void(Form&)> use) {
+    WhenOpen<Form>(use, 60000);
 }
 
 } // namespace zem::test
