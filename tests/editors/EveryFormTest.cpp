@@ -36,12 +36,15 @@ void Do(const QWidget& form, QStringList steps) {
 }
 
 /// Opens the editor, does the steps and presses the button; returns what the saved file shows of it.
-std::string DifferenceAfter(const std::string& command, const std::string& steps, const char* button) {
+/// @param captions  gets that of the editor
+std::string DifferenceAfter(const std::string& command, const std::string& steps, const char* button,
+                            std::set<std::string>& captions) {
     RunningProgram p;
     p.StartWith(EditorGame());
     for (const char* list : {"lstRooms", "lstCharacters", "lstObjects"})
         p.Select(list, 0);
     WhenOpen<QDialog>([&](const QDialog& form) {
+        captions.insert(form.windowTitle().toStdString());
         Do(form, QString::fromStdString(steps).split("; ", Qt::SkipEmptyParts));
         Click(form, button);
         EXPECT_FALSE(form.isVisible());
@@ -57,14 +60,19 @@ std::string DifferenceAfter(const std::string& command, const std::string& steps
 
 TEST(EveryForm, ChangesOnOkJustWhatWasChangedAndNothingOnCancel) {
     std::set<std::string> commands;
+    std::set<std::string> captions;
     for (const auto& [command, steps, difference] : CasesIn<3>("edits")) {
         SCOPED_TRACE(command + ": " + steps);
-        EXPECT_EQ(DifferenceAfter(command, steps, "butOK"), difference);
-        EXPECT_EQ(DifferenceAfter(command, steps, "butCancel"), "");
+        EXPECT_EQ(DifferenceAfter(command, steps, "butOK", captions), difference);
+        EXPECT_EQ(DifferenceAfter(command, steps, "butCancel", captions), "");
         if (commands.insert(command).second) {
-            EXPECT_EQ(DifferenceAfter(command, "", "butOK"), "") << "nothing by itself";
+            EXPECT_EQ(DifferenceAfter(command, "", "butOK", captions), "") << "nothing by itself";
         }
     }
+    EXPECT_EQ(captions,
+              (std::set<std::string>{"Character Properties", "Collectables", "Edit Error Messsages",
+                                     "Game Properties", "Included Libraries", "Items", "Misc Kel Editor",
+                                     "Object Properties", "Room Properties", "Synonyms"}));
 }
 
 } // namespace
