@@ -40,11 +40,14 @@ void Do(const QWidget& form, QStringList steps) {
     }
 }
 
-/// Opens the editor, does the steps and closes it with the button.
-void Edit(const RunningProgram& p, const std::string& command, const QStringList& steps, const char* button) {
+/// Opens the editor, does the steps and closes it with the button. Returns its caption.
+std::string Edit(const RunningProgram& p, const std::string& command, const QStringList& steps,
+                 const char* button) {
     for (const char* list : {"lstRooms", "lstCharacters", "lstObjects"})
         p.Select(list, 0);
+    std::string caption;
     WhenOpen<QDialog>([&](const QDialog& form) {
+        caption = form.windowTitle().toStdString();
         Do(form, steps);
         Click(form, button);
         EXPECT_FALSE(form.isVisible());
@@ -53,6 +56,7 @@ void Edit(const RunningProgram& p, const std::string& command, const QStringList
         p.Trigger(command.c_str());
     else
         p.Click(command.c_str());
+    return caption;
 }
 
 QStringList Steps(const std::string& text) {
@@ -71,14 +75,22 @@ std::string DifferenceAfter(const std::string& command, const std::string& steps
 
 TEST(EveryForm, ChangesOnOkJustWhatWasChangedAndNothingOnCancel) {
     std::set<std::string> commands;
+    std::set<std::string> captions;
     for (const auto& [command, steps, difference] : CasesIn<3>("edits")) {
         SCOPED_TRACE(command + ": " + steps);
         EXPECT_EQ(DifferenceAfter(command, steps, "butOK"), difference);
         EXPECT_EQ(DifferenceAfter(command, steps, "butCancel"), "");
         if (commands.insert(command).second) {
             EXPECT_EQ(DifferenceAfter(command, "", "butOK"), "") << "nothing by itself";
+            RunningProgram p;
+            p.StartWith(EditorGame());
+            captions.insert(Edit(p, command, {}, "butCancel"));
         }
     }
+    EXPECT_EQ(captions,
+              (std::set<std::string>{"Character Properties", "Collectables", "Edit Error Messsages",
+                                     "Game Properties", "Included Libraries", "Items", "Misc Kel Editor",
+                                     "Object Properties", "Room Properties", "Synonyms"}));
 }
 
 /// A text of pieces that mean something in a file.

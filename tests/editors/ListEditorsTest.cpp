@@ -51,6 +51,7 @@ TEST_F(ListEditors, KeepObjectsAndTheirScriptsTogether) {
 
 TEST_F(ListEditors, RegisterItemsAndLibrariesUnderAnyName) {
     game.Items.Append({"lamp", false});
+    game.Includes.Append("a.kel");
     frmEditItems items(door, dialogs);
     items.show();
     for (const std::optional<QString>& name : {std::optional<QString>("lamp"), std::optional<QString>()}) {
@@ -66,9 +67,10 @@ TEST_F(ListEditors, RegisterItemsAndLibrariesUnderAnyName) {
     libraries.show();
     Click(libraries, "butRemove"); // nothing selected, nothing happens
     dialogs.Text("Add library: Enter filename of library (including extension) []", "not there.kel");
-    PressKey(libraries, "lstLibs", Qt::Key_Insert);
+    PressKey(libraries, "lstLibs", Qt::Key_Insert); // which needs no selection
     Click(libraries, "butOK");
-    EXPECT_EQ(game.Includes[1], "not there.kel");
+    ASSERT_EQ(game.Includes.Count(), 2);
+    EXPECT_EQ(game.Includes[2], "not there.kel");
 }
 
 TEST_F(ListEditors, WriteTextsAtOnceAndRenameAllButThreeOfThem) {
