@@ -1,6 +1,6 @@
-// The editor with a pair of hands: it opens a game, or the version beside it if an earlier run has left it
-// half written, restores what that run has left behind if the file does not hold it, and edits and saves
-// through the windows until it is killed. It reports on standard output.
+// The editor with a pair of hands: it opens a game, restores what an earlier run has left behind if the file
+// does not hold that, and edits and saves through the windows until it is killed. It reports on standard
+// output.
 //
 //   KillVictim FILE STATE-FOLDER SEED
 #include "app/frmRecovery.h"
@@ -14,7 +14,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <random>
 #include <string>
 
@@ -70,16 +69,7 @@ void GoOn(RunningProgram& p, std::mt19937& random) {
     });
 }
 
-/// Where the editor was killed in the middle of a save, the version before is the one that is whole.
-void MendFile(const std::string& file) {
-    if (ProblemOf([&] { LoadBytes(ReadBytes(file)); }).empty())
-        return;
-    std::filesystem::copy_file(file + "~", file, std::filesystem::copy_options::overwrite_existing);
-    Say("mended", 0);
-}
-
 int Run(const std::string& file, const char* stateFolder, unsigned seed) {
-    MendFile(file);
     Say("file", LastEdit(LoadBytes(ReadBytes(file))));
     RunningProgram p;
     p.program = std::make_unique<Program>(p.game, p.store, p.dialogs, p.programFolder, PathToQt(stateFolder));
