@@ -8,6 +8,11 @@
 #include <memory>
 #include <vector>
 
+#if defined(__unix__) || defined(__APPLE__)
+#include <sys/stat.h>
+#define ZEM_HAS_OWNERS
+#endif
+
 namespace zem {
 
 namespace {
@@ -22,6 +27,16 @@ File Open(const fs::path& path, const char* mode) {
     File file(std::fopen(path.string().c_str(), mode));
     if (file)
         std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    return file;
+}
+
+/// A new file. Nobody is to read in it who could not read the other.
+File CreateWithPermissionsOf(const fs::path& other, const fs::path& path, std::error_code& error) {
+    File file = Open(path, "wbx");
+    if (!file)
+        error = LastSystemError();
+    else
+        fs::permissions(path, fs::status(other, error).permissions(), error);
     return file;
 }
 
@@ -40,18 +55,36 @@ std::error_code CopyBytes(const fs::path& from, const fs::path& to, CopyTo targe
     const File in = Open(from, "rb");
     if (!in)
         return LastSystemError();
-    File out = Open(to, target == CopyTo::NewFile ? "wbx" : "wb");
+    std::error_code error;
+    File out = target == CopyTo::NewFile ? CreateWithPermissionsOf(from, to, error) : Open(to, "wb");
     if (!out)
         return LastSystemError();
-    std::error_code error;
-    // Before the bytes: nobody is to read them in the copy who could not read them in the file.
-    if (target == CopyTo::NewFile)
-        fs::permissions(to, fs::status(from, error).permissions(), error);
     if (!error)
         error = CopyBlocks(in.get(), out.get());
     if (std::fclose(out.release()) != 0 && !error)
         error = LastSystemError();
     return error;
+}
+
+std::error_code CreateLike(const fs::path& other, const fs::path& path) {
+    std::error_code error;
+    const File file = CreateWithPermissionsOf(other, path, error);
+    return error;
+}
+
+bool IsWritable(const fs::path& file) {
+    return Open(file, "r+b") != nullptr;
+}
+
+bool HaveSameOwner(const fs::path& a, const fs::path& b) {
+#ifdef ZEM_HAS_OWNERS
+    struct stat left {};
+    struct stat right {};
+    return stat(a.c_str(), &left) == 0 && stat(b.c_str(), &right) == 0 && left.st_uid == right.st_uid &&
+           left.st_gid == right.st_gid;
+#else
+    return true;
+#endif
 }
 
 bool HaveSameBytes(const fs::path& a, const fs::path& b) {

@@ -55,11 +55,20 @@ fs::path WithSuffix(const fs::path& path, const char* suffix) {
     return name;
 }
 
+fs::path BackupOf(const fs::path& file) {
+    return WithSuffix(file, "~");
+}
+
+/// Where a version of the file is written before it gets its name.
+fs::path UnfinishedOf(const fs::path& file) {
+    return WithSuffix(file, "~new");
+}
+
 /// Copies the file to its backup. The earlier backup stays until the new one is whole, and both the bytes and
 /// the name of the new one are on the disk before this returns: a power cut while the file is written must
 /// find them there.
 void KeepPrevious(const fs::path& file, const fs::path& backup) {
-    const fs::path unfinished = WithSuffix(backup, "new");
+    const fs::path unfinished = UnfinishedOf(file);
     std::error_code error;
     fs::remove(unfinished, error); // never through a link that somebody has put there
     if (!error)
@@ -77,14 +86,45 @@ void KeepPrevious(const fs::path& file, const fs::path& backup) {
     ThrowNotWritten("the previous version could not be kept under its name and a \"~\"", error);
 }
 
-/// Waits until what was written to the file is on the disk. Throws KelError when it does not get there.
-void Settle(const fs::path& file, bool isNew) {
+/// Makes an empty file in which a new version of the file can be written and take its place; nobody will see
+/// a difference but the bytes. False where that cannot be done.
+bool PrepareReplacement(const fs::path& file, const fs::path& unfinished) {
+    std::error_code error;
+    return IsWritable(file) && fs::hard_link_count(file, error) == 1 && !CreateLike(file, unfinished) &&
+           HaveSameOwner(file, unfinished);
+}
+
+/// Writes the new version beside the file and puts it in its place. False when that cannot be done and the
+/// file is as it was.
+bool WriteBeside(const fs::path& file, bool isNew, const std::function<void(const std::string&)>& write) {
+    const fs::path unfinished = UnfinishedOf(file);
+    std::error_code error;
+    try {
+        fs::remove(unfinished); // never through a link that somebody has put there
+        if (isNew || PrepareReplacement(file, unfinished)) {
+            write(unfinished.string());
+            error = SyncFile(unfinished);
+            if (!error)
+                fs::rename(unfinished, file, error);
+            if (!error)
+                return true;
+        }
+    } catch (const std::exception&) {
+        // Whoever writes the file itself afterwards will say why it cannot be written.
+    }
+    fs::remove(unfinished, error);
+    return false;
+}
+
+/// Waits until what was written to the file, and its name, is on the disk. Throws KelError when it does not
+/// get there.
+void Settle(const fs::path& file, bool hasNewName) {
     std::error_code error;
     const fs::file_type type = fs::status(file, error).type();
     if (type != fs::file_type::regular && type != fs::file_type::none)
         return; // a pipe or a device holds nothing back, and to open one again may wait for ever
     error = SyncFile(file);
-    if (!error && isNew)
+    if (!error && hasNewName)
         error = SyncFolder(file.parent_path());
     if (error)
         throw KelError("the file cannot be written: " + DescribeSystemError(error.value()));
@@ -162,18 +202,20 @@ std::string UndoNew(const fs::path& file) {
 
 } // namespace
 
-void ReplaceFile(const std::string& path, const std::function<void()>& write) {
+void ReplaceFile(const std::string& path, const std::function<void(const std::string& file)>& write) {
     const fs::path file = FollowLinks(path);
     const fs::file_status status = LookUp(file);
     const bool isNew = !fs::exists(status);
     const bool isKept = fs::is_regular_file(status);
-    const fs::path backup = WithSuffix(file, "~");
+    const fs::path backup = BackupOf(file);
     if (isKept && !(Broken().Contains(file) && fs::is_regular_file(LookUp(backup))))
         KeepPrevious(file, backup);
     std::string problem;
     try {
-        write();
-        Settle(file, isNew);
+        const bool isReplaced = (isNew || isKept) && WriteBeside(file, isNew, write);
+        if (!isReplaced)
+            write(file.string());
+        Settle(file, isNew || isReplaced);
         Broken().Remove(file);
         return;
     } catch (const std::exception& failure) {

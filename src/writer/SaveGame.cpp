@@ -221,30 +221,37 @@ void WriteGame(const GameModel& game, const std::string& path, Output& output) {
     writer.Flush();
 }
 
-void SaveGame(GameModel& game, const std::string& path, Host& host) {
+namespace {
+
+void AnnounceSave(const GameModel& game, Host& host) {
     if (game.StartRoom.empty())
         host.ShowNotice("This game has no start place defined. The game will not work properly in Veldt "
                         "unless a start room is selected from the Game Properties window.\r\n\r\n"
                         "Click OK to continue saving this game.",
                         "No start place");
     host.ShowStage("Saving file...");
-    OutputFile file(path);
-    WriteGame(game, path, file);
-    file.Close();
+}
+
+void WriteGameFile(const GameModel& game, const std::string& path, const std::string& file) {
+    OutputFile output(file);
+    WriteGame(game, path, output);
+    output.Close();
+}
+
+} // namespace
+
+void SaveGame(GameModel& game, const std::string& path, Host& host) {
+    AnnounceSave(game, host);
+    WriteGameFile(game, path, path);
     game.FileName = path;
     game.Modified = false;
 }
 
 void ReplaceGame(GameModel& game, const std::string& path, Host& host) {
-    const std::string fileName = game.FileName;
-    const bool modified = game.Modified;
-    try {
-        ReplaceFile(path, [&] { SaveGame(game, path, host); });
-    } catch (...) {
-        game.FileName = fileName;
-        game.Modified = modified;
-        throw;
-    }
+    AnnounceSave(game, host);
+    ReplaceFile(path, [&](const std::string& file) { WriteGameFile(game, path, file); });
+    game.FileName = path;
+    game.Modified = false;
 }
 
 } // namespace zem

@@ -20,8 +20,9 @@ void WriteGame(const GameModel& game, const std::string& path, Output& output);
 /// name and modified flag are as before (ReplaceFile protects what was there).
 void SaveGame(GameModel& game, const std::string& path, Host& host);
 
-/// SaveGame inside ReplaceFile: the save of an author's file. The game's name and modified flag change only
-/// when the new version is on the disk, which SaveGame alone cannot know. Throws what ReplaceFile throws.
+/// SaveGame with the protection of ReplaceFile: the save of an author's file. The game's name and modified
+/// flag change only when the new version is on the disk, which SaveGame alone cannot know. Throws what
+/// ReplaceFile throws.
 void ReplaceGame(GameModel& game, const std::string& path, Host& host);
 
 } // namespace zem

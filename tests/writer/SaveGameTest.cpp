@@ -99,7 +99,7 @@ TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
         EXPECT_TRUE(fs::is_symlink(folder.Path(name))) << name;
 }
 
-TEST(ReplaceFile, KeepsTheOldVersionUnderNoOtherFilesNameAndFromOtherEyes) {
+TEST(ReplaceFile, WritesUnderNoOtherFilesNameAndHidesBothVersionsFromOtherEyes) {
     const TempFolder folder;
     const std::string path = folder.Write("game.kel", "the old version");
     fs::permissions(path, fs::perms(0600));
@@ -109,7 +109,8 @@ TEST(ReplaceFile, KeepsTheOldVersionUnderNoOtherFilesNameAndFromOtherEyes) {
     EXPECT_EQ(SaveProblem(game, path), "");
     EXPECT_EQ(ReadBytes(folder.Path("precious")), "precious");
     EXPECT_EQ(fs::symlink_status(path + "~").type(), fs::file_type::regular);
-    EXPECT_EQ(fs::status(path + "~").permissions(), fs::perms(0600));
+    for (const std::string& file : {path, path + "~"})
+        EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600)) << file;
     EXPECT_EQ(ReadBytes(path + "~"), "the old version");
 }
 
