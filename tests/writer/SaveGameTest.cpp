@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace zem::test {
@@ -19,6 +21,13 @@ namespace fs = std::filesystem;
 std::string SaveProblem(GameModel& game, const std::string& path) {
     RecordingHost host;
     return ProblemOf([&] { ReplaceGame(game, path, host); });
+}
+
+/// All 0 for a file that is not there.
+struct stat Status(const std::string& path) {
+    struct stat status {};
+    lstat(path.c_str(), &status);
+    return status;
 }
 
 TEST(SaveGame, NamesThePathOnTheOneLineOfTheHeaderAndTakesItAsFileName) {
@@ -99,19 +108,29 @@ TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
         EXPECT_TRUE(fs::is_symlink(folder.Path(name))) << name;
 }
 
-TEST(ReplaceFile, WritesUnderNoOtherFilesNameAndHidesBothVersionsFromOtherEyes) {
+TEST(ReplaceFile, LeavesOtherFilesAndTheRightsToThisOneAlone) {
     const TempFolder folder;
-    const std::string path = folder.Write("game.kel", "the old version");
-    fs::permissions(path, fs::perms(0600));
     folder.Write("precious", "precious");
-    fs::create_symlink("precious", path + "~new");
     GameModel game = LargeGame();
-    EXPECT_EQ(SaveProblem(game, path), "");
-    EXPECT_EQ(ReadBytes(folder.Path("precious")), "precious");
-    EXPECT_EQ(fs::symlink_status(path + "~").type(), fs::file_type::regular);
-    for (const std::string& file : {path, path + "~"})
-        EXPECT_EQ(fs::status(file).permissions(), fs::perms(0600)) << file;
-    EXPECT_EQ(ReadBytes(path + "~"), "the old version");
+    for (const char* name : {"game.kel", "new.kel"}) {
+        fs::create_symlink("precious", folder.Path(name) + "~new");
+        const std::string path = folder.Path(name);
+        if (std::string(name) == "game.kel") {
+            folder.Write(name, "the old version");
+            fs::permissions(path, fs::perms(0600));
+            EXPECT_EQ(chown(path.c_str(), 65534, 65534) == 0, geteuid() == 0); // which only root may do
+        }
+        const struct stat before = Status(path);
+        EXPECT_EQ(SaveProblem(game, path), "");
+        EXPECT_EQ(ReadBytes(folder.Path("precious")), "precious");
+        EXPECT_TRUE(S_ISREG(Status(path).st_mode));
+        if (before.st_ino == 0)
+            continue;
+        EXPECT_EQ(Status(path).st_uid, before.st_uid);
+        for (const std::string& file : {path, path + "~"})
+            EXPECT_EQ(Status(file).st_mode, before.st_mode) << file;
+        EXPECT_EQ(ReadBytes(path + "~"), "the old version");
+    }
 }
 
 TEST(ReplaceFile, SaysWhyTheFileCannotBeWrittenAndLeavesTheOldOne) {
