@@ -112,13 +112,15 @@ TEST(ReplaceFile, LeavesOtherFilesAndTheRightsToThisOneAlone) {
     const TempFolder folder;
     folder.Write("precious", "precious");
     GameModel game = LargeGame();
-    for (const char* name : {"game.kel", "new.kel"}) {
-        fs::create_symlink("precious", folder.Path(name) + "~new");
+    for (const std::string name : {"game.kel", "others.kel", "new.kel"}) {
+        fs::create_symlink("precious", folder.Path(name + "~new"));
         const std::string path = folder.Path(name);
-        if (std::string(name) == "game.kel") {
+        if (name != "new.kel") {
             folder.Write(name, "the old version");
             fs::permissions(path, fs::perms(0600));
-            EXPECT_EQ(chown(path.c_str(), 65534, 65534) == 0, geteuid() == 0); // which only root may do
+        }
+        if (name == "others.kel") { // only root may give a file away
+            EXPECT_EQ(chown(path.c_str(), 65534, 65534) == 0, geteuid() == 0);
         }
         const struct stat before = Status(path);
         EXPECT_EQ(SaveProblem(game, path), "");
