@@ -253,7 +253,7 @@ TEST(Collectables, AreStoredOnceTheirSettingsAreRight) {
             Click(edit, "chkDontDisplayZero");
             WhenOpen<frmOrbMsgBox>([&](frmOrbMsgBox& box) {
                 tell(box);
-                WhenOpenLater<frmOrbMsgBox>(tell, 200);
+                WhenOpen<frmOrbMsgBox>(tell, 1000);
             });
             Click(edit, "butOK"); // stays open
             EXPECT_EQ(edit.focusWidget()->objectName(), "txtInitValue");
