@@ -87,7 +87,9 @@ int QtDialogs::AskChoice(QWidget* parent, const QString& text, const QString& ti
     QList<QAbstractButton*> buttons;
     for (const QString& choice : choices)
         buttons.append(box.addButton(choice, QMessageBox::ActionRole));
-    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    QPushButton* cancel = box.addButton(QMessageBox::Cancel);
+    cancel->setIcon(QIcon()); // the others have no picture, whatever the style of the desktop
+    box.setEscapeButton(cancel);
     box.exec();
     return static_cast<int>(buttons.indexOf(box.clickedButton()));
 }
