@@ -38,6 +38,9 @@ public:
     std::size_t Size() const { return block_ == nullptr ? 0 : block_->size; }
     bool IsEmpty() const { return block_ == nullptr; }
 
+    /// True when no copy is left that shares the elements.
+    bool IsOwn() const { return block_ == nullptr || block_->owners.load(std::memory_order_acquire) == 1; }
+
     /// True when both are the same elements in memory, or both are empty.
     bool IsSharedWith(const SharedArray& other) const { return block_ == other.block_; }
 
@@ -103,7 +106,7 @@ private:
 
     /// Makes this array the only owner of a block that has room for so many elements.
     void Own(std::size_t needed) {
-        const bool isOwn = block_ != nullptr && block_->owners.load(std::memory_order_acquire) == 1;
+        const bool isOwn = block_ != nullptr && IsOwn();
         if (isOwn && needed <= block_->capacity)
             return;
         const std::size_t size = Size();

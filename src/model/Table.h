@@ -52,7 +52,8 @@ public:
         const std::int16_t count = Count();
         if (count == MaxCount)
             throw KelError("a list of the game cannot hold more than 32,767 entries");
-        const auto before = static_cast<std::size_t>(count);
+        // Where many are appended in a row, more will follow; where one is after each undo step, none will.
+        const std::size_t before = groups_.IsOwn() ? static_cast<std::size_t>(count) : 0;
         if (groups_.IsEmpty() || groups_.Back().Size() == RecordGroup<Record>::Capacity) {
             Group group(count);
             group.Append(std::move(record), before);

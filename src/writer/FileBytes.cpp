@@ -3,14 +3,21 @@
 #include "model/SystemError.h"
 #include "model/TextFile.h"
 
+#include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #if defined(__unix__) || defined(__APPLE__)
 #include <sys/stat.h>
 #define ZEM_HAS_OWNERS
+#endif
+#ifdef __linux__
+#include <sys/xattr.h>
+#define ZEM_HAS_ATTRIBUTES
 #endif
 
 namespace zem {
@@ -40,6 +47,20 @@ File CreateWithPermissionsOf(const fs::path& other, const fs::path& path, std::e
     return file;
 }
 
+/// Whether more is known of the file than its bytes, its owner and its permissions.
+[[maybe_unused]] bool HasAttributes(const fs::path& file) {
+#ifdef ZEM_HAS_ATTRIBUTES
+    std::array<char, 4096> names{};
+    const ssize_t size = listxattr(file.c_str(), names.data(), names.size());
+    // A system that labels every file labels the new one, too.
+    return size > 0 ? std::string_view(names.data(), static_cast<std::size_t>(size)) !=
+                          std::string_view("security.selinux", sizeof "security.selinux")
+                    : size < 0 && errno != ENOTSUP;
+#else
+    return false;
+#endif
+}
+
 std::error_code CopyBlocks(std::FILE* from, std::FILE* to) {
     std::vector<char> block(BlockSize);
     while (const std::size_t size = std::fread(block.data(), 1, block.size(), from)) {
@@ -66,9 +87,16 @@ std::error_code CopyBytes(const fs::path& from, const fs::path& to, CopyTo targe
     return error;
 }
 
+std::error_code Create(const fs::path& path) {
+    return Open(path, "wbx") ? std::error_code() : LastSystemError();
+}
+
 std::error_code CreateLike(const fs::path& other, const fs::path& path) {
     std::error_code error;
     const File file = CreateWithPermissionsOf(other, path, error);
+    std::error_code ignored;
+    if (file && error)
+        fs::remove(path, ignored);
     return error;
 }
 
@@ -76,12 +104,12 @@ bool IsWritable(const fs::path& file) {
     return Open(file, "r+b") != nullptr;
 }
 
-bool HaveSameOwner(const fs::path& a, const fs::path& b) {
+bool HavePlainRightsOfOneOwner(const fs::path& a, const fs::path& b) {
 #ifdef ZEM_HAS_OWNERS
     struct stat left {};
     struct stat right {};
     return stat(a.c_str(), &left) == 0 && stat(b.c_str(), &right) == 0 && left.st_uid == right.st_uid &&
-           left.st_gid == right.st_gid;
+           left.st_gid == right.st_gid && !HasAttributes(a) && !HasAttributes(b);
 #else
     return true;
 #endif

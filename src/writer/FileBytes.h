@@ -14,14 +14,18 @@ enum class CopyTo {
 /// do: it calls a disk that fills up on the way faulty.
 std::error_code CopyBytes(const std::filesystem::path& from, const std::filesystem::path& to, CopyTo target);
 
-/// Makes a file, which must not be there yet, with the permissions of the other and no bytes.
+/// Makes a file, which must not be there yet, with no bytes.
+std::error_code Create(const std::filesystem::path& path);
+
+/// Create with the permissions of the other file.
 std::error_code CreateLike(const std::filesystem::path& other, const std::filesystem::path& path);
 
 /// Whether the file may be written. Leaves it as it is.
 bool IsWritable(const std::filesystem::path& file);
 
-/// Whether both files belong to the same user and the same group, where the system has such.
-bool HaveSameOwner(const std::filesystem::path& a, const std::filesystem::path& b);
+/// Whether both files belong to the same user and the same group, where the system has such, and neither has
+/// attributes or a list of rights besides.
+bool HavePlainRightsOfOneOwner(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// Whether both files can be read and hold the same.
 bool HaveSameBytes(const std::filesystem::path& a, const std::filesystem::path& b);

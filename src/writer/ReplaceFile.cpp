@@ -64,13 +64,19 @@ fs::path UnfinishedOf(const fs::path& file) {
     return WithSuffix(file, "~new");
 }
 
+/// What a save that was cut short has left, and never what a link leads to that somebody has put there.
+void RemoveUnfinished(const fs::path& unfinished, std::error_code& error) {
+    if (!fs::is_directory(fs::symlink_status(unfinished, error)))
+        fs::remove(unfinished, error);
+}
+
 /// Copies the file to its backup. The earlier backup stays until the new one is whole, and both the bytes and
 /// the name of the new one are on the disk before this returns: a power cut while the file is written must
 /// find them there.
 void KeepPrevious(const fs::path& file, const fs::path& backup) {
     const fs::path unfinished = UnfinishedOf(file);
     std::error_code error;
-    fs::remove(unfinished, error); // never through a link that somebody has put there
+    RemoveUnfinished(unfinished, error);
     if (!error)
         error = CopyBytes(file, unfinished, CopyTo::NewFile);
     if (!error)
@@ -87,28 +93,34 @@ void KeepPrevious(const fs::path& file, const fs::path& backup) {
 }
 
 /// Makes an empty file in which a new version of the file can be written and take its place; nobody will see
-/// a difference but the bytes. False where that cannot be done.
+/// a difference but the bytes. False where that cannot be done; then there is no such file.
 bool PrepareReplacement(const fs::path& file, const fs::path& unfinished) {
     std::error_code error;
-    return IsWritable(file) && fs::hard_link_count(file, error) == 1 && !CreateLike(file, unfinished) &&
-           HaveSameOwner(file, unfinished);
+    if (!IsWritable(file) || fs::hard_link_count(file, error) != 1)
+        return false;
+    RemoveUnfinished(unfinished, error);
+    if (CreateLike(file, unfinished))
+        return false;
+    if (HavePlainRightsOfOneOwner(file, unfinished))
+        return true;
+    fs::remove(unfinished, error);
+    return false;
 }
 
 /// Writes the new version beside the file and puts it in its place. False when that cannot be done and the
 /// file is as it was.
 bool WriteBeside(const fs::path& file, bool isNew, const std::function<void(const std::string&)>& write) {
     const fs::path unfinished = UnfinishedOf(file);
+    if (isNew ? static_cast<bool>(Create(unfinished)) : !PrepareReplacement(file, unfinished))
+        return false;
     std::error_code error;
     try {
-        fs::remove(unfinished); // never through a link that somebody has put there
-        if (isNew || PrepareReplacement(file, unfinished)) {
-            write(unfinished.string());
-            error = SyncFile(unfinished);
-            if (!error)
-                fs::rename(unfinished, file, error);
-            if (!error)
-                return true;
-        }
+        write(unfinished.string());
+        error = SyncFile(unfinished);
+        if (!error)
+            fs::rename(unfinished, file, error);
+        if (!error)
+            return true;
     } catch (const std::exception&) {
         // Whoever writes the file itself afterwards will say why it cannot be written.
     }

@@ -87,7 +87,7 @@ public:
     void ExpectSaved() const {
         EXPECT_EQ(problem_, "");
         EXPECT_TRUE(HasBytes("game.kel", new_));
-        EXPECT_FALSE(Exists("game.kel~new"));
+        EXPECT_TRUE(!Exists("game.kel~new") || !scene_.HasOld); // a new file spares what has its name
         EXPECT_EQ(Exists("link.kel"), scene_.IsLink);
         EXPECT_TRUE(!scene_.HasOtherName || HasBytes("other.kel", new_));
         EXPECT_TRUE(scene_.HasOld ? HasBytes("game.kel~", old_) : !Exists("game.kel~"));
@@ -176,6 +176,7 @@ TEST(FaultyDisk, LosesNothingWhereverItFails) {
     faults += SaveWithFaults(Fault::Once, EIO, 100'000, [](Save& save, const std::string& call) {
         save.ExpectNothingLost(!save.HasOld() || call.starts_with("remove"));
     });
+    EXPECT_GT(faults, 1000);
     RecordProperty("faults", faults);
 }
 
@@ -224,9 +225,11 @@ std::string Landmarks(const std::vector<std::string>& calls) {
     std::string last;
     for (const std::string& call : calls) {
         const std::string function = call.substr(0, call.find(' '));
-        if (call != last &&
-            (function == "fsync" || function == "rename" || function == "fopen" || function == "fwrite"))
-            landmarks += (landmarks.empty() ? "" : ", ") + (last = call);
+        if (call == last ||
+            (function != "fsync" && function != "rename" && function != "fopen" && function != "fwrite"))
+            continue;
+        landmarks += (landmarks.empty() ? "" : ", ") + call;
+        last = call;
     }
     return landmarks;
 }
@@ -262,7 +265,7 @@ TEST(PowerCut, IsNoReasonToRefuseADiskThatCannotBeFlushed) {
 
 TEST(FullDisk, LosesNothingOnARealOne) {
     if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        GTEST_SKIP() << "this process may not mount a file system of its own";
+        GTEST_SKIP() << "only root may mount a file system of its own";
     for (std::size_t size = 92 * 1024; size <= 360 * 1024; size += 4096) {
         SCOPED_TRACE("a disk of " + std::to_string(size) + " bytes");
         const TempFolder folder;

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 #include <vector>
 
@@ -81,7 +82,7 @@ TEST(SaveGame, WritesWhatNoReadGameHolds) {
                    "suffix <of brass>\n\nend define\n\nend define\n\n\n"));
 }
 
-TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
+TEST(ReplaceFile, KeepsLinksOtherNamesAndAttributesOfTheFile) {
     const TempFolder folder;
     fs::create_directory(folder.Path("games"));
     const std::string target = folder.Write("games/game.kel", "the old version");
@@ -102,6 +103,11 @@ TEST(ReplaceFile, KeepsLinksAndOtherNamesOfTheFile) {
     EXPECT_GT(ReadBytes(folder.Path("other name.kel")).size(), 200'000u);
     EXPECT_EQ(ReadBytes(target + "~"), "the old version");
     EXPECT_FALSE(fs::exists(link + "~"));
+    const char* const attribute = "user.shelf"; // not every file system keeps any
+    fs::remove(folder.Path("other name.kel"));
+    const bool isKept = setxattr(target.c_str(), attribute, "3", 1, 0) == 0;
+    EXPECT_EQ(SaveProblem(game, link), "");
+    EXPECT_EQ(getxattr(target.c_str(), attribute, nullptr, 0) == 1, isKept);
     EXPECT_EQ(SaveProblem(game, folder.Path("circle.kel")),
               "the file is a link that leads in a circle, so nothing was written");
     for (const char* name : {"link.kel", "dangling.kel", "circle.kel"})
