@@ -54,8 +54,7 @@ TEST(MainMenu, RunsTheSavedFile) {
 }
 
 /// A menu or a toolbar as text: its items with their shortcuts in their places, those that are off in
-/// brackets,
-/// "-" for a separator.
+/// brackets, "-" for a separator.
 QString Describe(const QWidget& bar) {
     QStringList items;
     for (const QAction* item : bar.actions()) {

@@ -238,5 +238,18 @@ TEST(MainWindow, ReportsABadFileAndGoesOnWithAnEmptyGame) {
     p.Trigger("mnuFileOpen");
 }
 
+TEST(MainWindow, RefusesARoomTooManyAndLeavesTheGameAsItWas) {
+    std::string bytes;
+    for (int k = 1; k <= Table<Room>::MaxCount; ++k)
+        bytes += "define room <" + std::to_string(k) + ">\nend define\n";
+    RunningProgram p(bytes);
+    p.dialogs.Text("New room: Please enter a name for this room: [Enter a name here...]", "one more");
+    p.dialogs.Message(
+        "ZEM: The command was not carried out: a list of the game cannot hold more than 32,767 entries.");
+    p.Click("butAddNewRoom");
+    EXPECT_EQ(p.Rows("lstRooms").size(), 32767);
+    EXPECT_FALSE(p.game.Modified);
+}
+
 } // namespace
 } // namespace zem::test

@@ -90,6 +90,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QApplication application(argc, argv);
+    testing::FLAGS_gtest_break_on_failure = true; // a message that nobody expects ends it
     try {
         return zem::test::Run(argv[1], argv[2], static_cast<unsigned>(std::atoi(argv[3])));
     } catch (const std::exception& error) {

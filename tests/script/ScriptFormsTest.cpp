@@ -85,6 +85,17 @@ TEST_F(ScriptForms, OfferTheCommandsThatContainWhatIsTypedAndDropAParameterThatI
     EXPECT_EQ(form->Line(), "win <>");
 }
 
+TEST_F(ScriptForms, ChooseByTheKeywordWhereScriptsAreShownRaw) {
+    friendly = false;
+    const auto form = Open<frmScriptEditor>("msg <Hi>");
+    auto& chooser = Find<QComboBox>(*form, "cmbCommands");
+    ASSERT_TRUE(chooser.isVisible());
+    chooser.setCurrentIndex(chooser.findText("win"));
+    EXPECT_EQ(TextOf(*form, "txtSyntax"), "Function takes no parameters.");
+    Click(*form, "butOK");
+    EXPECT_EQ(form->Line(), "win <>");
+}
+
 TEST_F(ScriptForms, OfferTheNamesOfTheGameForThePartAtTheCaret) {
     game = LoadBytes(CrLf("define game <x>\nend define\n"
                           "define room <Hall>\nscript if flag <seen> and more <turns; 9> then set <zeal; 1>\n"
