@@ -54,7 +54,12 @@ void Step(benchmark::State& state) {
     state.counters["ratio_to_copy_of_room"] = stepping / copying;
 }
 
-void Memory(benchmark::State& state) {
+/// Adds a room instead, which the next step does again.
+void AddRoom(GameModel& game, int step) {
+    game.Rooms.Append().Name = "added in step " + std::to_string(step);
+}
+
+void Memory(benchmark::State& state, void (*change)(GameModel&, int)) {
     const auto steps = static_cast<int>(state.range(0));
     std::size_t used = 0;
     for (auto _ : state) {
@@ -63,8 +68,8 @@ void Memory(benchmark::State& state) {
         History history;
         history.Begin(game, true);
         for (int step = 1; step <= steps; ++step) {
-            ChangeRoom(game, step);
-            history.Record("edit room", game);
+            change(game, step);
+            history.Record("step", game);
         }
         used = mallinfo2().uordblks + mallinfo2().hblkhd - before;
     }
@@ -73,7 +78,8 @@ void Memory(benchmark::State& state) {
 }
 
 BENCHMARK(Step)->UseManualTime()->Iterations(10000)->Unit(benchmark::kMicrosecond);
-BENCHMARK(Memory)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, Change, ChangeRoom)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Memory, Add, AddRoom)->Arg(10000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace zem::bench
