@@ -105,14 +105,19 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
 
 void ReadItems(GameModel& game, const SourceText& source) {
     game.Items.Clear();
+    const auto isOfItems = [](std::string_view line) {
+        return BeginsWith(line, "possitems ") || BeginsWith(line, "items ");
+    };
     NamesIgnoringCase startItems;
     UseGameLines(source, [&](std::string_view line) {
         if (BeginsWith(line, "startitems "))
             SplitList(GetParameter(line), Cut::AtCommaFirst,
                       [&](std::string_view name) { startItems.insert(name); });
+        else if (isOfItems(line))
+            GetParameter(line); // of several bad lines, the first is to be named
     });
     UseGameLines(source, [&](std::string_view line) {
-        if (BeginsWith(line, "possitems ") || BeginsWith(line, "items "))
+        if (isOfItems(line))
             SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
                 game.Items.Append({std::string(name), startItems.contains(name)});
             });
