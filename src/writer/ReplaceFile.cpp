@@ -55,16 +55,13 @@ fs::path WithSuffix(const fs::path& path, const char* suffix) {
     return name;
 }
 
-fs::path BackupOf(const fs::path& file) {
-    return WithSuffix(file, "~");
-}
-
 /// Where a version of the file is written before it gets its name.
 fs::path UnfinishedOf(const fs::path& file) {
     return WithSuffix(file, "~new");
 }
 
-/// What a save that was cut short has left, and never what a link leads to that somebody has put there.
+/// Removes what a save that was cut short has left, but neither a folder of that name nor what a link leads
+/// to.
 void RemoveUnfinished(const fs::path& unfinished, std::error_code& error) {
     if (!fs::is_directory(fs::symlink_status(unfinished, error)))
         fs::remove(unfinished, error);
@@ -88,7 +85,7 @@ void KeepPrevious(const fs::path& file, const fs::path& backup) {
     if (!error)
         return;
     std::error_code ignored;
-    fs::remove(unfinished, ignored);
+    RemoveUnfinished(unfinished, ignored);
     ThrowNotWritten("the previous version could not be kept under its name and a \"~\"", error);
 }
 
@@ -219,7 +216,7 @@ void ReplaceFile(const std::string& path, const std::function<void(const std::st
     const fs::file_status status = LookUp(file);
     const bool isNew = !fs::exists(status);
     const bool isKept = fs::is_regular_file(status);
-    const fs::path backup = BackupOf(file);
+    const fs::path backup = WithSuffix(file, "~");
     if (isKept && !(Broken().Contains(file) && fs::is_regular_file(LookUp(backup))))
         KeepPrevious(file, backup);
     std::string problem;

@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <string>
 #include <sys/mount.h>
+#include <unistd.h>
 #include <vector>
 
 namespace zem::test {
@@ -263,9 +265,25 @@ TEST(PowerCut, IsNoReasonToRefuseADiskThatCannotBeFlushed) {
         });
 }
 
+/// Lets this process mount file systems that no other sees; who is not root may as root of a world of one
+/// user.
+bool AllowMounts() {
+    const bool isRoot = geteuid() == 0;
+    const std::string user = "0 " + std::to_string(geteuid()) + " 1";
+    const std::string group = "0 " + std::to_string(getegid()) + " 1";
+    if (unshare(isRoot ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER) != 0)
+        return false;
+    if (!isRoot) {
+        std::ofstream("/proc/self/setgroups") << "deny";
+        std::ofstream("/proc/self/uid_map") << user;
+        std::ofstream("/proc/self/gid_map") << group;
+    }
+    return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
 TEST(FullDisk, LosesNothingOnARealOne) {
-    if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-        GTEST_SKIP() << "only root may mount a file system of its own";
+    if (!AllowMounts())
+        GTEST_SKIP() << "no file system can be mounted here";
     for (std::size_t size = 92 * 1024; size <= 360 * 1024; size += 4096) {
         SCOPED_TRACE("a disk of " + std::to_string(size) + " bytes");
         const TempFolder folder;

@@ -152,6 +152,9 @@ TEST(ReplaceFile, SaysWhyTheFileCannotBeWrittenAndLeavesTheOldOne) {
     const std::string asBefore = ". The file on disk is as it was before";
     EXPECT_EQ(SaveProblem(game, path), notKept + "this is a folder, not a file");
     fs::remove(path + "~");
+    fs::create_directory(path + "~new");
+    EXPECT_NE(SaveProblem(game, path), "");
+    EXPECT_TRUE(fs::remove(path + "~new")) << "a folder is none of a save's leftovers";
     EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
               notWritten + "its folder or the file itself is not there");
     EXPECT_EQ(SaveProblem(game, folder.Folder()), notWritten + "this is a folder, not a file" + asBefore);
