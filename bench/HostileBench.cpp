@@ -2,7 +2,7 @@
 // measured in turn in the same run. A file that is refused counts up to its refusal.
 #include "DeepCopy.h"
 #include "GeneratedGame.h"
-#include "check/ReadBack.h"
+#include "readback/ReadBack.h"
 #include "reader/LoadGame.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 // Neither waits for the disk: that is ReplaceFile's part of a save, and would measure the disk.
 #include "Clock.h"
 #include "GameFile.h"
-#include "model/Host.h"
+#include "base/Host.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
 

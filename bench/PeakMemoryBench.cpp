@@ -1,6 +1,6 @@
 // The peak of memory while a generated game is loaded, as a ratio to its file.
 #include "GameFile.h"
-#include "model/Host.h"
+#include "base/Host.h"
 #include "reader/LoadGame.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 // for "<" and ">" in a plain loop, both measured in turn in the same run; with the shipped catalogue and with
 // one many times as long.
 #include "Clock.h"
-#include "script/CommandLookup.h"
-#include "script/RenderScript.h"
+#include "kel/CommandLookup.h"
+#include "kel/RenderScript.h"
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>

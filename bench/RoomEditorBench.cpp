@@ -3,9 +3,9 @@
 // at once and measured in turn, offscreen; the exits of the room lead to the last one.
 #include "Clock.h"
 #include "app/Program.h"
-#include "app/frmMain.h"
 #include "forms/Dialogs.h"
 #include "model/GameModel.h"
+#include "windows/frmMain.h"
 
 #include <QApplication>
 #include <QListView>

@@ -1,6 +1,6 @@
 // Any bytes as the command catalogue: it loads or is refused, and whatever it holds serves for look-ups.
-#include "script/CommandLookup.h"
-#include "script/RenderScript.h"
+#include "kel/CommandLookup.h"
+#include "kel/RenderScript.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // Any bytes as a game file: it loads or is refused. What was loaded is saved, and either comes back from
 // those bytes, and saves the same ones again, or the places that do not are named.
-#include "check/LooseComparison.h"
-#include "check/ReadBack.h"
 #include "model/GameModel.h"
+#include "readback/LooseComparison.h"
+#include "readback/ReadBack.h"
 #include "reader/LoadGame.h"
 
 #include <algorithm>

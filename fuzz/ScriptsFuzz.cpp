@@ -1,10 +1,10 @@
 // Any text as a script: it renders or lacks a parameter; codes become words without a bar; an "if" line that
 // is understood is understood in the same way when it is written again.
+#include "game/GameNames.h"
+#include "kel/FormatCodes.h"
+#include "kel/IfLine.h"
+#include "kel/RenderScript.h"
 #include "model/GameModel.h"
-#include "script/FormatCodes.h"
-#include "script/GameNames.h"
-#include "script/IfLine.h"
-#include "script/RenderScript.h"
 
 #include <cstddef>
 #include <cstdint>

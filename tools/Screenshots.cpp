@@ -1,5 +1,5 @@
 // Takes a picture of every window of the program: Screenshots FOLDER light|dark
-#include "app/Icons.h"
+#include "forms/Icons.h"
 #include "support/EveryWindow.h"
 
 #include <QApplication>

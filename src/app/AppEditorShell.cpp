@@ -1,8 +1,8 @@
 #include "app/AppEditorShell.h"
 
-#include "app/frmHelp.h"
-#include "app/frmPlayerCommandEditor.h"
+#include "editors/frmPlayerCommandEditor.h"
 #include "forms/QtText.h"
+#include "help/frmHelp.h"
 
 namespace zem {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/Settings.h"
+#include "base/Host.h"
 #include "editors/EditorShell.h"
-#include "model/Host.h"
+#include "session/Settings.h"
 
 namespace zem {
 

@@ -1,9 +1,9 @@
 #include "app/AppHost.h"
 
-#include "app/frmManual.h"
-#include "app/frmOrbMsgBox.h"
-#include "app/frmProgress.h"
 #include "forms/QtText.h"
+#include "help/frmManual.h"
+#include "windows/frmOrbMsgBox.h"
+#include "windows/frmProgress.h"
 
 #include <QApplication>
 

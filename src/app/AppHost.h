@@ -1,8 +1,8 @@
 #pragma once
 
-#include "app/Settings.h"
+#include "base/Host.h"
 #include "forms/Dialogs.h"
-#include "model/Host.h"
+#include "session/Settings.h"
 
 #include <memory>
 

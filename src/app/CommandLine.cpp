@@ -1,10 +1,10 @@
 #include "app/CommandLine.h"
 
-#include "app/ErrorCatalogue.h"
 #include "forms/QtText.h"
+#include "game/PrintGame.h"
+#include "kel/ErrorCatalogue.h"
 #include "model/GameModel.h"
 #include "reader/LoadGame.h"
-#include "script/PrintGame.h"
 #include "writer/SaveGame.h"
 
 #include <CLI/CLI.hpp>

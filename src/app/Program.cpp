@@ -1,11 +1,11 @@
 #include "app/Program.h"
 
-#include "app/ErrorCatalogue.h"
-#include "app/frmMain.h"
-#include "app/frmRecovery.h"
-#include "app/frmStart.h"
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
+#include "kel/ErrorCatalogue.h"
+#include "windows/frmMain.h"
+#include "windows/frmRecovery.h"
+#include "windows/frmStart.h"
 
 #include <QFileInfo>
 

@@ -2,15 +2,15 @@
 
 #include "app/AppEditorShell.h"
 #include "app/AppHost.h"
-#include "app/GameSession.h"
-#include "app/HelpKey.h"
-#include "app/Recovery.h"
-#include "app/SaveCheck.h"
-#include "app/Settings.h"
-#include "app/Versions.h"
 #include "forms/Dialogs.h"
-#include "script/CommandLookup.h"
+#include "help/HelpKey.h"
+#include "kel/CommandLookup.h"
 #include "script/ScriptEditing.h"
+#include "session/GameSession.h"
+#include "session/Recovery.h"
+#include "session/SaveCheck.h"
+#include "session/Settings.h"
+#include "session/Versions.h"
 
 #include <QObject>
 #include <QSettings>

@@ -1,11 +1,11 @@
 #include "app/Application.h"
 #include "app/CommandLine.h"
-#include "app/Icons.h"
 #include "app/Program.h"
-#include "app/StateFolder.h"
 #include "forms/Dialogs.h"
+#include "forms/Icons.h"
 #include "forms/QtText.h"
 #include "model/GameModel.h"
+#include "session/StateFolder.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>

@@ -1,12 +1,12 @@
 #include "editors/frmGameProperties.h"
 
+#include "base/LineText.h"
 #include "editors/frmObjectInteract.h"
 #include "editors/frmTagEditor.h"
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/PageButtons.h"
 #include "forms/StorableInput.h"
-#include "model/LineText.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmGameProperties.h"

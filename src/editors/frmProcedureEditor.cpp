@@ -1,10 +1,10 @@
 #include "editors/frmProcedureEditor.h"
 
+#include "base/LineText.h"
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "model/LineText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmProcedureEditor.h"
 

@@ -1,11 +1,11 @@
 #include "editors/frmSynonymEditor.h"
 
+#include "base/LineText.h"
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/StorableInput.h"
-#include "model/LineText.h"
 #include "ui_frmSynonymEditor.h"
 
 namespace zem {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/KelError.h"
 #include "forms/Dialogs.h"
 #include "forms/QtText.h"
-#include "model/KelError.h"
 
 #include <QAbstractButton>
 #include <QString>

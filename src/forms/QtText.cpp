@@ -1,6 +1,6 @@
 #include "forms/QtText.h"
 
-#include "model/KelError.h"
+#include "base/KelError.h"
 
 #include <QFile>
 

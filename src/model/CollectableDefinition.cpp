@@ -1,6 +1,6 @@
 #include "model/CollectableDefinition.h"
 
-#include "model/LineText.h"
+#include "base/LineText.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "model/GameModel.h"
 
+#include "base/LineText.h"
 #include "model/Fields.h"
-#include "model/LineText.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/KelError.h"
+#include "base/KelError.h"
 #include "model/RecordGroup.h"
 
 #include <algorithm>

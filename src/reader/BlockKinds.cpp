@@ -1,6 +1,6 @@
 #include "reader/BlockKinds.h"
 
-#include "model/LineText.h"
+#include "base/LineText.h"
 
 namespace zem {
 

@@ -1,6 +1,6 @@
 #include "reader/InternalProcedures.h"
 
-#include "model/LineText.h"
+#include "base/LineText.h"
 #include "reader/LineJoins.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/LineText.h"
 #include "model/GameModel.h"
-#include "model/LineText.h"
 
 #include <array>
 #include <span>

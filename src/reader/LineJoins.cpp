@@ -1,6 +1,6 @@
 #include "reader/LineJoins.h"
 
-#include "model/LineText.h"
+#include "base/LineText.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "reader/LoadGame.h"
 
-#include "model/LineText.h"
-#include "model/TextFile.h"
+#include "base/LineText.h"
+#include "base/TextFile.h"
 #include "reader/BlockReaders.h"
 #include "reader/InternalProcedures.h"
 #include "reader/SourceText.h"

@@ -1,4 +1,4 @@
-#include "model/LineText.h"
+#include "base/LineText.h"
 #include "reader/BlockReaders.h"
 #include "reader/Keywords.h"
 

@@ -1,6 +1,6 @@
 #include "reader/SourceText.h"
 
-#include "model/LineText.h"
+#include "base/LineText.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "game/GameNames.h"
+#include "kel/CommandCatalogue.h"
 #include "model/GameModel.h"
-#include "script/CommandCatalogue.h"
-#include "script/GameNames.h"
 
 #include <QObject>
 #include <QString>

@@ -2,8 +2,8 @@
 
 #include "forms/ChangeDoor.h"
 #include "forms/Dialogs.h"
-#include "script/CommandLookup.h"
-#include "script/RenderScript.h"
+#include "kel/CommandLookup.h"
+#include "kel/RenderScript.h"
 
 #include <functional>
 #include <string>

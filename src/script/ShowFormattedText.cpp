@@ -1,7 +1,7 @@
 #include "script/ShowFormattedText.h"
 
 #include "forms/QtText.h"
-#include "script/FormatCodes.h"
+#include "kel/FormatCodes.h"
 
 #include <QTextCursor>
 #include <QTextEdit>

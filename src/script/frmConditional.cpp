@@ -1,11 +1,11 @@
 #include "script/frmConditional.h"
 
+#include "base/LineText.h"
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
-#include "model/LineText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmConditional.h"

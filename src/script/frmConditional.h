@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/IfLine.h"
+#include "kel/IfLine.h"
 
 #include <QDialog>
 

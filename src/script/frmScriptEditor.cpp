@@ -1,11 +1,11 @@
 #include "script/frmScriptEditor.h"
 
+#include "base/LineText.h"
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/OfferMatches.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
-#include "model/LineText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptEditor.h"

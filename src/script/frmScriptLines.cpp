@@ -1,11 +1,11 @@
 #include "script/frmScriptLines.h"
 
+#include "base/LineText.h"
 #include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/QtText.h"
-#include "model/LineText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptLines.h"
 

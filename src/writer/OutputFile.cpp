@@ -1,7 +1,7 @@
 #include "writer/OutputFile.h"
 
-#include "model/KelError.h"
-#include "model/SystemError.h"
+#include "base/KelError.h"
+#include "base/SystemError.h"
 
 #include <cerrno>
 

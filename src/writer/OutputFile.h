@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/TextFile.h"
+#include "base/TextFile.h"
 
 #include <cstdio>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "writer/SaveGame.h"
 
-#include "writer/ReplaceFile.h"
+#include "files/ReplaceFile.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Host.h"
 #include "model/GameModel.h"
-#include "model/Host.h"
 #include "writer/OutputFile.h"
 
 #include <string>

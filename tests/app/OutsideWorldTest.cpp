@@ -1,7 +1,7 @@
 // What comes from other programs and goes to them: dropped files, the program that runs games, the colours.
-#include "app/Icons.h"
-#include "app/frmOptions.h"
+#include "forms/Icons.h"
 #include "support/SmallGame.h"
+#include "windows/frmOptions.h"
 
 #include <QApplication>
 #include <QDropEvent>

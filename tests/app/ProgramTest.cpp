@@ -1,7 +1,7 @@
-#include "app/ErrorCatalogue.h"
-#include "app/frmOptions.h"
+#include "kel/ErrorCatalogue.h"
 #include "support/Cases.h"
 #include "support/SmallGame.h"
+#include "windows/frmOptions.h"
 
 #include <gtest/gtest.h>
 

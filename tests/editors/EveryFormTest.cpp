@@ -1,12 +1,12 @@
 // Opens every editor from the main window, on a game in which everything is filled, and compares the file
 // that would be saved before and after.
-#include "app/frmReadBack.h"
-#include "check/LooseComparison.h"
+#include "readback/LooseComparison.h"
 #include "support/CaseFile.h"
 #include "support/EditorGame.h"
 #include "support/Lines.h"
 #include "support/RunningProgram.h"
 #include "support/WhenOpen.h"
+#include "windows/frmReadBack.h"
 
 #include <gtest/gtest.h>
 #include <iterator>

@@ -1,5 +1,4 @@
 // The editors that work on one list of the game.
-#include "app/frmOrbMsgBox.h"
 #include "editors/frmEditCollectableSettings.h"
 #include "editors/frmEditCollectables.h"
 #include "editors/frmEditItems.h"
@@ -12,6 +11,7 @@
 #include "support/RunningProgram.h"
 #include "support/ScriptFixture.h"
 #include "support/ScriptForms.h"
+#include "windows/frmOrbMsgBox.h"
 
 #include <QLabel>
 

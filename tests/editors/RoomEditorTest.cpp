@@ -1,7 +1,7 @@
-#include "app/frmHelp.h"
 #include "editors/frmAddNewPlace.h"
 #include "editors/frmRoomProperties.h"
 #include "forms/NameBox.h"
+#include "help/frmHelp.h"
 #include "support/Lines.h"
 #include "support/RunningProgram.h"
 #include "support/ScriptForms.h"

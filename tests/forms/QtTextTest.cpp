@@ -1,7 +1,7 @@
 #include "forms/QtText.h"
 
+#include "base/KelError.h"
 #include "forms/StorableInput.h"
-#include "model/KelError.h"
 #include "support/Cases.h"
 #include "support/ScriptedDialogs.h"
 

@@ -3,10 +3,10 @@
 // output.
 //
 //   KillVictim FILE STATE-FOLDER SEED
-#include "app/frmRecovery.h"
 #include "editors/frmRoomProperties.h"
 #include "support/RunningProgram.h"
 #include "support/WhenOpen.h"
+#include "windows/frmRecovery.h"
 
 #include <QTreeWidget>
 

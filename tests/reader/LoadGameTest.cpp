@@ -1,6 +1,6 @@
 #include "reader/LoadGame.h"
 
-#include "model/LineText.h"
+#include "base/LineText.h"
 #include "support/Cases.h"
 #include "support/Games.h"
 #include "support/Unprivileged.h"

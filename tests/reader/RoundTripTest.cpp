@@ -1,4 +1,4 @@
-#include "check/ReadBack.h"
+#include "readback/ReadBack.h"
 #include "support/CaseFile.h"
 #include "support/Games.h"
 

@@ -1,4 +1,4 @@
-#include "model/LineText.h"
+#include "base/LineText.h"
 #include "script/ShowFormattedText.h"
 #include "script/frmConditional.h"
 #include "script/frmEditCommand.h"

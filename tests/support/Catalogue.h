@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/CommandCatalogue.h"
+#include "kel/CommandCatalogue.h"
 
 namespace zem::test {
 

@@ -1,15 +1,15 @@
 #include "support/EveryWindow.h"
 
-#include "app/frmHelp.h"
-#include "app/frmManual.h"
-#include "app/frmOrbMsgBox.h"
-#include "app/frmProgress.h"
-#include "app/frmReadBack.h"
-#include "app/frmRecovery.h"
-#include "app/frmVersions.h"
 #include "forms/PageButtons.h"
+#include "help/frmHelp.h"
+#include "help/frmManual.h"
 #include "support/RunningProgram.h"
 #include "support/WhenOpen.h"
+#include "windows/frmOrbMsgBox.h"
+#include "windows/frmProgress.h"
+#include "windows/frmReadBack.h"
+#include "windows/frmRecovery.h"
+#include "windows/frmVersions.h"
 
 #include <QFileInfo>
 #include <QStackedWidget>

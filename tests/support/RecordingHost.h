@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/Host.h"
+#include "base/Host.h"
 
 #include <string>
 #include <vector>

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "app/Program.h"
-#include "app/frmMain.h"
-#include "app/frmStart.h"
 #include "forms/QtText.h"
 #include "support/Controls.h"
 #include "support/Games.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
 #include "support/WhenOpen.h"
+#include "windows/frmMain.h"
+#include "windows/frmStart.h"
 
 #include <QAction>
 #include <QSettings>

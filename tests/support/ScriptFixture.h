@@ -1,7 +1,7 @@
 #pragma once
 
 #include "forms/ChangeDoor.h"
-#include "script/CommandLookup.h"
+#include "kel/CommandLookup.h"
 #include "script/ScriptEditing.h"
 #include "support/Catalogue.h"
 #include "support/ScriptedDialogs.h"

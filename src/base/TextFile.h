@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/KelError.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace zem {
+
+/// Closes a file that nobody has closed before.
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// The bytes of a file. Throws KelError when it is no regular file, is too large or cannot be read.
+std::string ReadFile(const std::string& path);
+
+/// Takes the first line, which ends at CR LF or LF, off the front of the bytes.
+inline std::string_view TakeLine(std::string_view& bytes) {
+    std::size_t end = 0;
+    const std::size_t few = std::min<std::size_t>(bytes.size(), 8);
+    while (end < few && bytes[end] != '\n') // faster than a search, where the line is short
+        ++end;
+    if (end == few)
+        end = bytes.find('\n', end);
+    std::string_view line = bytes.substr(0, end);
+    if (end != std::string_view::npos && line.ends_with('\r'))
+        line.remove_suffix(1);
+    bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
+    return line;
+}
+
+/// Gives the line to `use`, and ties a KelError that comes out of it to the line.
+/// @param number  1-based number of the line in its file
+template <class Use>
+void UseLineOfFile(std::string_view line, std::size_t number, Use use) {
+    try {
+        use(line);
+    } catch (const KelError& error) {
+        if (error.Line() != 0)
+            throw;
+        throw KelError(error.Problem(), number, line);
+    }
+}
+
+} // namespace zem

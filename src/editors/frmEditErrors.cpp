@@ -1,0 +1,51 @@
+#include "editors/frmEditErrors.h"
+
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "forms/ListRows.h"
+#include "forms/QtText.h"
+#include "forms/StorableInput.h"
+#include "ui_frmEditErrors.h"
+
+namespace zem {
+
+frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, Dialogs& dialogs,
+                             QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmEditErrors>()),
+      errors_(errors) {
+    ui_->setupUi(this);
+    ui_->txtError->setEnabled(false);
+    RefuseUnstorableText(*ui_->txtError, dialogs);
+    for (const ErrorMessage& error : errors_)
+        ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
+    ConnectListKeys(*ui_->lstErrors, {}); // for its arrow keys
+    connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
+    connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    RememberSize(*this);
+}
+
+frmEditErrors::~frmEditErrors() = default;
+
+void frmEditErrors::StoreText() {
+    if (remembered_ >= 0)
+        errors_.Edit(remembered_ + 1).GameText = FromQt(ui_->txtError->text());
+}
+
+void frmEditErrors::lstErrors_Click() {
+    const int row = SelectedRow(*ui_->lstErrors);
+    if (row < 0)
+        return;
+    ui_->txtError->setEnabled(true);
+    StoreText();
+    remembered_ = row;
+    ui_->txtError->setText(ToQt(errors_[remembered_ + 1].GameText));
+}
+
+void frmEditErrors::butOK_Click() {
+    StoreText();
+    accept();
+}
+
+} // namespace zem

@@ -1,0 +1,78 @@
+#include "editors/frmSelectionWindow.h"
+
+#include "forms/CommandError.h"
+#include "forms/DialogSize.h"
+#include "forms/ListKeys.h"
+#include "forms/QtText.h"
+#include "forms/StorableInput.h"
+#include "script/ScriptEditing.h"
+#include "ui_frmSelectionWindow.h"
+
+namespace zem {
+
+frmSelectionWindow::frmSelectionWindow(ScriptEditing& scripts, const SelectionMenu& menu, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmSelectionWindow>()),
+      scripts_(scripts),
+      menu_(menu) {
+    ui_->setupUi(this);
+    EditStorableText(*ui_->txtInfo, menu.Info, scripts.PlatformDialogs());
+    choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu, menu.Choices);
+    OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
+    OnClick(ui_->butRename, this, scripts_.PlatformDialogs(), [this] { butRename_Click(); });
+    OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { choices_->RemoveSelected(); });
+    OnClick(ui_->butMoveUp, this, scripts_.PlatformDialogs(), [this] { choices_->MoveSelected(-1); });
+    OnClick(ui_->butMoveDown, this, scripts_.PlatformDialogs(), [this] { choices_->MoveSelected(1); });
+    connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ConnectListKeys(*ui_->lstMenu,
+                    {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butMoveUp, ui_->butMoveDown});
+    RememberSize(*this);
+}
+
+frmSelectionWindow::~frmSelectionWindow() = default;
+
+SelectionMenu frmSelectionWindow::Menu() const {
+    SelectionMenu menu;
+    menu.Name = menu_.Name;
+    menu.Info = FromQt(ui_->txtInfo->text());
+    menu.Choices.Assign(choices_->Pairs());
+    return menu;
+}
+
+void frmSelectionWindow::butAdd_Click() {
+    const std::optional<QString> text =
+        AskName(scripts_.PlatformDialogs(), this,
+                QStringLiteral("Please enter the text to display for this menu choice:"),
+                QStringLiteral("New Menu Choice"));
+    if (!text)
+        return;
+    choices_->Append({FromQt(*text), ""});
+    butEdit_Click();
+}
+
+void frmSelectionWindow::butEdit_Click() {
+    const int row = choices_->SelectedRow();
+    if (row < 0)
+        return;
+    ScriptPair& choice = choices_->Edit(row);
+    choice.Script = scripts_.EditScript(this, choice.Script);
+    choices_->Show(row);
+}
+
+void frmSelectionWindow::butRename_Click() {
+    const int row = choices_->SelectedRow();
+    if (row < 0)
+        return;
+    ScriptPair& choice = choices_->Edit(row);
+    const std::optional<QString> text =
+        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter a new name for this menu choice:"),
+                QStringLiteral("Rename"), ToQt(choice.Key));
+    if (!text)
+        return;
+    choice.Key = FromQt(*text);
+    choices_->Show(row);
+}
+
+} // namespace zem

@@ -1,0 +1,159 @@
+#include "forms/Palettes.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QPainter>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace zem {
+
+namespace {
+
+struct ColourRow {
+    QPalette::ColorRole role;
+    QRgb light;
+    QRgb dark;
+};
+
+constexpr ColourRow Colours[] = {
+    {QPalette::Window, 0xFFF0F1F3, 0xFF2B2D31},      {QPalette::WindowText, 0xFF1B1D20, 0xFFE4E6EA},
+    {QPalette::Base, 0xFFFFFFFF, 0xFF1D1F22},        {QPalette::AlternateBase, 0xFFF5F7FA, 0xFF25272B},
+    {QPalette::Text, 0xFF1B1D20, 0xFFE4E6EA},        {QPalette::PlaceholderText, 0xFF6A7078, 0xFF9CA2AB},
+    {QPalette::Button, 0xFFE8EAED, 0xFF3A3D43},      {QPalette::ButtonText, 0xFF1B1D20, 0xFFE4E6EA},
+    {QPalette::BrightText, 0xFFC62828, 0xFFFF8A80},  {QPalette::Light, 0xFFFFFFFF, 0xFF55595F},
+    {QPalette::Midlight, 0xFFF7F8F9, 0xFF474B51},    {QPalette::Mid, 0xFF82878E, 0xFF777C84},
+    {QPalette::Dark, 0xFF8C9198, 0xFF8D929A},        {QPalette::Shadow, 0xFF5A5E64, 0xFF0C0D0E},
+    {QPalette::Highlight, 0xFF2563C4, 0xFF2F6FD0},   {QPalette::HighlightedText, 0xFFFFFFFF, 0xFFFFFFFF},
+    {QPalette::Link, 0xFF1A56B8, 0xFF7DB1FF},        {QPalette::LinkVisited, 0xFF6B3FA0, 0xFFC3A1F5},
+    {QPalette::ToolTipBase, 0xFFFFFBE6, 0xFF41454C}, {QPalette::ToolTipText, 0xFF1B1D20, 0xFFF2F3F5},
+};
+
+/// What differs in controls that are switched off.
+constexpr ColourRow DisabledColours[] = {
+    {QPalette::WindowText, 0xFF73787F, 0xFF9298A1}, {QPalette::Base, 0xFFF0F1F3, 0xFF2B2D31},
+    {QPalette::Text, 0xFF73787F, 0xFF9298A1},       {QPalette::PlaceholderText, 0xFF7F848B, 0xFF7D838B},
+    {QPalette::ButtonText, 0xFF73787F, 0xFF9298A1}, {QPalette::Mid, 0xFFB4B8BE, 0xFF565B62},
+    {QPalette::Highlight, 0xFFB9C0CA, 0xFF4C525B},  {QPalette::HighlightedText, 0xFF4A4F55, 0xFFC4C8CE},
+    {QPalette::Link, 0xFF73787F, 0xFF9298A1},       {QPalette::LinkVisited, 0xFF73787F, 0xFF9298A1},
+};
+
+QPalette PaletteOf(Look look) {
+    const auto colour = [look](const ColourRow& row) {
+        return QColor(look == Look::Dark ? row.dark : row.light);
+    };
+    QPalette palette;
+    for (const ColourRow& row : Colours)
+        palette.setColor(row.role, colour(row));
+    for (const ColourRow& row : DisabledColours)
+        palette.setColor(QPalette::Disabled, row.role, colour(row));
+    return palette;
+}
+
+/// Fusion makes its outlines of the colour of the window, somewhat darker: nobody sees them on a dark window,
+/// and few on a light one. Here they are drawn once more, in a colour that stands out.
+class OutlinedStyle : public QProxyStyle {
+public:
+    OutlinedStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        const bool isGroupBox = element == PE_FrameGroupBox; // by itself an image, and a dark one
+        if (!isGroupBox && element != PE_IndicatorToolBarSeparator)
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (!IsHighlighted(element, *option))
+            DrawOutline(element, isGroupBox ? GroupBoxFrame(*option, widget) : option->rect, option->palette,
+                        *painter);
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (element == CE_MenuItem && item != nullptr &&
+            item->menuItemType == QStyleOptionMenuItem::Separator) {
+            painter->setPen(option->palette.color(QPalette::Disabled, QPalette::Mid));
+            painter->drawLine(QLine(option->rect.left() + 4, option->rect.center().y(),
+                                    option->rect.right() - 4, option->rect.center().y()));
+        }
+    }
+
+    /// The buttons of questions have no pictures, as those of all other windows have none.
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+
+private:
+    /// Whether it has the outline of the focus or of the default button, which are seen well enough.
+    static bool IsHighlighted(PrimitiveElement element, const QStyleOption& option) {
+        const auto* button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+        const bool isDefault =
+            button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton);
+        return isDefault || (option.state.testFlag(State_HasFocus) && element != PE_Frame);
+    }
+
+    /// Below the title.
+    QRect GroupBoxFrame(const QStyleOption& option, const QWidget* widget) const {
+        constexpr int TopMargin = 3; // as Fusion has it
+        const auto* box = qobject_cast<const QGroupBox*>(widget);
+        const int title = box == nullptr || box->title().isEmpty()
+                              ? 0
+                              : std::max(pixelMetric(PM_ExclusiveIndicatorHeight, &option, widget),
+                                         option.fontMetrics.height());
+        return option.rect.adjusted(0, title + TopMargin, 0, 0);
+    }
+
+    static void DrawOutline(PrimitiveElement element, const QRect& rect, const QPalette& palette,
+                            QPainter& painter) {
+        const QRect outline = rect.adjusted(0, 0, -1, -1);
+        painter.save();
+        painter.setPen(palette.color(QPalette::Mid));
+        painter.setBrush(Qt::NoBrush);
+        switch (element) {
+        case PE_IndicatorToolBarSeparator:
+            painter.setPen(palette.color(QPalette::Disabled, QPalette::Mid));
+            painter.drawLine(rect.center().x(), rect.top() + 4, rect.center().x(), rect.bottom() - 4);
+            break;
+        case PE_Frame:
+        case PE_FrameGroupBox:
+        case PE_PanelMenu:
+        case PE_FrameTabWidget:
+        case PE_IndicatorCheckBox:
+            painter.drawRect(outline);
+            break;
+        case PE_FrameLineEdit:
+        case PE_PanelButtonCommand:
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.drawRoundedRect(QRectF(outline).translated(0.5, 0.5), 2, 2);
+            break;
+        case PE_IndicatorRadioButton:
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.drawEllipse(QRectF(outline).translated(0.5, 0.5));
+            break;
+        default:
+            break;
+        }
+        painter.restore();
+    }
+};
+
+} // namespace
+
+void ApplyLook(Look look) {
+    static const QString startedWith = QApplication::style()->name();
+    static Look now = Look::Desktop;
+    if (look == now)
+        return;
+    now = look;
+    QApplication::setStyle(look == Look::Desktop ? QStyleFactory::create(startedWith) : new OutlinedStyle);
+    QApplication::setPalette(look == Look::Desktop ? QPalette() : PaletteOf(look));
+}
+
+} // namespace zem

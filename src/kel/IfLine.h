@@ -1,0 +1,48 @@
+#pragma once
+
+#include "kel/CommandLookup.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The "if" line of a script, taken apart:
+/// "if not has <key> and in <Hall> then goto <Garden> else msg <The door is locked.>"
+namespace zem {
+
+/// How a condition is joined to the one before it.
+enum class Joiner { And, Or };
+
+struct Condition {
+    Joiner JoinedBy = Joiner::And; // nothing for the first condition
+    bool Negated = false;
+    std::string Keyword; // without the "if" of the catalogue's keyword: "has"
+    bool HasParameter = true;
+    std::string Parameter;
+
+    bool operator==(const Condition&) const = default;
+};
+
+struct IfLine {
+    std::vector<Condition> Conditions;
+    std::string Then; // a script command, which may be an "if" line itself
+    std::string Else; // the same; empty when there is none
+
+    bool operator==(const IfLine&) const = default;
+};
+
+/// Takes a line apart. An "else" belongs to the nearest "if" before it that has none yet.
+/// Throws KelError, which says why, for a line that is not understood.
+IfLine ParseIfLine(std::string_view line);
+
+/// Puts a line together; parsing it again gives the same parts. Throws KelError for parts of which no line
+/// can be made, among them an "else" that an inner "if" without one would take for itself.
+std::string WriteIfLine(const IfLine& line);
+
+/// The line in plain English, its actions rendered too; the line itself when it is not understood.
+std::string DescribeIfLine(std::string_view line, const CommandLookup& commands);
+
+/// Any line of a script in plain English; the line itself when it is not understood.
+std::string DescribeLine(const std::string& line, const CommandLookup& commands);
+
+} // namespace zem

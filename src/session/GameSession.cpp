@@ -1,0 +1,195 @@
+#include "session/GameSession.h"
+
+#include "base/TextFile.h"
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
+#include "reader/LoadGame.h"
+#include "writer/SaveGame.h"
+
+#include <QFileInfo>
+#include <QScopeGuard>
+
+#include <exception>
+#include <optional>
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+/// "tower.kel, line 12: what is wrong: the line".
+QString Describe(const QString& path, const KelError& error) {
+    const QString file = QFileInfo(path).fileName();
+    const QString place = error.Line() == 0 ? QString() : QStringLiteral(", line %1").arg(error.Line());
+    return file + place + QLatin1String(": ") + ToQt(error.ProblemWithText());
+}
+
+} // namespace
+
+GameSession::GameSession(GameModel& game, Host& host, Settings& settings)
+    : game_(game),
+      host_(host),
+      settings_(settings) {
+    history_.Begin(game, true);
+}
+
+QString GameSession::FileName() const {
+    return PathToQt(game_.FileName);
+}
+
+QString GameSession::Title() const {
+    QString title;
+    if (!game_.GameName.empty())
+        title += u'"' + ToQt(game_.GameName) + QLatin1String("\" ");
+    if (!game_.FileName.empty())
+        title += u'[' + FileName() + QLatin1String("] ");
+    return (title.isEmpty() ? title : title + QLatin1String("- ")) + QLatin1String(NameAndVersion);
+}
+
+void GameSession::Change(const QString& name, const std::function<void(GameModel&)>& change) {
+    GameChange done{name, game_, {}};
+    try {
+        change(game_);
+    } catch (...) {
+        game_ = std::move(done.before);
+        throw;
+    }
+    done.after = game_;
+    emit Changed(done);
+    MarkModified();
+    if (commands_ == 0)
+        RecordStep(name);
+}
+
+void GameSession::AsOneStep(const QString& name, const std::function<void()>& command) {
+    ++commands_;
+    const auto end = qScopeGuard([&] {
+        if (--commands_ == 0)
+            RecordStep(name);
+    });
+    command();
+}
+
+void GameSession::RecordStep(const QString& name) {
+    if (history_.Record(FromQt(name), game_))
+        emit StepsChanged();
+}
+
+void GameSession::GoToStep(std::size_t step) {
+    const bool back = step < history_.Done();
+    GameChange done{back ? QStringLiteral("undo") : QStringLiteral("redo"), game_, {}};
+    game_ = history_.GoTo(step);
+    game_.FileName = done.before.FileName; // which is no part of the game that was edited
+    game_.Modified = !history_.IsSaved();
+    done.after = game_;
+    emit Changed(done);
+    emit StatusChanged(game_.Modified ? QStringLiteral("Current version of game not saved.") : QString());
+    emit StepsChanged();
+}
+
+void GameSession::MarkModified() {
+    game_.Modified = true;
+    emit StatusChanged(QStringLiteral("Current version of game not saved."));
+}
+
+void GameSession::BeginHistory() {
+    history_.Begin(game_, !game_.Modified);
+    stamp_ = game_.FileName.empty() ? FileStamp() : FileStamp::Of(FileName());
+    emit StepsChanged();
+}
+
+void GameSession::Restore(const GameModel& game, const FileStamp& stamp) {
+    game_ = game;
+    game_.Modified = true;
+    BeginHistory();
+    stamp_ = stamp;
+    emit Replaced();
+    emit Changed({QStringLiteral("restore"), game_, game_});
+    MarkModified();
+}
+
+void GameSession::OpenVersion(const QString& path) {
+    GameModel version;
+    version.ErrorMessages = game_.ErrorMessages;
+    try {
+        ReadGame(version, ReadFile(PathFromQt(path)));
+    } catch (const KelError& error) {
+        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
+    }
+    Restore(version, {});
+}
+
+bool GameSession::IsChangedOnDisk() const {
+    return !game_.FileName.empty() && stamp_.IsOutdated(FileName());
+}
+
+void GameSession::KeepMine() {
+    stamp_ = FileStamp::Of(FileName());
+    MarkModified();
+}
+
+void GameSession::NewGame() {
+    zem::NewGame(game_);
+    BeginHistory();
+    emit Replaced();
+    emit StatusChanged(QString());
+}
+
+bool GameSession::LoadGame(const QString& path) {
+    bool loaded = false;
+    std::optional<KelError> problem;
+    {
+        const auto end = qScopeGuard([this] { host_.CloseProgress(); });
+        try {
+            loaded = zem::LoadGame(game_, PathFromQt(path), host_);
+        } catch (const KelError& error) {
+            problem = error;
+        } catch (const std::exception& error) { // most likely a file larger than the memory
+            problem = KelError(error.what());
+        }
+        BeginHistory();
+        emit Replaced();
+    }
+    emit StatusChanged(QString());
+    if (problem)
+        throw CommandError(Describe(path, *problem) + u'.', QStringLiteral("Failed to load game"));
+    if (loaded)
+        AddToRecentFiles(path);
+    return loaded;
+}
+
+void GameSession::SaveGame(const QString& path) {
+    QString status = QStringLiteral("Game saved.");
+    if (game_.StartRoom.empty())
+        status +=
+            QLatin1String(" Click 'Edit' then 'Game Properties...' to select a start room for this game.");
+    {
+        const auto end = qScopeGuard([this] { host_.CloseProgress(); });
+        const std::string file = PathFromQt(path);
+        try {
+            ReplaceGame(game_, file, host_);
+        } catch (const KelError& error) {
+            throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to save game"));
+        }
+        history_.MarkSaved();
+        stamp_ = FileStamp::Of(path);
+        emit StepsChanged();
+    }
+    AddToRecentFiles(path);
+    emit StatusChanged(status);
+    emit Saved(); // last, as what hangs on it may ask the author
+}
+
+void GameSession::AddToRecentFiles(const QString& path) {
+    try {
+        settings_.AddToRecentFiles(path);
+    } catch (const KelError& error) {
+        if (!std::exchange(toldAboutRecentFiles_, true))
+            host_.ShowNotice("All is well with the game, but it cannot be listed among the recent files: " +
+                                 error.Problem() + ". Edit, Options sets the maximum.",
+                             DefaultTitle);
+    }
+    emit RecentFilesChanged();
+}
+
+} // namespace zem

@@ -1,0 +1,153 @@
+#include "session/Settings.h"
+
+#include "base/LineText.h"
+#include "forms/QtText.h"
+
+#include <QDir>
+
+#include <algorithm>
+
+namespace zem {
+
+struct Settings::Key {
+    const char* section;
+    const char* key;
+    const char* defaultText;
+};
+
+/// All settings of the program.
+struct Settings::Keys {
+    static constexpr Key InstalledVer{"Init", "InstalledVer", "no"}; // written by the game-running program
+    static constexpr Key SpecialMsgBox{"Options", "SpecialMsgBox", "Yes"};
+    static constexpr Key VCOMPILElocation{"Editor", "VCOMPILElocation", "/VCOMPILE.EXE"}; // see LoadSettings
+    static constexpr Key RunProgram{"Editor", "RunProgram", ""};
+    static constexpr Key Colours{"Editor", "Colours", "Desktop"};
+    static constexpr Key FriendlyScript{"Editor", "FriendlyScript", "Yes"};
+    static constexpr Key MaxRecent{"Editor", "MaxRecent", "8"};
+    static constexpr Key NumberRecent{"Editor", "NumberRecent", "0"};
+    static constexpr Key Recent{"Editor", "Recent", ""}; // followed by a number from 1
+    static constexpr Key TagEditorWindowWidth{"Editor", "TagEditorWindowWidth", "6000"}; // twips
+    static constexpr Key TagEditorWindowHeight{"Editor", "TagEditorWindowHeight", "6000"};
+};
+
+namespace {
+
+/// In the order of Look.
+constexpr const char* LookNames[] = {"Desktop", "Light", "Dark"};
+
+QString NameInStore(const char* section, const char* key) {
+    return QLatin1String(section) + u'/' + QLatin1String(key);
+}
+
+} // namespace
+
+Settings::Settings(QSettings& store, const QString& programFolder)
+    : store_(store),
+      programFolder_(programFolder) {}
+
+QString Settings::Read(const Key& key) const {
+    return Read(key, QLatin1String(key.defaultText));
+}
+
+QString Settings::Read(const Key& key, const QString& defaultText) const {
+    const QVariant value = store_.value(NameInStore(key.section, key.key), defaultText);
+    // A text with commas that another program wrote without quotes comes back as a list.
+    return value.typeId() == QMetaType::QStringList ? value.toStringList().join(QLatin1String(", "))
+                                                    : value.toString();
+}
+
+std::int16_t Settings::ReadNumber(const Key& key) const {
+    try {
+        return LeadingNumber(Read(key).toStdString());
+    } catch (const KelError& error) {
+        throw KelError(std::string("the setting ") + key.key + " cannot be used: " + error.Problem());
+    }
+}
+
+/// A length on a screen. What is no number counts as 0, and what no screen can have is cut.
+int Settings::ReadTwips(const Key& key) const {
+    return static_cast<int>(std::clamp(LeadingReal(Read(key).toStdString()), 0.0, 1e6));
+}
+
+QSize Settings::TagEditorSize() const {
+    return {ReadTwips(Keys::TagEditorWindowWidth), ReadTwips(Keys::TagEditorWindowHeight)};
+}
+
+void Settings::StoreTagEditorSize(const QSize& twips) {
+    Write(Keys::TagEditorWindowWidth, QString::number(twips.width()));
+    Write(Keys::TagEditorWindowHeight, QString::number(twips.height()));
+}
+
+void Settings::Write(const Key& key, const QString& value) {
+    store_.setValue(NameInStore(key.section, key.key), value);
+}
+
+bool Settings::IsVeldtInstalled() const {
+    return Read(Keys::InstalledVer) != QLatin1String("no");
+}
+
+Look Settings::StoredLook() const {
+    const QString stored = Read(Keys::Colours).toLower();
+    for (const Look look : {Look::Light, Look::Dark})
+        if (stored == QString(QLatin1String(LookNames[static_cast<int>(look)])).toLower())
+            return look;
+    return Look::Desktop;
+}
+
+void Settings::LoadSettings() {
+    useSpecialMsgBox_ = IsYes(Read(Keys::SpecialMsgBox).toStdString());
+    // The only default that depends on where the program stands.
+    const QString beside = programFolder_ + QLatin1String(Keys::VCOMPILElocation.defaultText);
+    options_.VCOMPILElocation = Read(Keys::VCOMPILElocation, QDir::toNativeSeparators(beside));
+    options_.RunProgram = Read(Keys::RunProgram);
+    options_.Colours = StoredLook();
+    options_.FriendlyScript = IsYes(Read(Keys::FriendlyScript).toStdString());
+    options_.MaxRecent = ReadNumber(Keys::MaxRecent);
+    int numberRecent = ReadNumber(Keys::NumberRecent);
+    // A maximum of 0 keeps the stored list here, but not when a file is added.
+    if (numberRecent > options_.MaxRecent && options_.MaxRecent != 0)
+        numberRecent = options_.MaxRecent;
+    recentFiles_.clear();
+    for (int i = 1; i <= numberRecent; ++i) {
+        const std::string key = Keys::Recent.key + std::to_string(i);
+        recentFiles_.append(Read({Keys::Recent.section, key.c_str(), Keys::Recent.defaultText}));
+    }
+}
+
+void Settings::StoreOptions(const Options& options) {
+    options_ = options;
+    Write(Keys::VCOMPILElocation, options.VCOMPILElocation);
+    Write(Keys::RunProgram, options.RunProgram);
+    Write(Keys::Colours, QLatin1String(LookNames[static_cast<int>(options.Colours)]));
+    Write(Keys::FriendlyScript, QLatin1String(YesNoText(options.FriendlyScript)));
+    Write(Keys::MaxRecent, QString::number(options.MaxRecent));
+}
+
+void Settings::AddToRecentFiles(const QString& path) {
+    const QString lowered = path.toLower();
+    qsizetype found = -1; // the last one counts
+    for (qsizetype i = 0; i < recentFiles_.size(); ++i)
+        if (recentFiles_[i].toLower() == lowered)
+            found = i;
+    if (found >= 0) {
+        recentFiles_.removeAt(found);
+    } else {
+        const qsizetype most = options_.MaxRecent;
+        if (most < 1) {
+            recentFiles_.clear();
+            throw KelError(
+                "the list of recent files has no room for a first entry, because its maximum in the "
+                "options is below 1");
+        }
+        while (recentFiles_.size() >= most)
+            recentFiles_.removeLast();
+    }
+    recentFiles_.prepend(path);
+    Write(Keys::NumberRecent, QString::number(recentFiles_.size()));
+    for (qsizetype i = 0; i < recentFiles_.size(); ++i) {
+        const std::string key = Keys::Recent.key + std::to_string(i + 1);
+        Write({Keys::Recent.section, key.c_str(), ""}, recentFiles_[i]);
+    }
+}
+
+} // namespace zem

@@ -1,0 +1,139 @@
+#include "windows/frmMain.h"
+
+#include "forms/CommandError.h"
+#include "forms/FileDrop.h"
+#include "forms/Icons.h"
+#include "forms/MenuKeys.h"
+#include "ui_frmMain.h"
+
+#include <QLabel>
+#include <QScreen>
+#include <QStyle>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace zem {
+
+namespace {
+
+constexpr int TitleBarHeight = 40; // device-independent pixels, with some to spare
+
+} // namespace
+
+frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
+                 EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
+                 const QString& programFolder)
+    : ui_(std::make_unique<Ui::frmMain>()),
+      session_(session),
+      settings_(settings),
+      dialogs_(dialogs),
+      scripts_(scripts),
+      editorShell_(editorShell),
+      saveCheck_(saveCheck),
+      versions_(versions),
+      programFolder_(programFolder),
+      status_(new QLabel(this)) {
+    ui_->setupUi(this);
+    setWindowIcon(ThemedIcon(QStringLiteral("zem")));
+    status_->setObjectName(QStringLiteral("lblStatus"));
+    status_->setTextFormat(Qt::PlainText);
+    // A long name must not widen the window.
+    status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    ui_->StatusBar1->addWidget(status_, 1);
+    ui_->splitter->setStretchFactor(0, 1);
+    ui_->splitter->setStretchFactor(1, 2);
+    ShowIcons();
+    PutMenusFirst(*this);
+    ConnectMenus();
+    ConnectLists();
+    ConnectTools();
+    connect(&session, &GameSession::Changed, this, &frmMain::GameChanged);
+    connect(&session, &GameSession::Replaced, this, &frmMain::GameReplaced);
+    connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
+    connect(&session, &GameSession::RecentFilesChanged, this, &frmMain::RefreshRecentMenu);
+    connect(&session, &GameSession::StatusChanged, this, &frmMain::ShowStatus);
+    AcceptFileDrops(*this, [this](const QString& path) { OpenFile(path); });
+    RefreshRecentMenu();
+    GameReplaced();
+    StandInTheMiddle();
+}
+
+frmMain::~frmMain() = default;
+
+/// Where the window manager would put the window, half of it may be out of sight.
+void frmMain::StandInTheMiddle() {
+    const QRect room = screen()->availableGeometry().adjusted(0, TitleBarHeight, 0, 0);
+    QRect place =
+        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(room.size()), room);
+    place.moveTopLeft({std::max(place.left(), room.left()), std::max(place.top(), room.top())});
+    setGeometry(place);
+}
+
+void frmMain::Connect(QAction* action, void (frmMain::*handler)()) {
+    connect(action, &QAction::triggered, this,
+            [this, handler] { RunCommand(dialogs_, this, [&] { (this->*handler)(); }); });
+}
+
+void frmMain::ConnectEditor(QAction* action, const char* name, void (frmMain::*handler)()) {
+    connect(action, &QAction::triggered, this, [this, name, handler] {
+        RunCommand(dialogs_, this,
+                   [&] { session_.AsOneStep(QLatin1String(name), [&] { (this->*handler)(); }); });
+    });
+}
+
+void frmMain::ConnectMenus() {
+    Connect(ui_->mnuFileNew, &frmMain::mnuFileNew_Click);
+    Connect(ui_->mnuFileOpen, &frmMain::mnuFileOpen_Click);
+    Connect(ui_->mnuFileSave, &frmMain::mnuFileSave_Click);
+    Connect(ui_->mnuFileSaveAs, &frmMain::mnuFileSaveAs_Click);
+    Connect(ui_->mnuFileRunKELfile, &frmMain::mnuFileRunKELfile_Click);
+    ConnectEditor(ui_->mnuViewGameProperties, "edit game properties", &frmMain::mnuViewGameProperties_Click);
+    ConnectEditor(ui_->mnuViewItems, "edit items", &frmMain::mnuViewItems_Click);
+    ConnectEditor(ui_->mnuViewCollectables, "edit collectables", &frmMain::mnuViewCollectables_Click);
+    ConnectEditor(ui_->mnuViewMenus, "edit menus", &frmMain::mnuViewMenus_Click);
+    ConnectEditor(ui_->mnuViewProcedures, "edit procedures", &frmMain::mnuViewProcedures_Click);
+    ConnectEditor(ui_->mnuViewMiscKEL, "edit misc KEL", &frmMain::mnuViewMiscKEL_Click);
+    ConnectEditor(ui_->mnuViewLibraries, "edit libraries", &frmMain::mnuViewLibraries_Click);
+    ConnectEditor(ui_->mnuViewSynonyms, "edit synonyms", &frmMain::mnuViewSynonyms_Click);
+    ConnectEditor(ui_->mnuEditErrorMessages, "edit error messages", &frmMain::mnuEditErrorMessages_Click);
+    ConnectEditor(ui_->mnuViewTextSectionEditor, "edit text blocks",
+                  &frmMain::mnuViewTextSectionEditor_Click);
+    Connect(ui_->mnuViewOptions, &frmMain::mnuViewOptions_Click);
+    Connect(ui_->mnuZEMRef, &frmMain::mnuZEMRef_Click);
+    Connect(ui_->mnuKELRef, &frmMain::mnuKELRef_Click);
+    Connect(ui_->mnuHelpAbout, &frmMain::mnuHelpAbout_Click);
+    connect(ui_->mnuFileExit, &QAction::triggered, this, &QWidget::close);
+    connect(ui_->Toolbar1, &QToolBar::actionTriggered, this, &frmMain::Toolbar1_ButtonClick);
+    for (const auto& [button, command] : ToolbarCommands()) {
+        const auto follow = [button = button, command = command] {
+            button->setEnabled(command->isEnabled());
+        };
+        connect(command, &QAction::changed, button, follow);
+        follow();
+    }
+}
+
+void frmMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        QTimer::singleShot(0, this, &frmMain::CheckFile); // not in the middle of the activation
+    QMainWindow::changeEvent(event);
+}
+
+void frmMain::ShowIcons() {
+    for (QAction* button : ui_->Toolbar1->actions())
+        if (!button->isSeparator())
+            button->setIcon(ThemedIcon(button->objectName()));
+}
+
+void frmMain::ShowStatus(const QString& text) {
+    status_->setText(text);
+    status_->setToolTip(text.toHtmlEscaped()); // for what a narrow window cuts off
+}
+
+void frmMain::UpdateTitle() {
+    // The title bar takes "[*]" for a place of its own unless it stands twice.
+    setWindowTitle(session_.Title().replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+}
+
+} // namespace zem

@@ -1,0 +1,168 @@
+#pragma once
+
+#include "forms/Dialogs.h"
+#include "forms/NameListModel.h"
+#include "session/GameSession.h"
+#include "session/SaveCheck.h"
+#include "session/Settings.h"
+#include "session/Versions.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+class QAbstractButton;
+class QAction;
+class QLabel;
+class QListView;
+
+namespace Ui {
+class frmMain;
+}
+
+namespace zem {
+
+class EditorShell;
+class ScriptEditing;
+
+/// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
+/// Throughout, index 0 of a pair of controls stands for characters and index 1 for objects.
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// All arguments outlive the window.
+    /// @param programFolder  where the reference documents are
+    frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
+            EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
+            const QString& programFolder);
+    ~frmMain() override;
+
+    /// Opens a game that was named from outside, after asking about unsaved changes.
+    void OpenFile(const QString& path);
+
+signals:
+    /// The author has closed the window, and it stays closed.
+    void Unloaded();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    /// A thing in the lists: several rooms may share the selected name, and the lists show the things of all.
+    struct ThingPlace {
+        int room;  // from 1
+        int thing; // from 1, in the room's characters or objects
+    };
+
+    /// The rows to select once the lists are filled anew, from 0; -1 for none.
+    struct Selection {
+        int room = -1;
+        std::array<int, 2> things = {-1, -1};
+    };
+
+    void ConnectMenus();
+    void ConnectLists();
+    void ConnectTools();
+    void Connect(QAction* action, void (frmMain::*handler)());
+
+    /// The same for a command that edits the game: what it changes is one step, of this name.
+    void ConnectEditor(QAction* action, const char* name, void (frmMain::*handler)());
+    void OnEditClick(QAbstractButton* button, const char* name, const std::function<void()>& handler);
+
+    void mnuFileNew_Click();
+    void mnuFileOpen_Click();
+    void mnuFileSave_Click();
+    void mnuFileSaveAs_Click();
+    void mnuFileRunKELfile_Click();
+    void mnuFileRecent_Click(const QAction& item);
+    void mnuViewGameProperties_Click();
+    void mnuViewItems_Click();
+    void mnuViewCollectables_Click();
+    void mnuViewMenus_Click();
+    void mnuViewProcedures_Click();
+    void mnuViewMiscKEL_Click();
+    void mnuViewLibraries_Click();
+    void mnuViewSynonyms_Click();
+    void mnuEditErrorMessages_Click();
+    void mnuViewTextSectionEditor_Click();
+    void mnuViewOptions_Click();
+    void mnuToolsUndo_Click();
+    void mnuToolsRedo_Click();
+    void mnuToolsVersions_Click();
+    void mnuZEMRef_Click();
+    void mnuKELRef_Click();
+    void mnuHelpAbout_Click();
+    void Toolbar1_ButtonClick(const QAction* button);
+
+    /// The buttons of the toolbar, each with the menu command that it runs.
+    std::vector<std::pair<QAction*, QAction*>> ToolbarCommands() const;
+
+    void lstRooms_Click();
+    void lstThings_Click(std::size_t index);
+    void butAddNewRoom_Click();
+    void butEditRoom_Click();
+    void butDeleteRoom_Click();
+    void butAddObj_Click(std::size_t index);
+    void butEditObj_Click(std::size_t index);
+    void butDeleteObj_Click(std::size_t index);
+
+    void StandInTheMiddle();
+
+    /// Asks about unsaved changes, if there are any; false when the author cancelled.
+    bool AskToSave();
+    bool AskToSaveBeforeRun();
+    bool SaveFor(const std::function<bool()>& askAgain);
+    bool SaveUnderItsName();
+
+    /// Asks what is to be done when the file is no longer what was loaded or saved.
+    /// @return whether the game is to be saved over it all the same
+    bool AskAboutChangedFile();
+    void CheckFile();
+    void ShowSteps();
+    void ShowLostPlaces(const std::vector<LostPlace>& places);
+    void OpenEditorOf(const LostPlace& place);
+    void OpenRoomOrThing(const LostPlace& place);
+    void OpenDocument(const QString& path);
+
+    /// Runs an editing command; afterwards the lists are filled anew with these rows selected.
+    void ChangeGame(const QString& name, const Selection& selection,
+                    const std::function<void(GameModel&)>& change);
+    void GameChanged();
+    void GameReplaced();
+    void UpdateTitle();
+    void ShowStatus(const QString& text);
+    void RefreshRecentMenu();
+    void RefreshLists(const Selection& wanted);
+    void FillThings();
+    void ShowIcons();
+
+    Selection CurrentSelection() const;
+    QListView* ThingList(std::size_t index) const;
+
+    std::unique_ptr<Ui::frmMain> ui_;
+    GameSession& session_;
+    Settings& settings_;
+    Dialogs& dialogs_;
+    ScriptEditing& scripts_;
+    EditorShell& editorShell_;
+    SaveCheck& saveCheck_;
+    const Versions& versions_;
+    QString programFolder_;
+    QLabel* status_;
+    NameListModel rooms_;
+    std::array<NameListModel, 2> things_;
+    std::array<std::vector<ThingPlace>, 2> thingPlaces_;
+    std::vector<QAction*> mnuFileRecent; // element 0 always exists and may be hidden
+    std::optional<Selection> wanted_;    // while a command runs
+    FileStamp askedAbout_;               // the last change of the file that the author was told of
+};
+
+} // namespace zem

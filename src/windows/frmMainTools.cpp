@@ -1,0 +1,179 @@
+// The tools of the main window: undo, earlier versions, and what happens to the file behind its back.
+#include "editors/frmRoomProperties.h"
+#include "editors/frmThingProperties.h"
+#include "forms/CommandError.h"
+#include "forms/QtText.h"
+#include "ui_frmMain.h"
+#include "windows/HistoryPanel.h"
+#include "windows/frmMain.h"
+#include "windows/frmReadBack.h"
+#include "windows/frmVersions.h"
+
+#include <QFileInfo>
+#include <QTimer>
+#include <QWhatsThis>
+
+namespace zem {
+
+namespace {
+
+constexpr int WaitForEditor = 300; // milliseconds, again and again until it is closed
+
+} // namespace
+
+void frmMain::ConnectTools() {
+    Connect(ui_->mnuToolsUndo, &frmMain::mnuToolsUndo_Click);
+    Connect(ui_->mnuToolsRedo, &frmMain::mnuToolsRedo_Click);
+    Connect(ui_->mnuToolsVersions, &frmMain::mnuToolsVersions_Click);
+    // No shortcut: Shift+F1 tells at once about the control with the focus.
+    connect(ui_->mnuToolsWhatsThis, &QAction::triggered, this, &QWhatsThis::enterWhatsThisMode);
+    auto* history = new HistoryPanel(session_, this);
+    addDockWidget(Qt::RightDockWidgetArea, history);
+    history->hide();
+    history->toggleViewAction()->setText(QStringLiteral("&History"));
+    history->toggleViewAction()->setObjectName(QStringLiteral("mnuToolsHistory"));
+    ui_->mnuTools->insertAction(ui_->mnuToolsSep1, history->toggleViewAction());
+    connect(&session_, &GameSession::StepsChanged, this, &frmMain::ShowSteps);
+    connect(&saveCheck_, &SaveCheck::PlacesLost, this, &frmMain::ShowLostPlaces);
+    ShowSteps();
+}
+
+/// Names the steps that can be undone and redone.
+void frmMain::ShowSteps() {
+    const History& history = session_.Steps();
+    const auto name = [&history](std::size_t step) {
+        return ToQt(history.Name(step)).replace(u'&', QLatin1String("&&"));
+    };
+    const bool canUndo = history.Done() > 0;
+    const bool canRedo = history.Done() < history.Count();
+    ui_->mnuToolsUndo->setText(QLatin1String("&Undo ") + (canUndo ? name(history.Done()) : QString()));
+    ui_->mnuToolsUndo->setEnabled(canUndo);
+    ui_->mnuToolsRedo->setText(QLatin1String("&Redo ") + (canRedo ? name(history.Done() + 1) : QString()));
+    ui_->mnuToolsRedo->setEnabled(canRedo);
+}
+
+void frmMain::mnuToolsUndo_Click() {
+    if (session_.Steps().Done() > 0)
+        session_.GoToStep(session_.Steps().Done() - 1);
+}
+
+void frmMain::mnuToolsRedo_Click() {
+    if (session_.Steps().Done() < session_.Steps().Count())
+        session_.GoToStep(session_.Steps().Done() + 1);
+}
+
+void frmMain::mnuToolsVersions_Click() {
+    frmVersions form(session_.FileName().isEmpty() ? std::vector<FileVersion>()
+                                                   : versions_.List(session_.FileName()),
+                     this);
+    if (form.exec() != QDialog::Accepted || !AskToSave())
+        return;
+    try {
+        session_.OpenVersion(form.Selected());
+    } catch (const CommandError& error) {
+        const QString aside = Versions::SetAside(form.Selected());
+        throw CommandError(error.Text() + QStringLiteral(" It is kept aside as %1.").arg(aside),
+                           error.Title());
+    }
+}
+
+// ---- The file on disk
+
+void frmMain::CheckFile() {
+    const bool isBusy = !isActiveWindow() || QApplication::activeModalWidget() != nullptr;
+    if (isBusy || !session_.IsChangedOnDisk())
+        return;
+    if (askedAbout_ == FileStamp::Of(session_.FileName()))
+        return; // once is enough, until the game is saved
+    RunCommand(dialogs_, this, [this] {
+        if (AskAboutChangedFile())
+            session_.KeepMine();
+    });
+}
+
+bool frmMain::AskAboutChangedFile() {
+    const QString path = session_.FileName();
+    askedAbout_ = FileStamp::Of(path);
+    const bool isThere = QFileInfo::exists(path);
+    QStringList choices = {QStringLiteral("&Keep mine"), QStringLiteral("Save mine under &another name...")};
+    if (isThere)
+        choices.append(QStringLiteral("&Reload"));
+    const QString what = isThere ? QStringLiteral("has been changed by another program")
+                                 : QStringLiteral("is not there any more");
+    const int choice = dialogs_.AskChoice(
+        this, QStringLiteral("The file %1 %2 since it was opened or saved here.").arg(path, what),
+        QStringLiteral("File changed"), choices);
+    switch (choice) {
+    case 0:
+        return true;
+    case 1:
+        mnuFileSaveAs_Click();
+        return false;
+    case 2:
+        session_.LoadGame(path);
+        return false;
+    default:
+        return false;
+    }
+}
+
+// ---- What the file would not give back
+
+void frmMain::ShowLostPlaces(const std::vector<LostPlace>& places) {
+    if (QApplication::activeModalWidget() != nullptr) { // two editors of one place must not be open at once
+        QTimer::singleShot(WaitForEditor, this, [this, places, path = session_.FileName()] {
+            if (path == session_.FileName())
+                ShowLostPlaces(places);
+        });
+        return;
+    }
+    frmReadBack form(places, this);
+    if (form.exec() == QDialog::Accepted)
+        RunCommand(dialogs_, this, [&] { OpenEditorOf(form.Selected()); });
+}
+
+void frmMain::OpenEditorOf(const LostPlace& place) {
+    static const std::pair<const char*, QAction * Ui::frmMain::*> editors[] = {
+        {"library", &Ui::frmMain::mnuViewLibraries},
+        {"text block", &Ui::frmMain::mnuViewTextSectionEditor},
+        {"item", &Ui::frmMain::mnuViewItems},
+        {"collectable", &Ui::frmMain::mnuViewCollectables},
+        {"procedure", &Ui::frmMain::mnuViewProcedures},
+        {"menu", &Ui::frmMain::mnuViewMenus},
+        {"synonym", &Ui::frmMain::mnuViewSynonyms},
+        {"error message", &Ui::frmMain::mnuEditErrorMessages},
+        {"blocks of other kinds", &Ui::frmMain::mnuViewMiscKEL},
+    };
+    if (place.list == "room") {
+        OpenRoomOrThing(place);
+        return;
+    }
+    QAction* editor = ui_->mnuViewGameProperties;
+    for (const auto& [list, action] : editors)
+        if (place.list == list)
+            editor = (*ui_).*action;
+    editor->trigger();
+}
+
+/// The game may have changed since the place was found.
+void frmMain::OpenRoomOrThing(const LostPlace& place) {
+    const Table<Room>& rooms = session_.Game().Rooms;
+    if (place.entry > rooms.Count())
+        return;
+    const Room& room = rooms[place.entry];
+    const bool isCharacter = place.innerList == "character";
+    const bool isThing = isCharacter || place.innerList == "object";
+    const ThingKind kind = isCharacter ? ThingKind::Character : ThingKind::Object;
+    if (isThing && place.innerEntry > (isCharacter ? room.Characters : room.Objects).Count())
+        return;
+    const QString what =
+        isThing ? QString(QLatin1String(isCharacter ? "character" : "object")) : QStringLiteral("room");
+    session_.AsOneStep(QStringLiteral("edit %1").arg(what), [&] {
+        if (isThing)
+            frmThingProperties(scripts_, editorShell_, kind, place.entry, place.innerEntry, this).exec();
+        else
+            frmRoomProperties(scripts_, editorShell_, place.entry, this).exec();
+    });
+}
+
+} // namespace zem

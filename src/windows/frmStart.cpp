@@ -1,0 +1,60 @@
+#include "windows/frmStart.h"
+
+#include "forms/FileDrop.h"
+#include "forms/Icons.h"
+#include "forms/ListKeys.h"
+#include "ui_frmStart.h"
+#include "windows/frmAbout.h"
+#include "windows/frmOptions.h"
+
+#include <algorithm>
+
+namespace zem {
+
+frmStart::frmStart(Settings& settings, Dialogs& dialogs)
+    : ui_(std::make_unique<Ui::frmStart>()),
+      settings_(settings),
+      dialogs_(dialogs) {
+    ui_->setupUi(this);
+    setWindowIcon(ThemedIcon(QStringLiteral("zem")));
+    for (const QString& path : settings.RecentFiles()) {
+        if (path.isEmpty())
+            continue;
+        auto* item = new QListWidgetItem(path, ui_->lstRecent); // which the list owns
+        item->setToolTip(path);
+    }
+    connect(ui_->butNewGame, &QPushButton::clicked, this, &frmStart::NewGameChosen);
+    connect(ui_->butOpen, &QPushButton::clicked, this, &frmStart::butOpen_Click);
+    connect(ui_->butOpenRecent, &QPushButton::clicked, this, &frmStart::butOpenRecent_Click);
+    connect(ui_->butOptions, &QPushButton::clicked, this, &frmStart::butOptions_Click);
+    connect(ui_->butAbout, &QPushButton::clicked, this, &frmStart::butAbout_Click);
+    AcceptFileDrops(*this, [this](const QString& path) { emit GameChosen(path); });
+    ConnectListKeys(*ui_->lstRecent, {.edit = ui_->butOpenRecent});
+}
+
+frmStart::~frmStart() = default;
+
+void frmStart::butOpen_Click() {
+    const QString path = dialogs_.AskOpenFile(this, OpenGameQuestion());
+    if (!path.isEmpty())
+        emit GameChosen(path);
+}
+
+void frmStart::butOpenRecent_Click() {
+    const QList<QListWidgetItem*> selected = ui_->lstRecent->selectedItems();
+    if (!selected.isEmpty())
+        emit GameChosen(selected.constFirst()->text());
+}
+
+void frmStart::butOptions_Click() {
+    frmOptions(settings_, dialogs_, this).exec();
+    const int most = std::max<int>(settings_.CurrentOptions().MaxRecent, 0);
+    while (ui_->lstRecent->count() > most)
+        delete ui_->lstRecent->takeItem(ui_->lstRecent->count() - 1);
+}
+
+void frmStart::butAbout_Click() {
+    frmAbout(this).exec();
+}
+
+} // namespace zem
