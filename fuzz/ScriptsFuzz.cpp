@@ -4,6 +4,7 @@
 #include "kel/FormatCodes.h"
 #include "kel/IfLine.h"
 #include "kel/RenderScript.h"
+#include "kel/ScriptLine.h"
 #include "model/GameModel.h"
 
 #include <cstddef>
@@ -61,7 +62,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string line = script.substr(0, script.find("\r\n"));
     CheckIfLine(line);
     zem::DescribeIfLine(line, Commands());
-    zem::FindParameterPart("variable; value", line, line.size() / 2);
-    zem::GameNames(game, zem::NameKind::Variable, Commands().Catalogue());
+    zem::PartAt(line, zem::ReadSyntax("variable; value"), line.size() / 2);
+    zem::ForEachName(line, Commands(), [&](zem::TextRange range, zem::NameKind) {
+        if (range.IsEmpty() || range.end > line.size())
+            std::abort();
+    });
+    zem::GameNames(game, zem::NameKind::Variable, Commands());
     return 0;
 }

@@ -4,125 +4,19 @@
 #include "kel/FormatCodes.h"
 #include "kel/RenderScript.h"
 
-#include <algorithm>
-
 namespace zem {
 
 namespace {
 
-// Deeper lines are no author's; reading them would only use up the stack.
-constexpr int DeepestNesting = 100;
-
-/// A word, or a parameter with its brackets, by its place in the line.
-struct Token {
-    bool isParameter = false;
-    std::size_t begin = 0;
-    std::size_t end = 0;
-};
-
-std::vector<Token> Tokenize(std::string_view line) {
-    std::vector<Token> tokens;
-    for (std::size_t at = 0; at < line.size();) {
-        if (line[at] == ' ') {
-            ++at;
-        } else if (line[at] == '<') {
-            const std::size_t close = line.find('>', at);
-            if (close == std::string_view::npos)
-                throw KelError("a \"<\" is never closed");
-            tokens.push_back({true, at, close + 1});
-            at = close + 1;
-        } else {
-            const std::size_t end = std::min(line.find_first_of(" <", at), line.size());
-            tokens.push_back({false, at, end});
-            at = end;
-        }
-    }
-    return tokens;
+/// A condition by its words; several blanks between them count as one.
+Condition ConditionOf(std::string_view line, const ScriptCondition& part) {
+    Condition condition{part.joiner, part.isNegated, "", part.call.hasParameter,
+                        std::string(part.call.parameter.Of(line))};
+    for (const std::string_view word : SplitAt(part.call.keyword.Of(line), " "))
+        if (!word.empty())
+            condition.Keyword.append(condition.Keyword.empty() ? "" : " ").append(word);
+    return condition;
 }
-
-class IfParser {
-public:
-    explicit IfParser(std::string_view line) : line_(line), tokens_(Tokenize(line)) {}
-
-    IfLine ParseWhole() {
-        IfLine parsed = ParseIf(1);
-        if (at_ < tokens_.size())
-            throw KelError("there is an \"else\" too many");
-        return parsed;
-    }
-
-private:
-    bool IsWord(std::string_view word) const {
-        return at_ < tokens_.size() && !tokens_[at_].isParameter &&
-               EqualIgnoringCase(Text(tokens_[at_]), word);
-    }
-
-    bool Skip(std::string_view word) {
-        if (!IsWord(word))
-            return false;
-        ++at_;
-        return true;
-    }
-
-    std::string_view Text(const Token& token) const {
-        return line_.substr(token.begin, token.end - token.begin);
-    }
-
-    IfLine ParseIf(int depth) {
-        if (depth > DeepestNesting)
-            throw KelError("too many \"if\" stand inside one another");
-        if (!Skip("if"))
-            throw KelError("the line does not begin with \"if\"");
-        IfLine parsed;
-        Joiner joiner = Joiner::And;
-        do {
-            parsed.Conditions.push_back(ParseCondition(joiner));
-            joiner = IsWord("or") ? Joiner::Or : Joiner::And;
-        } while (Skip("and") || Skip("or"));
-        if (!Skip("then"))
-            throw KelError("after a condition comes \"and\", \"or\" or \"then\"");
-        parsed.Then = ParseAction("then", depth);
-        if (Skip("else"))
-            parsed.Else = ParseAction("else", depth);
-        return parsed;
-    }
-
-    Condition ParseCondition(Joiner joiner) {
-        Condition condition;
-        condition.JoinedBy = joiner;
-        condition.Negated = Skip("not");
-        while (at_ < tokens_.size() && !tokens_[at_].isParameter && !IsWord("and") && !IsWord("or") &&
-               !IsWord("then") && !IsWord("else")) {
-            condition.Keyword.append(condition.Keyword.empty() ? "" : " ").append(Text(tokens_[at_]));
-            ++at_;
-        }
-        if (condition.Keyword.empty())
-            throw KelError("a condition is missing");
-        condition.HasParameter = at_ < tokens_.size() && tokens_[at_].isParameter;
-        if (condition.HasParameter) {
-            const std::string_view parameter = Text(tokens_[at_++]);
-            condition.Parameter = parameter.substr(1, parameter.size() - 2);
-        }
-        return condition;
-    }
-
-    std::string ParseAction(std::string_view after, int depth) {
-        const std::size_t first = at_;
-        if (IsWord("if"))
-            ParseIf(depth + 1);
-        else
-            while (at_ < tokens_.size() && !IsWord("else"))
-                ++at_;
-        if (at_ == first)
-            throw KelError("there is no command after \"" + std::string(after) + "\"");
-        const std::size_t begin = tokens_[first].begin;
-        return std::string(line_.substr(begin, tokens_[at_ - 1].end - begin));
-    }
-
-    std::string_view line_;
-    std::vector<Token> tokens_;
-    std::size_t at_ = 0;
-};
 
 void CheckCanBeWritten(const IfLine& line, const std::string& written) {
     IfLine again;
@@ -143,10 +37,10 @@ void CheckCanBeWritten(const IfLine& line, const std::string& written) {
 std::string DescribeCondition(const Condition& condition, const CommandLookup& commands) {
     const std::string raw =
         condition.Keyword + (condition.HasParameter ? " <" + condition.Parameter + ">" : "");
-    const CommandDefinition* entry = commands.FindKeyword("if " + condition.Keyword);
+    const CommandEntry* entry = commands.FindKeyword("if " + condition.Keyword);
     std::string text = raw;
     if (entry != nullptr) {
-        text = FormatCodesToText(entry->FriendlyTemplate, false);
+        text = FormatCodesToText(entry->definition->FriendlyTemplate, false);
         if (const std::size_t place = text.find('$'); place != std::string::npos)
             text.replace(place, 1, condition.Parameter);
         if (BeginsWith(text, "if "))
@@ -160,7 +54,20 @@ std::string DescribeCondition(const Condition& condition, const CommandLookup& c
 } // namespace
 
 IfLine ParseIfLine(std::string_view line) {
-    return IfParser(line).ParseWhole();
+    static const CommandLookup noCommands{CommandCatalogue()};
+    const ScriptLine parsed = TakeApart(line, noCommands);
+    if (parsed.problem != LineProblem::None)
+        throw KelError(Explain(parsed.problem));
+    if (parsed.actions.empty() || !parsed.actions.front().IsIf())
+        throw KelError("the line does not begin with \"if\"");
+    const ScriptAction& whole = parsed.actions.front();
+    IfLine result;
+    for (std::size_t k = 0; k < whole.conditionCount; ++k)
+        result.Conditions.push_back(ConditionOf(line, parsed.conditions[k]));
+    result.Then = parsed.actions[whole.thenAction].whole.Of(line);
+    if (whole.elseAction != 0)
+        result.Else = parsed.actions[whole.elseAction].whole.Of(line);
+    return result;
 }
 
 std::string WriteIfLine(const IfLine& line) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kel/CommandLookup.h"
+#include "kel/ScriptLine.h"
 
 #include <string>
 #include <string_view>
@@ -9,9 +9,6 @@
 /// The "if" line of a script, taken apart:
 /// "if not has <key> and in <Hall> then goto <Garden> else msg <The door is locked.>"
 namespace zem {
-
-/// How a condition is joined to the one before it.
-enum class Joiner { And, Or };
 
 struct Condition {
     Joiner JoinedBy = Joiner::And; // nothing for the first condition

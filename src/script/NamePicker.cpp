@@ -1,6 +1,7 @@
 #include "script/NamePicker.h"
 
 #include "forms/QtText.h"
+#include "kel/ScriptLine.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -9,20 +10,20 @@
 namespace zem {
 
 NamePicker::NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const GameModel& game,
-                       const CommandCatalogue& catalogue)
+                       const CommandLookup& commands)
     : QObject(&parameter),
       parameter_(parameter),
       label_(label),
       names_(names),
       game_(game),
-      catalogue_(catalogue) {
+      commands_(commands) {
     connect(&parameter, &QLineEdit::cursorPositionChanged, this, &NamePicker::Refresh);
     connect(&names, &QComboBox::textActivated, this, &NamePicker::Insert);
     Refresh();
 }
 
 void NamePicker::SetSyntax(const std::string& syntax) {
-    syntax_ = syntax;
+    syntax_ = ReadSyntax(syntax);
     shown_ = NameKind::None;
     Refresh();
 }
@@ -30,11 +31,10 @@ void NamePicker::SetSyntax(const std::string& syntax) {
 namespace {
 
 /// Byte for character: the text is kept in one byte a character, so that places in both are the same.
-ParameterPart PartAtCaret(const QLineEdit& parameter, const std::string& syntax) {
+ParameterPart PartAtCaret(const QLineEdit& parameter, const ParameterSyntax& syntax) {
     const QByteArray text = parameter.text().toLatin1();
-    return FindParameterPart(syntax,
-                             std::string_view(text.constData(), static_cast<std::size_t>(text.size())),
-                             static_cast<std::size_t>(parameter.cursorPosition()));
+    return PartAt(std::string_view(text.constData(), static_cast<std::size_t>(text.size())), syntax,
+                  static_cast<std::size_t>(parameter.cursorPosition()));
 }
 
 } // namespace
@@ -47,7 +47,7 @@ void NamePicker::Refresh() {
         return;
     shown_ = kind;
     names_.clear();
-    for (const std::string& name : GameNames(game_, kind, catalogue_))
+    for (const std::string& name : GameNames(game_, kind, commands_))
         names_.addItem(ToQt(name));
     names_.setCurrentIndex(-1);
 }
@@ -55,9 +55,9 @@ void NamePicker::Refresh() {
 void NamePicker::Insert(const QString& name) {
     const ParameterPart part = PartAtCaret(parameter_, syntax_);
     QString text = parameter_.text();
-    text.replace(static_cast<qsizetype>(part.begin), static_cast<qsizetype>(part.end - part.begin), name);
+    text.replace(static_cast<qsizetype>(part.range.begin), static_cast<qsizetype>(part.range.Size()), name);
     parameter_.setText(text);
-    parameter_.setCursorPosition(static_cast<int>(part.begin) + static_cast<int>(name.size()));
+    parameter_.setCursorPosition(static_cast<int>(part.range.begin) + static_cast<int>(name.size()));
     parameter_.setFocus();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "game/GameNames.h"
-#include "kel/CommandCatalogue.h"
+#include "kel/CommandLookup.h"
 #include "model/GameModel.h"
 
 #include <QObject>
@@ -19,9 +19,9 @@ class NamePicker : public QObject {
     Q_OBJECT
 
 public:
-    /// The controls belong to one form; it owns this object. Game and catalogue outlive it.
+    /// The controls belong to one form; it owns this object. Game and commands outlive it.
     NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const GameModel& game,
-               const CommandCatalogue& catalogue);
+               const CommandLookup& commands);
 
     /// The syntax of the command that is chosen now; "!" or empty for one without names.
     void SetSyntax(const std::string& syntax);
@@ -34,8 +34,8 @@ private:
     QLabel& label_;
     QComboBox& names_;
     const GameModel& game_;
-    const CommandCatalogue& catalogue_;
-    std::string syntax_;
+    const CommandLookup& commands_;
+    ParameterSyntax syntax_;
     NameKind shown_ = NameKind::None;
 };
 

@@ -22,7 +22,7 @@ frmConditional::frmConditional(ScriptEditing& scripts, const std::string& line, 
       scripts_(scripts) {
     ui_->setupUi(this);
     names_ = new NamePicker(*ui_->txtConditionParameter, *ui_->lblConditionNames, *ui_->cmbConditionNames,
-                            scripts.Door().Game(), scripts.Commands().Catalogue());
+                            scripts.Door().Game(), scripts.Commands());
     ui_->cmbJoiner->addItems({tr("and"), tr("or")});
     FillConditionChooser();
     for (QLineEdit* box : {ui_->txtConditionParameter, ui_->txtRaw})
@@ -81,7 +81,8 @@ int frmConditional::SelectedCondition() const {
 }
 
 const CommandDefinition* frmConditional::FindEntry(const std::string& keyword) const {
-    return scripts_.Commands().FindKeyword("if " + keyword);
+    const CommandEntry* entry = scripts_.Commands().FindKeyword("if " + keyword);
+    return entry == nullptr ? nullptr : entry->definition;
 }
 
 QString frmConditional::DescribeCondition(std::size_t index) const {

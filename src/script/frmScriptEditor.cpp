@@ -24,7 +24,7 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
       scripts_(scripts) {
     ui_->setupUi(this);
     names_ = new NamePicker(*ui_->txtParameter, *ui_->lblNames, *ui_->cmbNames, scripts.Door().Game(),
-                            scripts.Commands().Catalogue());
+                            scripts.Commands());
     ui_->cmbCommands->setVisible(!scripts.IsFriendly());
     ui_->cmbFriendly->setVisible(scripts.IsFriendly());
     ui_->lblCommand->setBuddy(VisibleChooser());
