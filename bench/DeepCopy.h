@@ -14,8 +14,8 @@ inline void CopyDeeply(const std::string& from, std::string& to) {
 }
 template <class Record>
 void CopyDeeply(const Shared<Record>& from, Shared<Record>& to);
-template <class Record>
-void CopyDeeply(const Table<Record>& from, Table<Record>& to);
+template <RecordList Records>
+void CopyDeeply(const Records& from, Records& to);
 
 template <class Record>
 void CopyDeeply(const Record& from, Record& to) {
@@ -29,9 +29,9 @@ void CopyDeeply(const Shared<Record>& from, Shared<Record>& to) {
         return; // which takes no memory in either
     CopyDeeply(*from, to.Edit());
 }
-template <class Record>
-void CopyDeeply(const Table<Record>& from, Table<Record>& to) {
-    for (const Record& record : from)
+template <RecordList Records>
+void CopyDeeply(const Records& from, Records& to) {
+    for (const auto& record : from)
         CopyDeeply(record, to.Append());
 }
 

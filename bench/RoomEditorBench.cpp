@@ -74,7 +74,7 @@ private:
 
 void RoomEditor(benchmark::State& state) {
     OpenGame small(100);
-    OpenGame large(Table<Room>::MaxCount);
+    OpenGame large(MostRecords);
     for (OpenGame* game : {&small, &large}) {
         game->EditRoom(); // so that fonts and styles are loaded
         game->open = game->close = 0;

@@ -19,9 +19,8 @@ public:
             names_.emplace_back(name);
     }
 
-    template <class Record>
-    void AddAll(const Table<Record>& table) {
-        for (const Record& record : table)
+    void AddAll(const RecordList auto& list) {
+        for (const auto& record : list)
             Add(record.Name);
     }
 
@@ -33,13 +32,13 @@ private:
 };
 
 template <class Use>
-void UsePairs(const Table<ScriptPair>& pairs, Use use) {
+void UsePairs(const RecordList auto& pairs, Use use) {
     for (const ScriptPair& pair : pairs)
         use(pair.Script);
 }
 
 template <class Use>
-void UseScriptsOfThings(const Table<Thing>& things, Use use) {
+void UseScriptsOfThings(const List<Thing>& things, Use use) {
     for (const Thing& thing : things) {
         use(thing.Look);
         use(thing.Speak);

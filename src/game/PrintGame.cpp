@@ -61,7 +61,7 @@ public:
             Line(indent + 1, line);
     }
 
-    void Pairs(int indent, const std::string& name, const Table<ScriptPair>& pairs) {
+    void Pairs(int indent, const std::string& name, const RecordList auto& pairs) {
         for (const ScriptPair& pair : pairs)
             ScriptWithKey(indent, name + " \"" + pair.Key + "\"", pair.Script);
     }
@@ -143,7 +143,7 @@ void PrintExits(Listing& listing, const Room& room) {
     listing.Pairs(1, "place", room.Places);
 }
 
-void PrintThings(Listing& listing, const std::string& kind, const Table<Thing>& things) {
+void PrintThings(Listing& listing, const std::string& kind, const List<Thing>& things) {
     for (const Thing& thing : things) {
         std::string name = thing.Prefix.empty() ? thing.Name : thing.Prefix + " " + thing.Name;
         if (thing.Name.empty())

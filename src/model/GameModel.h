@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/List.h"
 #include "model/Shared.h"
 #include "model/Table.h"
 
@@ -38,8 +39,8 @@ struct Thing {
     bool Hidden = false;
     bool Invisible = false;
     std::string Take; // a script line; objects only
-    Table<ScriptPair> Uses;
-    Table<ScriptPair> Gives;
+    List<ScriptPair> Uses;
+    List<ScriptPair> Gives;
     std::string MiscTags; // lines not understood, each followed by CR LF
 
     bool operator==(const Thing&) const = default;
@@ -56,11 +57,11 @@ struct Room {
     Shared<ScriptPair> North, South, East, West, NorthEast, NorthWest, SouthEast, SouthWest;
     std::string Script;       // runs when the player enters
     std::string Description;  // a script that prints the description instead
-    Table<ScriptPair> Places; // Key: "name" or "prefix; name"
-    Table<Thing> Characters;
-    Table<ScriptPair> Commands;
-    Table<ScriptPair> Uses;
-    Table<Thing> Objects;
+    List<ScriptPair> Places; // Key: "name" or "prefix; name"
+    List<Thing> Characters;
+    List<ScriptPair> Commands;
+    List<ScriptPair> Uses;
+    List<Thing> Objects;
     std::string MiscTags; // lines not understood, each followed by CR LF
 
     bool operator==(const Room&) const = default;
@@ -110,7 +111,7 @@ struct Procedure {
 struct SelectionMenu {
     std::string Name;
     std::string Info;          // the prompt
-    Table<ScriptPair> Choices; // Key: the text shown
+    List<ScriptPair> Choices; // Key: the text shown
 
     bool operator==(const SelectionMenu&) const = default;
 };

@@ -42,10 +42,9 @@ public:
     void Value(const Shared<Record>& record) {
         Value(*record);
     }
-    template <class Record>
-    void Value(const Table<Record>& table) {
-        Value(table.Count());
-        for (const Record& record : table)
+    void Value(const RecordList auto& list) {
+        Value(list.Count());
+        for (const auto& record : list)
             Value(record);
     }
     template <class Record>
@@ -94,14 +93,13 @@ public:
         if (value != *record)
             record = std::move(value);
     }
-    template <class Record>
-    void Value(Table<Record>& table) {
+    void Value(RecordList auto& list) {
         std::int16_t count = 0;
         Value(count);
         if (count < 0)
             throw KelError("the copy of the game is damaged: a list has fewer than no entries");
         for (int k = 1; k <= count; ++k)
-            Value(table.Append());
+            Value(list.Append());
     }
     template <class Record>
     void Value(Record& record) {

@@ -1,18 +1,19 @@
 #pragma once
 
-#include "base/KelError.h"
-#include "model/RecordGroup.h"
+#include "model/List.h"
+#include "model/Shared.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <string>
 #include <utility>
+#include <vector>
 
 namespace zem {
 
-/// The one container of the game model: records numbered 1 to Count(), at most 32,767 of them.
+/// A list of the game: its records are numbered 1 to Count(), at most MostRecords.
 ///
 /// A copy of a table behaves as a deep copy but shares its records with the original until one of the two
 /// is written, so undo steps and recovery copies are plain copies. Copying a table copies one pointer,
@@ -22,57 +23,52 @@ namespace zem {
 template <class Record>
 class Table {
 public:
-    static constexpr int MaxCount = 32767;
+    using RecordType = Record;
 
     class Iterator;
 
     /// How many records there are.
     std::int16_t Count() const {
-        if (groups_.IsEmpty())
-            return 0;
-        return static_cast<std::int16_t>(groups_.Back().first + static_cast<int>(groups_.Back().Size()));
+        return IsEmpty() ? std::int16_t{0} : static_cast<std::int16_t>(groups_->back().End());
     }
-    bool IsEmpty() const { return groups_.IsEmpty(); }
+    bool IsEmpty() const { return groups_->empty(); }
 
     /// Read access to record k, 1 to Count(). Throws KelError for any other k.
     const Record& operator[](int k) const {
-        const Place place = Find(k);
-        return groups_[place.group][place.offset];
+        const Position at = Find(k);
+        return (*groups_)[at.group][at.offset];
     }
 
     /// Write access to record k, 1 to Count(). Throws KelError for any other k. The reference is good until
     /// the table is changed in another way or copied.
     Record& Edit(int k) {
-        const Place place = Find(k);
-        return groups_.Edit(place.group).Edit(place.offset);
+        const Position at = Find(k);
+        return groups_.Edit()[at.group].records.Edit()[at.offset].Edit();
     }
 
     /// Adds a record at the end and gives write access to it. Throws KelError when the table is full.
-    Record& Append(Record&& record) {
-        const std::int16_t count = Count();
-        if (count == MaxCount)
-            throw KelError("a list of the game cannot hold more than 32,767 entries");
-        // Where many are appended in a row, more will follow; where one is after each undo step, none will.
-        const std::size_t before = groups_.IsOwn() ? static_cast<std::size_t>(count) : 0;
-        if (groups_.IsEmpty() || groups_.Back().Size() == RecordGroup<Record>::Capacity) {
-            Group group(count);
-            group.Append(std::move(record), before);
-            return groups_.Append(std::move(group)).Edit(0);
-        }
-        return groups_.Edit(groups_.Size() - 1).Append(std::move(record), before / 4);
+    Record& Append(Record record = {}) {
+        const int count = Count();
+        detail::RequireRoomForOneMore(count);
+        std::vector<Group>& groups = groups_.Edit();
+        if (!groups.empty() && groups.back().Size() < GroupSize)
+            return groups.back().records.Edit().emplace_back(std::move(record)).Edit();
+        Group group{count, {}};
+        Record& added = group.records.Edit().emplace_back(std::move(record)).Edit();
+        groups.push_back(std::move(group));
+        return added;
     }
-
-    Record& Append(const Record& record) { return Append(Record(record)); }
-    Record& Append() { return Append(Record()); }
 
     /// Deletes record k, 1 to Count(); later records move down by one. Throws KelError for any other k.
     void Remove(int k) {
-        const Place place = Find(k);
-        groups_.Edit(place.group).Remove(place.offset);
-        for (std::size_t group = place.group + 1; group < groups_.Size(); ++group)
-            --groups_.Edit(group).first;
-        if (groups_[place.group].IsEmpty())
-            groups_.Remove(place.group);
+        const Position at = Find(k);
+        std::vector<Group>& groups = groups_.Edit();
+        const auto group = groups.begin() + static_cast<std::ptrdiff_t>(at.group);
+        auto& records = group->records.Edit();
+        records.erase(records.begin() + static_cast<std::ptrdiff_t>(at.offset));
+        std::for_each(group + 1, groups.end(), [](Group& later) { --later.first; });
+        if (records.empty())
+            groups.erase(group);
     }
 
     void Clear() { *this = Table(); }
@@ -85,58 +81,52 @@ public:
             Append(record);
     }
 
-    Iterator begin() const { return {this, 0, 0}; }
-    Iterator end() const { return {this, groups_.Size(), 0}; }
+    Iterator begin() const { return {groups_->data(), 0}; }
+    Iterator end() const { return {groups_->data() + groups_->size(), 0}; }
 
     /// Compares the records, without looking into those that both tables share.
     friend bool operator==(const Table& a, const Table& b) {
-        if (a.groups_.IsSharedWith(b.groups_))
-            return true;
-        if (a.Count() != b.Count())
-            return false;
-        if (a.HasGroupsLike(b))
-            return a.HasSameGroups(b);
-        for (Iterator left = a.begin(), right = b.begin(); left != a.end(); ++left, ++right)
-            if (&*left != &*right && !(*left == *right))
-                return false;
-        return true;
+        // Tables of the same records may be grouped differently after some were removed.
+        return a.groups_ == b.groups_ ||
+               (a.Count() == b.Count() &&
+                std::equal(a.begin(), a.end(), b.begin(), [](const Record& left, const Record& right) {
+                    return &left == &right || left == right;
+                }));
     }
 
 private:
-    // Never empty. A base leaves its last bytes to what follows, so that the list of groups stays short.
-    struct Group : RecordGroup<Record> {
-        explicit Group(std::int16_t before) : first(before) {}
-        std::int16_t first; // how many records stand in the groups before this one
+    // Small enough for its pointers to be copied for every undo step, large enough that a table has few
+    // groups.
+    static constexpr std::size_t GroupSize = 64;
+
+    /// One to GroupSize records that stand one after the other.
+    struct Group {
+        int first = 0; // How many records stand in the groups before this one.
+        Shared<std::vector<Shared<Record>>> records;
+
+        std::size_t Size() const { return records->size(); }
+        int End() const { return first + static_cast<int>(Size()); }
+        const Record& operator[](std::size_t offset) const { return *(*records)[offset]; }
+
+        friend bool operator==(const Group& a, const Group& b) = default;
     };
 
-    struct Place {
+    struct Position {
         std::size_t group;
         std::size_t offset;
     };
 
-    Place Find(int k) const {
-        if (k < 1 || k > Count())
-            throw KelError("there is no entry number " + std::to_string(k) + " in a list of " +
-                           std::to_string(Count()));
-        const Group* after =
-            std::upper_bound(groups_.begin(), groups_.end(), k - 1,
+    Position Find(int k) const {
+        detail::RequireEntry(k, Count());
+        const auto after =
+            std::upper_bound(groups_->begin(), groups_->end(), k - 1,
                              [](int index, const Group& group) { return index < group.first; });
-        const auto group = static_cast<std::size_t>(after - groups_.begin()) - 1;
-        return {group, static_cast<std::size_t>(k - 1 - groups_[group].first)};
+        assert(after != groups_->begin() && k <= (after - 1)->End());
+        return {static_cast<std::size_t>(after - groups_->begin()) - 1,
+                static_cast<std::size_t>(k - 1 - (after - 1)->first)};
     }
 
-    bool HasGroupsLike(const Table& other) const {
-        return std::equal(groups_.begin(), groups_.end(), other.groups_.begin(), other.groups_.end(),
-                          [](const Group& a, const Group& b) { return a.first == b.first; });
-    }
-
-    bool HasSameGroups(const Table& other) const {
-        return std::equal(
-            groups_.begin(), groups_.end(), other.groups_.begin(),
-            [](const Group& a, const Group& b) { return static_cast<const RecordGroup<Record>&>(a) == b; });
-    }
-
-    SharedArray<Group> groups_; // also tells the count, so that a table moved from is simply empty
+    Shared<std::vector<Group>> groups_;
 };
 
 /// Walks the records in order, read only.
@@ -151,11 +141,12 @@ public:
 
     Iterator() = default;
 
-    reference operator*() const { return table_->groups_[group_][offset_]; }
+    reference operator*() const { return (*group_)[offset_]; }
     pointer operator->() const { return &**this; }
 
     Iterator& operator++() {
-        if (++offset_ == table_->groups_[group_].Size()) {
+        assert(offset_ < group_->Size());
+        if (++offset_ == group_->Size()) {
             ++group_;
             offset_ = 0;
         }
@@ -171,13 +162,9 @@ public:
 
 private:
     friend class Table;
-    Iterator(const Table* table, std::size_t group, std::size_t offset)
-        : table_(table),
-          group_(group),
-          offset_(offset) {}
+    Iterator(const Group* group, std::size_t offset) : group_(group), offset_(offset) {}
 
-    const Table* table_ = nullptr;
-    std::size_t group_ = 0;
+    const Group* group_ = nullptr;
     std::size_t offset_ = 0;
 };
 

@@ -60,10 +60,10 @@ bool IsSame(const Shared<ScriptPair>& a, const Shared<ScriptPair>& b) {
 template <class Record>
 bool IsSame(const Record& a, const Record& b);
 
-template <class Record>
-bool IsSame(const Table<Record>& a, const Table<Record>& b) {
+template <RecordList Records>
+bool IsSame(const Records& a, const Records& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const Record& left, const Record& right) { return IsSame(left, right); });
+                      [](const auto& left, const auto& right) { return IsSame(left, right); });
 }
 
 template <class Record>

@@ -91,7 +91,7 @@ template <class Record>
 std::string JointReason(Record record, const Try<Record>& comesBack) {
     if constexpr (std::is_same_v<Record, Room>) {
         record.MiscTags.clear();
-        for (Table<Thing>* things : {&record.Characters, &record.Objects})
+        for (List<Thing>* things : {&record.Characters, &record.Objects})
             for (int k = 1; k <= things->Count(); ++k)
                 things->Edit(k).MiscTags.clear();
         if (comesBack(record))
@@ -119,11 +119,6 @@ const std::string& KeyOf(const Entry& entry) {
 std::string Label(const std::string& key, int number) {
     return Trim(key).empty() ? "number " + std::to_string(number) : Shorten(key);
 }
-
-template <class Value>
-constexpr bool IsTable = false;
-template <class Record>
-constexpr bool IsTable<Table<Record>> = true;
 
 class Search {
 public:
@@ -161,7 +156,7 @@ private:
         using Value = std::remove_cvref_t<decltype(value)>;
         if (value == Value())
             return;
-        if constexpr (IsTable<Value>) {
+        if constexpr (RecordList<Value>) {
             TryEntries(value, name, field, comesBack);
         } else {
             Record part;
@@ -175,10 +170,11 @@ private:
         }
     }
 
-    template <class Entry, class Record, class Field>
-    void TryEntries(const Table<Entry>& table, const char* name, Field field, const Try<Record>& comesBack) {
+    template <RecordList Entries, class Record, class Field>
+    void TryEntries(const Entries& entries, const char* name, Field field, const Try<Record>& comesBack) {
+        using Entry = typename Entries::RecordType;
         int k = 0;
-        for (const Entry& entry : table) {
+        for (const Entry& entry : entries) {
             ++k;
             const Try<Entry> entryComesBack = [&](Entry part) {
                 Record whole;

@@ -47,7 +47,7 @@ void ReadThingLine(Thing& thing, const Keywords<Thing>& keywords, std::string_vi
 void ReadThingsOfRoom(Room& room, const SourceText& source, const BlockSpan& block) {
     Thing* thing = nullptr; // the one whose lines are being read
     const Keywords<Thing>* keywords = nullptr;
-    const auto startThing = [&](Table<Thing>& things, const Keywords<Thing>& itsKeywords,
+    const auto startThing = [&](List<Thing>& things, const Keywords<Thing>& itsKeywords,
                                 std::string_view line) {
         const std::string_view name = GetParameter(line);
         thing = &things.Append();

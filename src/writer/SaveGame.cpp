@@ -41,7 +41,7 @@ public:
     }
 
     /// Writes a line for each pair: the key in brackets, a blank and the script, also when that is empty.
-    void WritePairs(std::string_view keyword, const Table<ScriptPair>& pairs) {
+    void WritePairs(std::string_view keyword, const RecordList auto& pairs) {
         for (const ScriptPair& pair : pairs)
             WriteLine(keyword, " <", pair.Key, "> ", pair.Script);
     }
@@ -120,7 +120,7 @@ void WriteSynonyms(LineWriter& writer, const GameModel& game) {
 }
 
 /// What follows the scripts of a character or an object.
-void WriteRestOfThing(LineWriter& writer, const Thing& thing, const Table<ScriptPair>& gives) {
+void WriteRestOfThing(LineWriter& writer, const Thing& thing, const List<ScriptPair>& gives) {
     writer.WriteTaggedLineIfSet("prefix", thing.Prefix);
     writer.WriteTaggedLineIfSet("suffix", thing.Suffix);
     if (thing.Hidden)

@@ -1,76 +1,103 @@
-#include "model/Table.h"
-
 #include "model/GameModel.h"
 
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace zem::test {
 namespace {
 
-Table<std::string> MakeTable(const std::vector<std::string>& texts) {
-    Table<std::string> table;
-    for (const std::string& text : texts)
-        table.Append(text);
-    return table;
-}
+template <class Records>
+class RecordLists : public testing::Test {
+protected:
+    static Records Make(const std::vector<std::string>& texts) {
+        Records records;
+        records.Assign(texts);
+        return records;
+    }
+};
 
-// A table and a plain vector go through the same random changes; copies taken on the way must not move.
-TEST(Table, BehavesLikeAVectorAndItsCopiesStayAsTheyWere) {
+using BothKinds = testing::Types<List<std::string>, Table<std::string>>;
+TYPED_TEST_SUITE(RecordLists, BothKinds);
+
+// A list and a plain vector go through the same random changes; copies taken on the way must not move.
+TYPED_TEST(RecordLists, BehaveLikeAVectorAndTheirCopiesStayAsTheyWere) {
     std::mt19937 random(7);
-    Table<std::string> table;
+    TypeParam list;
     std::vector<std::string> model;
-    std::vector<std::pair<Table<std::string>, std::vector<std::string>>> copies;
+    std::vector<std::pair<TypeParam, std::vector<std::string>>> copies;
     const auto pick = [&](std::size_t count) {
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
-    };
-    const auto append = [](auto& records, auto& texts, const std::string& text) {
-        records.Append(text);
-        texts.push_back(text);
     };
 
     for (int step = 0; step < 6000; ++step) {
         const std::string text = "step " + std::to_string(step);
         const std::size_t k = model.empty() ? 0 : pick(model.size());
-        // Grows for the first half, shrinks afterwards, so that groups fill up, split off and vanish.
+        // Grows for the first half, shrinks afterwards, so that groups of a table fill up, split off and
+        // vanish.
         if (model.empty() || pick(10) < (step < 3000 ? 7u : 3u)) {
-            append(table, model, text);
+            list.Append(text);
+            model.push_back(text);
         } else if (pick(2) == 0) {
-            table.Edit(static_cast<int>(k) + 1) = text;
+            list.Edit(static_cast<int>(k) + 1) = text;
             model[k] = text;
         } else {
-            table.Remove(static_cast<int>(k) + 1);
+            list.Remove(static_cast<int>(k) + 1);
             model.erase(model.begin() + static_cast<std::ptrdiff_t>(k));
         }
-        if (step % 300 == 299) {
-            copies.emplace_back(table, model);
-            if (step % 600 == 299) { // either of the two may go on first, at the record that both end with
-                append(copies.back().first, copies.back().second, "at once");
-                table.Edit(table.Count()) = text;
-                model.back() = text;
-            }
-        }
+        if (step % 300 == 299)
+            copies.emplace_back(list, model);
     }
     for (auto& [copy, texts] : copies) {
-        append(copy, texts, "later");
+        EXPECT_EQ(copy, this->Make(texts)) << "grouped anew";
+        copy.Append("later");
+        texts.emplace_back("later");
         EXPECT_EQ(std::vector<std::string>(copy.begin(), copy.end()), texts);
         for (int k = 1; k <= copy.Count(); ++k)
             ASSERT_EQ(copy[k], texts[static_cast<std::size_t>(k) - 1]);
     }
 }
 
-TEST(Table, RefusesPositionsOutsideOneToCount) {
-    Table<std::string> table = MakeTable({"a", "b"});
+TYPED_TEST(RecordLists, RefusePositionsOutsideOneToCountAndMoreThanTheyHold) {
+    TypeParam list = this->Make({"a", "b"});
     for (const int k : {-1, 0, 3}) {
-        EXPECT_THROW(table[k], KelError) << k;
-        EXPECT_THROW(table.Edit(k), KelError) << k;
-        EXPECT_THROW(table.Remove(k), KelError) << k;
+        EXPECT_THROW(list[k], KelError) << k;
+        EXPECT_THROW(list.Edit(k), KelError) << k;
+        EXPECT_THROW(list.Remove(k), KelError) << k;
     }
-    EXPECT_EQ(table, MakeTable({"a", "b"}));
-    for (const auto& other : {MakeTable({"a"}), MakeTable({"a", "b", "c"}), MakeTable({"a", "c"})})
-        EXPECT_FALSE(table == other || other == table);
+    EXPECT_EQ(list, this->Make({"a", "b"}));
+    for (const auto& other : {this->Make({"a"}), this->Make({"a", "b", "c"}), this->Make({"a", "c"})})
+        EXPECT_FALSE(list == other || other == list);
+    while (list.Count() < MostRecords)
+        list.Append();
+    EXPECT_THROW(list.Append("one more"), KelError);
+    EXPECT_EQ(list.Count(), 32767);
+}
+
+TYPED_TEST(RecordLists, AreEmptyAfterTheyWereMovedFrom) {
+    TypeParam list = this->Make({"a"});
+    const TypeParam target = std::move(list);
+    EXPECT_TRUE(list.IsEmpty()); // NOLINT(bugprone-use-after-move): the promise under test
+    list.Append("b");
+    EXPECT_EQ(list[1], "b");
+    EXPECT_EQ(target[1], "a");
+}
+
+// Whoever writes while copies are read and destroyed elsewhere must not change what they read.
+TYPED_TEST(RecordLists, HaveCopiesThatOtherThreadsRead) {
+    TypeParam list = this->Make(std::vector<std::string>(100, "old"));
+    std::vector<std::thread> readers;
+    for (int step = 0; step < 50; ++step) {
+        readers.emplace_back([copy = list, step] {
+            for (int k = 1; k <= copy.Count(); ++k)
+                EXPECT_EQ(copy[k], k <= step ? "new" : "old");
+        });
+        list.Edit(step + 1) = "new";
+    }
+    for (std::thread& reader : readers)
+        reader.join();
 }
 
 TEST(Table, SharesRecordsBetweenCopiesUntilOneIsWritten) {
@@ -85,14 +112,6 @@ TEST(Table, SharesRecordsBetweenCopiesUntilOneIsWritten) {
     EXPECT_FALSE(SameGame(copy, game));
     copy.Rooms.Edit(100).Objects.Remove(1);
     EXPECT_TRUE(SameGame(copy, game));
-}
-
-TEST(Table, IsEmptyAfterItWasMovedFrom) {
-    Table<std::string> table = MakeTable({"a"});
-    const Table<std::string> target = std::move(table);
-    EXPECT_EQ(table.Count(), 0); // NOLINT(bugprone-use-after-move): the promise under test
-    table.Append("b");
-    EXPECT_EQ(table[1] + target[1], "ba");
 }
 
 } // namespace

@@ -64,10 +64,9 @@ private:
         Fill(value);
         record = value;
     }
-    template <class Record>
-    void Fill(Table<Record>& table) {
+    void Fill(RecordList auto& list) {
         for (int count = Pick(3); count > 0; --count)
-            Fill(table.Append());
+            Fill(list.Append());
     }
     template <class Record>
     void Fill(Record& record) {

@@ -240,7 +240,7 @@ TEST(MainWindow, ReportsABadFileAndGoesOnWithAnEmptyGame) {
 
 TEST(MainWindow, RefusesARoomTooManyAndLeavesTheGameAsItWas) {
     std::string bytes;
-    for (int k = 1; k <= Table<Room>::MaxCount; ++k)
+    for (int k = 1; k <= MostRecords; ++k)
         bytes += "define room <" + std::to_string(k) + ">\nend define\n";
     RunningProgram p(bytes);
     p.dialogs.Text("New room: Please enter a name for this room: [Enter a name here...]", "one more");
