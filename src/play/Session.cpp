@@ -1,0 +1,473 @@
+#include "play/Session.h"
+
+#include "base/LineText.h"
+#include "play/InputLog.h"
+#include "play/Limits.h"
+#include "play/SaveFile.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zem::play {
+
+namespace {
+
+/// The first letter of the first field of a log entry.
+constexpr char BeginEntry = 'B';
+constexpr char LineEntry = 'L';
+constexpr char ChoiceEntry = 'C';
+constexpr char SecondsEntry = 'S';
+constexpr char RestartEntry = 'R';
+constexpr char RestoreEntry = 'V';
+constexpr char HandEntry = 'H';
+
+/// A day; longer waits have no player.
+constexpr std::int64_t MostSeconds = 86'400;
+
+std::string JoinedFrom(const std::vector<std::string>& fields, std::size_t first) {
+    std::string joined;
+    for (std::size_t k = first; k < fields.size(); ++k)
+        joined.append(k == first ? "" : " ").append(fields[k]);
+    return joined;
+}
+
+} // namespace
+
+Session::Session(std::shared_ptr<const World> world, std::uint64_t seed)
+    : world_(std::move(world)),
+      state_(world_->NamesOfGame(), world_->Start(), world_->ThingOrder()),
+      seed_(seed) {
+    NewState();
+}
+
+void Session::NewState() {
+    state_ = State(world_->NamesOfGame(), world_->Start(), world_->ThingOrder());
+    state_.Set(Chance, static_cast<std::int64_t>(seed_));
+}
+
+std::string Session::WhyItCannotBegin() const {
+    if (world_->FindRoom(world_->StartRoom()) != nullptr)
+        return {};
+    const std::string& name = world_->Game().StartRoom;
+    return name.empty() ? "The game cannot begin: it has no start room."
+                        : "The game cannot begin: its start room, " + name + ", does not exist.";
+}
+
+Outcome Session::Begin() {
+    NewState();
+    steps_.clear();
+    log_.clear();
+    replayed_ = 0;
+    pending_.reset();
+    choices_.clear();
+    lastLine_.clear();
+    point_ = {};
+    return Play(Input());
+}
+
+Outcome Session::BeginAt(const StartingPoint& point) {
+    const Number room = world_->GetNames().Find(Kind::Room, point.room);
+    if (room == None || world_->FindRoom(room) == nullptr)
+        return Refuse();
+    Begin();
+    NewState();
+    pending_.reset();
+    log_.clear();
+    point_ = point;
+    Input input;
+    input.kind = Input::BeginAt;
+    input.room = room;
+    return Play(std::move(input));
+}
+
+void Session::ApplyPoint(const StartingPoint& point) {
+    for (const std::string& item : point.items)
+        PutValue(Kind::Item, item, "had");
+    for (const std::string& flag : point.flags)
+        PutValue(Kind::Flag, flag, "on");
+    for (const auto& [name, value] : point.variables)
+        PutValue(Kind::Variable, name, value);
+}
+
+Outcome Session::Type(std::string_view typed) {
+    if (pending_)
+        return Refuse();
+    const std::string line(typed.substr(0, Limits::Line));
+    const std::string folded = Fold(line);
+    if (state_[Ending] != Playing || need_ == Need::Nothing) {
+        constexpr std::string_view Allowed[] = {"undo", "restore", "load", "restart"};
+        if (std::find(std::begin(Allowed), std::end(Allowed), folded) == std::end(Allowed))
+            return Refuse();
+    }
+    if (folded.empty()) {
+        Outcome nothing;
+        nothing.need = need_;
+        return nothing;
+    }
+    std::string_view rest = folded;
+    const std::string_view first = TakeWord(rest);
+    if (first == "oops")
+        return TypeOops(std::string_view(line).substr(FoldWithPlaces(line).origin[3] + std::size_t{1}));
+    if (folded == "again" || folded == "g")
+        return TypeAgain();
+    lastLine_ = line;
+    Input input;
+    input.kind = Input::Line;
+    input.line = line;
+    if (!choices_.empty()) {
+        std::size_t work = 0;
+        if (const auto meant = Recogniser(*world_, state_, work).AnswerAmong(line, choices_)) {
+            input.line = ambiguousLine_;
+            input.choice = {ambiguousPhrase_, *meant};
+        }
+    }
+    return Play(std::move(input));
+}
+
+Outcome Session::TypeOops(std::string_view words) {
+    std::size_t work = 0;
+    const Sentence last(lastLine_);
+    const std::optional<TextRange> unknown = Recogniser(*world_, state_, work).FirstUnknownWord(last);
+    if (!unknown || Fold(words).empty())
+        return Say(Message::BadOops);
+    std::string line = lastLine_;
+    line.replace(unknown->begin, unknown->Size(), Trim(words));
+    return Type(line);
+}
+
+Outcome Session::TypeAgain() {
+    for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) {
+        std::string_view log = std::string_view(log_).substr(step->log);
+        const std::vector<std::string> fields = TakeEntry(log);
+        if (fields[0].front() != LineEntry && fields[0].front() != ChoiceEntry)
+            continue;
+        Input input = Unpack(fields);
+        input.answers.clear();
+        return Play(std::move(input));
+    }
+    return Say(Message::BadCommand);
+}
+
+Outcome Session::Answer(std::string_view answer) {
+    if (!pending_)
+        return Refuse();
+    Input input = *std::move(pending_);
+    pending_.reset();
+    input.answers.emplace_back(answer.substr(0, Limits::Line));
+    return Play(std::move(input));
+}
+
+Outcome Session::Pass(std::int64_t seconds) {
+    Outcome nothing;
+    nothing.need = need_;
+    if (pending_ || state_[Ending] != Playing || need_ != Need::Line || seconds < 1)
+        return nothing;
+    Input input;
+    input.kind = Input::Seconds;
+    input.seconds = std::min(seconds, MostSeconds);
+    return Play(std::move(input));
+}
+
+Outcome Session::Restart() {
+    pending_.reset();
+    Input input;
+    input.kind = Input::Restart;
+    return Play(std::move(input));
+}
+
+Outcome Session::Play(Input input) {
+    if (input.answers.empty()) {
+        shownPieces_ = 0;
+        shownLength_ = 0;
+        shownWarnings_ = 0;
+    }
+    const State::Mark before = state_.Here();
+    if (input.kind == Input::BeginAt)
+        ApplyPoint(point_);
+    const TurnOptions options{withTrace_, isUnsaved_};
+    TurnResult result = Interpreter(*world_, state_, input, options).Run();
+    KeepNew(result.outcome);
+    need_ = result.outcome.need;
+    if (!result.isDone) {
+        state_.GoBackTo(before);
+        pending_ = std::move(input);
+        return std::move(result.outcome);
+    }
+    state_.Tidy(before);
+    if (result.outcome.request == Request::Quit)
+        need_ = result.outcome.need = Need::Nothing;
+    if (input.kind == Input::Line) {
+        NoteLine(input.line, result.notUnderstood);
+        if (result.verb == Verb::Undo) {
+            Undo();
+            result.outcome.need = need_;
+            return std::move(result.outcome);
+        }
+    }
+    if (result.isStep) {
+        AddStep(before);
+        isUnsaved_ = true;
+    }
+    if (result.isStep || input.kind == Input::Seconds || log_.empty())
+        log_ += Pack(input);
+    return std::move(result.outcome);
+}
+
+void Session::NoteLine(const std::string& line, const Meaning& meaning) {
+    choices_ = meaning.choices;
+    ambiguousPhrase_ = meaning.phrase;
+    ambiguousLine_ = line;
+}
+
+void Session::KeepNew(Outcome& outcome) {
+    std::vector<Piece>& pieces = outcome.pieces;
+    const std::size_t count = pieces.size();
+    const std::size_t length = pieces.empty() ? 0 : pieces.back().text.size();
+    if (shownPieces_ > 0 && shownPieces_ <= count) {
+        // The last piece that was shown may have grown since.
+        Piece& last = pieces[shownPieces_ - 1];
+        const bool hasGrown = last.kind == Piece::Text && last.text.size() > shownLength_;
+        if (hasGrown)
+            last.text.erase(0, shownLength_);
+        pieces.erase(pieces.begin(),
+                     pieces.begin() + static_cast<std::ptrdiff_t>(shownPieces_ - (hasGrown ? 1 : 0)));
+    }
+    shownPieces_ = count;
+    shownLength_ = length;
+    std::vector<Warning>& warnings = outcome.warnings;
+    const std::size_t warned = warnings.size();
+    warnings.erase(warnings.begin(),
+                   warnings.begin() + static_cast<std::ptrdiff_t>(std::min(shownWarnings_, warned)));
+    shownWarnings_ = warned;
+}
+
+Outcome Session::Say(Message message) {
+    Printer printer(*world_, state_);
+    printer.Begin({});
+    std::size_t at = 0;
+    while (printer.Print(world_->TextOf(message), at)) {
+    }
+    printer.NewLine();
+    Outcome outcome;
+    outcome.pieces = std::move(printer.Pieces());
+    outcome.need = need_;
+    return outcome;
+}
+
+Outcome Session::Refuse() const {
+    Outcome outcome;
+    outcome.isRefused = true;
+    outcome.need = need_;
+    return outcome;
+}
+
+void Session::AddStep(const State::Mark& before) {
+    steps_.push_back(
+        {static_cast<std::uint32_t>(before.writes), before.texts, static_cast<std::uint32_t>(log_.size())});
+}
+
+bool Session::Undo() {
+    choices_.clear();
+    if (pending_) {
+        if (log_.empty())
+            return false;
+        pending_.reset();
+        need_ = Need::Line;
+        return true;
+    }
+    if (steps_.empty())
+        return false;
+    if (steps_.size() <= replayed_)
+        Replay(steps_.size() - 1);
+    else {
+        const Step step = steps_.back();
+        steps_.pop_back();
+        state_.GoBackTo({step.writes, step.texts});
+        log_.resize(step.log);
+    }
+    isUnsaved_ = true;
+    need_ = state_[Ending] == Playing ? Need::Line : Need::Nothing;
+    return true;
+}
+
+std::string Session::Save() const {
+    return WriteSave(*world_, state_);
+}
+
+Outcome Session::Saved(bool isSaved) {
+    isUnsaved_ = isUnsaved_ && !isSaved;
+    return Say(isSaved ? Message::Saved : Message::BadSave);
+}
+
+bool Session::RestoreState(std::string_view bytes, std::vector<std::string>& lost) {
+    const State::Mark before = state_.Here();
+    if (!ReadSave(bytes, *world_, state_, lost))
+        return false;
+    state_.Tidy(before);
+    AddStep(before);
+    PackEntry(log_, {std::string(1, RestoreEntry), std::string(bytes)});
+    return true;
+}
+
+Outcome Session::Restore(std::string_view bytes) {
+    std::vector<std::string> lost;
+    if (!RestoreState(bytes, lost))
+        return Say(Message::BadRestore);
+    pending_.reset();
+    choices_.clear();
+    isUnsaved_ = false;
+    need_ = state_[Ending] == Playing ? Need::Line : Need::Nothing;
+    Outcome outcome = Say(Message::Restored);
+    for (const std::string& name : lost)
+        outcome.warnings.push_back({{}, "the saved game has a " + name + ", which the game has not"});
+    return outcome;
+}
+
+Outcome Session::NotRestored() {
+    return Say(Message::BadRestore);
+}
+
+std::string Session::PackReference(const Reference& reference) const {
+    const Names& names = world_->GetNames();
+    switch (reference.kind) {
+    case Reference::Thing:
+        return "t" + names.Name(Kind::Thing, reference.number);
+    case Reference::Item:
+        return "i" + names.Name(Kind::Item, reference.number);
+    case Reference::Room:
+        return "r" + names.Name(Kind::Room, reference.number);
+    default:
+        return "-";
+    }
+}
+
+Reference Session::UnpackReference(const std::string& packed) const {
+    const std::string_view name = std::string_view(packed).substr(1);
+    const char letter = packed.front();
+    const Kind kind = letter == 't' ? Kind::Thing : letter == 'i' ? Kind::Item : Kind::Room;
+    const Number number = world_->GetNames().Find(kind, name);
+    if (letter == '-' || number == None)
+        return {};
+    return {letter == 't' ? Reference::Thing : letter == 'i' ? Reference::Item : Reference::Room, number};
+}
+
+std::string Session::Pack(const Input& input) const {
+    std::vector<std::string> fields;
+    switch (input.kind) {
+    case Input::Begin:
+    case Input::BeginAt:
+        fields = {std::string(1, BeginEntry)};
+        break;
+    case Input::Line:
+        fields = {(input.choice ? ChoiceEntry : LineEntry) + input.line};
+        if (input.choice) {
+            fields.push_back(input.choice->phrase);
+            fields.push_back(PackReference(input.choice->meant));
+        }
+        break;
+    case Input::Seconds:
+        fields = {SecondsEntry + std::to_string(input.seconds)};
+        break;
+    case Input::Restart:
+        fields = {std::string(1, RestartEntry)};
+        break;
+    }
+    fields.insert(fields.end(), input.answers.begin(), input.answers.end());
+    std::string packed;
+    PackEntry(packed, fields);
+    return packed;
+}
+
+Input Session::Unpack(const std::vector<std::string>& fields) const {
+    Input input;
+    std::size_t answers = 1;
+    switch (fields[0].front()) {
+    case BeginEntry:
+        input.kind = point_.room.empty() ? Input::Begin : Input::BeginAt;
+        input.room = world_->GetNames().Find(Kind::Room, point_.room);
+        break;
+    case SecondsEntry:
+        input.kind = Input::Seconds;
+        input.seconds = LeadingInteger(fields[0].substr(1));
+        break;
+    case RestartEntry:
+        input.kind = Input::Restart;
+        break;
+    case ChoiceEntry:
+        input.choice = {fields[1], UnpackReference(fields[2])};
+        answers = 3;
+        [[fallthrough]];
+    default:
+        input.kind = Input::Line;
+        input.line = fields[0].substr(1);
+    }
+    input.answers.assign(fields.begin() + static_cast<std::ptrdiff_t>(answers), fields.end());
+    return input;
+}
+
+void Session::Replay(std::size_t steps) {
+    const std::string old = std::exchange(log_, {});
+    const std::deque<Step> oldSteps = std::exchange(steps_, {});
+    const std::size_t end = steps < oldSteps.size() ? oldSteps[steps].log : old.size();
+    NewState();
+    std::string_view rest = std::string_view(old).substr(0, end);
+    while (!rest.empty()) {
+        const bool isStep =
+            steps_.size() < oldSteps.size() && oldSteps[steps_.size()].log == end - rest.size();
+        const State::Mark before = state_.Here();
+        const auto at = static_cast<std::uint32_t>(log_.size());
+        const std::string_view entry = rest;
+        ReplayEntry(TakeEntry(rest));
+        log_.append(entry.substr(0, entry.size() - rest.size()));
+        state_.Tidy(before);
+        if (isStep)
+            steps_.push_back({static_cast<std::uint32_t>(before.writes), before.texts, at});
+    }
+    replayed_ = 0;
+}
+
+void Session::ReplayEntry(const std::vector<std::string>& fields) {
+    const char kind = fields[0].front();
+    if (kind == RestoreEntry) {
+        std::vector<std::string> lost;
+        ReadSave(fields[1], *world_, state_, lost);
+        return;
+    }
+    if (kind == HandEntry) {
+        PutValue(static_cast<Kind>(fields[0][1]), fields[1], fields[2]);
+        return;
+    }
+    const Input input = Unpack(fields);
+    const State::Mark before = state_.Here();
+    if (input.kind == Input::BeginAt)
+        ApplyPoint(point_);
+    const TurnResult result = Interpreter(*world_, state_, input, {}).Run();
+    if (!result.isDone) // the changed game asks something that was not asked then
+        state_.GoBackTo(before);
+}
+
+std::vector<PlayedTurn> Session::Played() const {
+    std::vector<PlayedTurn> turns;
+    std::string_view log = log_;
+    while (!log.empty()) {
+        const std::vector<std::string> fields = TakeEntry(log);
+        const char kind = fields[0].front();
+        const std::size_t answers = kind == ChoiceEntry ? 3 : 1;
+        if (kind == LineEntry || kind == ChoiceEntry || kind == BeginEntry || kind == RestartEntry)
+            turns.push_back({kind == RestartEntry ? "restart" : fields[0].substr(1),
+                             {fields.begin() + static_cast<std::ptrdiff_t>(answers), fields.end()}});
+        else if (kind == RestoreEntry)
+            turns.push_back({"restore", {}});
+        else if (kind == HandEntry)
+            turns.push_back({JoinedFrom(fields, 1), {}});
+    }
+    return turns;
+}
+
+std::size_t Session::BytesForUndo() const {
+    const std::size_t bytes =
+        state_.Here().writes * State::BytesPerWrite + steps_.size() * sizeof(Step) + log_.size();
+    return steps_.empty() ? 0 : bytes / steps_.size();
+}
+
+} // namespace zem::play
