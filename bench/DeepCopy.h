@@ -21,7 +21,7 @@ template <class Record>
 void CopyDeeply(const Record& from, Record& to) {
     if constexpr (std::is_arithmetic_v<Record>)
         to = from;
-    ForEachField<Record>([&](const char*, auto field) { CopyDeeply(from.*field, to.*field); });
+    ForEachField<Record>([&](const auto& field) { CopyDeeply(from.*field.member, to.*field.member); });
 }
 template <class Record>
 void CopyDeeply(const Shared<Record>& from, Shared<Record>& to) {

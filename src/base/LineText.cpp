@@ -97,6 +97,18 @@ std::int16_t Round(double value) {
 
 } // namespace
 
+std::string ShowShortly(std::string_view text) {
+    constexpr std::size_t Longest = 40;
+    std::string shown(text.substr(0, Longest));
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
+    return shown + (text.size() > Longest ? "..." : "");
+}
+
+std::string QuoteShortly(std::string_view text) {
+    return '"' + ShowShortly(Trim(text)) + '"';
+}
+
 void ExpandTabs(std::string& line) {
     std::string expanded;
     expanded.reserve(line.size() + 3 * static_cast<std::size_t>(std::count(line.begin(), line.end(), '\t')));

@@ -91,6 +91,12 @@ std::string_view FirstWord(std::string_view text);
 /// The pieces of the text between the separators, as they stand. An empty text is one empty piece.
 std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator);
 
+/// The text on one line, cut to a length that fits into a message.
+std::string ShowShortly(std::string_view text);
+
+/// The same in quotes, without the blanks around it.
+std::string QuoteShortly(std::string_view text);
+
 /// Replaces every TAB of the line by four blanks.
 void ExpandTabs(std::string& line);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <string_view>
 
@@ -16,7 +17,7 @@ struct TextRange {
     /// These bytes of the text, which must be as long as the range says.
     std::string_view Of(std::string_view text) const { return text.substr(begin, end - begin); }
 
-    bool operator==(const TextRange&) const = default;
+    auto operator<=>(const TextRange&) const = default;
 };
 
 /// The range without the blanks at its ends.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kel/CommandCatalogue.h"
-#include "kel/NameKind.h"
+#include "kel/ParameterSyntax.h"
 
 #include <string>
 #include <string_view>

@@ -31,7 +31,7 @@ void NewGame(GameModel& game) {
 
 bool SameGame(const GameModel& a, const GameModel& b) {
     bool same = true;
-    ForEachField<GameModel>([&](const char*, auto field) { same = same && a.*field == b.*field; });
+    ForEachField<GameModel>([&](const auto& field) { same = same && a.*field.member == b.*field.member; });
     return same;
 }
 

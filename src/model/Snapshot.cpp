@@ -49,7 +49,7 @@ public:
     }
     template <class Record>
     void Value(const Record& record) {
-        ForEachField<Record>([&](const char*, auto field) { Value(record.*field); });
+        ForEachField<Record>([&](const auto& field) { Value(record.*field.member); });
     }
 };
 
@@ -103,7 +103,7 @@ public:
     }
     template <class Record>
     void Value(Record& record) {
-        ForEachField<Record>([&](const char*, auto field) { Value(record.*field); });
+        ForEachField<Record>([&](const auto& field) { Value(record.*field.member); });
     }
 
 private:

@@ -69,7 +69,7 @@ bool IsSame(const Records& a, const Records& b) {
 template <class Record>
 bool IsSame(const Record& a, const Record& b) {
     bool same = true;
-    ForEachField<Record>([&](const char*, auto field) { same = same && IsSame(a.*field, b.*field); });
+    ForEachField<Record>([&](const auto& field) { same = same && IsSame(a.*field.member, b.*field.member); });
     return same;
 }
 
@@ -77,7 +77,7 @@ bool IsSame(const Record& a, const Record& b) {
 template <>
 bool IsSame(const Room& a, const Room& b) {
     bool same = IsSame(a.Out->Script, b.Out->Script);
-    ForEachField<Room>([&](const char*, auto field) { same = same && IsSame(a.*field, b.*field); });
+    ForEachField<Room>([&](const auto& field) { same = same && IsSame(a.*field.member, b.*field.member); });
     return same;
 }
 

@@ -1,3 +1,23 @@
+// How the reason is found. All that is known of a text is whether it comes back from a file in its place, and
+// the same can be asked of any other text there. So nothing here knows which field it is about or how that is
+// written:
+//
+// - What kind of place it is, is asked first. Where a text of two lines comes back each line means something
+// in
+//   itself (tags, procedures, text blocks); where "x" does it is a line of a field; where a whole block does
+//   it is the blocks of other kinds.
+// - Of a field, each cause of the table below is tried in turn. A cause knows how to take itself out of a
+// text, for
+//   instance by turning each ">" into a ".". The text with all causes taken out but one is asked for: if that
+//   does not come back, this cause is enough to lose it, and its sentence is the answer. The order of the
+//   table is that of the effects: a line break acts before a bracket does.
+// - Of lines, the first one that does not come back by itself is looked for, and then why, by the causes that
+// act
+//   on lines. A line that begins or ends a block counts only when no other line is to blame, because it may
+//   well have its counterpart. When every line comes back alone, "else" lines may join others.
+// - Of blocks, each is tried alone.
+//
+// When no cause is enough by itself the sentence says that it means something else, and quotes it.
 #include "readback/LossReason.h"
 
 #include "base/LineText.h"
@@ -188,18 +208,6 @@ std::string LossReason(const std::string& text, const ComesBack& comesBack, cons
     if (comesBack("define x\r\nend define\r\n\r\n"))
         return ReasonOfBlocks(text, comesBack);
     return noun + " is not kept there";
-}
-
-std::string Shorten(std::string_view text) {
-    constexpr std::size_t Longest = 40;
-    std::string shown(text.substr(0, Longest));
-    std::replace_if(
-        shown.begin(), shown.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
-    return shown + (text.size() > Longest ? "..." : "");
-}
-
-std::string QuoteShortly(std::string_view text) {
-    return '"' + Shorten(Trim(text)) + '"';
 }
 
 } // namespace zem

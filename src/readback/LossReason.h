@@ -14,10 +14,4 @@ namespace zem {
 std::string LossReason(const std::string& text, const std::function<bool(const std::string&)>& comesBack,
                        const std::string& noun = "it");
 
-/// The text in quotes on one line, cut to a length that fits into a message.
-std::string QuoteShortly(std::string_view text);
-
-/// The text on one line, cut to a length that fits into a message.
-std::string Shorten(std::string_view text);
-
 } // namespace zem

@@ -1,3 +1,23 @@
+// How the search goes. That a file gives the game back is one question with the answer yes or no: write the
+// game, read it, compare. It is asked again and again for smaller games:
+//
+// - A game that holds one field or one entry of a list, and is empty otherwise, comes back or does not. The
+// fields
+//   and entries that do not are what is looked for; the others are left out of the further search.
+// - An entry that does not come back is taken apart in the same way, down to the single field: a game of one
+// room of
+//   one object of one text. `Try<Part>` is the question for a part: it puts the part into an otherwise empty
+//   record, and hands that to the question for the record, up to the whole game.
+// - Where a record does not come back though each of its fields does, two of them act upon each other. There
+// is
+//   one known way (JointReason); the record as a whole is the place then.
+// - A record that is lost even when it is empty stands where the format has no room for it ("it is not kept
+//   there").
+// - Why a single text does not come back is a search of the same kind, through other texts in its place: see
+//   LossReason.cpp.
+//
+// A question costs as much as writing and reading the part, so the whole takes little longer than reading the
+// game once, and it stops at the number of places that were asked for.
 #include "readback/LostParts.h"
 
 #include "base/LineText.h"
@@ -7,7 +27,6 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -100,138 +119,96 @@ std::string JointReason(Record record, const Try<Record>& comesBack) {
     return NoReason;
 }
 
-/// What the entry of a list is called by.
-template <class Entry>
-const std::string& KeyOf(const Entry& entry) {
-    if constexpr (std::is_same_v<Entry, std::string>)
-        return entry;
-    else if constexpr (std::is_same_v<Entry, ScriptPair>)
-        return entry.Key;
-    else if constexpr (std::is_same_v<Entry, SynonymEntry>)
-        return entry.ConvertTo;
-    else if constexpr (std::is_same_v<Entry, PlayerCommand>)
-        return entry.Pattern;
-    else
-        return entry.Name;
-}
-
-/// How a place calls the entry.
-std::string Label(const std::string& key, int number) {
-    return Trim(key).empty() ? "number " + std::to_string(number) : Shorten(key);
-}
-
 class Search {
 public:
-    explicit Search(std::size_t most) : most_(most) {}
+    Search(const GameModel& game, std::size_t most) : game_(game), most_(most) {}
 
-    std::vector<LostPlace> Run(const GameModel& game, const Try<GameModel>& comesBack) {
-        Explore(game, comesBack);
+    std::vector<LostPlace> Run(const Try<GameModel>& comesBack) {
+        Explore(game_, comesBack);
         return std::move(places_);
     }
 
 private:
-    static constexpr std::string_view UnknownBlocksField = "blocks of other kinds";
-
-    struct Step {
-        const char* list;
-        int entry;
-        std::string label;
-    };
-
     /// Reports the parts of a record that do not come back; the record itself if it is none of them alone.
     template <class Record>
     void Explore(const Record& record, const Try<Record>& comesBack) {
         const std::size_t before = places_.size();
-        ForEachField<Record>([&](const char* name, auto field) {
+        ForEachField<Record>([&](const auto& field) {
             if (places_.size() < most_)
-                TryField(record, name, field, comesBack);
+                TryField(record, field, comesBack);
         });
-        if (places_.size() == before && !path_.empty())
-            Report("", JointReason(record, comesBack));
+        if (places_.size() == before && depth_ > 0)
+            Report(FieldId::None, JointReason(record, comesBack));
     }
 
     template <class Record, class Field>
-    void TryField(const Record& record, const char* name, Field field, const Try<Record>& comesBack) {
-        const auto& value = record.*field;
+    void TryField(const Record& record, const Field& field, const Try<Record>& comesBack) {
+        const auto& value = record.*field.member;
         using Value = std::remove_cvref_t<decltype(value)>;
         if (value == Value())
             return;
         if constexpr (RecordList<Value>) {
-            TryEntries(value, name, field, comesBack);
+            TryEntries(value, field, comesBack);
         } else {
             Record part;
-            part.*field = value;
+            part.*field.member = value;
             const Try<Value> valueComesBack = [&](const Value& other) {
-                part.*field = other;
+                part.*field.member = other;
                 return comesBack(part);
             };
             if (!valueComesBack(value))
-                Report(name, ReasonFor(value, valueComesBack));
+                Report(field.id, ReasonFor(value, valueComesBack));
         }
     }
 
-    template <RecordList Entries, class Record, class Field>
-    void TryEntries(const Entries& entries, const char* name, Field field, const Try<Record>& comesBack) {
+    template <RecordList Entries, class Field, class Record>
+    void TryEntries(const Entries& entries, const Field& field, const Try<Record>& comesBack) {
         using Entry = typename Entries::RecordType;
         int k = 0;
         for (const Entry& entry : entries) {
             ++k;
             const Try<Entry> entryComesBack = [&](Entry part) {
                 Record whole;
-                (whole.*field).Append(std::move(part));
+                (whole.*field.member).Append(std::move(part));
                 return comesBack(std::move(whole));
             };
             if (places_.size() == most_ || entryComesBack(entry))
                 continue;
-            path_.push_back({name, k, Label(KeyOf(entry), k)});
+            path_.steps[depth_++] = {field.id, k};
             if constexpr (std::is_same_v<Entry, std::string> || std::is_same_v<Entry, Collectable>)
-                Report("", ReasonFor(entry, entryComesBack));
+                Report(FieldId::None, ReasonFor(entry, entryComesBack));
             else if (!entryComesBack({}))
-                Report("", "it is not kept there");
+                Report(FieldId::None, "it is not kept there");
             else
                 Explore(entry, entryComesBack);
-            path_.pop_back();
+            path_.steps[--depth_] = {};
         }
     }
 
-    void Report(const std::string& field, const std::string& reason) {
-        LostPlace place;
-        if (!path_.empty()) {
-            place.list = path_[0].list;
-            place.entry = path_[0].entry;
-        }
-        if (path_.empty() && field == UnknownBlocksField)
-            place.list = field; // which has an editor of its own
-        if (path_.size() > 1) {
-            place.innerList = path_[1].list;
-            place.innerEntry = path_[1].entry;
-        }
-        place.text = Where(field) + ": " + reason;
-        places_.push_back(std::move(place));
+    void Report(FieldId field, const std::string& reason) {
+        Place place = path_;
+        place.field = field;
+        places_.push_back(Lost(game_, place, reason));
     }
 
-    /// "Room Hall, object lamp, suffix".
-    std::string Where(const std::string& field) const {
-        std::string where;
-        for (const Step& step : path_)
-            where += (where.empty() ? "" : ", ") + std::string(step.list) + ' ' + step.label;
-        if (!field.empty())
-            where += (where.empty() ? "game properties, " : ", ") + field;
-        if (where[0] >= 'a' && where[0] <= 'z')
-            where[0] = static_cast<char>(where[0] - 'a' + 'A');
-        return where;
-    }
-
+    const GameModel& game_;
     std::vector<LostPlace> places_;
     std::size_t most_;
-    std::vector<Step> path_; // to the record that is explored
+    Place path_; // to the record that is explored
+    std::size_t depth_ = 0;
 };
 
 } // namespace
 
+LostPlace Lost(const GameModel& game, const Place& place, const std::string& reason) {
+    std::string where = DescribePlace(game, place);
+    where[0] = static_cast<char>(where[0] - 'a' + 'A'); // descriptions begin with a word of ours
+    return {place, where + ": " + reason};
+}
+
 std::vector<LostPlace> FindLostParts(const GameModel& game, const std::function<bool(GameModel)>& comesBack,
                                      std::size_t most) {
-    return Search(most).Run(game, comesBack);
+    return Search(game, most).Run(comesBack);
 }
 
 } // namespace zem

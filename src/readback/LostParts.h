@@ -4,9 +4,14 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace zem {
+
+/// A place that is lost, told in a sentence.
+/// @param reason  what happens to it, without a point
+LostPlace Lost(const GameModel& game, const Place& place, const std::string& reason);
 
 /// Takes a game apart to find what does not come back from its file, and why: each part is tried alone, in a
 /// game of nothing else.

@@ -2,7 +2,6 @@
 
 #include "base/LineText.h"
 #include "readback/LooseComparison.h"
-#include "readback/LossReason.h"
 #include "readback/LostParts.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
@@ -51,9 +50,8 @@ void FindRoomsOfOneName(const GameModel& game, std::vector<LostPlace>& places, s
         ++k;
         const bool hasThings = !room.Characters.IsEmpty() || !room.Objects.IsEmpty();
         if (hasThings && lastByName[room.Name] != k && places.size() < most)
-            places.push_back({"room", k, "", 0,
-                              "Room " + Shorten(room.Name) +
-                                  ": its characters and objects move to the last room of the same name"});
+            places.push_back(Lost(game, Place::Of({{FieldId::GameRooms, k}}),
+                                  "its characters and objects move to the last room of the same name"));
     }
 }
 
@@ -68,9 +66,8 @@ void FindItemsOfOneName(const GameModel& game, std::vector<LostPlace>& places, s
         ++k;
         const std::string name = Lower(Trim(item.Name));
         if (!item.IsStartItem && !name.empty() && startItems.contains(name) && places.size() < most)
-            places.push_back(
-                {"item", k, "", 0,
-                 "Item " + Shorten(item.Name) + ": it becomes a start item like the other of the same name"});
+            places.push_back(Lost(game, Place::Of({{FieldId::GameItems, k}}),
+                                  "it becomes a start item like the other of the same name"));
     }
 }
 
@@ -95,7 +92,7 @@ std::vector<LostPlace> ReadBack(const GameModel& game, const std::string& bytes,
     FindRoomsOfOneName(game, places, most);
     FindItemsOfOneName(game, places, most);
     if (places.empty())
-        places.push_back({"", 0, "", 0, problem});
+        places.push_back({{}, problem});
     return places;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/GameModel.h"
+#include "model/Place.h"
 
 #include <string>
 #include <vector>
@@ -10,14 +10,7 @@ namespace zem {
 
 /// A place of the game that a file does not give back.
 struct LostPlace {
-    // Where it is: the plain name and the 1-based entry of the list of the game, and of the list within that
-    // entry; empty and 0 for the game's own fields, and for what concerns the entry itself. The blocks of
-    // other kinds, which are one text, count as a list, too.
-    std::string list;
-    int entry = 0;
-    std::string innerList;
-    int innerEntry = 0;
-
+    Place place;      // without steps and field where it is the game as a whole
     std::string text; // a sentence without its point: where it is, and what happens to it
 };
 

@@ -128,8 +128,8 @@ private:
     void CheckFile();
     void ShowSteps();
     void ShowLostPlaces(const std::vector<LostPlace>& places);
-    void OpenEditorOf(const LostPlace& place);
-    void OpenRoomOrThing(const LostPlace& place);
+    void OpenEditorOf(const Place& place);
+    void OpenRoomOrThing(const Place& place);
     void OpenDocument(const QString& path);
 
     /// Runs an editing command; afterwards the lists are filled anew with these rows selected.

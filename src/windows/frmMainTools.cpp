@@ -129,50 +129,48 @@ void frmMain::ShowLostPlaces(const std::vector<LostPlace>& places) {
     }
     frmReadBack form(places, this);
     if (form.exec() == QDialog::Accepted)
-        RunCommand(dialogs_, this, [&] { OpenEditorOf(form.Selected()); });
+        RunCommand(dialogs_, this, [&] { OpenEditorOf(form.Selected().place); });
 }
 
-void frmMain::OpenEditorOf(const LostPlace& place) {
-    static const std::pair<const char*, QAction * Ui::frmMain::*> editors[] = {
-        {"library", &Ui::frmMain::mnuViewLibraries},
-        {"text block", &Ui::frmMain::mnuViewTextSectionEditor},
-        {"item", &Ui::frmMain::mnuViewItems},
-        {"collectable", &Ui::frmMain::mnuViewCollectables},
-        {"procedure", &Ui::frmMain::mnuViewProcedures},
-        {"menu", &Ui::frmMain::mnuViewMenus},
-        {"synonym", &Ui::frmMain::mnuViewSynonyms},
-        {"error message", &Ui::frmMain::mnuEditErrorMessages},
-        {"blocks of other kinds", &Ui::frmMain::mnuViewMiscKEL},
+void frmMain::OpenEditorOf(const Place& place) {
+    static const std::pair<FieldId, QAction * Ui::frmMain::*> editors[] = {
+        {FieldId::GameIncludes, &Ui::frmMain::mnuViewLibraries},
+        {FieldId::GameTextSections, &Ui::frmMain::mnuViewTextSectionEditor},
+        {FieldId::GameItems, &Ui::frmMain::mnuViewItems},
+        {FieldId::GameCollectables, &Ui::frmMain::mnuViewCollectables},
+        {FieldId::GameProcedures, &Ui::frmMain::mnuViewProcedures},
+        {FieldId::GameSelectionMenus, &Ui::frmMain::mnuViewMenus},
+        {FieldId::GameSynonyms, &Ui::frmMain::mnuViewSynonyms},
+        {FieldId::GameErrorMessages, &Ui::frmMain::mnuEditErrorMessages},
+        {FieldId::GameUnknownBlocks, &Ui::frmMain::mnuViewMiscKEL},
     };
-    if (place.list == "room") {
+    const FieldId list = place.Depth() > 0 ? place.steps[0].list : place.field;
+    if (list == FieldId::GameRooms) {
         OpenRoomOrThing(place);
         return;
     }
     QAction* editor = ui_->mnuViewGameProperties;
-    for (const auto& [list, action] : editors)
-        if (place.list == list)
+    for (const auto& [itsList, action] : editors)
+        if (list == itsList)
             editor = (*ui_).*action;
     editor->trigger();
 }
 
 /// The game may have changed since the place was found.
-void frmMain::OpenRoomOrThing(const LostPlace& place) {
-    const Table<Room>& rooms = session_.Game().Rooms;
-    if (place.entry > rooms.Count())
+void frmMain::OpenRoomOrThing(const Place& place) {
+    if (!Exists(session_.Game(), place))
         return;
-    const Room& room = rooms[place.entry];
-    const bool isCharacter = place.innerList == "character";
-    const bool isThing = isCharacter || place.innerList == "object";
+    const bool isCharacter = place.steps[1].list == FieldId::RoomCharacters;
+    const bool isThing = isCharacter || place.steps[1].list == FieldId::RoomObjects;
     const ThingKind kind = isCharacter ? ThingKind::Character : ThingKind::Object;
-    if (isThing && place.innerEntry > (isCharacter ? room.Characters : room.Objects).Count())
-        return;
     const QString what =
         isThing ? QString(QLatin1String(isCharacter ? "character" : "object")) : QStringLiteral("room");
     session_.AsOneStep(QStringLiteral("edit %1").arg(what), [&] {
         if (isThing)
-            frmThingProperties(scripts_, editorShell_, kind, place.entry, place.innerEntry, this).exec();
+            frmThingProperties(scripts_, editorShell_, kind, place.steps[0].entry, place.steps[1].entry, this)
+                .exec();
         else
-            frmRoomProperties(scripts_, editorShell_, place.entry, this).exec();
+            frmRoomProperties(scripts_, editorShell_, place.steps[0].entry, this).exec();
     });
 }
 

@@ -70,8 +70,7 @@ void ForEachText(std::string_view name, const Value& value, Use use) {
     else if constexpr (requires { *value; })
         ForEachText(name, *value, use);
     else if constexpr (std::is_class_v<Value>)
-        ForEachField<Value>(
-            [&](std::string_view itsName, auto field) { ForEachText(itsName, value.*field, use); });
+        ForEachField<Value>([&](const auto& field) { ForEachText(field.name, value.*field.member, use); });
 }
 
 class Reference : public testing::Test {

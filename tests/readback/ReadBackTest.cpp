@@ -18,17 +18,16 @@ std::vector<LostPlace> Places(const GameModel& game) {
     return ReadBack(game, GameFile(game));
 }
 
-/// The places as one text, joined with "|": "list 1, inner list 2; sentence", with no list for the game's own
-/// fields.
+/// The places as one text, joined with "|": "2, 1; sentence" with the entries on the way, as DescribePlace
+/// tells names only.
 std::string PlaceTexts(const GameModel& game) {
     std::string texts;
-    for (const LostPlace& place : Places(game)) {
-        texts += (texts.empty() ? "" : "|") + place.list;
-        if (place.entry != 0)
-            texts += ' ' + std::to_string(place.entry);
-        if (place.innerEntry != 0)
-            texts += ", " + place.innerList + ' ' + std::to_string(place.innerEntry);
-        texts += (place.list.empty() ? "" : "; ") + place.text;
+    for (const LostPlace& lost : Places(game)) {
+        EXPECT_TRUE(Exists(game, lost.place)) << lost.text;
+        texts += texts.empty() ? "" : "|";
+        for (std::size_t k = 0; k < lost.place.Depth(); ++k)
+            texts += (k == 0 ? "" : ", ") + std::to_string(lost.place.steps[k].entry);
+        texts += (lost.place.Depth() == 0 ? "" : "; ") + lost.text;
     }
     return texts;
 }

@@ -70,9 +70,9 @@ private:
     }
     template <class Record>
     void Fill(Record& record) {
-        ForEachField<Record>([&](const char*, auto field) {
+        ForEachField<Record>([&](const auto& field) {
             if (Pick(3) != 0)
-                Fill(record.*field);
+                Fill(record.*field.member);
         });
         if constexpr (std::is_same_v<Record, GameModel>)
             record.KelVersion = CurrentKelVersion;

@@ -34,17 +34,17 @@ template <class Record>
 void SetField(Record& record, std::string_view path, std::string_view text) {
     const std::string_view step = TakeBefore(path, ", ");
     bool isSet = false;
-    ForEachField<Record>([&](std::string_view name, auto field) {
-        auto& value = record.*field;
+    ForEachField<Record>([&](const auto& field) {
+        auto& value = record.*field.member;
         if constexpr (requires { value.Count(); }) {
-            if (!step.starts_with(std::string(name) + ' '))
+            if (!step.starts_with(std::string(field.name) + ' '))
                 return;
-            const int entry = std::stoi(std::string(step.substr(name.size())));
+            const int entry = std::stoi(std::string(step.substr(std::string_view(field.name).size())));
             while (value.Count() < entry)
                 value.Append();
             SetField(value.Edit(entry), path, text);
         } else {
-            if (step != name)
+            if (step != field.name)
                 return;
             SetField(value, path, text);
         }

@@ -73,7 +73,7 @@ TEST(SaveGame, WritesWhatNoReadGameHolds) {
                     "room 1, exit north, name = [action] && room 1, exit north, action = goto <Attic> && "
                     "room 1, exit south, name = Attic && room 1, exit south, action = msg <left over> && "
                     "room 1, object 1, name = lamp && room 1, object 1, suffix = of brass && "
-                    "room 1, object 1, speak action = x && room 1, object 1, gender = y && "
+                    "room 1, object 1, speak = x && room 1, object 1, gender = y && "
                     "error message 2, text = No.");
     const std::string bytes = SaveToBytes(game);
     EXPECT_EQ(bytes.substr(bytes.find("collectables")),

@@ -1,4 +1,4 @@
-#include "kel/NameKind.h"
+#include "kel/ParameterSyntax.h"
 
 #include "base/LineText.h"
 
