@@ -1,6 +1,7 @@
 #include "game/GameNames.h"
 
 #include "kel/ScriptLine.h"
+#include "model/Texts.h"
 
 #include <algorithm>
 #include <string_view>
@@ -14,89 +15,23 @@ namespace {
 /// Collects names, each once, in the order in which they come.
 class NameCollector {
 public:
+    /// @param name  outlives the collector
     void Add(std::string_view name) {
-        if (!name.empty() && seen_.emplace(name).second)
+        if (!name.empty() && seen_.insert(name).second)
             names_.emplace_back(name);
     }
 
-    void AddAll(const RecordList auto& list) {
-        for (const auto& record : list)
+    void AddAll(const RecordList auto& records) {
+        for (const auto& record : records)
             Add(record.Name);
     }
 
     std::vector<std::string> Take() { return std::move(names_); }
 
 private:
-    std::unordered_set<std::string> seen_;
+    std::unordered_set<std::string_view> seen_;
     std::vector<std::string> names_;
 };
-
-template <class Use>
-void UsePairs(const RecordList auto& pairs, Use use) {
-    for (const ScriptPair& pair : pairs)
-        use(pair.Script);
-}
-
-template <class Use>
-void UseScriptsOfThings(const List<Thing>& things, Use use) {
-    for (const Thing& thing : things) {
-        use(thing.Look);
-        use(thing.Speak);
-        use(thing.Take);
-        UsePairs(thing.Uses, use);
-        UsePairs(thing.Gives, use);
-    }
-}
-
-template <class Use>
-void UseScriptsOfRoom(const Room& room, Use use) {
-    use(room.Out->Script);
-    for (const auto& [direction, exit] : CompassExits)
-        use((room.*exit)->Script);
-    use(room.Script);
-    use(room.Description);
-    UsePairs(room.Places, use);
-    UsePairs(room.Commands, use);
-    UsePairs(room.Uses, use);
-    UseScriptsOfThings(room.Characters, use);
-    UseScriptsOfThings(room.Objects, use);
-}
-
-/// Gives every script of the game to `use`.
-template <class Use>
-void UseScripts(const GameModel& game, Use use) {
-    use(game.StartScript);
-    use(game.GameDescription);
-    use(game.BeforeTurnScript);
-    use(game.AfterTurnScript);
-    for (const PlayerCommand& command : game.PlayerCommands)
-        use(command.Script);
-    UsePairs(game.GameUses, use);
-    for (const Room& room : game.Rooms)
-        UseScriptsOfRoom(room, use);
-    for (const Procedure& procedure : game.Procedures)
-        use(procedure.Script);
-    for (const SelectionMenu& menu : game.SelectionMenus)
-        UsePairs(menu.Choices, use);
-}
-
-/// The names that no table of the game holds, but its scripts alone.
-std::vector<std::string> NamesInScripts(const GameModel& game, NameKind wanted,
-                                        const CommandLookup& commands) {
-    NameCollector names;
-    UseScripts(game, [&](std::string_view script) {
-        ForEachLine(script, [&](TextRange lineRange, int) {
-            const std::string_view line = lineRange.Of(script);
-            ForEachName(line, commands, [&](TextRange range, NameKind kind) {
-                if (kind == wanted)
-                    names.Add(range.Of(line));
-            });
-        });
-    });
-    std::vector<std::string> sorted = names.Take();
-    std::sort(sorted.begin(), sorted.end());
-    return sorted;
-}
 
 void AddThings(NameCollector& names, const GameModel& game, NameKind kind) {
     for (const Room& room : game.Rooms) {
@@ -105,6 +40,47 @@ void AddThings(NameCollector& names, const GameModel& game, NameKind kind) {
         if (kind != NameKind::Character)
             names.AddAll(room.Objects);
     }
+}
+
+void AddProcedures(NameCollector& names, const GameModel& game) {
+    for (const Procedure& procedure : game.Procedures)
+        if (!procedure.Name.starts_with(InternalProcedure))
+            names.Add(procedure.Name);
+}
+
+/// The names that no table of the game holds, but its scripts and patterns alone, by their kinds.
+std::map<NameKind, std::vector<std::string>> UsedNames(const GameModel& game, const CommandLookup& commands) {
+    std::map<NameKind, NameCollector> found;
+    for (const NameKind kind : {NameKind::Variable, NameKind::Flag, NameKind::Timer})
+        found[kind];
+    const auto addScript = [&](std::string_view script) {
+        ForEachLine(script, [&](TextRange lineRange, int) {
+            const std::string_view line = lineRange.Of(script);
+            ForEachCommandName(line, TakeApart(line, commands), [&](TextRange range, NameKind kind) {
+                if (const auto names = found.find(kind); names != found.end())
+                    names->second.Add(range.Of(line));
+            });
+        });
+    };
+    const auto addPattern = [&](std::string_view pattern) {
+        ForEachVariable(pattern, [&](TextRange range, char sign) {
+            if (sign == '#')
+                found[NameKind::Variable].Add(range.Of(pattern));
+            return sign == '#';
+        });
+    };
+    ForEachText(game, [&](const Place&, FieldUse use, const std::string& text) {
+        if (use.kind == FieldKind::Script)
+            addScript(text);
+        else if (use.kind == FieldKind::Pattern)
+            addPattern(text);
+    });
+    std::map<NameKind, std::vector<std::string>> sorted;
+    for (auto& [kind, names] : found) {
+        sorted[kind] = names.Take();
+        std::sort(sorted[kind].begin(), sorted[kind].end());
+    }
+    return sorted;
 }
 
 } // namespace
@@ -127,7 +103,7 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
         names.AddAll(game.Items);
         break;
     case NameKind::Procedure:
-        names.AddAll(game.Procedures);
+        AddProcedures(names, game);
         break;
     case NameKind::TextSection:
         names.AddAll(game.TextSections);
@@ -141,9 +117,23 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
     case NameKind::Variable:
     case NameKind::Flag:
     case NameKind::Timer:
-        return NamesInScripts(game, kind, commands);
+        return UsedNames(game, commands)[kind];
     }
     return names.Take();
+}
+
+const std::vector<std::string>& NameCache::Names(const GameModel& game, NameKind kind) {
+    if (!SameGame(game_, game)) { // copies of one game share their records, so that this takes no time
+        game_ = game;
+        names_.clear();
+    }
+    if (names_.contains(kind))
+        return names_[kind];
+    if (kind == NameKind::Variable || kind == NameKind::Flag || kind == NameKind::Timer)
+        names_.merge(UsedNames(game_, commands_)); // one walk finds all three
+    else
+        names_[kind] = GameNames(game_, kind, commands_);
+    return names_[kind];
 }
 
 } // namespace zem

@@ -2,9 +2,9 @@
 
 #include "base/LineText.h"
 #include "kel/IfLine.h"
-#include "kel/RenderScript.h"
 
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace zem {
@@ -16,7 +16,10 @@ constexpr std::string_view LineEnd = "\r\n";
 /// Puts the text together, two blanks for each step of indentation.
 class Listing {
 public:
-    Listing(const GameModel& game, const CommandLookup& commands) : game_(game), commands_(commands) {}
+    Listing(const GameModel& game, const CommandLookup& commands) : commands_(commands) {
+        for (const Procedure& procedure : game.Procedures)
+            internal_.emplace(procedure.Name, &procedure.Script); // the first of a name counts
+    }
 
     void Line(int indent, std::string_view line) {
         text_.append(static_cast<std::size_t>(indent) * 2, ' ').append(line).append("\n");
@@ -46,7 +49,7 @@ public:
 
     /// A script: beside its name when it is one line, below it otherwise.
     void Script(int indent, const std::string& name, const std::string& script) {
-        const std::string expanded = Expand(script);
+        const std::string& expanded = Expand(script);
         std::vector<std::string> lines;
         for (const std::string_view line : SplitAt(expanded, LineEnd))
             if (!Trim(line).empty())
@@ -77,13 +80,12 @@ public:
     std::string Take() { return std::move(text_); }
 
 private:
-    std::string Expand(const std::string& script) const {
-        try {
-            return RenderScript(script, ScriptForm::Plain, InternalProcedures::Expand, game_.Procedures,
-                                commands_, false);
-        } catch (const KelError&) {
-            return script; // a call that lacks its bracket
-        }
+    /// The body of the internal procedure, if that is all that the script calls.
+    const std::string& Expand(const std::string& script) const {
+        if (!BeginsWith(script, "do <~") || script.find('>') == std::string::npos)
+            return script;
+        const auto procedure = internal_.find(GetParameter(script));
+        return procedure == internal_.end() ? script : *procedure->second;
     }
 
     std::string Describe(const std::string& line) const {
@@ -91,8 +93,8 @@ private:
                                                : DescribeLine(line, commands_);
     }
 
-    const GameModel& game_;
     const CommandLookup& commands_;
+    std::unordered_map<std::string_view, const std::string*> internal_; // procedures by their names
     std::string text_;
 };
 

@@ -3,6 +3,7 @@
 #include "base/LineText.h"
 #include "kel/FormatCodes.h"
 
+#include <optional>
 #include <string_view>
 
 namespace zem {
@@ -56,6 +57,39 @@ std::string RenderScript(const std::string& script, ScriptForm form, InternalPro
     // The last line keeps its colour code, but no semicolon.
     if (form == ScriptForm::Rich && !result.empty())
         result.resize(result.size() - 3);
+    return result;
+}
+
+namespace {
+
+/// Nothing where the script cannot be rendered.
+template <class... Arguments>
+std::optional<std::string> TryRender(const Arguments&... arguments) {
+    try {
+        return RenderScript(arguments...);
+    } catch (const KelError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+std::string RenderForReading(const std::string& script, ScriptForm form, InternalProcedures internal,
+                             const Table<Procedure>& procedures, const CommandLookup& commands,
+                             bool friendly) {
+    if (const auto whole = TryRender(script, form, internal, procedures, commands, friendly))
+        return *whole;
+    const std::string raw = TryRender(script, form, internal, procedures, commands, false).value_or(script);
+    const bool isRich = form == ScriptForm::Rich;
+    std::string result;
+    for (const std::string_view line : SplitAt(raw, "\r\n")) {
+        if (Trim(line).empty())
+            continue;
+        const auto rendered =
+            TryRender(std::string(line), form, InternalProcedures::ShowCall, procedures, commands, friendly);
+        result += isRich && !result.empty() ? ";\r\n" : "";
+        result += rendered.value_or(std::string(line) + (isRich ? "|cr" : ""));
+    }
     return result;
 }
 

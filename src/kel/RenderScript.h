@@ -22,4 +22,10 @@ enum class InternalProcedures { Expand, ShowCall };
 std::string RenderScript(const std::string& script, ScriptForm form, InternalProcedures internal,
                          const Table<Procedure>& procedures, const CommandLookup& commands, bool friendly);
 
+/// The same for people to read: a line that lacks its parameter is shown as it is, and the others are
+/// rendered all the same.
+std::string RenderForReading(const std::string& script, ScriptForm form, InternalProcedures internal,
+                             const Table<Procedure>& procedures, const CommandLookup& commands,
+                             bool friendly);
+
 } // namespace zem

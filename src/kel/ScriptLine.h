@@ -152,34 +152,36 @@ bool IsAccepted(Visit& visit, TextRange range, NameKind kind) {
 
 } // namespace detail
 
-/// Calls visit(range, kind) for every name in a parameter: the parts that the syntax calls names, and the
-/// variables between "#" or "%" in any part. `visit` may return false for a variable that is none (see
-/// ForEachVariable).
+/// Calls visit(range, kind) for every part of the line that the syntax of its command or condition calls a
+/// name, inner "if"s included.
+/// @param parsed  the line taken apart
 template <class Visit>
-void ForEachNameInParameter(std::string_view parameter, const ParameterSyntax& syntax, Visit visit) {
-    ForEachPart(parameter, syntax, [&](TextRange range, NameKind kind) {
-        if (kind != NameKind::None && !range.IsEmpty())
-            visit(range, kind);
-    });
-    ForEachVariable(parameter, [&](TextRange range, char) {
-        return detail::IsAccepted(visit, range, NameKind::Variable);
+void ForEachCommandName(std::string_view line, const ScriptLine& parsed, Visit visit) {
+    ForEachCall(parsed, [&](const ScriptCall& call) {
+        if (!call.hasParameter || call.entry == nullptr)
+            return;
+        const std::size_t at = call.parameter.begin;
+        ForEachPart(call.parameter.Of(line), call.entry->syntax, [&](TextRange part, NameKind kind) {
+            if (kind != NameKind::None && !part.IsEmpty())
+                visit(TextRange{at + part.begin, at + part.end}, kind);
+        });
     });
 }
 
-/// Calls visit(range, kind) for every name in a line, conditions and inner "if"s included. A part that is
-/// made of a variable ("goto <#where#>") is visited as a room and as a variable. A line with a problem has
-/// no names.
+/// Calls visit(range, kind) for every name in the line: those of ForEachCommandName, and the variables
+/// between
+/// "#" or "%" in any parameter. `visit` may return false for a variable that is none (see ForEachVariable). A
+/// part that is made of a variable ("goto <#where#>") is visited both as a room and as a variable. A line
+/// with a problem has no names.
 template <class Visit>
 void ForEachName(std::string_view line, const CommandLookup& commands, Visit visit) {
-    static const ParameterSyntax noSyntax;
-    ForEachCall(TakeApart(line, commands), [&](const ScriptCall& call) {
-        const auto visitInLine = [&](TextRange range, NameKind kind) {
-            const std::size_t at = call.parameter.begin;
-            return detail::IsAccepted(visit, {at + range.begin, at + range.end}, kind);
-        };
-        if (call.hasParameter)
-            ForEachNameInParameter(call.parameter.Of(line),
-                                   call.entry == nullptr ? noSyntax : call.entry->syntax, visitInLine);
+    const ScriptLine parsed = TakeApart(line, commands);
+    ForEachCommandName(line, parsed, visit);
+    ForEachCall(parsed, [&](const ScriptCall& call) {
+        const std::size_t at = call.parameter.begin;
+        ForEachVariable(call.parameter.Of(line), [&](TextRange range, char) {
+            return detail::IsAccepted(visit, {at + range.begin, at + range.end}, NameKind::Variable);
+        });
     });
 }
 

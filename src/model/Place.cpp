@@ -92,7 +92,7 @@ private:
     template <class Value>
     bool FollowStep(const Value& value, const char* name, std::size_t depth, FieldUse use) {
         const int entry = place_.steps[depth].entry;
-        if constexpr (requires { value.Count(); }) {
+        if constexpr (RecordList<Value>) {
             if (entry < 1 || entry > value.Count())
                 return false;
             result_.steps.push_back({name, &KeyOf(value[entry]), entry});

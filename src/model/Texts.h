@@ -45,9 +45,7 @@ private:
         WalkStep(*record, {id, 0}, use);
     }
 
-    template <class List>
-    requires requires(const List& list) { list.Count(); }
-    void WalkValue(const List& list, FieldId id, FieldUse use) {
+    void WalkValue(const RecordList auto& list, FieldId id, FieldUse use) {
         int entry = 0;
         for (const auto& record : list)
             WalkStep(record, {id, ++entry}, use);
@@ -81,7 +79,7 @@ void SetText(Record& record, const Place& place, std::size_t depth, std::string&
                 return;
             auto& value = record.*field.member;
             using Value = std::remove_cvref_t<decltype(value)>;
-            if constexpr (requires { value.Count(); })
+            if constexpr (RecordList<Value>)
                 SetText(value.Edit(place.steps[depth].entry), place, depth + 1, std::move(text));
             else if constexpr (requires { value.Edit(); })
                 SetText(value.Edit(), place, depth + 1, std::move(text));

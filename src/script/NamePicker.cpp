@@ -2,21 +2,32 @@
 
 #include "forms/QtText.h"
 #include "kel/ScriptLine.h"
+#include "script/ScriptEditing.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 
 namespace zem {
 
-NamePicker::NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const GameModel& game,
-                       const CommandLookup& commands)
+namespace {
+
+constexpr int ShownCharacters = 12; // at least
+
+} // namespace
+
+NamePicker::NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const ScriptEditing& scripts)
     : QObject(&parameter),
       parameter_(parameter),
       label_(label),
       names_(names),
-      game_(game),
-      commands_(commands) {
+      scripts_(scripts) {
+    // Otherwise the box measures every name, and there may be 32,767.
+    names.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    names.setMinimumContentsLength(ShownCharacters);
+    names.setModel(&list_);
+    static_cast<QListView*>(names.view())->setUniformItemSizes(true);
     connect(&parameter, &QLineEdit::cursorPositionChanged, this, &NamePicker::Refresh);
     connect(&names, &QComboBox::textActivated, this, &NamePicker::Insert);
     Refresh();
@@ -41,14 +52,15 @@ ParameterPart PartAtCaret(const QLineEdit& parameter, const ParameterSyntax& syn
 
 void NamePicker::Refresh() {
     const NameKind kind = PartAtCaret(parameter_, syntax_).kind;
-    label_.setVisible(kind != NameKind::None);
-    names_.setVisible(kind != NameKind::None);
+    const bool hasNames = kind != NameKind::None && kind != NameKind::File; // files are no part of the game
+    label_.setVisible(hasNames);
+    names_.setVisible(hasNames);
     if (kind == shown_)
         return;
     shown_ = kind;
-    names_.clear();
-    for (const std::string& name : GameNames(game_, kind, commands_))
-        names_.addItem(ToQt(name));
+    const std::vector<std::string>& names = scripts_.Names(kind);
+    list_.Reset(static_cast<int>(names.size()),
+                [names](int row) { return ToQt(names[static_cast<std::size_t>(row)]); });
     names_.setCurrentIndex(-1);
 }
 

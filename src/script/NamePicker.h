@@ -1,11 +1,12 @@
 #pragma once
 
-#include "game/GameNames.h"
-#include "kel/CommandLookup.h"
-#include "model/GameModel.h"
+#include "forms/NameListModel.h"
+#include "kel/ParameterSyntax.h"
 
 #include <QObject>
 #include <QString>
+
+#include <string>
 
 class QComboBox;
 class QLabel;
@@ -13,15 +14,17 @@ class QLineEdit;
 
 namespace zem {
 
+class ScriptEditing;
+
 /// Offers the game's own names for the part of a parameter in which the caret stands; anything may be typed
 /// all the same.
 class NamePicker : public QObject {
     Q_OBJECT
 
 public:
-    /// The controls belong to one form; it owns this object. Game and commands outlive it.
-    NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const GameModel& game,
-               const CommandLookup& commands);
+    /// The controls belong to one form; it owns this object.
+    /// @param scripts  outlives the form
+    NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, const ScriptEditing& scripts);
 
     /// The syntax of the command that is chosen now; "!" or empty for one without names.
     void SetSyntax(const std::string& syntax);
@@ -33,8 +36,8 @@ private:
     QLineEdit& parameter_;
     QLabel& label_;
     QComboBox& names_;
-    const GameModel& game_;
-    const CommandLookup& commands_;
+    const ScriptEditing& scripts_;
+    NameListModel list_; // what the box shows
     ParameterSyntax syntax_;
     NameKind shown_ = NameKind::None;
 };

@@ -17,7 +17,8 @@ ScriptEditing::ScriptEditing(ChangeDoor& door, Dialogs& dialogs, const CommandLo
     : door_(door),
       dialogs_(dialogs),
       commands_(commands),
-      isFriendly_(std::move(isFriendly)) {}
+      isFriendly_(std::move(isFriendly)),
+      names_(commands) {}
 
 std::string ScriptEditing::EditScript(QWidget* parent, const std::string& script) {
     frmScriptLines form(*this, script, parent);
@@ -38,11 +39,7 @@ std::string ScriptEditing::Render(const std::string& script, ScriptForm form,
                                   InternalProcedures internal) const {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const auto end = qScopeGuard(QApplication::restoreOverrideCursor);
-    try {
-        return RenderScript(script, form, internal, door_.Game().Procedures, commands_, isFriendly_());
-    } catch (const KelError&) {
-        return script; // a command that lacks its parameter
-    }
+    return RenderForReading(script, form, internal, door_.Game().Procedures, commands_, isFriendly_());
 }
 
 void ScriptEditing::Show(const std::string& script, QTextEdit& box) const {

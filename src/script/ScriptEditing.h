@@ -2,11 +2,13 @@
 
 #include "forms/ChangeDoor.h"
 #include "forms/Dialogs.h"
+#include "game/GameNames.h"
 #include "kel/CommandLookup.h"
 #include "kel/RenderScript.h"
 
 #include <functional>
 #include <string>
+#include <vector>
 
 class QTextEdit;
 class QWidget;
@@ -31,7 +33,7 @@ public:
     /// Edits one "if" line; an empty line for a new one. Returns the given line when the author cancelled.
     std::string EditConditional(QWidget* parent, const std::string& line);
 
-    /// The script as it is shown; the script itself where it cannot be rendered.
+    /// The script as it is shown; each line that cannot be rendered as it is.
     std::string Render(const std::string& script, ScriptForm form, InternalProcedures internal) const;
 
     /// Paints the script, internal procedures expanded, into a read-only box.
@@ -42,11 +44,15 @@ public:
     Dialogs& PlatformDialogs() const { return dialogs_; }
     const CommandLookup& Commands() const { return commands_; }
 
+    /// The names of the game, for choosing one.
+    const std::vector<std::string>& Names(NameKind kind) const { return names_.Names(door_.Game(), kind); }
+
 private:
     ChangeDoor& door_;
     Dialogs& dialogs_;
     const CommandLookup& commands_;
     std::function<bool()> isFriendly_;
+    mutable NameCache names_; // of the game as it was when a name was last to be chosen
 };
 
 } // namespace zem

@@ -22,7 +22,7 @@ frmConditional::frmConditional(ScriptEditing& scripts, const std::string& line, 
       scripts_(scripts) {
     ui_->setupUi(this);
     names_ = new NamePicker(*ui_->txtConditionParameter, *ui_->lblConditionNames, *ui_->cmbConditionNames,
-                            scripts.Door().Game(), scripts.Commands());
+                            scripts);
     ui_->cmbJoiner->addItems({tr("and"), tr("or")});
     FillConditionChooser();
     for (QLineEdit* box : {ui_->txtConditionParameter, ui_->txtRaw})

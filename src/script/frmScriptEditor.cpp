@@ -23,8 +23,7 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
       ui_(std::make_unique<Ui::frmScriptEditor>()),
       scripts_(scripts) {
     ui_->setupUi(this);
-    names_ = new NamePicker(*ui_->txtParameter, *ui_->lblNames, *ui_->cmbNames, scripts.Door().Game(),
-                            scripts.Commands());
+    names_ = new NamePicker(*ui_->txtParameter, *ui_->lblNames, *ui_->cmbNames, scripts);
     ui_->cmbCommands->setVisible(!scripts.IsFriendly());
     ui_->cmbFriendly->setVisible(scripts.IsFriendly());
     ui_->lblCommand->setBuddy(VisibleChooser());

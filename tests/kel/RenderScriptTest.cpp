@@ -53,6 +53,23 @@ TEST(RenderScript, ExpandsInternalProceduresByTheirExactNameAndLeavesRawScriptsA
     EXPECT_EQ(render("msg <|bx>\r\n\r\n", InternalProcedures::Expand, false), "msg <|bx>\r\n\r\n");
 }
 
+TEST(RenderScript, ForReadingShowsALineThatCannotBeRenderedAsItIs) {
+    Table<Procedure> procedures;
+    procedures.Append({"~p", "msg\r\nclear\r\n"});
+    const auto render = [&](const char* script, ScriptForm form) {
+        return RenderForReading(script, form, InternalProcedures::Expand, procedures, Lookup(Commands), true);
+    };
+    for (const auto& [script, plain, rich] : CasesIn<3>("rendered-scripts")) {
+        EXPECT_EQ(render(script.c_str(), ScriptForm::Plain), plain) << script;
+        EXPECT_EQ(render(script.c_str(), ScriptForm::Rich), rich) << script;
+    }
+    EXPECT_EQ(render("msg <a>\r\n\r\nmsg\r\nclear", ScriptForm::Rich),
+              "Print \"a\"|cr;\r\nmsg|cr;\r\n|bClear|xb|cr");
+    EXPECT_EQ(render("msg\r\nmsg <b>", ScriptForm::Plain), "msgPrint \"b\"");
+    EXPECT_EQ(render("do <~p>", ScriptForm::Rich), "msg|cr;\r\n|bClear|xb|cr");
+    EXPECT_EQ(render("do <~p", ScriptForm::Plain), "Raw: do <~p") << "a call that is none";
+}
+
 TEST(CommandLookup, FindsByTheBeginningInFileOrderOrByTheWholeKeyword) {
     const CommandLookup lookup =
         Lookup({{"lose all", "all", "", "", ""}, {"LOSE", "one", "", "", ""}, {"lose", "two", "", "", ""}});
