@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <string_view>
 
@@ -17,7 +16,7 @@ struct TextRange {
     /// These bytes of the text, which must be as long as the range says.
     std::string_view Of(std::string_view text) const { return text.substr(begin, end - begin); }
 
-    auto operator<=>(const TextRange&) const = default;
+    bool operator==(const TextRange&) const = default;
 };
 
 /// The range without the blanks at its ends.

@@ -4,7 +4,6 @@
 #include "model/Fields.h"
 
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <initializer_list>
 #include <optional>
@@ -19,7 +18,7 @@ struct PlaceStep {
     FieldId list = FieldId::None;
     int entry = 0; // from 1; 0 for a record of its own
 
-    auto operator<=>(const PlaceStep&) const = default;
+    bool operator==(const PlaceStep&) const = default;
 };
 
 /// A place in a game: what problems, hits and errors point at, and what editors open. It is a plain value
@@ -44,7 +43,7 @@ struct Place {
     /// The same place without bytes: of the whole field.
     Place WholeField() const;
 
-    auto operator<=>(const Place&) const = default;
+    bool operator==(const Place&) const = default;
 };
 
 /// What a place leads to. The pointers are good as long as the game is not changed.
