@@ -66,7 +66,7 @@ public:
             return FileProblem;
         host_.SetFile(out);
         try {
-            ReplaceGame(game_, out, host_);
+            SaveGame(game_, out, host_);
         } catch (const KelError& error) {
             return Report(err_, out, error);
         }

@@ -2,7 +2,6 @@
 
 #include "base/KelError.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdio>
 #include <string>
@@ -20,12 +19,7 @@ std::string ReadFile(const std::string& path);
 
 /// Takes the first line, which ends at CR LF or LF, off the front of the bytes.
 inline std::string_view TakeLine(std::string_view& bytes) {
-    std::size_t end = 0;
-    const std::size_t few = std::min<std::size_t>(bytes.size(), 8);
-    while (end < few && bytes[end] != '\n') // faster than a search, where the line is short
-        ++end;
-    if (end == few)
-        end = bytes.find('\n', end);
+    const std::size_t end = bytes.find('\n');
     std::string_view line = bytes.substr(0, end);
     if (end != std::string_view::npos && line.ends_with('\r'))
         line.remove_suffix(1);

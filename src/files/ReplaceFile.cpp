@@ -7,8 +7,6 @@
 
 #include <exception>
 #include <filesystem>
-#include <map>
-#include <mutex>
 #include <string>
 #include <system_error>
 
@@ -139,45 +137,6 @@ void Settle(const fs::path& file, bool hasNewName) {
         throw KelError("the file cannot be written: " + DescribeSystemError(error.value()));
 }
 
-/// The files that hold half a version because they could not be put back. Only the backup is whole then, and
-/// a further save must not replace it by the half.
-class BrokenFiles {
-public:
-    void Add(const fs::path& file) {
-        const std::lock_guard lock(mutex_);
-        files_[file] = TimeOf(file);
-    }
-
-    void Remove(const fs::path& file) {
-        const std::lock_guard lock(mutex_);
-        files_.erase(file);
-    }
-
-    /// Not when somebody else has changed the file since.
-    bool Contains(const fs::path& file) {
-        const std::lock_guard lock(mutex_);
-        const auto found = files_.find(file);
-        return found != files_.end() && (found->second == UnknownTime || found->second == TimeOf(file));
-    }
-
-private:
-    static constexpr fs::file_time_type UnknownTime = fs::file_time_type::min();
-
-    static fs::file_time_type TimeOf(const fs::path& file) {
-        std::error_code error;
-        const fs::file_time_type time = fs::last_write_time(file, error);
-        return error ? UnknownTime : time;
-    }
-
-    std::mutex mutex_;
-    std::map<fs::path, fs::file_time_type> files_;
-};
-
-BrokenFiles& Broken() {
-    static BrokenFiles files;
-    return files;
-}
-
 /// Makes the file what it was, and returns whether that was possible. In place at first, so that its owner
 /// and its other names stay; else by a rename, which needs no room on a full disk.
 bool PutBack(const fs::path& file, const fs::path& backup) {
@@ -195,11 +154,8 @@ bool PutBack(const fs::path& file, const fs::path& backup) {
 
 /// Undoes what was written, and returns the sentence that tells where the author's version is.
 std::string Undo(const fs::path& file, const fs::path& backup) {
-    if (PutBack(file, backup)) {
-        Broken().Remove(file);
+    if (PutBack(file, backup))
         return FileIsAsBefore;
-    }
-    Broken().Add(file);
     return ". The previous version is in the file beside it whose name ends in \"~\"";
 }
 
@@ -217,7 +173,7 @@ void ReplaceFile(const std::string& path, const std::function<void(const std::st
     const bool isNew = !fs::exists(status);
     const bool isKept = fs::is_regular_file(status);
     const fs::path backup = WithSuffix(file, "~");
-    if (isKept && !(Broken().Contains(file) && fs::is_regular_file(LookUp(backup))))
+    if (isKept)
         KeepPrevious(file, backup);
     std::string problem;
     try {
@@ -225,7 +181,6 @@ void ReplaceFile(const std::string& path, const std::function<void(const std::st
         if (!isReplaced)
             write(file.string());
         Settle(file, isNew || isReplaced);
-        Broken().Remove(file);
         return;
     } catch (const std::exception& failure) {
         problem = failure.what();

@@ -35,7 +35,6 @@ constexpr Keyword<GameModel> GameRows[] = {
     {"kel-version ", reads::Nothing},
     {"error ", reads::Nothing},
 };
-constexpr Keywords<GameModel> GameKeywords(GameRows);
 
 struct HashIgnoringCase {
     std::size_t operator()(std::string_view text) const {
@@ -90,7 +89,7 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
         source.UseLine(block.FirstLine, [&](std::string_view line) { game.GameName = GetParameter(line); });
     std::string miscTags;
     source.UseInnerLines(block, [&](std::string_view line) {
-        if (GameKeywords.Read(game, line))
+        if (ReadByKeyword<GameModel>(GameRows, game, line))
             return;
         // An exact comparison: in capitals the line is no flag and is kept as it is.
         if (line == "nodebug")

@@ -4,6 +4,7 @@
 #include "reader/LineJoins.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <deque>
 #include <limits>
@@ -27,18 +28,47 @@ struct Brace {
     std::uint32_t next = 0; // index of the first brace that opens after this one is closed
 };
 
+/// A part of a block from one position to another, in which the outermost braces are `brace`, the one that
+/// opens after it is closed, and so on to before `pastBrace`.
+struct Stretch {
+    Position begin;
+    Position end;
+    std::uint32_t brace = 0;
+    std::uint32_t pastBrace = 0;
+};
+
 /// The lines of a block as they stood before its braces were replaced, and its braces in order of opening.
 struct BracedBlock {
     std::size_t firstLine = 0;
     std::vector<SourceText::Piece> lines;
     std::vector<Brace> braces;
 
-    Position End() const { return {static_cast<std::uint32_t>(lines.size() - 1), lines.back().size}; }
+    Stretch Whole() const {
+        return {{},
+                EndOf(static_cast<std::uint32_t>(lines.size() - 1)),
+                0,
+                static_cast<std::uint32_t>(braces.size())};
+    }
+    Stretch Inside(std::uint32_t brace) const {
+        const auto& [open, close, next] = braces[brace];
+        return {{open.line, open.column + 1}, close, brace + 1, next};
+    }
+
+    Position EndOf(std::uint32_t line) const { return {line, lines[line].size}; }
 
     /// The text between two positions on one line.
     SourceText::Piece Between(Position from, Position to) const {
+        assert(from.line == to.line && from.column <= to.column);
         return {lines[from.line].start + from.column, to.column - from.column};
     }
+};
+
+/// A line with calls in the place of its braced scripts, and the lines of the block that it came from: what
+/// follows a "}" goes on on the line of its "{".
+struct FlatLine {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+    SourceText::Piece text;
 };
 
 /// A braced script that waits to become a procedure: one brace of a block, with everything nested in it.
@@ -103,13 +133,11 @@ private:
         if (count == 0)
             return;
         const BracedBlock& block = blocks_.emplace_back(FindBraces(source_, span, count));
-        Flatten(
-            block, {0, 0}, block.End(), 0, static_cast<std::uint32_t>(block.braces.size()),
-            [&](std::size_t line, SourceText::Piece text) { source_.SetLine(span.FirstLine + line, text); },
-            [&](std::size_t first, std::size_t last) {
-                for (std::size_t line = first; line <= last; ++line)
-                    source_.ClearLine(span.FirstLine + line);
-            });
+        for (const FlatLine& line : Flatten(block, block.Whole())) {
+            source_.SetLine(span.FirstLine + line.first, line.text);
+            for (std::size_t taken = line.first + 1; taken <= line.last; ++taken)
+                source_.ClearLine(span.FirstLine + taken);
+        }
     }
 
     std::size_t CountBraces(const BlockSpan& span) const {
@@ -123,71 +151,54 @@ private:
 
     void AppendProcedure(const PendingScript& script) {
         const BracedBlock& block = *script.block;
-        const Brace& brace = block.braces[script.brace];
-        const Position begin{brace.open.line, brace.open.column + 1};
+        const Stretch stretch = block.Inside(script.brace);
         const std::size_t first = source_.LineCount() + 1;
         text_ = "define procedure ";
         AppendName(script.number);
-        source_.AppendSourceLine(source_.MakeText(text_), Origin(block, begin.line));
-        Flatten(
-            block, begin, brace.close, script.brace + 1, brace.next,
-            [&](std::size_t line, SourceText::Piece text) {
-                if (line == begin.line)
-                    text = source_.Trimmed(text);
-                if (line != begin.line || text.size != 0)
-                    source_.AppendSourceLine(text, Origin(block, line));
-            },
-            // One empty line stands for all: a line above it that ends "__" is joined to the next one, and no
-            // further. A line for each would add up to the square of the depth.
-            [&](std::size_t firstTaken, std::size_t /*last*/) {
-                source_.AppendSourceLine({}, Origin(block, firstTaken));
-            });
-        source_.AppendSourceLine(source_.MakeText("end define"), Origin(block, brace.close.line));
+        source_.AppendSourceLine(source_.MakeText(text_), Origin(block, stretch.begin.line));
+        for (const FlatLine& line : Flatten(block, stretch))
+            AppendProcedureLine(block, line, line.first == stretch.begin.line);
+        source_.AppendSourceLine(source_.MakeText("end define"), Origin(block, stretch.end.line));
         source_.Blocks().push_back({first, source_.LineCount()});
+    }
+
+    void AppendProcedureLine(const BracedBlock& block, const FlatLine& line, bool isFirst) {
+        const SourceText::Piece text = isFirst ? source_.Trimmed(line.text) : line.text;
+        if (!isFirst || text.size != 0)
+            source_.AppendSourceLine(text, Origin(block, line.first));
+        // One empty line stands for all: a line above it that ends "__" is joined to the next one, and no
+        // further. A line for each would add up to the square of the depth.
+        if (line.last > line.first)
+            source_.AppendSourceLine({}, Origin(block, line.first + 1));
     }
 
     std::size_t Origin(const BracedBlock& block, std::size_t line) const {
         return source_.LineInFile(block.firstLine + line);
     }
 
-    /// Walks the text from `begin` to `end`, in which the outermost braces are among `brace` to `pastBrace`,
-    /// and emits its lines with each outermost braced script replaced by a call. What follows a "}" goes on
-    /// on the line of its "{"; the lines below that a braced script took up go to `take`. `emit` gets the
-    /// line's number in the block and its text.
-    template <class Emit, class Take>
-    void Flatten(const BracedBlock& block, Position begin, Position end, std::uint32_t brace,
-                 std::uint32_t pastBrace, Emit emit, Take take) {
-        Position at = begin;
-        std::uint32_t startingLine = begin.line;
-        bool isRewritten = false; // then the line's text up to `at` is in text_
-        const auto finishLine = [&](Position lineEnd) {
-            SourceText::Piece text = block.Between(at, lineEnd);
-            if (isRewritten)
-                text = source_.MakeText(text_.append(source_.Text(text)));
-            emit(startingLine, text);
-            if (startingLine < lineEnd.line)
-                take(startingLine + 1, lineEnd.line);
-            isRewritten = false;
-        };
-        const auto goToLine = [&](std::uint32_t line) {
-            while (at.line < line) {
-                finishLine({at.line, block.lines[at.line].size});
-                at = {at.line + 1, 0};
-                startingLine = at.line;
+    /// The lines of a part of a block, with a call of a procedure to be made for each outermost braced
+    /// script.
+    std::vector<FlatLine> Flatten(const BracedBlock& block, const Stretch& stretch) {
+        std::vector<FlatLine> lines;
+        std::uint32_t brace = stretch.brace;
+        for (Position at = stretch.begin; at.line <= stretch.end.line; at = {at.line + 1, 0}) {
+            const std::uint32_t first = at.line;
+            const std::uint32_t firstBrace = brace;
+            text_.clear();
+            for (; brace < stretch.pastBrace && block.braces[brace].open.line == at.line;
+                 brace = block.braces[brace].next) {
+                const Brace& script = block.braces[brace];
+                text_.append(source_.Text(block.Between(at, script.open))).append(" do ");
+                AppendName(AddPending(block, brace));
+                at = {script.close.line, script.close.column + 1};
             }
-        };
-        for (; brace < pastBrace; brace = block.braces[brace].next) {
-            const Brace& script = block.braces[brace];
-            goToLine(script.open.line);
-            if (!isRewritten)
-                text_.clear();
-            isRewritten = true;
-            text_.append(source_.Text(block.Between(at, script.open))).append(" do ");
-            AppendName(AddPending(block, brace));
-            at = {script.close.line, script.close.column + 1};
+            SourceText::Piece text =
+                block.Between(at, at.line == stretch.end.line ? stretch.end : block.EndOf(at.line));
+            if (brace != firstBrace)
+                text = source_.MakeText(text_.append(source_.Text(text)));
+            lines.push_back({first, at.line, text});
         }
-        goToLine(end.line);
-        finishLine(end);
+        return lines;
     }
 
     /// Adds the name of an internal procedure, in its brackets, to the text that is being made.

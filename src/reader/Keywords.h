@@ -3,7 +3,6 @@
 #include "base/LineText.h"
 #include "model/GameModel.h"
 
-#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,36 +16,17 @@ struct Keyword {
     void (*read)(Record& record, std::string_view line, std::string_view word);
 };
 
-/// The keywords of a block. The order of the rows is the order of the tests, and the first that matches
-/// decides.
+/// Reads a trimmed line into the record by the first row whose keyword it begins with; false when there is
+/// none. The order of the rows is the order of the tests.
 template <class Record>
-class Keywords {
-public:
-    /// @param rows  outlive the object
-    constexpr explicit Keywords(std::span<const Keyword<Record>> rows) : rows_(rows) {
-        for (const Keyword<Record>& row : rows)
-            firsts_[static_cast<unsigned char>(row.word.front())] = true;
-    }
-
-    /// Reads a trimmed line into the record by the first keyword that it begins with; false when there is
-    /// none.
-    bool Read(Record& record, std::string_view line) const {
-        // The first letter tells most keywords apart, and most lines that no keyword takes.
-        const char first = line.empty() ? '\0' : Lower(line.front());
-        if (!firsts_[static_cast<unsigned char>(first)])
-            return false;
-        for (const Keyword<Record>& keyword : rows_)
-            if (keyword.word.front() == first && BeginsWith(line, keyword.word)) {
-                keyword.read(record, line, keyword.word);
-                return true;
-            }
-        return false;
-    }
-
-private:
-    std::span<const Keyword<Record>> rows_;
-    std::array<bool, 256> firsts_{}; // the first letters of all words
-};
+bool ReadByKeyword(std::span<const Keyword<Record>> rows, Record& record, std::string_view line) {
+    for (const Keyword<Record>& row : rows)
+        if (BeginsWith(line, row.word)) {
+            row.read(record, line, row.word);
+            return true;
+        }
+    return false;
+}
 
 /// What a row of a keyword table does with its line: the usual ways.
 namespace reads {

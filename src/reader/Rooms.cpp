@@ -48,7 +48,6 @@ constexpr Keyword<Room> RoomRows[] = {
     {"'", reads::Nothing},
     {"end define", reads::Nothing},
 };
-constexpr Keywords<Room> RoomKeywords(RoomRows);
 
 void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
     bool inThing = false; // the lines of a character or object are for ReadThings
@@ -57,7 +56,7 @@ void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
             inThing = !BeginsWith(line, "end define");
         else if (BeginsWith(line, "define "))
             inThing = true;
-        else if (!RoomKeywords.Read(room, line))
+        else if (!ReadByKeyword<Room>(RoomRows, room, line))
             KeepLine(room.MiscTags, line);
     });
 }

@@ -10,7 +10,6 @@ constexpr Keyword<SelectionMenu> MenuRows[] = {
     {"choice ", reads::AppendPair<&SelectionMenu::Choices>},
     {"info ", reads::Parameter<&SelectionMenu::Info>},
 };
-constexpr Keywords<SelectionMenu> MenuKeywords(MenuRows);
 
 } // namespace
 
@@ -20,7 +19,7 @@ void ReadSelectionMenus(GameModel& game, const SourceText& source) {
             SelectionMenu& menu = game.SelectionMenus.Append();
             menu.Name = GetParameter(firstLine);
             source.UseInnerLines(block, [&](std::string_view line) {
-                MenuKeywords.Read(menu, line); // any other line is dropped
+                ReadByKeyword<SelectionMenu>(MenuRows, menu, line); // any other line is dropped
             });
         });
     });

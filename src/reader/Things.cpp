@@ -1,6 +1,7 @@
 #include "reader/BlockReaders.h"
 #include "reader/Keywords.h"
 
+#include <span>
 #include <string_view>
 #include <unordered_map>
 
@@ -25,7 +26,6 @@ constexpr Keyword<Thing> CharacterRows[] = {
     {"suffix ", reads::Parameter<&Thing::Suffix>}, {"give ", reads::AppendPair<&Thing::Gives>},
     {"use ", reads::AppendPair<&Thing::Uses>},     {"'", reads::Nothing},
 };
-constexpr Keywords<Thing> CharacterKeywords(CharacterRows);
 
 // Objects neither speak nor have a gender, and nothing is given to them: such lines are kept as they are.
 constexpr Keyword<Thing> ObjectRows[] = {
@@ -33,36 +33,36 @@ constexpr Keyword<Thing> ObjectRows[] = {
     {"prefix ", reads::Parameter<&Thing::Prefix>}, {"suffix ", reads::Parameter<&Thing::Suffix>},
     {"use ", reads::AppendPair<&Thing::Uses>},     {"'", reads::Nothing},
 };
-constexpr Keywords<Thing> ObjectKeywords(ObjectRows);
 
-void ReadThingLine(Thing& thing, const Keywords<Thing>& keywords, std::string_view line) {
+using ThingKeywords = std::span<const Keyword<Thing>>;
+
+void ReadThingLine(Thing& thing, ThingKeywords keywords, std::string_view line) {
     if (line == "hidden")
         thing.Hidden = true;
     else if (line == "invisible")
         thing.Invisible = true;
-    else if (!keywords.Read(thing, line))
+    else if (!ReadByKeyword<Thing>(keywords, thing, line))
         KeepLine(thing.MiscTags, line);
 }
 
 void ReadThingsOfRoom(Room& room, const SourceText& source, const BlockSpan& block) {
     Thing* thing = nullptr; // the one whose lines are being read
-    const Keywords<Thing>* keywords = nullptr;
-    const auto startThing = [&](List<Thing>& things, const Keywords<Thing>& itsKeywords,
-                                std::string_view line) {
+    ThingKeywords keywords;
+    const auto startThing = [&](List<Thing>& things, ThingKeywords itsKeywords, std::string_view line) {
         const std::string_view name = GetParameter(line);
         thing = &things.Append();
         thing->Name = name;
-        keywords = &itsKeywords;
+        keywords = itsKeywords;
     };
     source.UseInnerLines(block, [&](std::string_view line) {
         if (thing != nullptr && BeginsWith(line, "end define"))
             thing = nullptr;
         else if (thing != nullptr)
-            ReadThingLine(*thing, *keywords, line);
+            ReadThingLine(*thing, keywords, line);
         else if (BeginsWith(line, "define character"))
-            startThing(room.Characters, CharacterKeywords, line);
+            startThing(room.Characters, CharacterRows, line);
         else if (BeginsWith(line, "define object"))
-            startThing(room.Objects, ObjectKeywords, line);
+            startThing(room.Objects, ObjectRows, line);
     });
 }
 

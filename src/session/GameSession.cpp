@@ -167,7 +167,7 @@ void GameSession::SaveGame(const QString& path) {
         const auto end = qScopeGuard([this] { host_.CloseProgress(); });
         const std::string file = PathFromQt(path);
         try {
-            ReplaceGame(game_, file, host_);
+            zem::SaveGame(game_, file, host_);
         } catch (const KelError& error) {
             throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to save game"));
         }

@@ -221,35 +221,18 @@ void WriteGame(const GameModel& game, const std::string& path, Output& output) {
     writer.Flush();
 }
 
-namespace {
-
-void AnnounceSave(const GameModel& game, Host& host) {
+void SaveGame(GameModel& game, const std::string& path, Host& host) {
     if (game.StartRoom.empty())
         host.ShowNotice("This game has no start place defined. The game will not work properly in Veldt "
                         "unless a start room is selected from the Game Properties window.\r\n\r\n"
                         "Click OK to continue saving this game.",
                         "No start place");
     host.ShowStage("Saving file...");
-}
-
-void WriteGameFile(const GameModel& game, const std::string& path, const std::string& file) {
-    OutputFile output(file);
-    WriteGame(game, path, output);
-    output.Close();
-}
-
-} // namespace
-
-void SaveGame(GameModel& game, const std::string& path, Host& host) {
-    AnnounceSave(game, host);
-    WriteGameFile(game, path, path);
-    game.FileName = path;
-    game.Modified = false;
-}
-
-void ReplaceGame(GameModel& game, const std::string& path, Host& host) {
-    AnnounceSave(game, host);
-    ReplaceFile(path, [&](const std::string& file) { WriteGameFile(game, path, file); });
+    ReplaceFile(path, [&](const std::string& file) {
+        OutputFile output(file);
+        WriteGame(game, path, output);
+        output.Close();
+    });
     game.FileName = path;
     game.Modified = false;
 }

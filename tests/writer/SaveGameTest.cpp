@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 std::string SaveProblem(GameModel& game, const std::string& path) {
     RecordingHost host;
-    return ProblemOf([&] { ReplaceGame(game, path, host); });
+    return ProblemOf([&] { SaveGame(game, path, host); });
 }
 
 /// All 0 for a file that is not there.
