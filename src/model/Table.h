@@ -86,12 +86,10 @@ public:
 
     /// Compares the records, without looking into those that both tables share.
     friend bool operator==(const Table& a, const Table& b) {
-        // Tables of the same records may be grouped differently after some were removed.
-        return a.groups_ == b.groups_ ||
-               (a.Count() == b.Count() &&
-                std::equal(a.begin(), a.end(), b.begin(), [](const Record& left, const Record& right) {
-                    return &left == &right || left == right;
-                }));
+        if (a.IsGroupedLike(b))
+            return a.groups_ == b.groups_;
+        // The same records may stand in other groups after some were removed.
+        return a.Count() == b.Count() && std::equal(a.begin(), a.end(), b.begin());
     }
 
 private:
@@ -124,6 +122,11 @@ private:
         assert(after != groups_->begin() && k <= (after - 1)->End());
         return {static_cast<std::size_t>(after - groups_->begin()) - 1,
                 static_cast<std::size_t>(k - 1 - (after - 1)->first)};
+    }
+
+    bool IsGroupedLike(const Table& other) const {
+        return std::equal(groups_->begin(), groups_->end(), other.groups_->begin(), other.groups_->end(),
+                          [](const Group& a, const Group& b) { return a.first == b.first; });
     }
 
     Shared<std::vector<Group>> groups_;
