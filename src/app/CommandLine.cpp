@@ -1,9 +1,11 @@
 #include "app/CommandLine.h"
 
+#include "base/TextFile.h"
 #include "forms/QtText.h"
 #include "game/PrintGame.h"
 #include "kel/ErrorCatalogue.h"
 #include "model/GameModel.h"
+#include "reader/InspectFile.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
 
@@ -93,13 +95,24 @@ private:
     bool Load(const std::string& file) {
         host_.SetFile(file);
         try {
-            return LoadGame(game_, file, host_);
+            if (!LoadGame(game_, file, host_))
+                return false;
+            Warn(file);
+            return true;
         } catch (const KelError& error) {
             Report(err_, file, error);
+            if (error.Line() != 0)
+                Warn(file); // It may tell how the line came to be wrong.
         } catch (const std::exception& error) {
             Report(err_, file, KelError(error.what())); // most likely a file larger than the memory
         }
         return false;
+    }
+
+    void Warn(const std::string& file) {
+        for (const auto& [line, text] : InspectFile(ReadFile(file)).remarks)
+            err_ << file << ':' << (line == 0 ? "" : std::to_string(line) + ':')
+                 << " warning: " << ToTerminal(text) << '\n';
     }
 
     std::string programFolder_;
