@@ -81,6 +81,23 @@ TEST(CommandLine, ReportsProblemsByFileAndLineAndLeavesTheOutput) {
     EXPECT_EQ(ReadBytes(out), "as it was");
 }
 
+TEST(CommandLine, WarnsOfWhatALoadMakesOfAFileAndGoesOn) {
+    const TempFolder folder;
+    const std::string odd =
+        folder.Write("odd.kel", "define game <\xC3\xA9>\nend define\ndefine room<r>\nend define\n");
+    const std::string broken =
+        folder.Write("broken.kel", "define synonyms\n<<<<<<< ours\na = b\nend define\n");
+    for (const auto& [file, status, warning] : Cases<std::string, int, std::string>{
+             {odd, 0, odd + ": warning: the text is UTF-8"},
+             {odd, 0, odd + ":3: warning: a room must begin"},
+             {broken, 1, broken + ":2: warning: this line begins a conflict"},
+         }) {
+        const ZemCall run({"print", file});
+        EXPECT_EQ(run.result.exitStatus, status);
+        EXPECT_NE(run.err.find(warning), std::string::npos) << run.err;
+    }
+}
+
 TEST(CommandLine, PrintsGames) {
     for (const std::filesystem::path& game : FilesIn(ZEM_TEST_DATA "/print"))
         EXPECT_EQ(ZemCall({"print", game.string()}).out,
