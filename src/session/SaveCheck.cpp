@@ -17,7 +17,7 @@ std::vector<LostPlace> ReadBackFile(const GameModel& game) {
     try {
         return ReadBack(game, ReadFile(game.FileName));
     } catch (const std::exception& error) {
-        return {{"", 0, "", 0, std::string("The file that was saved cannot be read: ") + error.what()}};
+        return {LostPlace{{}, std::string("The file that was saved cannot be read: ") + error.what()}};
     }
 }
 
