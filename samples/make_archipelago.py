@@ -870,10 +870,8 @@ def menu_block():
 
 def room_block(room):
     lines = [f"indescription <You are {word}>" for word, kinds in STANDING.items() if room.kind in kinds]
-    if room.name.startswith("Chapel"):
-        lines.insert(0, "prefix <the>")
     if room.kind in ("inn", "chapel", "shop"):
-        lines.insert(0, f"alias <{room.kind}>")
+        lines[:0] = [f"alias <{room.kind}>", "prefix <the>"]
     lines.append(f"look <{room.text}>")
     lines += [f"{direction} <{neighbour.name}>" for direction, neighbour in room.exits.items()]
     lines += [f"place <{text}> {script}".rstrip() for text, script in room.places]

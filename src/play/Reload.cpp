@@ -124,6 +124,7 @@ Outcome Session::Reload(std::shared_ptr<const World> world, const std::vector<Re
         state_.Set(RoomBefore, 0);
     choices_.clear();
     replayed_ = steps_.size();
+    isStartReplayed_ = true;
     told.need = need_;
     if (!pending_)
         return told;

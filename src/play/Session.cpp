@@ -208,9 +208,18 @@ Outcome Session::Play(Input input) {
         AddStep(before);
         isUnsaved_ = true;
     }
-    if (result.isStep || input.kind == Input::Seconds || log_.empty())
+    const bool isStart = log_.empty();
+    if (result.isStep || input.kind == Input::Seconds || isStart)
         log_ += Pack(input);
+    if (isStart)
+        NoteStart();
     return std::move(result.outcome);
+}
+
+void Session::NoteStart() {
+    startLog_ = log_.size();
+    startMark_ = state_.Here();
+    isStartReplayed_ = false;
 }
 
 void Session::NoteLine(const std::string& line, const Meaning& meaning) {
@@ -275,11 +284,15 @@ bool Session::Undo() {
         need_ = Need::Line;
         return true;
     }
-    if (steps_.empty())
+    if (log_.size() <= startLog_)
         return false;
-    if (steps_.size() <= replayed_)
-        Replay(steps_.size() - 1);
-    else {
+    const bool isFirst = steps_.empty(); // only time has passed since the beginning
+    if (steps_.size() <= replayed_ && (!isFirst || isStartReplayed_))
+        Replay(isFirst ? startLog_ : steps_.back().log);
+    else if (isFirst) {
+        state_.GoBackTo(startMark_);
+        log_.resize(startLog_);
+    } else {
         const Step step = steps_.back();
         steps_.pop_back();
         state_.GoBackTo({step.writes, step.texts});
@@ -319,7 +332,7 @@ Outcome Session::Restore(std::string_view bytes) {
     need_ = state_[Ending] == Playing ? Need::Line : Need::Nothing;
     Outcome outcome = Say(Message::Restored);
     for (const std::string& name : lost)
-        outcome.warnings.push_back({{}, "the saved game has a " + name + ", which the game has not"});
+        outcome.warnings.push_back({{}, "the saved game names the " + name + ", which the game has not"});
     return outcome;
 }
 
@@ -405,10 +418,9 @@ Input Session::Unpack(const std::vector<std::string>& fields) const {
     return input;
 }
 
-void Session::Replay(std::size_t steps) {
+void Session::Replay(std::size_t end) {
     const std::string old = std::exchange(log_, {});
     const std::deque<Step> oldSteps = std::exchange(steps_, {});
-    const std::size_t end = steps < oldSteps.size() ? oldSteps[steps].log : old.size();
     NewState();
     std::string_view rest = std::string_view(old).substr(0, end);
     while (!rest.empty()) {
@@ -422,6 +434,8 @@ void Session::Replay(std::size_t steps) {
         state_.Tidy(before);
         if (isStep)
             steps_.push_back({static_cast<std::uint32_t>(before.writes), before.texts, at});
+        if (at == 0)
+            NoteStart();
     }
     replayed_ = 0;
 }

@@ -73,7 +73,7 @@ public:
 
     /// Takes the last turn back, an unfinished one first. False when there is none.
     bool Undo();
-    bool CanUndo() const { return pending_.has_value() || !steps_.empty(); }
+    bool CanUndo() const { return log_.size() > startLog_ || (pending_.has_value() && !log_.empty()); }
     /// How many turns can be taken back.
     std::size_t StepCount() const { return steps_.size(); }
 
@@ -145,7 +145,8 @@ private:
     Input Unpack(const std::vector<std::string>& fields) const;
     std::string PackReference(const Reference& reference) const;
     Reference UnpackReference(const std::string& packed) const;
-    void Replay(std::size_t steps);
+    void NoteStart();
+    void Replay(std::size_t end);
     void ReplayEntry(const std::vector<std::string>& fields);
     void NewState();
     bool RestoreState(std::string_view bytes, std::vector<std::string>& lost);
@@ -174,7 +175,10 @@ private:
     StartingPoint point_;      // where play began; without a room, at the beginning
     std::string log_;          // of all input so far, packed
     std::deque<Step> steps_;   // turns that can be taken back
-    std::size_t replayed_ = 0; // so many of them can only be taken back by playing again
+    std::size_t startLog_ = 0; // the length of the log when the game had begun
+    State::Mark startMark_;
+    bool isStartReplayed_ = false; // the way back to the start is to play it again
+    std::size_t replayed_ = 0;     // so many of them can only be taken back by playing again
 };
 
 } // namespace zem::play

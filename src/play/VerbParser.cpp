@@ -101,11 +101,6 @@ std::optional<std::string_view> After(std::string_view sentence, std::string_vie
     return sentence.substr(verb.size() + 1);
 }
 
-struct Halves {
-    std::string_view before;
-    std::string_view after;
-};
-
 /// The ways to part a phrase at a word, from left to right; with no word, between any two of its words.
 std::vector<Halves> PartAtWord(std::string_view phrase, std::string_view word) {
     std::vector<Halves> ways;
@@ -308,18 +303,31 @@ Meaning VerbParser::Drop(std::string_view name) const {
     return Does(Verb::Drop, found.one);
 }
 
+std::optional<Halves> VerbParser::BestWay(const std::vector<Halves>& ways) const {
+    // The name of an item may have such a word itself, so the way that makes the most sense is taken.
+    std::optional<Halves> best;
+    int bestSense = -1;
+    for (const Halves& way : ways) {
+        const Found had = names_.Item(way.before, NameSearch::Had::Yes);
+        const Found any = names_.Item(way.before, NameSearch::Had::Either);
+        const int sense = (had.result == Found::One ? 8 : 0) + (any.result == Found::One ? 4 : 0) +
+                          (any.result != Found::Nothing ? 2 : 0) +
+                          (names_.ThingHere(way.after).result != Found::Nothing ? 1 : 0);
+        if (sense > bestSense)
+            best = way;
+        bestSense = std::max(bestSense, sense);
+    }
+    return best;
+}
+
 Meaning VerbParser::Use(std::string_view rest) const {
     const Found whole = names_.Item(rest, NameSearch::Had::Yes);
     std::vector<Halves> ways = PartAtWord(rest, "on");
     const std::vector<Halves> withs = PartAtWord(rest, "with");
     ways.insert(ways.end(), withs.begin(), withs.end());
     if (whole.result != Found::One && !ways.empty()) {
-        // The name of an item may have such a word itself, so the way that names an item is taken.
-        for (const NameSearch::Had had : {NameSearch::Had::Yes, NameSearch::Had::Either})
-            for (const Halves& way : ways)
-                if (names_.Item(way.before, had).result != Found::Nothing)
-                    return UseOn(way.before, way.after);
-        return UseOn(ways.front().before, ways.front().after);
+        const Halves way = *BestWay(ways);
+        return UseOn(way.before, way.after);
     }
     if (auto unclear = Unclear(whole, rest))
         return *unclear;
@@ -349,13 +357,8 @@ Meaning VerbParser::UseOn(std::string_view item, std::string_view thing) const {
 Meaning VerbParser::Give(std::string_view rest) const {
     if (rest.empty())
         return NotUnderstood(Message::NeedName);
-    const std::vector<Halves> tos = PartAtWord(rest, "to");
-    for (const NameSearch::Had had : {NameSearch::Had::Yes, NameSearch::Had::Either})
-        for (const Halves& way : tos)
-            if (names_.Item(way.before, had).result != Found::Nothing)
-                return GiveTo(way.before, way.after);
-    if (!tos.empty())
-        return GiveTo(tos.front().before, tos.front().after);
+    if (const std::optional<Halves> way = BestWay(PartAtWord(rest, "to")))
+        return GiveTo(way->before, way->after);
     if (names_.Item(rest, NameSearch::Had::Either).result != Found::Nothing)
         return GiveTo(rest, {});
     for (const NameSearch::Had had : {NameSearch::Had::Yes, NameSearch::Had::Either})

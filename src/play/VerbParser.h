@@ -4,6 +4,12 @@
 
 namespace zem::play {
 
+/// A phrase parted at one of its words.
+struct Halves {
+    std::string_view before;
+    std::string_view after;
+};
+
 /// Understands the verbs that every game has.
 class VerbParser {
 public:
@@ -25,6 +31,7 @@ private:
     Meaning Take(std::string_view name) const;
     Meaning Drop(std::string_view name) const;
     Meaning Use(std::string_view rest) const;
+    std::optional<Halves> BestWay(const std::vector<Halves>& ways) const;
     Meaning UseOn(std::string_view item, std::string_view thing) const;
     Meaning Give(std::string_view rest) const;
     Meaning GiveTo(std::string_view item, std::string_view whom) const;
