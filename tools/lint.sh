@@ -5,8 +5,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
-cmake --preset release >/dev/null
-cmake --build --preset release >/dev/null # makes the headers of the forms
+cmake --preset lint >/dev/null
+cmake --build --preset lint >/dev/null # makes the headers of the forms, and compiles nothing
 files=("$@")
 [ ${#files[@]} -gt 0 ] || mapfile -t files < <(git ls-files 'src/*.cpp' 'bench/*.cpp')
-printf '%s\n' "${files[@]}" | xargs -P "$(nproc)" -n 1 clang-tidy -p build/release --quiet
+printf '%s\n' "${files[@]}" | xargs -P "$(nproc)" -n 1 clang-tidy -p build/lint --quiet

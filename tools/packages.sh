@@ -31,9 +31,28 @@ install_packages() {
     done
 }
 
-# Configures and builds a preset; quiet unless something is wrong.
+# Configures and builds a preset, and says how far it is; all that the compiler says goes into build/PRESET/build.log, too.
 build_preset() {
+    local log=build/$1/build.log
     echo "Building the $1 preset in build/$1"
     cmake --preset "$1" >/dev/null
-    cmake --build --preset "$1" ${2:+--target "$2"}
+    NINJA_STATUS='[%p %f of %t, %e s] ' cmake --build --preset "$1" ${2:+--target "$2"} 2>&1 | tee "$log" | show_progress ||
+        { echo "The build failed; $log tells all of it." >&2; return 1; }
+}
+
+# Turns the build's lines into one line that counts up, or into a line for every ten per cent where the output is no
+# terminal. Whatever else is said stays.
+show_progress() {
+    local line shown=-10
+    while IFS= read -r line; do
+        if [[ ! $line =~ ^\[\ *([0-9]+)%\ ([^]]*)\] ]]; then
+            echo "$line"
+        elif [ -t 1 ]; then
+            printf '\r  %s%% (%s)\033[K' "${BASH_REMATCH[1]}" "${BASH_REMATCH[2]}"
+            [ "${BASH_REMATCH[1]}" -lt 100 ] || echo
+        elif [ "${BASH_REMATCH[1]}" -ge $((shown + 10)) ]; then
+            shown=${BASH_REMATCH[1]}
+            echo "  $shown% (${BASH_REMATCH[2]})"
+        fi
+    done
 }
