@@ -26,7 +26,7 @@ void CopyDeeply(const Record& from, Record& to) {
 template <class Record>
 void CopyDeeply(const Shared<Record>& from, Shared<Record>& to) {
     if (*from == Record())
-        return; // which takes no memory in either
+        return; // An empty record takes no memory in either.
     CopyDeeply(*from, to.Edit());
 }
 template <RecordList Records>

@@ -36,7 +36,7 @@ std::string Procedure(const std::string& lines) {
 
 struct Hostile {
     const char* name;
-    int size; // of the file, in pieces
+    int size; // Pieces in the file.
     std::string (*make)(int size);
 };
 
@@ -107,7 +107,7 @@ double SecondsToRead(const std::string& bytes) {
     try {
         ReadGame(game, std::move(copy));
     } catch (const KelError&) {
-        // some of them are refused
+        // Some inputs are refused on purpose; the time until then counts.
     }
     return Seconds(ThreadClock::now() - start);
 }
@@ -169,8 +169,7 @@ BENCHMARK(ReadHostile)->DenseRange(0, std::size(Inputs) - 1)->Iterations(20)->Un
 } // namespace zem::bench
 
 int main(int argc, char** argv) {
-    // Memory that was freed stays with the program: what is measured is the reading, and not whether the
-    // system happens to take the memory of the former reading back.
+    // Keeps freed memory in the process, so that no reading pays for page faults of the one before it.
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     mallopt(M_TRIM_THRESHOLD, 1 << 30);
     benchmark::Initialize(&argc, argv);

@@ -78,8 +78,7 @@ BENCHMARK(Render)->Arg(1)->Arg(10)->Arg(100)->UseManualTime()->MinTime(1)->Unit(
 } // namespace zem::bench
 
 int main(int argc, char** argv) {
-    // What the allocator gives back it would get anew from the system, page by page, depending on what ran
-    // before.
+    // Keeps freed memory in the process, so that no run pays for page faults of the one before it.
     mallopt(M_MMAP_THRESHOLD, 1 << 30);
     mallopt(M_TRIM_THRESHOLD, 1 << 30);
     benchmark::Initialize(&argc, argv);

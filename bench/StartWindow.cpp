@@ -21,8 +21,8 @@ int main(int argc, char** argv) {
     zem::bench::QuitAtFirstPaint quit(application);
     const QTemporaryDir folder;
     QSettings store(folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat);
-    store.setValue(QStringLiteral("Init/InstalledVer"),
-                   QStringLiteral("yes")); // no message before the window
+    // Without this setting a message comes before the window.
+    store.setValue(QStringLiteral("Init/InstalledVer"), QStringLiteral("yes"));
     zem::QtDialogs dialogs;
     zem::GameModel game;
     zem::Program program(game, store, dialogs, QStringLiteral(ZEM_PROGRAM_FOLDER), folder.path());

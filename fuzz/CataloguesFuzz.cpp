@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         zem::LoadCommandCatalogue(catalogue, path);
     } catch (const zem::KelError&) {
-        // refused; the entries before the bad line are there
+        // The entries before the bad line stay, and are looked up below.
     }
     unlink(path.c_str());
     const zem::CommandLookup commands(catalogue);
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         zem::RenderScript("msg <x>\r\nif has <y> then z\r\n" + bytes.substr(0, 100), zem::ScriptForm::Rich,
                           zem::InternalProcedures::ShowCall, {}, commands, true);
     } catch (const zem::KelError&) {
-        // a template that shows a parameter, and a line that has none
+        // A template may ask for a parameter that the line lacks.
     }
     return 0;
 }

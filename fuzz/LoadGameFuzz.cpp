@@ -25,7 +25,7 @@ bool Load(zem::GameModel& game, const std::string& bytes) {
         zem::ReadGame(game, bytes);
         return true;
     } catch (const zem::KelError&) {
-        return false; // refused, with a reason
+        return false;
     }
 }
 

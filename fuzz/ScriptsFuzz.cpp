@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             zem::RenderScript(script, form, zem::InternalProcedures::Expand, game.Procedures, Commands(),
                               true);
         } catch (const zem::KelError&) {
-            // a command that lacks its parameter
+            // A command may lack its parameter.
         }
     const std::string line = script.substr(0, script.find("\r\n"));
     CheckIfLine(line);

@@ -16,7 +16,7 @@ void Read(const std::string& bytes) {
     try {
         game = zem::ReadSnapshot(bytes);
     } catch (const zem::KelError&) {
-        return; // refused, with a reason
+        return; // A refusal is a right answer to random bytes.
     }
     if (zem::WriteSnapshot(game) != bytes)
         std::abort();

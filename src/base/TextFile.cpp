@@ -38,7 +38,7 @@ std::string ReadFile(const std::string& path) {
     if (!error && size >= LargestFile)
         throw KelError("the file is too large: 4 GB and more cannot be read");
     if (!error)
-        bytes.resize(size + 1); // one more, so that a full read also meets the end of the file
+        bytes.resize(size + 1); // The extra byte lets one read reach the end of the file.
     std::size_t read = 0;
     for (std::size_t got = 1; got != 0; read += got) {
         if (read == bytes.size())

@@ -6,8 +6,8 @@
 namespace zem {
 
 enum class CopyTo {
-    NewFile,     // which must not be there yet, and gets the permissions of the other
-    ExistingFile // whose owner, permissions and other names stay
+    NewFile,     ///< The target must not exist yet; it gets the permissions of the source.
+    ExistingFile ///< The target keeps its owner, permissions and hard links.
 };
 
 /// Copies the bytes of a file. The error says what the system said, which std::filesystem::copy_file does not
@@ -23,8 +23,7 @@ std::error_code CreateLike(const std::filesystem::path& other, const std::filesy
 /// Whether the file may be written. Leaves it as it is.
 bool IsWritable(const std::filesystem::path& file);
 
-/// Whether both files belong to the same user and the same group, where the system has such, and neither has
-/// attributes or a list of rights besides.
+/// Whether both files have the same owner and group, and neither has extended attributes or an ACL.
 bool HavePlainRightsOfOneOwner(const std::filesystem::path& a, const std::filesystem::path& b);
 
 /// Whether both files can be read and hold the same.

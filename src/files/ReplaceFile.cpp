@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int MostLinks = 40; // one that leads to another, and so on, as the system has it
+constexpr int MostLinks = 40; // The kernel's own limit for a chain of symbolic links.
 
 constexpr const char* FileIsAsBefore = ". The file on disk is as it was before";
 
@@ -42,7 +42,7 @@ fs::path FollowLinks(fs::path path) {
         const fs::path target = fs::read_symlink(path, error);
         if (error)
             ThrowNotWritten("the file is a link that cannot be followed", error);
-        path = path.parent_path() / target; // which is the target itself when that is absolute
+        path = path.parent_path() / target; // The operator returns an absolute target unchanged.
     }
     return path;
 }
@@ -123,13 +123,12 @@ bool WriteBeside(const fs::path& file, bool isNew, const std::function<void(cons
     return false;
 }
 
-/// Waits until what was written to the file, and its name, is on the disk. Throws KelError when it does not
-/// get there.
+/// Flushes the file, and its folder when its name is new, to the disk. Throws KelError when that fails.
 void Settle(const fs::path& file, bool hasNewName) {
     std::error_code error;
     const fs::file_type type = fs::status(file, error).type();
     if (type != fs::file_type::regular && type != fs::file_type::none)
-        return; // a pipe or a device holds nothing back, and to open one again may wait for ever
+        return; // A pipe or a device has nothing to flush, and opening it again may block for ever.
     error = SyncFile(file);
     if (!error && hasNewName)
         error = SyncFolder(file.parent_path());
@@ -148,7 +147,7 @@ bool PutBack(const fs::path& file, const fs::path& backup) {
     fs::rename(backup, file, error);
     if (error)
         return false;
-    SyncFolder(file.parent_path()); // if it fails, a power cut finds the version under one name or the other
+    SyncFolder(file.parent_path()); // Without it a power cut may undo the rename, which loses nothing.
     return true;
 }
 

@@ -15,14 +15,14 @@ namespace zem {
 
 namespace {
 
-/// The error of an fsync through a descriptor of its own: the system keeps an error of the disk for whoever
-/// asks first.
+/// Flushes a file or folder through a descriptor of its own. The kernel reports a write-back error once to
+/// each open descriptor.
 std::error_code Sync(const std::filesystem::path& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC); // NOLINT(*-vararg): there is no other
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC); // NOLINT(*-vararg): POSIX has it so.
     if (descriptor < 0)
         return LastSystemError();
     const std::error_code error = fsync(descriptor) == 0 ? std::error_code() : LastSystemError();
-    close(descriptor); // nothing is on its way any more that this could lose
+    close(descriptor); // Nothing was written through it, so an error here means nothing.
     return error;
 }
 
@@ -38,8 +38,8 @@ std::error_code SyncFile(const std::filesystem::path& file) {
                                                                                      : error;
 }
 
-// Many file systems know no fsync of a folder and each has an error of its own for it, and a folder may be
-// closed to readers while its files can be written.
+// Only a fault of the disk counts: many file systems refuse fsync of a folder, each with another error, and a
+// folder without read permission cannot be opened although its files can be written.
 std::error_code SyncFolder(const std::filesystem::path& folder) {
     const std::error_code error = Sync(folder.empty() ? "." : folder);
     return IsFaultOfDisk(error) ? error : std::error_code();

@@ -149,7 +149,8 @@ std::string WithoutElse(const std::string& text) {
 
 /// For a text of several lines, each of which means something in itself.
 std::string ReasonOfLines(const std::string& text, const ComesBack& comesBack) {
-    std::string block; // one that begins or ends a block and may well have its counterpart
+    // The first line that begins or ends a block. Alone it never comes back, but its counterpart may follow.
+    std::string block;
     for (const std::string& line : FilledLines(text)) {
         if (comesBack(line + "\r\n"))
             continue;

@@ -25,7 +25,7 @@ public:
 /// What a file of these bytes holds, for a game with the same catalogue of error messages. Throws KelError.
 GameModel Load(const GameModel& game, std::string bytes) {
     GameModel back;
-    back.ErrorMessages = game.ErrorMessages; // of which reading empties the game's own texts
+    back.ErrorMessages = game.ErrorMessages; // Reading clears the game's own texts in them.
     ReadGame(back, std::move(bytes));
     return back;
 }

@@ -10,8 +10,9 @@ namespace zem {
 
 /// A place of the game that a file does not give back.
 struct LostPlace {
-    Place place;      // without steps and field where it is the game as a whole
-    std::string text; // a sentence without its point: where it is, and what happens to it
+    Place place; // without steps and field where it is the game as a whole
+    // A sentence without its full stop: where it is, and what happens to it.
+    std::string text;
 };
 
 /// The game file of a game, as bytes.

@@ -18,7 +18,7 @@ namespace {
 OutputFile::OutputFile(const std::string& path) : file_(std::fopen(path.c_str(), "wb")) {
     if (!file_)
         ThrowUnwritable(errno);
-    std::setvbuf(file_.get(), nullptr, _IONBF, 0); // what arrives here is buffered already
+    std::setvbuf(file_.get(), nullptr, _IONBF, 0); // LineWriter has a buffer already.
 }
 
 void OutputFile::Write(std::string_view bytes) {

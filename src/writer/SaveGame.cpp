@@ -145,7 +145,7 @@ void WriteObject(LineWriter& writer, const Thing& object) {
     writer.WriteTaggedLine("define object", object.Name);
     writer.WriteLineIfSet("look ", object.Look);
     writer.WriteLineIfSet("take ", object.Take);
-    WriteRestOfThing(writer, object, {}); // nothing can be given to it
+    WriteRestOfThing(writer, object, {}); // Nothing can be given to an object.
 }
 
 void WriteCompassExit(LineWriter& writer, std::string_view direction, const ScriptPair& exit) {

@@ -26,7 +26,7 @@ struct Scene {
     bool HasOld;
     bool HasEarlierBackup;
     bool IsLink;
-    bool HasOtherName; // so that it is written in place
+    bool HasOtherName; ///< A hard link, for which the file is written in place.
 };
 
 constexpr Scene Replaced{"file", true, false, false, false};
@@ -72,35 +72,51 @@ public:
     void ExpectNothingLost(bool isLasting) const {
         EXPECT_EQ(game_.Modified, !problem_.empty());
         EXPECT_EQ(game_.FileName, problem_.empty() ? path_ : "before.kel");
-        if (problem_.empty())
+        if (problem_.empty()) {
             ExpectSaved();
-        else if (problem_.ends_with("The previous version is in the file beside it whose name ends in \"~\""))
-            EXPECT_TRUE(isLasting && HasBytes("game.kel~", old_)) << problem_;
-        else if (problem_.ends_with("A part of it may be left on the disk"))
-            EXPECT_TRUE(isLasting && !scene_.HasOld) << problem_;
-        else
+        } else if (problem_.ends_with(
+                       "The previous version is in the file beside it whose name ends in \"~\"")) {
+            EXPECT_TRUE(isLasting) << problem_;
+            EXPECT_TRUE(HasBytes("game.kel~", old_)) << problem_;
+        } else if (problem_.ends_with("A part of it may be left on the disk")) {
+            EXPECT_TRUE(isLasting) << problem_;
+            EXPECT_FALSE(scene_.HasOld) << problem_;
+        } else {
             ExpectAsBefore();
-        EXPECT_TRUE(!scene_.HasEarlierBackup || problem_.empty() ||
-                    HasBytes("game.kel~", "an earlier version") || HasBytes("game.kel", old_) ||
-                    HasBytes("game.kel~", old_));
-        EXPECT_TRUE(isLasting || !Exists("game.kel~new"));
+        }
+        if (!problem_.empty() && scene_.HasEarlierBackup && !HasBytes("game.kel~", "an earlier version")) {
+            EXPECT_TRUE(HasBytes("game.kel", old_) || HasBytes("game.kel~", old_));
+        }
+        if (!isLasting) {
+            EXPECT_FALSE(Exists("game.kel~new"));
+        }
     }
 
     void ExpectSaved() const {
         EXPECT_EQ(problem_, "");
         EXPECT_TRUE(HasBytes("game.kel", new_));
-        EXPECT_TRUE(!Exists("game.kel~new") || !scene_.HasOld); // a new file spares what has its name
         EXPECT_EQ(Exists("link.kel"), scene_.IsLink);
-        EXPECT_TRUE(!scene_.HasOtherName || HasBytes("other.kel", new_));
-        EXPECT_TRUE(scene_.HasOld ? HasBytes("game.kel~", old_) : !Exists("game.kel~"));
+        if (scene_.HasOtherName) {
+            EXPECT_TRUE(HasBytes("other.kel", new_));
+        }
+        if (scene_.HasOld) {
+            EXPECT_TRUE(HasBytes("game.kel~", old_));
+            EXPECT_FALSE(Exists("game.kel~new"));
+        } else {
+            EXPECT_FALSE(Exists("game.kel~"));
+        }
     }
 
     void ExpectAsBefore() const {
-        const bool saysSo = problem_.ends_with("The file on disk is as it was before") ||
-                            problem_.find(", so nothing was written: ") != std::string::npos;
-        EXPECT_TRUE(saysSo || !scene_.HasOld) << problem_;
-        EXPECT_TRUE(scene_.HasOld ? HasBytes("game.kel", old_) : !Exists("game.kel")) << problem_;
         EXPECT_FALSE(problem_.empty());
+        if (scene_.HasOld) {
+            const bool saysSo = problem_.ends_with("The file on disk is as it was before") ||
+                                problem_.find(", so nothing was written: ") != std::string::npos;
+            EXPECT_TRUE(saysSo) << problem_;
+            EXPECT_TRUE(HasBytes("game.kel", old_)) << problem_;
+        } else {
+            EXPECT_FALSE(Exists("game.kel")) << problem_;
+        }
     }
 
     bool IsAsBefore() const { return scene_.HasOld ? HasBytes("game.kel", old_) : !Exists("game.kel"); }
@@ -125,7 +141,7 @@ private:
     Scene scene_;
     std::string root_;
     std::string path_;
-    std::string old_ = std::string(90'000, 'o'); // smaller than what FullDisk allows, unlike the new version
+    std::string old_ = std::string(90'000, 'o'); // Fits on a FullDisk; the new version does not.
     std::string new_;
     std::string problem_;
     GameModel game_ = LargeGame();
@@ -133,7 +149,7 @@ private:
 
 /// Saves in each scene with a fault at each call in turn; `afterwards` looks at what has become of the file.
 /// Returns the number of faults.
-/// @param mostBytes  in a file
+/// @param mostBytes  limit for the size of a file
 int SaveWithFaults(Fault fault, int error, rlim_t mostBytes,
                    const std::function<void(Save&, const std::string& call)>& afterwards) {
     int faults = 0;
@@ -176,7 +192,7 @@ TEST(FaultyDisk, LosesNothingWhereverItFails) {
             });
     faults += SaveWithFaults(Fault::ReadOnly, EROFS, RLIM_INFINITY,
                              [](Save& save, const std::string&) { save.ExpectNothingLost(true); });
-    // The save fails in any case, and then something on the way back, for which there are two ways.
+    // The new version never fits, so that the fault hits one of the two ways of putting the old one back.
     faults += SaveWithFaults(Fault::Once, EIO, 100'000, [](Save& save, const std::string& call) {
         save.ExpectNothingLost(!save.HasOld() || call.starts_with("remove"));
     });
@@ -214,7 +230,7 @@ TEST(FaultyDisk, IsNoticedByTheWriterAlone) {
     const GameModel game = LargeGame();
     const std::string path = root + "/game.kel";
     bool hasFailed = true;
-    std::string ends;
+    std::vector<std::string> calls;
     for (int failing = 1; hasFailed; ++failing) {
         const FaultyDisk disk(root, failing, Fault::Once, EIO);
         const std::string problem = ProblemOf([&] {
@@ -224,9 +240,10 @@ TEST(FaultyDisk, IsNoticedByTheWriterAlone) {
         });
         hasFailed = disk.HasFailed();
         EXPECT_EQ(problem.empty(), !hasFailed) << failing;
-        ends = disk.Calls().front() + ", " + disk.Calls().back();
+        calls = disk.Calls();
     }
-    EXPECT_EQ(ends, "fopen game.kel, fclose game.kel");
+    EXPECT_EQ(calls.front(), "fopen game.kel");
+    EXPECT_EQ(calls.back(), "fclose game.kel");
 }
 
 /// The calls that decide what a power cut or a kill finds, each once in a row.
@@ -273,8 +290,7 @@ TEST(PowerCut, IsNoReasonToRefuseADiskThatCannotBeFlushed) {
         });
 }
 
-/// Lets this process mount file systems that no other sees; who is not root may as root of a world of one
-/// user.
+/// Moves this process into a mount namespace of its own; without root's rights into a user namespace, too.
 bool AllowMounts() {
     const bool isRoot = geteuid() == 0;
     const std::string user = "0 " + std::to_string(geteuid()) + " 1";
@@ -302,7 +318,8 @@ TEST(FullDisk, LosesNothingOnARealOne) {
         save.ExpectNothingLost(false);
         const bool isFull = save.Problem().find("the disk is full") != std::string::npos;
         EXPECT_TRUE(isFull || size >= save.SizeOfBoth()) << save.Problem();
-        EXPECT_TRUE(save.Problem().empty() || (isFull && size < save.SizeOfBoth() + 16'384)) // pages round up
+        constexpr std::size_t Rounding = 16'384; // The disk gives out whole pages.
+        EXPECT_TRUE(save.Problem().empty() || (isFull && size < save.SizeOfBoth() + Rounding))
             << save.Problem();
         umount(folder.Folder().c_str());
     }

@@ -41,7 +41,8 @@ TEST(CommandCatalogue, KeepsTheEntriesBeforeABadLine) {
 // The choosers of the script editor count on this order.
 TEST(CommandCatalogue, ShipsInTheOrderThatLookUpsNeed) {
     const CommandCatalogue catalogue = ShippedCatalogue();
-    int lastKind = 0; // the commands, then the one that stands for all others, then the conditions
+    // Commands are of kind 0, the entry for all other lines is 1, conditions are 2.
+    int lastKind = 0;
     for (int k = 1; k <= catalogue.Count(); ++k) {
         const std::string& keyword = catalogue[k].Keyword;
         const int kind = BeginsWith(keyword, "if") ? 2 : keyword == "(other)" ? 1 : 0;

@@ -19,7 +19,8 @@ TEST(FormatCodes, BecomeWordsOrVanish) {
 TEST(FormatCodes, SplitATextIntoRunsOfOneLook) {
     for (const auto& [text, runs] : Cases<const char*, const char*>{
              {"a|bb|crc|xb|u|id", "a, b bold, c bold 12, d underlined italic 12, "},
-             {"one|ntwo|", "one, ntwo, "}, // a code without a look of its own loses its bar and is shown
+             // A code without a look of its own loses its bar and is shown.
+             {"one|ntwo|", "one, ntwo, "},
              {"||bx|s12", "x bold, s12 bold, "},
              {"", ""}}) {
         std::string found;

@@ -130,7 +130,7 @@ protected:
 };
 
 TEST_F(Reference, DescribesEveryCommandAndConditionWithAnExample) {
-    std::map<std::string, std::vector<std::string>> examples; // by the syntax above them
+    std::map<std::string, std::vector<std::string>> examples; // The key is the syntax above them.
     std::string syntax;
     for (const auto& [kind, text] : Samples(page)) {
         if (kind == "syntax") {

@@ -22,16 +22,16 @@ namespace {
 
 struct Edit {
     int number;
-    long long time; // milliseconds, as are all times
+    long long time; ///< Milliseconds, like all times here.
 };
 
 /// What an editor has reported from its start until it was killed.
 struct Life {
-    int inFile = -1; // the number of the last edit in the file
-    int open = -1;   // the same in the game that was open at last
+    int inFile = -1; ///< The number of the last edit in the file.
+    int open = -1;   ///< The number of the last edit in the game that was open at last.
     std::vector<Edit> edits;
-    bool isUnderstood = true; // all that it said
-    bool wasAlive = false;    // until it was killed
+    bool isUnderstood = true; ///< Every line of the report was one that a healthy victim writes.
+    bool wasAlive = false;    ///< It had not ended by itself before it was killed.
     long long end = 0;
     std::string report;
 };
@@ -69,7 +69,7 @@ bool Note(const std::string& line, Life& life) {
 Life Live(const zem::test::TempFolder& folder, std::mt19937& random) {
     QProcess editor;
     auto environment = QProcessEnvironment::systemEnvironment();
-    // Whatever it leaves behind goes with the folder.
+    // Temporary files of a killed editor are deleted with the folder.
     environment.insert(QStringLiteral("TMPDIR"), QString::fromStdString(folder.Path("")));
     editor.setProcessEnvironment(environment);
     editor.start(QStringLiteral(ZEM_KILL_VICTIM),
@@ -127,5 +127,5 @@ int main(int argc, char** argv) {
     }
     std::printf("%d kills, %zu edits, %d restarts from a recovery copy; at most %lld ms of edits were lost\n",
                 kills, edits, restored, mostLost);
-    return restored > 0 ? 0 : 1; // none would mean that no copy is ever written
+    return restored > 0 ? 0 : 1; // Without a restored copy the test has shown nothing.
 }

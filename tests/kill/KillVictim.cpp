@@ -28,7 +28,7 @@ int LastEdit(const GameModel& game) {
     return last;
 }
 
-/// With the milliseconds on the clock that all programs of the machine share.
+/// Reports with the time in milliseconds, by the monotonic clock that KillTest reads, too.
 void Say(const char* what, int number) {
     using namespace std::chrono;
     const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
@@ -36,7 +36,7 @@ void Say(const char* what, int number) {
     std::fflush(stdout);
 }
 
-/// Goes by what the window says of the newest copy, as the author would.
+/// Keeps the file when the newest copy is older than it, else restores the copy.
 void AnswerOffer() {
     QTimer::singleShot(0, [] {
         const auto* form = qobject_cast<frmRecovery*>(QApplication::activeModalWidget());
@@ -90,7 +90,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QApplication application(argc, argv);
-    testing::FLAGS_gtest_break_on_failure = true; // a message that nobody expects ends it
+    testing::FLAGS_gtest_break_on_failure = true; // An unexpected message ends the program.
     try {
         return zem::test::Run(argv[1], argv[2], static_cast<unsigned>(std::atoi(argv[3])));
     } catch (const std::exception& error) {

@@ -40,7 +40,7 @@ TEST(CollectableDefinition, IsBuiltFromTextsAsTyped) {
     CollectableDefinition typed{"my score", CollectableType::Range, " 1 ", " 9 ", " 5 ", " x "};
     EXPECT_EQ(BuildCollectable(typed), "my score 1r9=5 [ x ]");
     EXPECT_EQ(Problems(typed), "Collectable name must not have any spaces");
-    typed.Display.clear(); // and shown in the pane all the same
+    typed.Display.clear();
     EXPECT_EQ(BuildCollectable(typed), "my score 1r9=5");
 }
 

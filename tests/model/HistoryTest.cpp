@@ -59,7 +59,7 @@ TEST(History, TakesNoStepForWhatBelongsToTheSession) {
     game.FileName = "elsewhere.kel";
     game.Modified = true;
     EXPECT_FALSE(history.Record("save as", game));
-    // Written, but with what was there.
+    // Writing the same value again is no change.
     game.Rooms.Append().Name = "Hall";
     EXPECT_TRUE(history.Record("add room", game));
     game.Rooms.Edit(1).Name = "Hall";

@@ -22,7 +22,7 @@ TEST(Snapshot, GivesEveryGameBackExactly) {
     games.back().Modified = true;
     for (unsigned seed = 1; seed <= 300; ++seed)
         games.push_back(RandomGame(seed, 5).Make());
-    // What a game file cannot hold in any way.
+    // The last game holds values that no game file can.
     games.push_back(games.back());
     games.back().GameName = std::string("\0\r\n>", 4);
     games.back().Rooms.Append().North = ScriptPair{"", "kept"};
@@ -50,7 +50,7 @@ TEST(Snapshot, RefusesEveryDamage) {
         }
 }
 
-// The bytes of another release, or of someone with a grudge, may well have a checksum that fits.
+// A copy by another release, or one made to do harm, has a checksum that fits.
 TEST(Snapshot, RefusesWhatFitsItsChecksumAndYetIsNoGame) {
     for (const auto& file : FilesIn(ZEM_TEST_DATA "/fuzz/snapshots", ""))
         EXPECT_TRUE(Problem(ReadBytes(file)).starts_with("the copy of the game is damaged: "))

@@ -35,7 +35,7 @@ TYPED_TEST(RecordLists, BehaveLikeAVectorAndTheirCopiesStayAsTheyWere) {
     for (int step = 0; step < 6000; ++step) {
         const std::string text = "step " + std::to_string(step);
         const std::size_t k = model.empty() ? 0 : pick(model.size());
-        // Grows for the first half, shrinks afterwards, so that groups of a table fill up, split off and
+        // The list grows for half of the steps and shrinks afterwards, so that groups of a table fill and
         // vanish.
         if (model.empty() || pick(10) < (step < 3000 ? 7u : 3u)) {
             list.Append(text);
@@ -79,7 +79,7 @@ TYPED_TEST(RecordLists, RefusePositionsOutsideOneToCountAndMoreThanTheyHold) {
 TYPED_TEST(RecordLists, AreEmptyAfterTheyWereMovedFrom) {
     TypeParam list = this->Make({"a"});
     const TypeParam target = std::move(list);
-    EXPECT_TRUE(list.IsEmpty()); // NOLINT(bugprone-use-after-move): the promise under test
+    EXPECT_TRUE(list.IsEmpty()); // NOLINT(bugprone-use-after-move): This is the promise under test.
     list.Append("b");
     EXPECT_EQ(list[1], "b");
     EXPECT_EQ(target[1], "a");

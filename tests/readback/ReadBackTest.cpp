@@ -50,7 +50,7 @@ TEST(ReadBack, ComparesTheWholeFileAndNotOnlyItsParts) {
     game.NextInternalProcedure = 7;
     const std::string bytes = GameFile(game);
     EXPECT_EQ(PlaceTexts(game), "");
-    // Bytes that did not arrive: each part would come back, and yet the file is bad.
+    // The file is cut off: each part of the game would come back, and yet the file is bad.
     EXPECT_EQ(ReadBack(game, bytes.substr(0, bytes.size() / 2)).at(0).text,
               "The file cannot be read again: line 7: this block has no \"end define\": define game <>");
     EXPECT_EQ(ReadBack(game, "define game <x>\r\nend define\r\n").at(0).text,
@@ -82,7 +82,7 @@ TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
     EXPECT_LT(lost, 550);
 }
 
-// Only the rooms together do not come back, so that each of them is tried.
+// Each room comes back alone but not all of them together, so every room is tried.
 TEST(ReadBack, TakesLittleLongerThanReadingWhereManyPartsAreTried) {
     GameModel game;
     for (int k = 1; k <= 5000; ++k) {
@@ -91,7 +91,7 @@ TEST(ReadBack, TakesLittleLongerThanReadingWhereManyPartsAreTried) {
         room.Look = "A long, low room whose walls have been whitewashed so often that the corners are round.";
         room.Objects.Append().Name = "lamp";
     }
-    const std::clock_t start = std::clock(); // of this process, whatever else the machine does
+    const std::clock_t start = std::clock(); // Processor time does not count what other programs do.
     EXPECT_FALSE(ComesBack(game));
     const std::clock_t read = std::clock();
     EXPECT_EQ(Places(game).size(), 20u);

@@ -132,7 +132,7 @@ TEST(LoadGame, RefusesMoreThanATableHolds) {
     EXPECT_EQ(Problem(rooms + "define room <x>\nend define\n"),
               "line 65535: a list of the game cannot hold more than 32,767 entries: define room <x>");
 
-    // The procedure that is one too many is made from a brace: the message names the line of the brace.
+    // A brace makes the procedure that is one too many, so the message names the line of the brace.
     std::string braces = "define procedure <p>\n";
     for (int k = 0; k < 32767; ++k)
         braces += "{ msg <x> }\n";

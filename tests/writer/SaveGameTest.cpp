@@ -65,8 +65,8 @@ TEST(SaveGame, WarnsAboutAMissingStartRoomAndSavesAllTheSame) {
     EXPECT_NE(ReadBytes(folder.Path("game.kel")).find("\r\nstart <>\r\n"), std::string::npos);
 }
 
-// An action exit and the other values that only a form can make, laid out as they stand; what only
-// characters have is not written for an object.
+// Action exits and some other values come from forms only. They are written as they stand, but an object gets
+// no line that only characters have.
 TEST(SaveGame, WritesWhatNoReadGameHolds) {
     GameModel game = GameWithErrorNames();
     SetFields(game, "room 1, name = Hall && room 1, exit out, action = msg <lost> && "
@@ -103,7 +103,7 @@ TEST(ReplaceFile, KeepsLinksOtherNamesAndAttributesOfTheFile) {
     EXPECT_GT(ReadBytes(folder.Path("other name.kel")).size(), 200'000u);
     EXPECT_EQ(ReadBytes(target + "~"), "the old version");
     EXPECT_FALSE(fs::exists(link + "~"));
-    const char* const attribute = "user.shelf"; // not every file system keeps any
+    const char* const attribute = "user.shelf"; // Not every file system keeps extended attributes.
     fs::remove(folder.Path("other name.kel"));
     const bool isKept = setxattr(target.c_str(), attribute, "3", 1, 0) == 0;
     EXPECT_EQ(SaveProblem(game, link), "");
@@ -125,7 +125,8 @@ TEST(ReplaceFile, LeavesOtherFilesAndTheRightsToThisOneAlone) {
             folder.Write(name, "the old version");
             fs::permissions(path, fs::perms(0600));
         }
-        if (name == "others.kel") { // only root may give a file away
+        if (name == "others.kel") {
+            // Only root may give a file away.
             EXPECT_EQ(chown(path.c_str(), 65534, 65534) == 0, geteuid() == 0);
         }
         const struct stat before = Status(path);
