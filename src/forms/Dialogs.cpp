@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMimeDatabase>
 #include <QProcess>
 #include <QPushButton>
@@ -20,15 +21,15 @@ namespace zem {
 
 namespace {
 
-constexpr int InputBoxWidth = 380; // room for a name of some words
-constexpr int LongestWait = 2000;  // milliseconds
+constexpr int InputBoxWidth = 380; // Device-independent pixels, for a name of some words.
+constexpr int LongestWait = 2000;  // Milliseconds.
 
 /// Whether the desktop would open the game with this editor again, and not with a program that runs it.
 bool IsOpenedByThisEditor(const QString& path) {
     QProcess query;
     query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
                                              QMimeDatabase().mimeTypeForFile(path).name()});
-    query.waitForFinished(LongestWait); // a desktop that does not answer has its way
+    query.waitForFinished(LongestWait); // No answer in time counts as another program.
     return query.readAllStandardOutput().trimmed() == "zem.desktop";
 }
 
@@ -38,7 +39,7 @@ QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question
     dialog.setDefaultSuffix(question.defaultSuffix);
     dialog.setNameFilters(NameFilters(question.filter));
     dialog.resize(QSize(820, 520).boundedTo(dialog.screen()->availableSize()));
-    if (auto* files = dialog.findChild<QTreeView*>()) { // none in the dialogs of a desktop
+    if (auto* files = dialog.findChild<QTreeView*>()) { // A desktop's own dialog has none.
         files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     }
@@ -60,7 +61,7 @@ QMessageBox::StandardButton QtDialogs::ShowMessageBox(QWidget* parent, const QSt
                                                       QMessageBox::Icon icon) {
     QMessageBox box(icon, title, QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")), buttons,
                     parent);
-    box.setTextFormat(Qt::PlainText); // a line of a game may look like markup
+    box.setTextFormat(Qt::PlainText); // A line of a game may look like markup.
     box.exec();
     const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
     if (pressed != QMessageBox::NoButton)
@@ -75,6 +76,8 @@ std::optional<QString> QtDialogs::AskText(QWidget* parent, const QString& prompt
     QInputDialog box(parent);
     box.setWindowTitle(title);
     box.setLabelText(prompt);
+    for (auto* label : box.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
     box.setTextValue(text);
     box.resize(InputBoxWidth, box.sizeHint().height());
     return box.exec() == QDialog::Accepted ? std::optional(box.textValue()) : std::nullopt;
@@ -88,7 +91,7 @@ int QtDialogs::AskChoice(QWidget* parent, const QString& text, const QString& ti
     for (const QString& choice : choices)
         buttons.append(box.addButton(choice, QMessageBox::ActionRole));
     QPushButton* cancel = box.addButton(QMessageBox::Cancel);
-    cancel->setIcon(QIcon()); // the others have no picture, whatever the style of the desktop
+    cancel->setIcon(QIcon()); // The other buttons have none in any style.
     box.setEscapeButton(cancel);
     box.exec();
     return static_cast<int>(buttons.indexOf(box.clickedButton()));
@@ -103,7 +106,7 @@ QString QtDialogs::AskOpenFile(QWidget* parent, const FileQuestion& question) {
 
 QString QtDialogs::AskSaveFile(QWidget* parent, const FileQuestion& question) {
     QFileDialog dialog(parent);
-    dialog.setAcceptMode(QFileDialog::AcceptSave); // asks before a file is replaced
+    dialog.setAcceptMode(QFileDialog::AcceptSave); // This mode asks before a file is replaced.
     dialog.setFileMode(QFileDialog::AnyFile);
     return RunFileDialog(dialog, question);
 }

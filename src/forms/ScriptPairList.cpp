@@ -2,6 +2,7 @@
 
 #include "forms/ListRows.h"
 #include "forms/QtText.h"
+#include "forms/ToolTip.h"
 
 #include <utility>
 
@@ -14,7 +15,7 @@ int ScriptPairList::SelectedRow() const {
 void ScriptPairList::Show(int row) {
     const ScriptPair& pair = pairs_[static_cast<std::size_t>(row)];
     list_.item(row)->setText(ToQt(pair.Key));
-    list_.item(row)->setToolTip(ToQt(pair.Script).toHtmlEscaped());
+    list_.item(row)->setToolTip(ToolTipOf(ToQt(pair.Script)));
 }
 
 void ScriptPairList::Append(const ScriptPair& pair) {

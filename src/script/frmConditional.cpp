@@ -6,6 +6,7 @@
 #include "forms/ListKeys.h"
 #include "forms/QtText.h"
 #include "forms/StorableInput.h"
+#include "forms/ToolTip.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmConditional.h"
@@ -110,10 +111,10 @@ void frmConditional::ShowParts() {
         ui_->lstConditions->setCurrentRow(std::min(row, ui_->lstConditions->count() - 1));
         ui_->txtThen->setText(
             ToQt(scripts_.Render(parts_.Then, ScriptForm::Plain, InternalProcedures::ShowCall)));
-        ui_->txtThen->setToolTip(ToQt(parts_.Then).toHtmlEscaped());
+        ui_->txtThen->setToolTip(ToolTipOf(ToQt(parts_.Then)));
         ui_->txtElse->setText(
             ToQt(scripts_.Render(parts_.Else, ScriptForm::Plain, InternalProcedures::ShowCall)));
-        ui_->txtElse->setToolTip(ToQt(parts_.Else).toHtmlEscaped());
+        ui_->txtElse->setToolTip(ToolTipOf(ToQt(parts_.Else)));
         if (!parts_.Else.empty())
             ui_->chkElse->setChecked(true);
         const bool hasElse = ui_->chkElse->isChecked();

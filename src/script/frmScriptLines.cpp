@@ -6,6 +6,7 @@
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/QtText.h"
+#include "forms/ToolTip.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptLines.h"
 
@@ -99,7 +100,7 @@ void frmScriptLines::ShowLine(int index) {
     ui_->lstScriptLines->item(index)->setText(ToQt(line));
     ui_->lstFriendlyLines->item(index)->setText(ToQt(friendly));
     for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
-        list->item(index)->setToolTip(ToQt(line).toHtmlEscaped());
+        list->item(index)->setToolTip(ToolTipOf(ToQt(line)));
 }
 
 void frmScriptLines::SelectLine(int index) {

@@ -3,6 +3,7 @@
 #include "forms/FileDrop.h"
 #include "forms/Icons.h"
 #include "forms/ListKeys.h"
+#include "forms/ToolTip.h"
 #include "ui_frmStart.h"
 #include "windows/frmAbout.h"
 #include "windows/frmOptions.h"
@@ -20,8 +21,8 @@ frmStart::frmStart(Settings& settings, Dialogs& dialogs)
     for (const QString& path : settings.RecentFiles()) {
         if (path.isEmpty())
             continue;
-        auto* item = new QListWidgetItem(path, ui_->lstRecent); // which the list owns
-        item->setToolTip(path);
+        auto* item = new QListWidgetItem(path, ui_->lstRecent); // The list owns it.
+        item->setToolTip(ToolTipOf(path));
     }
     connect(ui_->butNewGame, &QPushButton::clicked, this, &frmStart::NewGameChosen);
     connect(ui_->butOpen, &QPushButton::clicked, this, &frmStart::butOpen_Click);
