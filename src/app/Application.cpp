@@ -2,6 +2,7 @@
 
 #include "forms/CommandError.h"
 #include "forms/FocusOutline.h"
+#include "forms/FormKeys.h"
 
 #include <utility>
 
@@ -9,6 +10,7 @@ namespace zem {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     OutlineFocus(*this);
+    HandleFormKeys(*this);
 }
 
 void Application::SetNet(Dialogs& dialogs, std::function<void()> rescue) {

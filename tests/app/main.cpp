@@ -25,7 +25,8 @@ class AwaitedWindowsCheck : public testing::EmptyTestEventListener {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QByteArray screen = qgetenv("ZEM_TEST_SCREEN"); // A description of the screen for one test.
+    qputenv("QT_QPA_PLATFORM", screen.isEmpty() ? "offscreen" : "offscreen:configfile=" + screen);
     testing::InitGoogleTest(&argc, argv);
     qInstallMessageHandler(HandleMessage);
     const zem::Application application(argc, argv);
