@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QScrollArea>
 
 namespace zem {
 
@@ -34,15 +35,26 @@ protected:
     }
 };
 
+/// Under a pressed mouse button nothing moves: the click would go astray.
+void ScrollTo(QWidget& control) {
+    if (QGuiApplication::mouseButtons() != Qt::NoButton)
+        return;
+    for (QWidget* parent = control.parentWidget(); parent != nullptr; parent = parent->parentWidget())
+        if (auto* area = qobject_cast<QScrollArea*>(parent))
+            area->ensureWidgetVisible(&control);
+}
+
 } // namespace
 
 void OutlineFocus(QApplication& application) {
     QObject::connect(&application, &QApplication::focusChanged, &application,
                      [outline = QPointer<QWidget>()](QWidget*, QWidget* now) mutable {
                          delete outline;
+                         if (now != nullptr)
+                             ScrollTo(*now);
                          auto* box = qobject_cast<QAbstractScrollArea*>(now);
                          if (box != nullptr && box->window()->windowType() != Qt::Popup)
-                             outline = new FocusOutline(*box); // which the box owns
+                             outline = new FocusOutline(*box); // The box owns it.
                      });
 }
 

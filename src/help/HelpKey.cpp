@@ -40,7 +40,7 @@ HelpKey::HelpKey(const QString& programFolder, Dialogs& dialogs)
 HelpKey::~HelpKey() = default;
 
 bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
-    if (!watched->isWidgetType()) // the key and the activation come to the platform's window first
+    if (!watched->isWidgetType()) // QWindow gets both events before the widget.
         return false;
     QWidget& widget = *static_cast<QWidget*>(watched);
     if (event->type() == QEvent::WindowActivate && widget.isWindow())
@@ -48,10 +48,10 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
     if (!IsHelpKey(*event))
         return false;
     QWidget* window = widget.window();
-    while (QWidget* popup = QApplication::activePopupWidget()) { // a menu, or a list of matches
+    while (QWidget* popup = QApplication::activePopupWidget()) { // It is a menu or a list of matches.
         popup->close();
         if (QApplication::activePopupWidget() == popup)
-            return false; // it does not let go
+            return false; // The popup refused to close, so the manual would open behind it.
         window = QApplication::activeWindow();
     }
     if (window != nullptr)
@@ -72,7 +72,7 @@ void HelpKey::Show(QWidget& window) {
         manual_ = std::make_unique<frmManual>(file_, dialogs_);
     manual_->show();
     LetUseBeside(window);
-    manual_->GoTo(PlaceOf(window)); // the size of the shown window decides where that is
+    manual_->GoTo(PlaceOf(window)); // Where the place is depends on the size of the shown window.
     manual_->setWindowState(manual_->windowState() & ~Qt::WindowMinimized);
     manual_->raise();
     manual_->activateWindow();

@@ -31,9 +31,13 @@ public:
     /// Scrolls to a place, or to the beginning for an empty name.
     void GoTo(const QString& place);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void Follow(const QUrl& link);
     void butFind_Click();
+    void FitPictures();
 
     std::unique_ptr<Ui::frmManual> ui_;
     QString file_;

@@ -28,6 +28,7 @@ struct Settings::Keys {
     static constexpr Key Recent{"Editor", "Recent", ""}; // followed by a number from 1
     static constexpr Key TagEditorWindowWidth{"Editor", "TagEditorWindowWidth", "6000"}; // twips
     static constexpr Key TagEditorWindowHeight{"Editor", "TagEditorWindowHeight", "6000"};
+    static constexpr Key MainWindowGeometry{"Editor", "MainWindowGeometry", ""}; // in Base64
 };
 
 namespace {
@@ -76,6 +77,14 @@ QSize Settings::TagEditorSize() const {
 void Settings::StoreTagEditorSize(const QSize& twips) {
     Write(Keys::TagEditorWindowWidth, QString::number(twips.width()));
     Write(Keys::TagEditorWindowHeight, QString::number(twips.height()));
+}
+
+QByteArray Settings::MainWindowGeometry() const {
+    return QByteArray::fromBase64(Read(Keys::MainWindowGeometry).toLatin1());
+}
+
+void Settings::StoreMainWindowGeometry(const QByteArray& geometry) {
+    Write(Keys::MainWindowGeometry, QString::fromLatin1(geometry.toBase64()));
 }
 
 void Settings::Write(const Key& key, const QString& value) {

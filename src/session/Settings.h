@@ -2,6 +2,7 @@
 
 #include "forms/Palettes.h"
 
+#include <QByteArray>
 #include <QSettings>
 #include <QSize>
 #include <QString>
@@ -53,6 +54,10 @@ public:
     /// The size in twips, fifteenths of a device-independent pixel, in which the tag editor opens.
     QSize TagEditorSize() const;
     void StoreTagEditorSize(const QSize& twips);
+
+    /// Size and place of the main window as QWidget::saveGeometry tells them; empty if none were stored.
+    QByteArray MainWindowGeometry() const;
+    void StoreMainWindowGeometry(const QByteArray& geometry);
 
 private:
     struct Key;

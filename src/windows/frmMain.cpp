@@ -4,10 +4,12 @@
 #include "forms/FileDrop.h"
 #include "forms/Icons.h"
 #include "forms/MenuKeys.h"
+#include "forms/ToolTip.h"
 #include "ui_frmMain.h"
 
 #include <QLabel>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStyle>
 #include <QTimer>
 
@@ -17,7 +19,15 @@ namespace zem {
 
 namespace {
 
-constexpr int TitleBarHeight = 40; // device-independent pixels, with some to spare
+constexpr int TitleBarHeight = 40; // Device-independent pixels, with some to spare.
+
+// The smallest screen on which the lists, their buttons and a panel stand side by side.
+constexpr QSize RoomForAll(1024, 700);
+
+bool FitsOnScreen(const QWidget& window) {
+    const QSize screen = window.screen()->availableSize();
+    return screen.boundedTo(RoomForAll) == RoomForAll;
+}
 
 } // namespace
 
@@ -43,6 +53,8 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     ui_->StatusBar1->addWidget(status_, 1);
     ui_->splitter->setStretchFactor(0, 1);
     ui_->splitter->setStretchFactor(1, 2);
+    if (!FitsOnScreen(*this))
+        ScrollContents();
     ShowIcons();
     PutMenusFirst(*this);
     ConnectMenus();
@@ -56,10 +68,22 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     AcceptFileDrops(*this, [this](const QString& path) { OpenFile(path); });
     RefreshRecentMenu();
     GameReplaced();
-    StandInTheMiddle();
+    // This refuses what comes from a screen of another size, and moves what lies outside of all screens.
+    if (!restoreGeometry(settings.MainWindowGeometry()))
+        StandInTheMiddle();
 }
 
 frmMain::~frmMain() = default;
+
+/// Lets everything be reached although the lists and their buttons have no room side by side.
+void frmMain::ScrollContents() {
+    auto* area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(takeCentralWidget());
+    setCentralWidget(area);
+}
 
 /// Where the window manager would put the window, half of it may be out of sight.
 void frmMain::StandInTheMiddle() {
@@ -116,7 +140,7 @@ void frmMain::ConnectMenus() {
 
 void frmMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        QTimer::singleShot(0, this, &frmMain::CheckFile); // not in the middle of the activation
+        QTimer::singleShot(0, this, &frmMain::CheckFile); // Asks once the activation is over.
     QMainWindow::changeEvent(event);
 }
 
@@ -128,7 +152,7 @@ void frmMain::ShowIcons() {
 
 void frmMain::ShowStatus(const QString& text) {
     status_->setText(text);
-    status_->setToolTip(text.toHtmlEscaped()); // for what a narrow window cuts off
+    status_->setToolTip(ToolTipOf(text)); // A narrow window cuts the end off.
 }
 
 void frmMain::UpdateTitle() {

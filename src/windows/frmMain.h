@@ -58,8 +58,8 @@ protected:
 private:
     /// A thing in the lists: several rooms may share the selected name, and the lists show the things of all.
     struct ThingPlace {
-        int room;  // from 1
-        int thing; // from 1, in the room's characters or objects
+        int room;  // Counts from 1.
+        int thing; // Counts from 1 in the room's characters or objects.
     };
 
     /// The rows to select once the lists are filled anew, from 0; -1 for none.
@@ -106,7 +106,7 @@ private:
     std::vector<std::pair<QAction*, QAction*>> ToolbarCommands() const;
 
     void lstRooms_Click();
-    void lstThings_Click(std::size_t index);
+    void lstThings_Click();
     void butAddNewRoom_Click();
     void butEditRoom_Click();
     void butDeleteRoom_Click();
@@ -114,6 +114,7 @@ private:
     void butEditObj_Click(std::size_t index);
     void butDeleteObj_Click(std::size_t index);
 
+    void ScrollContents();
     void StandInTheMiddle();
 
     /// Asks about unsaved changes, if there are any; false when the author cancelled.
@@ -142,6 +143,8 @@ private:
     void RefreshRecentMenu();
     void RefreshLists(const Selection& wanted);
     void FillThings();
+    void EnableButtons();
+    void ShowSelectedRoom();
     void ShowIcons();
 
     Selection CurrentSelection() const;
@@ -160,9 +163,10 @@ private:
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;
-    std::vector<QAction*> mnuFileRecent; // element 0 always exists and may be hidden
-    std::optional<Selection> wanted_;    // while a command runs
-    FileStamp askedAbout_;               // the last change of the file that the author was told of
+    std::vector<QAction*> mnuFileRecent; // Element 0 always exists and may be hidden.
+    std::optional<Selection> wanted_;    // Set while a command runs.
+    bool refreshing_ = false;            // True while the lists are filled anew.
+    FileStamp askedAbout_;               // The file when the author was last told of a change.
 };
 
 } // namespace zem

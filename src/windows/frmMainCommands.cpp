@@ -1,6 +1,7 @@
 // The file, run, options and help commands of the main window.
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
+#include "forms/ToolTip.h"
 #include "ui_frmMain.h"
 #include "windows/frmAbout.h"
 #include "windows/frmMain.h"
@@ -16,12 +17,12 @@ namespace zem {
 
 namespace {
 
-constexpr int WidestRecentFile = 600; // device-independent pixels
+constexpr int WidestRecentFile = 600; // Device-independent pixels.
 
 } // namespace
 
 bool frmMain::AskToSave() {
-    saveCheck_.Finish(); // of a save before this; while the game is still here
+    saveCheck_.Finish(); // Ends the check of the last save while its game is open.
     if (!session_.Game().Modified)
         return true;
     const QMessageBox::StandardButton answer = dialogs_.ShowMessageBox(
@@ -47,8 +48,10 @@ void frmMain::closeEvent(QCloseEvent* event) {
     bool close = false;
     RunCommand(dialogs_, this, [&] { close = AskToSave(); });
     event->setAccepted(close);
-    if (close)
-        emit Unloaded();
+    if (!close)
+        return;
+    settings_.StoreMainWindowGeometry(saveGeometry());
+    emit Unloaded();
 }
 
 void frmMain::mnuFileNew_Click() {
@@ -133,7 +136,7 @@ void frmMain::mnuFileRunKELfile_Click() {
         return;
     const QString program = settings_.CurrentOptions().RunProgram;
     if (program.isEmpty() || !QFileInfo::exists(session_.FileName()))
-        OpenDocument(session_.FileName()); // which says what is wrong with the file
+        OpenDocument(session_.FileName()); // This says what is wrong with the file.
     else if (!dialogs_.StartProgram(program, {session_.FileName()}))
         throw CommandError(QStringLiteral("The program that runs games, %1, cannot be started. Please name "
                                           "another one in the options (Options in the Edit menu).")
@@ -174,7 +177,7 @@ void frmMain::RefreshRecentMenu() {
         // The whole path, unless it would make the menu wider than a screen; an "&" in it is no mnemonic.
         QString caption = ui_->mnuFile->fontMetrics().elidedText(path, Qt::ElideMiddle, WidestRecentFile);
         mnuFileRecent[i]->setText(caption.replace(u'&', QLatin1String("&&")));
-        mnuFileRecent[i]->setToolTip(path);
+        mnuFileRecent[i]->setToolTip(ToolTipOf(path));
         mnuFileRecent[i]->setData(path);
     }
 }

@@ -24,6 +24,13 @@ void SelectRow(QListView& list, int row) {
     list.setCurrentIndex(list.model()->index(row < count ? row : 0, 0));
 }
 
+/// A disabled button passes the focus on to its list, where the keys of the author go on making sense.
+void Enable(QPushButton& button, bool isEnabled, QListView& list) {
+    if (!isEnabled && button.window()->focusWidget() == &button)
+        list.setFocus();
+    button.setEnabled(isEnabled);
+}
+
 template <class Model>
 auto& Things(Model& room, std::size_t index) {
     return index == 0 ? room.Characters : room.Objects;
@@ -60,7 +67,7 @@ void frmMain::ConnectLists() {
         ThingList(index)->setModel(&things_[index]);
         ConnectListKeys(*ThingList(index), {add[index], remove[index], edit[index]});
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-                [this, index] { lstThings_Click(index); });
+                &frmMain::lstThings_Click);
     }
 }
 
@@ -74,23 +81,49 @@ frmMain::Selection frmMain::CurrentSelection() const {
 
 void frmMain::RefreshLists(const Selection& wanted) {
     const int scrolled = ui_->lstRooms->verticalScrollBar()->value();
-    rooms_.ShowNames(session_.Game().Rooms);
-    lstRooms_Click();
-    ui_->lstRooms->verticalScrollBar()->setValue(scrolled);
-    SelectRow(*ui_->lstRooms, wanted.room);
-    SelectRow(*ui_->lstCharacters, wanted.things[0]);
-    SelectRow(*ui_->lstObjects, wanted.things[1]);
+    {
+        // In between no row is selected. A button that was disabled then would lose the focus.
+        const QScopedValueRollback<bool> refreshing(refreshing_, true);
+        rooms_.ShowNames(session_.Game().Rooms);
+        ui_->lstRooms->verticalScrollBar()->setValue(scrolled);
+        SelectRow(*ui_->lstRooms, wanted.room);
+        FillThings();
+        SelectRow(*ui_->lstCharacters, wanted.things[0]);
+        SelectRow(*ui_->lstObjects, wanted.things[1]);
+    }
+    EnableButtons();
+    ShowSelectedRoom();
 }
 
 void frmMain::lstRooms_Click() {
+    if (refreshing_)
+        return;
     FillThings();
+    EnableButtons();
+    ShowSelectedRoom();
+}
+
+void frmMain::lstThings_Click() {
+    if (!refreshing_)
+        EnableButtons();
+}
+
+void frmMain::EnableButtons() {
+    const bool isRoom = SelectedRow(*ui_->lstRooms) >= 0;
+    const bool isCharacter = SelectedRow(*ui_->lstCharacters) >= 0;
+    const bool isObject = SelectedRow(*ui_->lstObjects) >= 0;
+    Enable(*ui_->butEditRoom, isRoom, *ui_->lstRooms);
+    Enable(*ui_->butDeleteRoom, isRoom, *ui_->lstRooms);
+    Enable(*ui_->butAddObj_0, isRoom, *ui_->lstRooms);
+    Enable(*ui_->butAddObj_1, isRoom, *ui_->lstRooms);
+    Enable(*ui_->butEditObj_0, isCharacter, *ui_->lstCharacters);
+    Enable(*ui_->butDeleteObj_0, isCharacter, *ui_->lstCharacters);
+    Enable(*ui_->butEditObj_1, isObject, *ui_->lstObjects);
+    Enable(*ui_->butDeleteObj_1, isObject, *ui_->lstObjects);
+}
+
+void frmMain::ShowSelectedRoom() {
     const int row = SelectedRow(*ui_->lstRooms);
-    ui_->butEditRoom->setEnabled(row >= 0);
-    ui_->butDeleteRoom->setEnabled(row >= 0);
-    ui_->butAddObj_0->setEnabled(row >= 0);
-    ui_->butAddObj_1->setEnabled(row >= 0);
-    lstThings_Click(0);
-    lstThings_Click(1);
     if (row < 0)
         return;
     const Room& room = session_.Game().Rooms[row + 1];
@@ -125,12 +158,6 @@ void frmMain::FillThings() {
     }
 }
 
-void frmMain::lstThings_Click(std::size_t index) {
-    const bool isSelected = SelectedRow(*ThingList(index)) >= 0;
-    (index == 0 ? ui_->butEditObj_0 : ui_->butEditObj_1)->setEnabled(isSelected);
-    (index == 0 ? ui_->butDeleteObj_0 : ui_->butDeleteObj_1)->setEnabled(isSelected);
-}
-
 // ---- Changing the game
 
 void frmMain::ChangeGame(const QString& name, const Selection& selection,
@@ -146,7 +173,8 @@ void frmMain::GameChanged() {
 
 void frmMain::GameReplaced() {
     UpdateTitle();
-    RefreshLists({});
+    RefreshLists({.room = 0});
+    ui_->lstRooms->setFocus();
 }
 
 void frmMain::butAddNewRoom_Click() {
@@ -154,7 +182,7 @@ void frmMain::butAddNewRoom_Click() {
         AskName(dialogs_, this, QStringLiteral("Please enter a name for this room:"),
                 QStringLiteral("New room"), QStringLiteral("Enter a name here..."));
     if (!name) {
-        session_.MarkModified(); // also when nothing was added
+        session_.MarkModified(); // The game counts as changed even if nothing was added.
         return;
     }
     Selection selection;

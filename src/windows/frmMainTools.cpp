@@ -17,7 +17,7 @@ namespace zem {
 
 namespace {
 
-constexpr int WaitForEditor = 300; // milliseconds, again and again until it is closed
+constexpr int WaitForEditor = 300; // Milliseconds between two looks whether it is closed.
 
 } // namespace
 
@@ -84,7 +84,7 @@ void frmMain::CheckFile() {
     if (isBusy || !session_.IsChangedOnDisk())
         return;
     if (askedAbout_ == FileStamp::Of(session_.FileName()))
-        return; // once is enough, until the game is saved
+        return; // The author was told already.
     RunCommand(dialogs_, this, [this] {
         if (AskAboutChangedFile())
             session_.KeepMine();
@@ -120,7 +120,8 @@ bool frmMain::AskAboutChangedFile() {
 // ---- What the file would not give back
 
 void frmMain::ShowLostPlaces(const std::vector<LostPlace>& places) {
-    if (QApplication::activeModalWidget() != nullptr) { // two editors of one place must not be open at once
+    if (QApplication::activeModalWidget() !=
+        nullptr) { // Two editors of one place would overwrite each other.
         QTimer::singleShot(WaitForEditor, this, [this, places, path = session_.FileName()] {
             if (path == session_.FileName())
                 ShowLostPlaces(places);

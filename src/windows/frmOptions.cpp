@@ -1,7 +1,9 @@
 #include "windows/frmOptions.h"
 
 #include "base/LineText.h"
+#include "forms/DialogSize.h"
 #include "forms/QtText.h"
+#include "forms/ToolTip.h"
 #include "ui_frmOptions.h"
 
 #include <QKeyEvent>
@@ -22,7 +24,7 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
     const Options& options = settings.CurrentOptions();
     ui_->txtVCOMPILElocation->setText(options.VCOMPILElocation);
     ui_->txtVCOMPILElocation->setCursorPosition(0);
-    ui_->txtVCOMPILElocation->setToolTip(options.VCOMPILElocation);
+    ui_->txtVCOMPILElocation->setToolTip(ToolTipOf(options.VCOMPILElocation));
     ui_->txtRunner->setText(options.RunProgram);
     ui_->cmbLook->setCurrentIndex(static_cast<int>(options.Colours));
     ui_->chkFriendlyScript->setChecked(options.FriendlyScript);
@@ -41,6 +43,7 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtMax->setFocus();
     ui_->txtMax->selectAll();
+    FitScreen(*this);
 }
 
 frmOptions::~frmOptions() = default;
@@ -93,7 +96,7 @@ std::optional<QString> frmOptions::RunProgram() {
     // One that has gone since, with its disk perhaps, does not keep the author from the other options.
     if (name.isEmpty() || name == before)
         return name;
-    const QString found = QStandardPaths::findExecutable(name); // takes a full path, too
+    const QString found = QStandardPaths::findExecutable(name); // It takes a full path, too.
     if (found.isEmpty())
         Refuse(
             *ui_->txtRunner,
@@ -124,7 +127,8 @@ void frmOptions::butOK_Click() {
     if (!runProgram)
         return;
     options.RunProgram = *runProgram;
-    options.Colours = static_cast<Look>(ui_->cmbLook->currentIndex()); // the box has the order of Look
+    options.Colours =
+        static_cast<Look>(ui_->cmbLook->currentIndex()); // The rows of the box have the order of Look.
     settings_.StoreOptions(options);
     ApplyLook(options.Colours);
     accept();

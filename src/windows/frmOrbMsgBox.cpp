@@ -52,7 +52,7 @@ void frmOrbMsgBox::keyPressEvent(QKeyEvent* event) {
         butOK_Click();
     else if (event->key() == Qt::Key_N && ui_->butCancel->isVisible())
         butCancel_Click();
-    else if (event->key() != Qt::Key_Escape) // which is no answer here
+    else if (event->key() != Qt::Key_Escape) // Escape is no answer here.
         QDialog::keyPressEvent(event);
 }
 

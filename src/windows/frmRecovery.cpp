@@ -52,7 +52,7 @@ void frmRecovery::Fill() {
              copy.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), StateOfFile(copy)});
     QHeaderView& columns = *ui_->lstCopies->header();
     columns.setSectionResizeMode(QHeaderView::ResizeToContents);
-    columns.setSectionResizeMode(FileColumn, QHeaderView::Stretch); // paths may be long
+    columns.setSectionResizeMode(FileColumn, QHeaderView::Stretch); // Paths may be long.
     ui_->lstCopies->setCurrentItem(ui_->lstCopies->topLevelItem(0));
 }
 

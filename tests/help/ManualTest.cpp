@@ -7,6 +7,7 @@
 #include <QDirIterator>
 #include <QInputDialog>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTextBrowser>
 #include <QWindow>
 
@@ -66,13 +67,13 @@ TEST(Manual, F1OpensThePageOfWhatIsShownWhichCanBeUsedBesideAnyWindow) {
         EXPECT_EQ(PlaceAfterF1(p, form), "frmRoomProperties-Details");
         EXPECT_EQ(PlaceAfterClick(p, "butContents"), "");
         Click(form, "butExits");
-        QInputDialog box(&form); // which has no page of its own
+        QInputDialog box(&form); // It has no page of its own.
         box.show();
         EXPECT_EQ(PlaceAfterF1(p, box), "frmRoomProperties-Exits");
     });
     EXPECT_TRUE(p.program->ManualWindow()->isVisible()) << "it outlives the window that it was opened from";
     EXPECT_EQ(PlaceAfterF1(p, *p.Main()), "frmMain");
-    p.Open<frmOptions>("mnuViewOptions", [&](frmOptions& form) { // when the manual is already there
+    p.Open<frmOptions>("mnuViewOptions", [&](frmOptions& form) { // The manual is open already.
         form.activateWindow();
         ASSERT_TRUE(QTest::qWaitFor([&] { return form.isActiveWindow(); }));
         EXPECT_EQ(PlaceAfterClick(p, "butContents"), "");
@@ -82,6 +83,17 @@ TEST(Manual, F1OpensThePageOfWhatIsShownWhichCanBeUsedBesideAnyWindow) {
     p.program->ManualWindow()->showMinimized();
     EXPECT_EQ(PlaceAfterF1(p, *p.Main()), "frmMain");
     EXPECT_FALSE(p.program->ManualWindow()->isMinimized());
+}
+
+TEST(Manual, NeverHasToBeScrolledSideways) {
+    ScriptedDialogs dialogs;
+    frmManual manual(ZEM_PROGRAM_FOLDER "/ZEM.HTM", dialogs);
+    manual.show();
+    const auto& page = Find<QTextBrowser>(manual, "txtManual");
+    for (const int width : {780, 460, 1200}) {
+        manual.resize(width, 500);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return page.horizontalScrollBar()->maximum() == 0; })) << width;
+    }
 }
 
 TEST(Manual, FindsFromTheTopAgainAndOpensOtherDocumentsByTheDesktop) {

@@ -60,16 +60,16 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     ASSERT_TRUE(p.Main()->isVisible());
     EXPECT_FALSE(p.program->StartWindow()->isVisible());
     EXPECT_EQ(p.Title(), "\"Tower\" [" + p.folder.Path("game.kel") + "] - ZEM 1.0");
-    EXPECT_EQ(Lists(p), "Hall Attic Cellar|||");
+    EXPECT_EQ(Lists(p), "[Hall] Attic Cellar|Bob Eve|lamp|");
 
     p.Select("lstRooms", 0);
     p.Select("lstCharacters", 1);
     EXPECT_EQ(Lists(p), "[Hall] Attic Cellar|Bob [Eve]|lamp|");
     EXPECT_EQ(p.Status(), "Selected room 'Hall' [alias the hall]");
-    p.Select("lstRooms", 0); // a click on the selected room counts, too
+    p.Select("lstRooms", 0); // A click on the selected room clears both selections.
     EXPECT_EQ(Lists(p), "[Hall] Attic Cellar|Bob Eve|lamp|");
 
-    PressKey(*p.Main(), "lstRooms", Qt::Key_Space, Qt::ControlModifier); // takes nothing back
+    PressKey(*p.Main(), "lstRooms", Qt::Key_Space, Qt::ControlModifier); // Does not deselect.
     EXPECT_EQ(p.SelectedRow("lstRooms"), 0);
     PressKey(*p.Main(), "lstRooms", Qt::Key_Down);
     EXPECT_EQ(Lists(p), "Hall [Attic] Cellar|||");
@@ -77,13 +77,57 @@ TEST(MainWindow, ShowsAGameAndTheThingsOfTheSelectedRoom) {
     EXPECT_FALSE(p.game.Modified);
 }
 
-TEST(MainWindow, SelectsTheFirstRoomWithTheFirstKeyAndDoesNothingElse) {
-    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Return, Qt::Key_Delete}) {
-        RunningProgram p(ThreeRooms);
-        p.Find<QWidget>("lstRooms")->setFocus(Qt::TabFocusReason);
-        PressKey(*p.Main(), "lstRooms", key);
-        EXPECT_EQ(Lists(p), "[Hall] Attic Cellar|Bob Eve|lamp|");
+TEST(MainWindow, UsesTheFirstKeyAfterAGameWasOpened) {
+    RunningProgram p(ThreeRooms);
+    QWidget* focused = p.Main()->focusWidget();
+    ASSERT_NE(focused, nullptr);
+    std::string edited;
+    WhenOpen<frmRoomProperties>([&](frmRoomProperties& form) { edited = TextOf(form, "txtRoomName"); });
+    QTest::keyClick(focused, Qt::Key_Return);
+    EXPECT_EQ(edited, "Hall");
+    QTest::keyClick(focused, Qt::Key_Down);
+    EXPECT_EQ(Lists(p), "Hall [Attic] Cellar|||");
+    p.Trigger("mnuFileRecent_0"); // While the focus is anywhere.
+    QTest::keyClick(p.Main()->focusWidget(), Qt::Key_Delete);
+    EXPECT_EQ(Lists(p), "[Attic] Cellar|||");
+}
+
+TEST(MainWindow, KeepsTheFocusWhereItWasWhenAnEditorHasChangedTheGame) {
+    RunningProgram p(ThreeRooms);
+    p.Select("lstObjects", 0);
+    for (const auto& [control, editor] : Cases<const char*, const char*>{{"lstRooms", "butEditRoom"},
+                                                                         {"butEditRoom", "butEditRoom"},
+                                                                         {"butEditObj_1", "butEditObj_1"},
+                                                                         {"lstObjects", "butEditObj_1"}}) {
+        p.Find<QWidget>(control)->setFocus();
+        WhenOpen<QDialog>([](QDialog& form) {
+            SetText(form, "txtPrefix", "the");
+            Click(form, "butOK");
+        });
+        p.Find<QAbstractButton>(editor)->click();
+        EXPECT_EQ(p.Main()->focusWidget()->objectName().toStdString(), control);
+        EXPECT_EQ(p.SelectedRow("lstObjects"), 0);
     }
+    p.Find<QWidget>("butDeleteObj_1")->setFocus();
+    p.Find<QAbstractButton>("butDeleteObj_1")->click(); // It has nothing more to delete.
+    EXPECT_EQ(p.Main()->focusWidget()->objectName(), "lstObjects");
+}
+
+TEST(MainWindow, ComesBackInItsSizeAndPlaceWhereThereIsAScreenForIt) {
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect inside(screen.left() + 30, screen.top() + 50, 640, 420);
+    RunningProgram p(ThreeRooms);
+    for (const auto& [left, back] : Cases<QRect, bool>{{inside, true}, {inside.translated(9000, 0), false}}) {
+        p.Main()->setGeometry(left);
+        p.Main()->close();
+        p.StartWith(ThreeRooms);
+        EXPECT_EQ(p.Main()->geometry() == left, back);
+        EXPECT_TRUE(screen.contains(p.Main()->geometry()));
+    }
+    p.Main()->close();
+    p.store.setValue("Editor/MainWindowGeometry", "no geometry");
+    p.StartWith(ThreeRooms);
+    EXPECT_TRUE(screen.contains(p.Main()->geometry()));
 }
 
 TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
@@ -96,15 +140,15 @@ TEST(MainWindow, AddsAndDeletesRoomsAndThingsAndSavesThem) {
 
     p.Select("lstRooms", 0);
     p.Select("lstCharacters", 1);
-    p.Click("butDeleteObj_0"); // the last of the list: the first is selected
+    p.Click("butDeleteObj_0"); // After the last row the first is selected.
     EXPECT_EQ(Lists(p), "[Hall] Attic Cellar Caf\u00E9|[Bob]|lamp|");
     p.Click("butDeleteObj_0");
-    DeleteRoom(p, 1); // the next one takes its place
+    DeleteRoom(p, 1); // Selects the next room.
     EXPECT_EQ(Lists(p), "Hall [Cellar] Caf\u00E9||rope|");
     p.Trigger("mnuFileSave");
     EXPECT_EQ(p.Status(), "Game saved.");
     EXPECT_EQ(ReadBytes(p.folder.Path("game.kel~")), ThreeRooms);
-    p.Trigger("mnuFileRecent_0"); // again, from the file
+    p.Trigger("mnuFileRecent_0"); // Opens the file again.
     p.Select("lstRooms", 2);
     EXPECT_EQ(Lists(p), "Hall Cellar [Caf\u00E9]|Ann|cup|");
 
@@ -145,7 +189,7 @@ TEST(MainWindow, AsksAgainForANameThatCannotBeKeptAndMarksTheGameEvenWhenNoneIsG
         p.dialogs.Message("New room: " + *UnstorableCharacter(greek));
         p.dialogs.Text(NameQuestion("room", greek), answer);
         p.Click("butAddNewRoom");
-        EXPECT_EQ(Lists(p), "Hall Attic Cellar|||");
+        EXPECT_EQ(Lists(p), "[Hall] Attic Cellar|Bob Eve|lamp|");
         EXPECT_EQ(p.Status(), NotSaved);
         EXPECT_TRUE(p.game.Modified);
     }
@@ -185,7 +229,7 @@ TEST(MainWindow, SavesANewGameUnderANameAndStaysOpenWhenThatFails) {
     newGame.setFocus();
     QTest::keyClick(&newGame, Qt::Key_Return);
     EXPECT_FALSE(start->isVisible());
-    newGame.click(); // which was already on its way
+    newGame.click(); // A second click that was already queued does nothing.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(start.isNull());
     Add<frmRoomProperties>(p, "butAddNewRoom", "room", "Hall");
@@ -209,7 +253,7 @@ TEST(MainWindow, SavesANewGameUnderANameAndStaysOpenWhenThatFails) {
     EXPECT_EQ(p.Title(), "[" + p.folder.Path("a & b.kel") + "] - ZEM 1.0");
     EXPECT_EQ(p.Find<QAction>("mnuFileRecent_0")->text(), p.Path("a && b.kel"));
     p.Trigger("mnuFileRecent_0");
-    EXPECT_EQ(Lists(p), "Hall|||");
+    EXPECT_EQ(Lists(p), "[Hall]|||");
 
     p.Trigger("mnuFileNew");
     p.dialogs.Text(NameQuestion("room"), {});
@@ -232,7 +276,7 @@ TEST(MainWindow, ReportsABadFileAndGoesOnWithAnEmptyGame) {
     EXPECT_EQ(Lists(p), "|||");
     EXPECT_EQ(ReadBytes(p.folder.Path("bad.kel")), bad);
     p.dialogs.SaveFile({});
-    p.Trigger("mnuFileSave"); // asks for a name, so that no file is overwritten by the empty game
+    p.Trigger("mnuFileSave"); // Asks for a name, so that the empty game overwrites no file.
     p.dialogs.OpenFile(p.Path("missing.kel"));
     p.dialogs.Message("Error: Error - file not found");
     p.Trigger("mnuFileOpen");
