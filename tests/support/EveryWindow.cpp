@@ -27,15 +27,14 @@ constexpr const char* Lines =
     "if flag <keeper found> and not flag <keeper saved> then flag on <bell wanted> else flag off "
     "<bell wanted>\r\nend define\r\n";
 
-/// How to get to a window from the main window: buttons and menu items to click, "LIST=TEXT" for the first
-/// row that begins so, and ">" where another window opens. A way that ends by closing its window shows none.
+/// How to get to a window from the main window.
 struct Way {
-    const char* steps;
-    const char* what = ""; // for the name
+    const char* steps;     // See FollowSteps.
+    const char* what = ""; // Becomes a part of the picture's name.
 };
 
 constexpr Way Ways[] = {
-    {"", "Empty"},
+    {"", "Opened"},
     {"lstRooms=Quay, lstCharacters=, lstObjects="},
     {"mnuViewOptions >"},
     {"mnuHelpAbout >"},
@@ -75,6 +74,23 @@ constexpr Way Ways[] = {
      "History"},
 };
 
+void Use(const QWidget& window, const QString& step) {
+    const std::string name = step.section(u'=', 0, 0).toStdString();
+    if (step.contains(u'=')) {
+        auto& list = Find<QAbstractItemView>(window, name.c_str());
+        const QAbstractItemModel& rows = *list.model();
+        list.setCurrentIndex(
+            rows.match(rows.index(0, 0), Qt::DisplayRole, step.section(u'=', 1), 1, Qt::MatchStartsWith)
+                .value(0));
+    } else if (auto* action = window.findChild<QAction*>(QLatin1String(name.c_str()))) {
+        action->trigger();
+    } else if (!name.empty()) {
+        auto& button = Find<QAbstractButton>(window, name.c_str());
+        button.setFocus(); // A click with the mouse would do the same.
+        button.click();
+    }
+}
+
 class Tour {
 public:
     explicit Tour(std::function<void(const QString&, QWidget&)> visit) : visit_(std::move(visit)) {}
@@ -92,7 +108,8 @@ public:
         program_.Start(game);
         VisitOnTheirOwn(settings);
         for (const auto& [steps, what] : Ways)
-            Go(*program_.Main(), QLatin1String(steps), QLatin1String(what));
+            FollowSteps(*program_.Main(), QLatin1String(steps),
+                        [this, what = QLatin1String(what)](QWidget& window) { Visit(window, what); });
     }
 
 private:
@@ -130,33 +147,6 @@ private:
                            {"item", 2, "", 0, "item \"silver; watch\": comes back as two items"}}));
     }
 
-    void Go(QWidget& window, const QString& way, const QString& what) {
-        const qsizetype end = way.indexOf(u'>');
-        if (end >= 0)
-            WhenOpen<QDialog>([=, this](QDialog& next) { Go(next, way.mid(end + 1), what); });
-        for (const QString& step : way.left(end).split(u',', Qt::SkipEmptyParts))
-            Use(window, step.trimmed());
-        if (end < 0 && window.isVisible())
-            Visit(window, what);
-    }
-
-    static void Use(const QWidget& window, const QString& step) {
-        const std::string name = step.section(u'=', 0, 0).toStdString();
-        if (step.contains(u'=')) {
-            auto& list = Find<QAbstractItemView>(window, name.c_str());
-            const QAbstractItemModel& rows = *list.model();
-            list.setCurrentIndex(
-                rows.match(rows.index(0, 0), Qt::DisplayRole, step.section(u'=', 1), 1, Qt::MatchStartsWith)
-                    .value(0));
-        } else if (auto* action = window.findChild<QAction*>(QLatin1String(name.c_str()))) {
-            action->trigger();
-        } else if (!name.empty()) {
-            auto& button = Find<QAbstractButton>(window, name.c_str());
-            button.setFocus(); // as the mouse would
-            button.click();
-        }
-    }
-
     void Visit(QWidget&& window, const QString& what = {}) { Visit(window, what); }
     void Visit(QWidget& window, const QString& what = {}) {
         window.show();
@@ -181,6 +171,16 @@ private:
 };
 
 } // namespace
+
+void FollowSteps(QWidget& window, const QString& steps, const std::function<void(QWidget& window)>& use) {
+    const qsizetype end = steps.indexOf(u'>');
+    if (end >= 0)
+        WhenOpen<QDialog>([=](QDialog& next) { FollowSteps(next, steps.mid(end + 1), use); });
+    for (const QString& step : steps.left(end).split(u',', Qt::SkipEmptyParts))
+        Use(window, step.trimmed());
+    if (end < 0 && window.isVisible())
+        use(window);
+}
 
 void ForEachWindow(const QString& game,
                    const std::function<void(const QString& name, QWidget& window)>& visit,

@@ -17,4 +17,10 @@ void ForEachWindow(const QString& game,
                    const std::function<void(const QString& name, QWidget& window)>& visit,
                    const QString& colours = QStringLiteral("Desktop"));
 
+/// Goes from a shown window to another one and calls `use` while that is open.
+/// @param steps  names of buttons and menu items to click, with commas between them; "LIST=TEXT" selects the
+///               first row that begins so; ">" stands where the step before it opens another window. Steps
+///               that end by closing their window lead nowhere.
+void FollowSteps(QWidget& window, const QString& steps, const std::function<void(QWidget& window)>& use);
+
 } // namespace zem::test
