@@ -18,10 +18,10 @@ inline constexpr const char* DefaultTitle = "ZEM";
 class Dialogs {
 public:
     struct FileQuestion {
-        QString title;            // empty for the platform's own
-        QString defaultSuffix;    // without a point
+        QString title;            // Empty for the title of the platform.
+        QString defaultSuffix;    // Has no leading point.
         QString filter;           // "name|pattern|name|pattern..."
-        QString currentFile = {}; // where to begin; empty for anywhere
+        QString currentFile = {}; // The dialog begins in its folder; empty for any.
     };
 
     /// What opening a document may come to, with the codes of the shell.

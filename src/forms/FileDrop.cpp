@@ -30,14 +30,14 @@ public:
     bool eventFilter(QObject* window, QEvent* event) override {
         if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop)
             return false;
-        auto& drop = static_cast<QDropEvent&>(*event); // which a drag that enters is, too
+        auto& drop = static_cast<QDropEvent&>(*event); // QDragEnterEvent derives from it.
         const QString file =
             QApplication::activeModalWidget() == nullptr ? DraggedFile(*drop.mimeData()) : QString();
-        drop.setDropAction(Qt::CopyAction); // after a move the other program would delete the file
+        drop.setDropAction(Qt::CopyAction); // After a move the other program would delete the file.
         drop.setAccepted(!file.isEmpty());
         if (event->type() == QEvent::Drop && drop.isAccepted())
-            QTimer::singleShot(0, window,
-                               [this, file] { open_(file); }); // the other program waits until then
+            QTimer::singleShot(
+                0, window, [this, file] { open_(file); }); // The other program waits until the drop is over.
         return true;
     }
 
@@ -49,7 +49,7 @@ private:
 
 void AcceptFileDrops(QWidget& window, std::function<void(const QString& path)> open) {
     window.setAcceptDrops(true);
-    window.installEventFilter(new FileDrop(window, std::move(open))); // which the window owns
+    window.installEventFilter(new FileDrop(window, std::move(open))); // The window owns it.
 }
 
 } // namespace zem

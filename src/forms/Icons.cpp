@@ -50,7 +50,7 @@ QIcon ThemedIcon(const QString& name) {
     QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return QIcon(new LineIconEngine(file.readAll())); // the icon owns its engine
+    return QIcon(new LineIconEngine(file.readAll())); // The icon owns its engine.
 }
 
 } // namespace zem

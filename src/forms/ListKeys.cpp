@@ -68,13 +68,13 @@ bool SelectFocusedRow(QAbstractItemView& list) {
     if (list.selectionModel()->hasSelection() || list.model()->rowCount() == 0)
         return false;
     const QModelIndex focused = list.currentIndex();
-    list.setCurrentIndex(QModelIndex()); // so that it changes even if it is the one that is wanted
+    list.setCurrentIndex(QModelIndex()); // Makes the next line a change in any case.
     list.setCurrentIndex(focused.isValid() ? focused : list.model()->index(0, 0));
     return true;
 }
 
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons) {
-    list.installEventFilter(new ListKeyFilter(list, buttons)); // which the list owns
+    list.installEventFilter(new ListKeyFilter(list, buttons)); // The list owns it.
     if (buttons.edit != nullptr)
         QObject::connect(&list, &QAbstractItemView::doubleClicked, buttons.edit, &QAbstractButton::click);
 }

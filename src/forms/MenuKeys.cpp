@@ -8,8 +8,8 @@ namespace zem {
 
 namespace {
 
-/// Of several that ask for a key, the one that asked first gets it first, and the menus ask only when they
-/// are laid out. So the buttons ask once more after that.
+/// Qt gives a shared shortcut to whoever registered it first, and menus register only when they are laid out.
+/// The buttons therefore register once more after that.
 class ButtonsAskAgain : public QObject {
 public:
     using QObject::QObject;
@@ -25,7 +25,7 @@ public:
 } // namespace
 
 void PutMenusFirst(QMainWindow& window) {
-    window.installEventFilter(new ButtonsAskAgain(&window)); // which the window owns
+    window.installEventFilter(new ButtonsAskAgain(&window)); // The window owns it.
 }
 
 } // namespace zem

@@ -15,7 +15,7 @@ namespace zem {
 namespace {
 
 constexpr int VisibleRows = 15;
-constexpr int ShownCharacters = 12; // at least
+constexpr int ShownCharacters = 12; // The box is at least as wide.
 
 } // namespace
 
@@ -57,7 +57,7 @@ void NameBox::wheelEvent(QWheelEvent* event) {
     if (hasFocus())
         QComboBox::wheelEvent(event);
     else
-        event->ignore(); // the author scrolls past it
+        event->ignore(); // The author scrolls past it.
 }
 
 } // namespace zem

@@ -15,7 +15,7 @@ class NameListModel : public QAbstractListModel {
     Q_OBJECT
 
 public:
-    using NameAt = std::function<QString(int row)>; // row from 0
+    using NameAt = std::function<QString(int row)>; // Rows count from 0.
 
     using QAbstractListModel::QAbstractListModel;
 

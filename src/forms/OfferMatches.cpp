@@ -18,7 +18,7 @@ void Suggest(QComboBox& box, QCompleter& matches, const QString& text) {
     if (text.isEmpty() || isOnlyItself)
         matches.popup()->hide();
     else
-        matches.complete(QRect(-box.lineEdit()->pos(), box.size())); // as wide as the whole box
+        matches.complete(QRect(-box.lineEdit()->pos(), box.size())); // The list is as wide as the whole box.
 }
 
 } // namespace

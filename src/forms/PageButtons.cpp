@@ -17,7 +17,7 @@ PageButtons::PageButtons(QStackedWidget& pages, const std::vector<QPushButton*>&
         bold.setBold(true);
         const int extra = QFontMetrics(bold).horizontalAdvance(button->text()) -
                           button->fontMetrics().horizontalAdvance(button->text());
-        button->setMinimumWidth(button->sizeHint().width() + extra); // so that the row stays put
+        button->setMinimumWidth(button->sizeHint().width() + extra); // Keeps the row of buttons in place.
         connect(button, &QPushButton::clicked, this, [this, page] { Show(static_cast<int>(page)); });
     }
     Show(0);

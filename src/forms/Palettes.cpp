@@ -62,7 +62,7 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        const bool isGroupBox = element == PE_FrameGroupBox; // by itself an image, and a dark one
+        const bool isGroupBox = element == PE_FrameGroupBox; // Fusion draws a dark image.
         if (!isGroupBox && element != PE_IndicatorToolBarSeparator)
             QProxyStyle::drawPrimitive(element, option, painter, widget);
         if (!IsHighlighted(element, *option))
@@ -101,7 +101,7 @@ private:
 
     /// Below the title.
     QRect GroupBoxFrame(const QStyleOption& option, const QWidget* widget) const {
-        constexpr int TopMargin = 3; // as Fusion has it
+        constexpr int TopMargin = 3; // This is the margin that Fusion uses.
         const auto* box = qobject_cast<const QGroupBox*>(widget);
         const int title = box == nullptr || box->title().isEmpty()
                               ? 0

@@ -43,7 +43,7 @@ private:
     Dialogs* dialogs_ = nullptr;
     bool oneLine_ = false;
     std::string given_;
-    QString shown_; // what the box made of the given text
+    QString shown_; // The given text as the box shows it.
 };
 
 } // namespace zem

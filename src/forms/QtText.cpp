@@ -21,7 +21,7 @@ constexpr std::array<char16_t, 32> UpperControls = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 std::optional<char> ToByte(char16_t unit) {
-    if (unit < 0x80) // most of them
+    if (unit < 0x80) // This holds for most characters.
         return static_cast<char>(unit);
     const auto* found = std::find(UpperControls.begin(), UpperControls.end(), unit);
     if (found != UpperControls.end())

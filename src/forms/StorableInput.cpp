@@ -28,7 +28,7 @@ void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
         QString text;
         int cursor = 0;
     };
-    box.setMaxLength(std::numeric_limits<int>::max()); // texts of the game may have any length
+    box.setMaxLength(std::numeric_limits<int>::max()); // Texts of the game may have any length.
     const auto good = std::make_shared<State>(State{box.text(), box.cursorPosition()});
     QObject::connect(&box, &QLineEdit::cursorPositionChanged, &box, [&box, good](int, int cursor) {
         if (box.text() == good->text)
@@ -50,7 +50,7 @@ void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
             return;
         }
         const int cursor = good->cursor;
-        box.setText(good->text); // which comes here again
+        box.setText(good->text); // This emits textChanged again, with a good text.
         box.setCursorPosition(cursor);
         dialogs.ShowMessageBox(box.window(), *problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
                                QMessageBox::Warning);

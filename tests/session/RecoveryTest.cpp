@@ -36,7 +36,7 @@ TEST(RecoveryCopies, ExistWhileTheFileLacksSomethingAndBelongToTheirProgram) {
     ExpectCopies(p, 1);
     p.Trigger("mnuFileSave");
     ExpectCopies(p, 0);
-    p.game.GameName = "a > b"; // which a save loses
+    p.game.GameName = "a > b"; // A save loses the part after the bracket.
     WhenOpenLater<frmReadBack>([](frmReadBack& form) { Click(form, "butCancel"); });
     p.Trigger("mnuFileSave");
     ExpectCopies(p, 1);
@@ -46,9 +46,9 @@ TEST(RecoveryCopies, ExistWhileTheFileLacksSomethingAndBelongToTheirProgram) {
     DeleteRoom(p, 0);
     ExpectCopies(p, 1);
     GameModel game;
-    Program(game, p.store, p.dialogs, p.programFolder, p.Path("state")).Main(); // asks nothing
+    Program(game, p.store, p.dialogs, p.programFolder, p.Path("state")).Main(); // Asks nothing.
     EXPECT_EQ(Copies(p).size(), 1) << "it belongs to a program that runs";
-    p.program.reset(); // the author has said that nothing is to be saved
+    p.program.reset(); // The author chose not to save.
     EXPECT_TRUE(Copies(p).isEmpty());
 }
 
@@ -60,7 +60,7 @@ void LeaveCopy(RunningProgram& p, const char* game) {
     DeleteRoom(killed, 0);
     killed.program->Rescue();
     QDir().mkpath(p.Path("state/recovery"));
-    for (const QString& name : Copies(killed)) // without the lock of a program that runs
+    for (const QString& name : Copies(killed)) // A killed program holds no lock.
         QFile::copy(killed.Path("state/recovery/") + name, p.Path("state/recovery/") + name);
 }
 
@@ -87,7 +87,7 @@ TEST(RecoveryCopies, AreOfferedAtTheNextStart) {
         EXPECT_EQ(Rows(form, "lstCopies"), QStringList{kept});
         Click(form, "butRestore");
     });
-    p.Start(p.Path("game.kel")); // which is not opened over it
+    p.Start(p.Path("game.kel")); // The restored game stays open.
     ASSERT_NE(p.program->MainWindow(), nullptr);
     EXPECT_EQ(p.Rows("lstRooms"), QStringList{"Attic"});
     EXPECT_TRUE(p.game.Modified);
@@ -96,7 +96,7 @@ TEST(RecoveryCopies, AreOfferedAtTheNextStart) {
     EXPECT_EQ(p.Status(), "Current version of game not saved.");
     EXPECT_EQ(Copies(p).size(), 1) << "its own, instead of the one that was offered";
     p.program.reset();
-    p.Start(); // asks nothing
+    p.Start(); // Asks nothing.
     EXPECT_TRUE(Copies(p).isEmpty());
 }
 
@@ -131,7 +131,7 @@ TEST(RecoveryCopies, AreMissedWithOneMessageWhereTheyCannotBeWritten) {
         p.program->Rescue();
         QCoreApplication::processEvents();
     }
-    p.Trigger("mnuFileSave"); // works all the same
+    p.Trigger("mnuFileSave"); // Works all the same.
     EXPECT_EQ(p.Status(), "The game is saved, but no version of it could be kept for Earlier versions.");
     EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
 }
@@ -150,7 +150,7 @@ TEST(Faults, InAnEventAreToldAndTheUnsavedChangesAreKept) {
     p.dialogs.ExpectAllAsked();
     EXPECT_EQ(Copies(p).size(), 1) << "at once";
     application.ClearNet();
-    DeleteRoom(p, 0); // the program goes on
+    DeleteRoom(p, 0); // The program goes on.
     EXPECT_TRUE(p.Rows("lstRooms").isEmpty());
 }
 

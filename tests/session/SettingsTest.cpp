@@ -51,7 +51,7 @@ TEST_F(SettingsTest, ReadWordsAndNumbersLeniently) {
     EXPECT_EQ(Read().CurrentOptions().MaxRecent, 0);
     Set("Editor/MaxRecent", "40000");
     EXPECT_THROW(Read(), KelError);
-    Set("Init/InstalledVer", "No"); // only "no" in small letters means that it is missing
+    Set("Init/InstalledVer", "No"); // Only "no" in small letters means that it is missing.
     EXPECT_TRUE(Settings(store, {}).IsVeldtInstalled());
 }
 
@@ -60,7 +60,8 @@ TEST_F(SettingsTest, KeepEachRecentFileOnceAndAtMostMaxRecentOfThem) {
     const auto recent = [this] {
         return Read().RecentFiles().join(u' ').toStdString() + ", stored: " + Get("Editor/NumberRecent");
     };
-    for (const char* path : {"/a.kel", "/b.kel", "/c.kel", "/A.KEL"}) // which differs in capitals alone
+    for (const char* path :
+         {"/a.kel", "/b.kel", "/c.kel", "/A.KEL"}) // The last differs from the first in capitals alone.
         settings.AddToRecentFiles(QLatin1String(path));
     EXPECT_EQ(recent(), "/A.KEL /c.kel /b.kel, stored: 3");
     for (int k = 1; k <= 6; ++k)

@@ -155,7 +155,7 @@ std::size_t FaultyRead(void* bytes, std::size_t size, std::size_t count, std::FI
 std::size_t FaultyRead(void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
     if (Decide("fread", Kind::Look, fileno(file)) == Outcome::Real)
         return Real<decltype(FaultyRead)>("fread")(bytes, size, count, file);
-    std::fputc(0, file); // which a file that is open for reading refuses, and so has its mark of an error
+    std::fputc(0, file); // A file that is open for reading refuses this and sets its error mark.
     return Failed<std::size_t>(0);
 }
 

@@ -6,10 +6,10 @@
 namespace zem::test {
 
 enum class Fault {
-    Once,     // one call fails
-    Short,    // a call that writes gets half of its bytes to the disk: a full disk
-    ReadOnly, // from then on nothing can be changed: what a system does with a disk that it no longer trusts
-    Dead,     // from then on every call fails
+    Once,     // One call fails.
+    Short,    // A write gets half of its bytes to the disk, as on a full one.
+    ReadOnly, // Nothing can be changed from then on, as after a remount.
+    Dead,     // Every call fails from then on.
 };
 
 /// While one lives, the calls of the C library that touch a folder or the files in it are counted, and made
@@ -29,7 +29,7 @@ public:
     const std::vector<std::string>& Calls() const { return calls_; }
     bool HasFailed() const { return hasFailed_; }
 
-    enum class Kind { Look, Change, Transfer }; // the last are the changes that carry bytes
+    enum class Kind { Look, Change, Transfer }; // Transfer is a change that carries bytes.
     enum class Outcome { Real, Half, Fail };
     Outcome Decide(const char* function, Kind kind, const std::string& path);
     int Error() const { return error_; }

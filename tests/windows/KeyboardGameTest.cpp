@@ -52,7 +52,7 @@ private:
             ADD_FAILURE() << "no window " << wanted.toStdString() << " for " << key.toStdString() << ", but "
                           << (active == nullptr ? "none" : active->objectName().toStdString());
             steps_.clear();
-            for (QWidget* window : QApplication::topLevelWidgets()) // so that whoever has opened it goes on
+            for (QWidget* window : QApplication::topLevelWidgets()) // Lets the command that opened it end.
                 if (auto* dialog = qobject_cast<QDialog*>(window))
                     dialog->reject();
         }
@@ -80,8 +80,8 @@ private:
         QTest::keyClick(target, keys.key(), keys.keyboardModifiers());
     }
 
-    std::deque<std::pair<QString, QString>> steps_; // windows and keys
-    QObject life_;                                  // no timer outlives it
+    std::deque<std::pair<QString, QString>> steps_; // Pairs of a window and a key.
+    QObject life_;                                  // No timer outlives it.
 };
 
 TEST(Keyboard, MakesAGameOfThreeRooms) {
@@ -102,7 +102,7 @@ TEST(Keyboard, MakesAGameOfThreeRooms) {
     for (const auto& [row, exit] : exits) {
         keys.In("frmMain", {row, "Return"});
         keys.In("frmRoomProperties",
-                QStringList(4, "Shift+Tab") + QStringList{"Space"}); // to the page of the exits
+                QStringList(4, "Shift+Tab") + QStringList{"Space"}); // Opens the page of the exits.
         keys.In("frmRoomProperties", exit + QStringList{"Return"});
     }
     keys.In("frmMain", {"Alt+C", "Ins"});

@@ -49,7 +49,7 @@ TEST(MainMenu, RunsTheSavedFile) {
     p.Trigger("mnuFileRunKELfile");
     p.dialogs.Message(notNamed, QMessageBox::Ok);
     p.dialogs.SaveFile({});
-    p.dialogs.Document("", 2); // which says nothing
+    p.dialogs.Document("", 2); // Shows no message.
     p.Trigger("mnuFileRunKELfile");
 }
 
@@ -113,7 +113,7 @@ TEST(MainMenu, OpensTheWindowOfEachCommand) {
 
     p.dialogs.Document(p.programFolder + "/ZEM.HTM", 2);
     p.Trigger("butHelp");
-    p.dialogs.Document(p.programFolder + "/KEL.HTM", 31); // even then nothing is said
+    p.dialogs.Document(p.programFolder + "/KEL.HTM", 31); // Shows no message even then.
     p.Trigger("mnuKELRef");
     p.Trigger("butSave");
     EXPECT_EQ(p.Status(), "Game saved.");

@@ -33,7 +33,7 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
         Click(form, "butOK");
     });
     p.Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [](frmTextSectionEdit& form) {
-        TypeText(form, "txtText", "abc"); // several changes, one step
+        TypeText(form, "txtText", "abc"); // Three changes become one step.
     });
     EXPECT_EQ(UndoText(p), "&Undo edit text blocks, -");
     p.Trigger("mnuToolsUndo");
@@ -54,7 +54,7 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
     EXPECT_EQ(p.Status(), "");
     EXPECT_EQ(p.game.FileName, p.folder.Path("other.kel"));
     p.Trigger("mnuToolsUndo");
-    DeleteRoom(p, 0); // another way: what was undone is gone, and so is the saved state
+    DeleteRoom(p, 0); // A new change drops the undone steps and with them the saved state.
     EXPECT_EQ(UndoText(p), "&Undo delete room, -");
     p.Trigger("mnuToolsUndo");
     EXPECT_TRUE(p.game.Modified);
@@ -101,7 +101,7 @@ TEST(EarlierVersions, OpenAsUnsavedGamesAndAreKeptAsideWhenTheyAreDamaged) {
     p.Open<frmVersions>("mnuToolsVersions", [](frmVersions& form) {
         auto& list = Find<QTreeWidget>(form, "lstVersions");
         ASSERT_EQ(list.topLevelItemCount(), 2);
-        list.setCurrentItem(list.topLevelItem(1)); // the older one
+        list.setCurrentItem(list.topLevelItem(1)); // Selects the older version.
         Click(form, "butOpen");
     });
     EXPECT_EQ(p.Rows("lstRooms"), (QStringList{"Hall", "Attic"}));
@@ -119,7 +119,7 @@ TEST(EarlierVersions, AreBoundedInNumberButForThosePinned) {
     EXPECT_TRUE(versions.Keep(game, game, true));
     for (int k = 1; k <= Versions::MostVersions + 3; ++k) {
         folder.Write("game.kel", std::to_string(k));
-        QTest::qWait(2); // their names are times
+        QTest::qWait(2); // Versions are named by the millisecond.
         EXPECT_TRUE(versions.Keep(game, game));
     }
     EXPECT_TRUE(versions.Keep(other, other));
@@ -277,9 +277,9 @@ TEST(ChangedOnDisk, IsToldOnceOnReturnToTheWindow) {
         QCoreApplication::processEvents();
         p.dialogs.ExpectAllAsked();
     };
-    comeBack(); // nothing has changed
+    comeBack(); // The file has not changed.
     p.folder.Write("game.kel", Small);
-    comeBack(); // the same content
+    comeBack(); // The content has not changed.
     p.folder.Write("game.kel", Small + "'x\r\n");
     ExpectQuestion(p, Cancel);
     comeBack();
@@ -289,7 +289,7 @@ TEST(ChangedOnDisk, IsToldOnceOnReturnToTheWindow) {
     ExpectQuestion(p, KeepMine);
     comeBack();
     EXPECT_TRUE(p.game.Modified) << "the file holds something else";
-    p.Trigger("mnuFileSave"); // asks nothing more
+    p.Trigger("mnuFileSave"); // Asks nothing more.
     std::filesystem::remove(p.folder.Path("game.kel"));
     ExpectQuestion(p, KeepMine, "is not there any more", "");
     comeBack();

@@ -66,7 +66,8 @@ TEST(QtDialogs, AskThePlatform) {
          {std::pair(Qt::Key_Return, std::optional<QString>("Hall")), {Qt::Key_Escape, std::nullopt}}) {
         WhenOpen<QInputDialog>([end = key](QInputDialog& box) {
             EXPECT_EQ(box.labelText(), "Prompt:");
-            QTest::keyClicks(box.findChild<QLineEdit*>(), "Hall"); // replaces the text offered
+            QTest::keyClicks(box.findChild<QLineEdit*>(),
+                             "Hall"); // Replaces the offered text, which is selected.
             QTest::keyClick(&box, end);
         });
         EXPECT_EQ(dialogs.AskText(nullptr, "Prompt:", {}, "Enter a name here..."), answer);
@@ -134,7 +135,7 @@ TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
         .Choices.Assign(Pairs{{"bread", "msg <b>"}, {"wine", "msg <w>"}, {"nothing", ""}});
     frmMenuList menus(scripts);
     menus.show();
-    Click(menus, "butEdit"); // nothing selected, nothing happens
+    Click(menus, "butEdit"); // Does nothing without a selected row.
     dialogs.Text("Add menu: Please enter a name for this menu []", {});
     Click(menus, "butAdd");
     EXPECT_FALSE(game.Modified);
@@ -142,7 +143,7 @@ TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
     WhenOpen<frmSelectionWindow>([this](frmSelectionWindow& form) {
         SetText(form, "txtInfo", "What?");
         SelectRow(form, "lstMenu", 0);
-        PressKey(form, "lstMenu", Qt::Key_Up, Qt::ControlModifier); // at the top already
+        PressKey(form, "lstMenu", Qt::Key_Up, Qt::ControlModifier); // Does nothing at the top.
         PressKey(form, "lstMenu", Qt::Key_Down, Qt::ControlModifier);
         dialogs.Text("Rename: Enter a new name for this menu choice: [bread]", "loaf");
         Click(form, "butRename");
@@ -178,19 +179,20 @@ TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
 }
 
 TEST_F(MenuForms, EditPlayerCommandsInAListOfTheirOwn) {
-    const std::string take = "take " + std::string(40000, 'x'); // longer than a box holds by itself
+    const std::string take =
+        "take " + std::string(40000, 'x'); // Longer than the default limit of a line edit.
     frmPlayerCommandEditor form(scripts, {{"look", "msg <l>"}, {take, "msg <t>"}});
     form.show();
     const auto confirm = [](frmEditCommand& command) { Click(command, "butOK"); };
     WhenOpen<frmEditCommand>(confirm);
-    Click(form, "butAdd"); // an empty pattern, too
+    Click(form, "butAdd"); // Accepts an empty pattern.
     SelectRow(form, "lstCommands", 0);
     PressKey(form, "lstCommands", Qt::Key_Down, Qt::ControlModifier);
     WhenOpen<frmEditCommand>([](frmEditCommand& command) {
         PressKey(command, "txtCommand", Qt::Key_End);
         TypeText(command, "txtCommand", " round");
         CutNextScript();
-        PressKey(command, "txtAction", Qt::Key_Return); // as in any script field
+        PressKey(command, "txtAction", Qt::Key_Return); // Opens the script editor.
         Click(command, "butOK");
     });
     PressKey(form, "lstCommands", Qt::Key_Return);
@@ -204,7 +206,7 @@ TEST_F(MenuForms, EditPlayerCommandsInAListOfTheirOwn) {
     Click(form, "butEdit");
     EXPECT_EQ(form.Commands(), (Pairs{{take, "msg <t>"}, {"look round", ""}, {"", ""}}));
     for (int k = 0; k < 4; ++k)
-        Click(form, "butRemove"); // the next one is selected each time
+        Click(form, "butRemove"); // Selects the next one each time.
     EXPECT_TRUE(form.Commands().empty());
     Click(form, "butOK");
     EXPECT_TRUE(door.changes.empty()) << "the caller takes the list, not this window";
