@@ -13,8 +13,6 @@
 #include <QStyle>
 #include <QTimer>
 
-#include <algorithm>
-
 namespace zem {
 
 namespace {
@@ -87,11 +85,11 @@ void frmMain::ScrollContents() {
 
 /// Where the window manager would put the window, half of it may be out of sight.
 void frmMain::StandInTheMiddle() {
-    const QRect room = screen()->availableGeometry().adjusted(0, TitleBarHeight, 0, 0);
-    QRect place =
-        QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(room.size()), room);
-    place.moveTopLeft({std::max(place.left(), room.left()), std::max(place.top(), room.top())});
-    setGeometry(place);
+    const QRect room = screen()->availableGeometry();
+    const QSize titleBar(0, TitleBarHeight);
+    const QSize framed = (size() + titleBar).boundedTo(room.size());
+    resize(framed - titleBar);
+    move(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, framed, room).topLeft());
 }
 
 void frmMain::Connect(QAction* action, void (frmMain::*handler)()) {
