@@ -17,7 +17,8 @@ namespace zem {
 
 namespace {
 
-constexpr int TitleBarHeight = 40; // Device-independent pixels, with some to spare.
+// Device-independent pixels that a window manager needs around the window, with some to spare.
+constexpr QSize Frame(12, 40);
 
 // The smallest screen on which the lists, their buttons and a panel stand side by side.
 constexpr QSize RoomForAll(1024, 700);
@@ -86,9 +87,8 @@ void frmMain::ScrollContents() {
 /// Where the window manager would put the window, half of it may be out of sight.
 void frmMain::StandInTheMiddle() {
     const QRect room = screen()->availableGeometry();
-    const QSize titleBar(0, TitleBarHeight);
-    const QSize framed = (size() + titleBar).boundedTo(room.size());
-    resize(framed - titleBar);
+    const QSize framed = (size() + Frame).boundedTo(room.size());
+    resize(framed - Frame);
     move(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, framed, room).topLeft());
 }
 
