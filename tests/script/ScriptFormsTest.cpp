@@ -1,4 +1,5 @@
 #include "base/LineText.h"
+#include "forms/ToolTip.h"
 #include "script/ShowFormattedText.h"
 #include "script/frmConditional.h"
 #include "script/frmEditCommand.h"
@@ -126,7 +127,7 @@ TEST_F(ScriptForms, MakeAProcedureOfTwoLines) {
     game.NextInternalProcedure = 7;
     const auto form = Open<frmScriptLines>("msg <a>");
     EXPECT_EQ(Rows(*form, "lstFriendlyLines"), QStringList{"Print \"a\""});
-    EXPECT_EQ(Find<QListWidget>(*form, "lstFriendlyLines").item(0)->toolTip(), "msg &lt;a&gt;");
+    EXPECT_EQ(Find<QListWidget>(*form, "lstFriendlyLines").item(0)->toolTip(), ToolTipOf("msg <a>"));
     WhenOpen<frmScriptEditor>([](frmScriptEditor& line) {
         TypeText(line, "cmbFriendly", "Clear the screen");
         Click(line, "butOK");
