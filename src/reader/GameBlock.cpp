@@ -13,27 +13,29 @@ namespace zem {
 namespace {
 
 constexpr Keyword<GameModel> GameRows[] = {
-    {"start ", reads::Parameter<&GameModel::StartRoom>},
-    {"game author ", reads::Parameter<&GameModel::GameAuthor>},
-    {"game version ", reads::Parameter<&GameModel::GameVersion>},
-    {"game copyright ", reads::Parameter<&GameModel::GameCopyright>},
-    {"game info ", reads::Parameter<&GameModel::GameInfo>},
-    {"startscript ", reads::TrimmedRest<&GameModel::StartScript>},
-    {"beforeturn ", reads::TrimmedRest<&GameModel::BeforeTurnScript>},
-    {"afterturn ", reads::TrimmedRest<&GameModel::AfterTurnScript>},
-    {"description ", reads::TrimmedRest<&GameModel::GameDescription>},
-    {"default fontname ", reads::Parameter<&GameModel::DefaultFontName>},
-    {"default fontsize ", [](GameModel& game, std::string_view line,
-                             std::string_view) { game.DefaultFontSize = WholeNumber(GetParameter(line)); }},
-    {"command ", reads::AppendPair<&GameModel::PlayerCommands>},
-    {"use ", reads::AppendPair<&GameModel::GameUses>},
+    {"start ", FieldId::GameStartRoom, reads::Parameter<&GameModel::StartRoom>},
+    {"game author ", FieldId::GameAuthor, reads::Parameter<&GameModel::GameAuthor>},
+    {"game version ", FieldId::GameVersion, reads::Parameter<&GameModel::GameVersion>},
+    {"game copyright ", FieldId::GameCopyright, reads::Parameter<&GameModel::GameCopyright>},
+    {"game info ", FieldId::GameInfo, reads::Parameter<&GameModel::GameInfo>},
+    {"startscript ", FieldId::GameStartScript, reads::TrimmedRest<&GameModel::StartScript>},
+    {"beforeturn ", FieldId::GameBeforeTurnScript, reads::TrimmedRest<&GameModel::BeforeTurnScript>},
+    {"afterturn ", FieldId::GameAfterTurnScript, reads::TrimmedRest<&GameModel::AfterTurnScript>},
+    {"description ", FieldId::GameDescription, reads::TrimmedRest<&GameModel::GameDescription>},
+    {"default fontname ", FieldId::GameDefaultFontName, reads::Parameter<&GameModel::DefaultFontName>},
+    {"default fontsize ", FieldId::GameDefaultFontSize,
+     [](GameModel& game, std::string_view line, std::string_view) {
+         game.DefaultFontSize = WholeNumber(GetParameter(line));
+     }},
+    {"command ", FieldId::GamePlayerCommands, reads::AppendPair<&GameModel::PlayerCommands>},
+    {"use ", FieldId::GameUses, reads::AppendPair<&GameModel::GameUses>},
     // Other readers take these; the version line is replaced by the current one.
-    {"possitems ", reads::Nothing},
-    {"items ", reads::Nothing},
-    {"startitems ", reads::Nothing},
-    {"collectables ", reads::Nothing},
-    {"kel-version ", reads::Nothing},
-    {"error ", reads::Nothing},
+    {"possitems ", FieldId::None, reads::Nothing},
+    {"items ", FieldId::None, reads::Nothing},
+    {"startitems ", FieldId::None, reads::Nothing},
+    {"collectables ", FieldId::None, reads::Nothing},
+    {"kel-version ", FieldId::None, reads::Nothing},
+    {"error ", FieldId::None, reads::Nothing},
 };
 
 struct HashIgnoringCase {
@@ -85,17 +87,21 @@ void SplitList(std::string_view list, Cut cut, Use use) {
 
 void ReadGameBlock(GameModel& game, const SourceText& source) {
     const BlockSpan block = source.GameBlock();
+    const RecordNotes notes{source, {}};
     if (block.FirstLine != 0)
-        source.UseLine(block.FirstLine, [&](std::string_view line) { game.GameName = GetParameter(line); });
+        source.UseLine(block.FirstLine, [&](std::string_view line) {
+            game.GameName = GetParameter(line);
+            notes.Field(FieldId::GameName, block.FirstLine);
+        });
     std::string miscTags;
-    source.UseInnerLines(block, [&](std::string_view line) {
-        if (ReadByKeyword<GameModel>(GameRows, game, line))
+    source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
+        if (ReadByKeyword<GameModel>(GameRows, game, line, notes, index))
             return;
         // An exact comparison: in capitals the line is no flag and is kept as it is.
         if (line == "nodebug")
             game.NoDebug = true;
-        else if (!BeginsWith(line, "'"))
-            KeepLine(miscTags, line);
+        else if (!BeginsWith(line, "'") && KeepLine(miscTags, line))
+            notes.Field(FieldId::GameMiscTags, index);
     });
     if (!miscTags.empty())
         game.GameMiscTags = std::move(miscTags);
@@ -115,17 +121,18 @@ void ReadItems(GameModel& game, const SourceText& source) {
         else if (isOfItems(line))
             GetParameter(line); // of several bad lines, the first is to be named
     });
-    UseGameLines(source, [&](std::string_view line) {
+    UseGameLines(source, [&](std::string_view line, std::size_t index) {
         if (isOfItems(line))
             SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
                 game.Items.Append({std::string(name), startItems.contains(name)});
+                source.Note(Place::Of({{FieldId::GameItems, game.Items.Count()}}), index);
             });
     });
 }
 
 void ReadCollectables(GameModel& game, const SourceText& source) {
     game.Collectables.Clear();
-    UseGameLines(source, [&](std::string_view line) {
+    UseGameLines(source, [&](std::string_view line, std::size_t index) {
         if (!BeginsWith(line, "collectables "))
             return;
         const std::string_view list = GetParameter(line);
@@ -136,6 +143,7 @@ void ReadCollectables(GameModel& game, const SourceText& source) {
                 throw KelError("the collectable \"" + std::string(definition) +
                                "\" has no settings: a blank after its name is missing");
             game.Collectables.Append({std::string(definition), std::string(FirstWord(definition))});
+            source.Note(Place::Of({{FieldId::GameCollectables, game.Collectables.Count()}}), index);
         });
     });
 }
@@ -145,7 +153,7 @@ void ReadErrorMessages(GameModel& game, const SourceText& source) {
     for (int k = 1; k <= game.ErrorMessages.Count(); ++k)
         firstByName.emplace(Lower(game.ErrorMessages[k].Name), k);
 
-    UseGameLines(source, [&](std::string_view line) {
+    UseGameLines(source, [&](std::string_view line, std::size_t index) {
         if (!BeginsWith(line, "error "))
             return;
         const std::string_view parameter = GetParameter(line);
@@ -153,10 +161,13 @@ void ReadErrorMessages(GameModel& game, const SourceText& source) {
         const auto found = semicolon == std::string_view::npos
                                ? firstByName.end()
                                : firstByName.find(Lower(Trim(parameter.substr(0, semicolon))));
-        if (found == firstByName.end())
+        if (found == firstByName.end()) {
             KeepLine(game.GameMiscTags.Edit(), line);
-        else
-            game.ErrorMessages.Edit(found->second).GameText = Trim(parameter.substr(semicolon + 1));
+            source.Note(Place::Of({}, FieldId::GameMiscTags), index);
+            return;
+        }
+        game.ErrorMessages.Edit(found->second).GameText = Trim(parameter.substr(semicolon + 1));
+        source.Note(Place::Of({{FieldId::GameErrorMessages, found->second}}), index);
     });
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "base/LineText.h"
-#include "model/GameModel.h"
+#include "model/Place.h"
+#include "reader/SourceText.h"
 
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace zem {
 
@@ -13,16 +15,58 @@ namespace zem {
 template <class Record>
 struct Keyword {
     std::string_view word; // small letters, with the blank that must follow
+    FieldId field;         // what the line is read into; None for none
     void (*read)(Record& record, std::string_view line, std::string_view word);
+};
+
+/// The notes of the lines from which one record is read, for who asked.
+struct RecordNotes {
+    const SourceText& source;
+    Place record; // Without a field.
+
+    void Record(std::size_t index) const { source.Note(record, index); }
+
+    void Field(FieldId field, std::size_t index) const {
+        if (source.NotedLines() == nullptr)
+            return; // before a place is made for nobody
+        Place place = record;
+        place.field = field;
+        source.Note(place, index);
+    }
+
+    Place Entry(FieldId list, int entry) const {
+        Place place = record;
+        place.steps[record.Depth()] = {list, entry};
+        return place;
+    }
+
+    /// Notes a field that may also be a list, whose last entry was read, or a record of its own.
+    template <class Read>
+    void FieldOf(const Read& read, FieldId id, std::size_t index) const {
+        ForEachField<Read>([&](const auto& field) {
+            if (field.id != id)
+                return;
+            using Value = std::remove_cvref_t<decltype(read.*field.member)>;
+            if constexpr (RecordList<Value>)
+                source.Note(Entry(id, (read.*field.member).Count()), index);
+            else if constexpr (std::is_same_v<Value, Shared<ScriptPair>>)
+                source.Note(Entry(id, 0), index);
+            else
+                Field(id, index);
+        });
+    }
 };
 
 /// Reads a trimmed line into the record by the first row whose keyword it begins with; false when there is
 /// none. The order of the rows is the order of the tests.
 template <class Record>
-bool ReadByKeyword(std::span<const Keyword<Record>> rows, Record& record, std::string_view line) {
+bool ReadByKeyword(std::span<const Keyword<Record>> rows, Record& record, std::string_view line,
+                   const RecordNotes& notes, std::size_t index) {
     for (const Keyword<Record>& row : rows)
         if (BeginsWith(line, row.word)) {
             row.read(record, line, row.word);
+            if (notes.source.NotedLines() != nullptr && row.field != FieldId::None)
+                notes.FieldOf(record, row.field, index);
             return true;
         }
     return false;
@@ -60,9 +104,11 @@ inline constexpr auto Nothing = [](auto&, std::string_view, std::string_view) {}
 } // namespace reads
 
 /// Adds a line that nobody understands to a block's miscellaneous tags; empty lines are dropped.
-inline void KeepLine(std::string& miscTags, std::string_view line) {
+/// @return  whether it was added
+inline bool KeepLine(std::string& miscTags, std::string_view line) {
     if (!line.empty())
         miscTags.append(line).append("\r\n");
+    return !line.empty();
 }
 
 } // namespace zem

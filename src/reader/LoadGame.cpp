@@ -53,8 +53,19 @@ void ReadLoneLines(GameModel& game, const SourceText& source) {
             else
                 game.Includes.Append(std::string(parameter));
         });
+        if (!isMarker)
+            source.Note(Place::Of({{FieldId::GameIncludes, game.Includes.Count()}}), index);
         hasMarker = hasMarker || isMarker;
     }
+}
+
+/// Tells who asked for the lines which procedures will be those that were made of scripts in braces.
+void NoteMadeProcedures(const SourceText& source, int firstNumber) {
+    int written = 0;
+    for (const BlockSpan& block : source.Blocks())
+        if (source.IsInFile(block.FirstLine) && BeginsWith(source.Line(block.FirstLine), "define procedure "))
+            ++written;
+    source.NotedLines()->NoteFirstMade(written + 1, firstNumber);
 }
 
 /// The file pass: from the bytes of the file to lines in which every script stands on one line. False when
@@ -62,7 +73,10 @@ void ReadLoneLines(GameModel& game, const SourceText& source) {
 bool PassFile(GameModel& game, SourceText& source, const std::string& path, Host& host) {
     ReadLoneLines(game, source);
     source.IndexBlocks();
+    const int firstNumber = game.NextInternalProcedure;
     MakeInternalProcedures(game, source);
+    if (source.NotedLines() != nullptr)
+        NoteMadeProcedures(source, firstNumber);
 
     // The place for errors that the pass could go on after; it has none, so the flag stays unset.
     const bool errorsFound = false;
@@ -96,10 +110,14 @@ constexpr Stage Stages[] = {
      100},
 };
 
-bool ReadWholeGame(GameModel& game, std::string bytes, const std::string& path, Host& host) {
+bool ReadWholeGame(GameModel& game, std::string bytes, const std::string& path, Host& host,
+                   SourceLines* lines = nullptr) {
     NewGame(game);
     try {
         SourceText source(std::move(bytes));
+        source.NoteLinesIn(lines);
+        if (lines != nullptr)
+            lines->Reserve(source.LineCount());
         if (!PassFile(game, source, path, host))
             return false;
         host.ShowStage("Initializing...");
@@ -111,6 +129,8 @@ bool ReadWholeGame(GameModel& game, std::string bytes, const std::string& path, 
             stage.read(game, source);
             host.ShowProgress(stage.progressAfter);
         }
+        if (lines != nullptr)
+            lines->Finish();
         host.ShowStage("Completed intialization");
         return true;
     } catch (...) {
@@ -132,9 +152,11 @@ bool LoadGame(GameModel& game, const std::string& path, Host& host) {
     return true;
 }
 
-void ReadGame(GameModel& game, std::string bytes) {
+void ReadGame(GameModel& game, std::string bytes, SourceLines* lines) {
+    if (lines != nullptr)
+        *lines = {};
     SilentHost host;
-    ReadWholeGame(game, std::move(bytes), {}, host);
+    ReadWholeGame(game, std::move(bytes), {}, host, lines);
 }
 
 } // namespace zem

@@ -2,6 +2,7 @@
 
 #include "base/Host.h"
 #include "model/GameModel.h"
+#include "reader/SourceLines.h"
 
 #include <string>
 
@@ -17,6 +18,8 @@ bool LoadGame(GameModel& game, const std::string& path, Host& host);
 
 /// Reads the bytes of a game file into the game, which is reset first and has no file name afterwards. Throws
 /// KelError as LoadGame does; the game is empty then.
-void ReadGame(GameModel& game, std::string bytes);
+/// @param lines  becomes the lines of the file where the game's records and fields stand; null for who does
+///               not ask
+void ReadGame(GameModel& game, std::string bytes, SourceLines* lines = nullptr);
 
 } // namespace zem

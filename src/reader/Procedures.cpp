@@ -10,7 +10,12 @@ void ReadProcedures(GameModel& game, const SourceText& source) {
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             Procedure& procedure = game.Procedures.Append();
             procedure.Name = GetParameter(firstLine);
-            source.UseInnerLines(block, [&](std::string_view line) { KeepLine(procedure.Script, line); });
+            const RecordNotes notes{source, Place::Of({{FieldId::GameProcedures, game.Procedures.Count()}})};
+            notes.Record(block.FirstLine);
+            source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
+                if (KeepLine(procedure.Script, line))
+                    notes.Field(FieldId::ProcedureScript, index);
+            });
         });
     });
 }

@@ -27,37 +27,37 @@ void ReadOutExit(Room& room, std::string_view line, std::string_view /*word*/) {
 }
 
 constexpr Keyword<Room> RoomRows[] = {
-    {"alias ", reads::Parameter<&Room::Alias>},
-    {"look ", reads::Parameter<&Room::Look>},
-    {"out ", ReadOutExit},
-    {"north ", CompassExit<&Room::North>},
-    {"south ", CompassExit<&Room::South>},
-    {"east ", CompassExit<&Room::East>},
-    {"west ", CompassExit<&Room::West>},
-    {"northeast ", CompassExit<&Room::NorthEast>},
-    {"northwest ", CompassExit<&Room::NorthWest>},
-    {"southeast ", CompassExit<&Room::SouthEast>},
-    {"southwest ", CompassExit<&Room::SouthWest>},
-    {"place ", reads::AppendPair<&Room::Places>},
-    {"prefix ", reads::Parameter<&Room::Prefix>},
-    {"script ", reads::Rest<&Room::Script>},
-    {"indescription ", reads::Parameter<&Room::InDescription>},
-    {"description ", reads::Rest<&Room::Description>},
-    {"command ", reads::AppendPair<&Room::Commands>},
-    {"use ", reads::AppendPair<&Room::Uses>},
-    {"'", reads::Nothing},
-    {"end define", reads::Nothing},
+    {"alias ", FieldId::RoomAlias, reads::Parameter<&Room::Alias>},
+    {"look ", FieldId::RoomLook, reads::Parameter<&Room::Look>},
+    {"out ", FieldId::RoomOut, ReadOutExit},
+    {"north ", FieldId::RoomNorth, CompassExit<&Room::North>},
+    {"south ", FieldId::RoomSouth, CompassExit<&Room::South>},
+    {"east ", FieldId::RoomEast, CompassExit<&Room::East>},
+    {"west ", FieldId::RoomWest, CompassExit<&Room::West>},
+    {"northeast ", FieldId::RoomNorthEast, CompassExit<&Room::NorthEast>},
+    {"northwest ", FieldId::RoomNorthWest, CompassExit<&Room::NorthWest>},
+    {"southeast ", FieldId::RoomSouthEast, CompassExit<&Room::SouthEast>},
+    {"southwest ", FieldId::RoomSouthWest, CompassExit<&Room::SouthWest>},
+    {"place ", FieldId::RoomPlaces, reads::AppendPair<&Room::Places>},
+    {"prefix ", FieldId::RoomPrefix, reads::Parameter<&Room::Prefix>},
+    {"script ", FieldId::RoomScript, reads::Rest<&Room::Script>},
+    {"indescription ", FieldId::RoomInDescription, reads::Parameter<&Room::InDescription>},
+    {"description ", FieldId::RoomDescription, reads::Rest<&Room::Description>},
+    {"command ", FieldId::RoomCommands, reads::AppendPair<&Room::Commands>},
+    {"use ", FieldId::RoomUses, reads::AppendPair<&Room::Uses>},
+    {"'", FieldId::None, reads::Nothing},
+    {"end define", FieldId::None, reads::Nothing},
 };
 
-void ReadRoom(Room& room, const SourceText& source, const BlockSpan& block) {
+void ReadRoom(Room& room, const RecordNotes& notes, const BlockSpan& block) {
     bool inThing = false; // the lines of a character or object are for ReadThings
-    source.UseInnerLines(block, [&](std::string_view line) {
+    notes.source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
         if (inThing)
             inThing = !BeginsWith(line, "end define");
         else if (BeginsWith(line, "define "))
             inThing = true;
-        else if (!ReadByKeyword<Room>(RoomRows, room, line))
-            KeepLine(room.MiscTags, line);
+        else if (!ReadByKeyword<Room>(RoomRows, room, line, notes, index) && KeepLine(room.MiscTags, line))
+            notes.Field(FieldId::RoomMiscTags, index);
     });
 }
 
@@ -68,7 +68,9 @@ void ReadRooms(GameModel& game, const SourceText& source) {
         source.UseLine(block.FirstLine, [&](std::string_view line) {
             Room& room = game.Rooms.Append();
             room.Name = GetParameter(line);
-            ReadRoom(room, source, block);
+            const RecordNotes notes{source, Place::Of({{FieldId::GameRooms, game.Rooms.Count()}})};
+            notes.Record(block.FirstLine);
+            ReadRoom(room, notes, block);
         });
     });
 }

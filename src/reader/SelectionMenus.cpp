@@ -7,8 +7,8 @@ namespace zem {
 namespace {
 
 constexpr Keyword<SelectionMenu> MenuRows[] = {
-    {"choice ", reads::AppendPair<&SelectionMenu::Choices>},
-    {"info ", reads::Parameter<&SelectionMenu::Info>},
+    {"choice ", FieldId::MenuChoices, reads::AppendPair<&SelectionMenu::Choices>},
+    {"info ", FieldId::MenuInfo, reads::Parameter<&SelectionMenu::Info>},
 };
 
 } // namespace
@@ -18,8 +18,11 @@ void ReadSelectionMenus(GameModel& game, const SourceText& source) {
         source.UseLine(block.FirstLine, [&](std::string_view firstLine) {
             SelectionMenu& menu = game.SelectionMenus.Append();
             menu.Name = GetParameter(firstLine);
-            source.UseInnerLines(block, [&](std::string_view line) {
-                ReadByKeyword<SelectionMenu>(MenuRows, menu, line); // any other line is dropped
+            const RecordNotes notes{source,
+                                    Place::Of({{FieldId::GameSelectionMenus, game.SelectionMenus.Count()}})};
+            notes.Record(block.FirstLine);
+            source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
+                ReadByKeyword<SelectionMenu>(MenuRows, menu, line, notes, index); // any other line is dropped
             });
         });
     });

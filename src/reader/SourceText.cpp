@@ -58,8 +58,7 @@ void SourceText::AppendSourceLine(Piece text, std::size_t origin) {
 }
 
 std::size_t SourceText::LineInFile(std::size_t index) const {
-    const std::size_t inFile = lines_.size() - origins_.size();
-    return index <= inFile ? index : origins_[index - inFile - 1];
+    return IsInFile(index) ? index : origins_[index - (lines_.size() - origins_.size()) - 1];
 }
 
 void SourceText::TrimLines() {

@@ -2,11 +2,13 @@
 
 #include "base/TextFile.h"
 #include "reader/BlockKinds.h"
+#include "reader/SourceLines.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace zem {
@@ -68,6 +70,19 @@ public:
     /// The number in the file of the line that this line came from.
     std::size_t LineInFile(std::size_t index) const;
 
+    /// Whether the line stands in the file; the others were made of scripts in braces.
+    bool IsInFile(std::size_t index) const { return index <= lines_.size() - origins_.size(); }
+
+    /// Tells who asked for it from which lines the game is read.
+    void NoteLinesIn(SourceLines* lines) { noted_ = lines; }
+    SourceLines* NotedLines() const { return noted_; }
+
+    /// Notes that the place was read from the line, for who asked.
+    void Note(const Place& place, std::size_t index) const {
+        if (noted_ != nullptr)
+            noted_->Note(place, LineInFile(index));
+    }
+
     /// Removes the leading and trailing blanks of every line.
     void TrimLines();
 
@@ -95,12 +110,16 @@ public:
     /// True when the character stands anywhere in the file.
     bool Holds(char c) const { return bytes_.find(c) != std::string::npos; }
 
-    /// Gives the line to `use`, and ties a KelError that comes out of it to the line.
+    /// Gives the line, and its index where that is wanted, to `use`, and ties a KelError that comes out of it
+    /// to the line.
     template <class Use>
     void UseLine(std::size_t index, Use use) const {
         // UseLineOfFile would want the number of every line, which costs a quarter of the time of short ones.
         try {
-            use(Line(index));
+            if constexpr (std::is_invocable_v<Use, std::string_view, std::size_t>)
+                use(Line(index), index);
+            else
+                use(Line(index));
         } catch (const KelError& error) {
             if (error.Line() != 0)
                 throw;
@@ -121,6 +140,7 @@ private:
     std::vector<Piece> lines_;
     std::vector<std::uint32_t> origins_; // of the lines that were appended
     std::vector<BlockSpan> blocks_;
+    SourceLines* noted_ = nullptr;
 };
 
 } // namespace zem

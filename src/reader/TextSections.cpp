@@ -1,5 +1,6 @@
 #include "base/LineText.h"
 #include "reader/BlockReaders.h"
+#include "reader/Keywords.h"
 
 #include <string>
 
@@ -13,7 +14,12 @@ void ReadTextSections(GameModel& game, const SourceText& source) {
             section.Name = GetParameter(line);
         });
         std::string& text = game.TextSections.Edit(game.TextSections.Count()).Text;
-        source.UseInnerLines(block, [&](std::string_view line) { text.append(line).append("\r\n"); });
+        const RecordNotes notes{source, Place::Of({{FieldId::GameTextSections, game.TextSections.Count()}})};
+        notes.Record(block.FirstLine);
+        source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
+            text.append(line).append("\r\n");
+            notes.Field(FieldId::TextText, index);
+        });
         if (!text.empty())
             text.resize(text.size() - 2);
     });

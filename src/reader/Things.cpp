@@ -21,48 +21,62 @@ constexpr auto ScriptOrText = [](Thing& thing, std::string_view line, std::strin
 };
 
 constexpr Keyword<Thing> CharacterRows[] = {
-    {"look ", ScriptOrText<&Thing::Look>},         {"speak ", ScriptOrText<&Thing::Speak>},
-    {"gender ", reads::Parameter<&Thing::Gender>}, {"prefix ", reads::Parameter<&Thing::Prefix>},
-    {"suffix ", reads::Parameter<&Thing::Suffix>}, {"give ", reads::AppendPair<&Thing::Gives>},
-    {"use ", reads::AppendPair<&Thing::Uses>},     {"'", reads::Nothing},
+    {"look ", FieldId::ThingLook, ScriptOrText<&Thing::Look>},
+    {"speak ", FieldId::ThingSpeak, ScriptOrText<&Thing::Speak>},
+    {"gender ", FieldId::ThingGender, reads::Parameter<&Thing::Gender>},
+    {"prefix ", FieldId::ThingPrefix, reads::Parameter<&Thing::Prefix>},
+    {"suffix ", FieldId::ThingSuffix, reads::Parameter<&Thing::Suffix>},
+    {"give ", FieldId::ThingGives, reads::AppendPair<&Thing::Gives>},
+    {"use ", FieldId::ThingUses, reads::AppendPair<&Thing::Uses>},
+    {"'", FieldId::None, reads::Nothing},
 };
 
 // Objects neither speak nor have a gender, and nothing is given to them: such lines are kept as they are.
 constexpr Keyword<Thing> ObjectRows[] = {
-    {"look ", ScriptOrText<&Thing::Look>},         {"take ", reads::Rest<&Thing::Take>},
-    {"prefix ", reads::Parameter<&Thing::Prefix>}, {"suffix ", reads::Parameter<&Thing::Suffix>},
-    {"use ", reads::AppendPair<&Thing::Uses>},     {"'", reads::Nothing},
+    {"look ", FieldId::ThingLook, ScriptOrText<&Thing::Look>},
+    {"take ", FieldId::ThingTake, reads::Rest<&Thing::Take>},
+    {"prefix ", FieldId::ThingPrefix, reads::Parameter<&Thing::Prefix>},
+    {"suffix ", FieldId::ThingSuffix, reads::Parameter<&Thing::Suffix>},
+    {"use ", FieldId::ThingUses, reads::AppendPair<&Thing::Uses>},
+    {"'", FieldId::None, reads::Nothing},
 };
 
 using ThingKeywords = std::span<const Keyword<Thing>>;
 
-void ReadThingLine(Thing& thing, ThingKeywords keywords, std::string_view line) {
+void ReadThingLine(Thing& thing, ThingKeywords keywords, std::string_view line, const RecordNotes& notes,
+                   std::size_t index) {
     if (line == "hidden")
         thing.Hidden = true;
     else if (line == "invisible")
         thing.Invisible = true;
-    else if (!ReadByKeyword<Thing>(keywords, thing, line))
-        KeepLine(thing.MiscTags, line);
+    else if (!ReadByKeyword<Thing>(keywords, thing, line, notes, index) && KeepLine(thing.MiscTags, line))
+        notes.Field(FieldId::ThingMiscTags, index);
 }
 
-void ReadThingsOfRoom(Room& room, const SourceText& source, const BlockSpan& block) {
+void ReadThingsOfRoom(Room& room, const RecordNotes& roomNotes, const BlockSpan& block) {
     Thing* thing = nullptr; // the one whose lines are being read
     ThingKeywords keywords;
-    const auto startThing = [&](List<Thing>& things, ThingKeywords itsKeywords, std::string_view line) {
+    RecordNotes notes = {roomNotes.source, {}};
+    const auto startThing = [&](List<Thing>& things, FieldId list, ThingKeywords itsKeywords,
+                                std::string_view line) {
         const std::string_view name = GetParameter(line);
         thing = &things.Append();
         thing->Name = name;
         keywords = itsKeywords;
+        notes.record = roomNotes.Entry(list, things.Count());
     };
-    source.UseInnerLines(block, [&](std::string_view line) {
-        if (thing != nullptr && BeginsWith(line, "end define"))
+    roomNotes.source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
+        if (thing != nullptr && BeginsWith(line, "end define")) {
             thing = nullptr;
-        else if (thing != nullptr)
-            ReadThingLine(*thing, keywords, line);
-        else if (BeginsWith(line, "define character"))
-            startThing(room.Characters, CharacterRows, line);
-        else if (BeginsWith(line, "define object"))
-            startThing(room.Objects, ObjectRows, line);
+        } else if (thing != nullptr) {
+            ReadThingLine(*thing, keywords, line, notes, index);
+        } else if (BeginsWith(line, "define character")) {
+            startThing(room.Characters, FieldId::RoomCharacters, CharacterRows, line);
+            notes.Record(index);
+        } else if (BeginsWith(line, "define object")) {
+            startThing(room.Objects, FieldId::RoomObjects, ObjectRows, line);
+            notes.Record(index);
+        }
     });
 }
 
@@ -76,7 +90,8 @@ void ReadThings(GameModel& game, const SourceText& source) {
 
     source.UseBlocks(RoomWithThingsKind, [&](const BlockSpan& block) {
         const std::string_view name = GetParameter(source.Line(block.FirstLine));
-        ReadThingsOfRoom(game.Rooms.Edit(lastByName.at(name)), source, block);
+        const int room = lastByName.at(name);
+        ReadThingsOfRoom(game.Rooms.Edit(room), {source, Place::Of({{FieldId::GameRooms, room}})}, block);
     });
 }
 

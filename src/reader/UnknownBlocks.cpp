@@ -6,8 +6,10 @@ namespace zem {
 void CollectUnknownBlocks(GameModel& game, const SourceText& source) {
     source.UseBlocks(KeptKind, [&](const BlockSpan& block) {
         for (std::size_t index = block.FirstLine; index <= block.LastLine; ++index)
-            KeepLine(game.UnknownBlocks.Edit(), source.Line(index));
+            if (KeepLine(game.UnknownBlocks.Edit(), source.Line(index)))
+                source.Note(Place::Of({}, FieldId::GameUnknownBlocks), index);
         game.UnknownBlocks.Edit().append("\r\n");
+        source.Note(Place::Of({}, FieldId::GameUnknownBlocks), block.LastLine); // of the empty line
     });
 }
 
