@@ -1,6 +1,8 @@
-// The peak of memory while a generated game is loaded, as a ratio to its file.
+// The peak of memory while a generated game is loaded, as a ratio to its file; once more with the lines of
+// the file from which it was read.
 #include "GameFile.h"
 #include "base/Host.h"
+#include "base/TextFile.h"
 #include "reader/LoadGame.h"
 
 #include <algorithm>
@@ -9,6 +11,7 @@
 #include <cstdlib>
 #include <malloc.h>
 #include <new>
+#include <string>
 
 namespace {
 
@@ -45,16 +48,25 @@ void operator delete(void* memory, std::size_t) noexcept {
 namespace zem::bench {
 namespace {
 
-void PeakMemory(benchmark::State& state) {
-    const GameFile file(static_cast<int>(state.range(0)));
+void Load(GameModel& game, const std::string& path) {
     SilentHost host;
+    LoadGame(game, path, host);
+}
+
+void LoadWithLines(GameModel& game, const std::string& path) {
+    SourceLines lines;
+    ReadGame(game, ReadFile(path), &lines);
+}
+
+void PeakMemory(benchmark::State& state, void (*load)(GameModel&, const std::string&)) {
+    const GameFile file(static_cast<int>(state.range(0)));
     std::size_t peak = 0;
     std::size_t held = 0;
     for (auto _ : state) {
         GameModel game;
         const std::size_t before = heapNow;
         heapPeak = heapNow;
-        LoadGame(game, file.Input(), host);
+        load(game, file.Input());
         peak = heapPeak - before;
         held = heapNow - before;
     }
@@ -63,13 +75,12 @@ void PeakMemory(benchmark::State& state) {
     state.counters["loaded_to_file"] = static_cast<double>(held) / file.Size();
 }
 
-BENCHMARK(PeakMemory)
-    ->Arg(100)
-    ->Arg(1000)
-    ->Arg(10000)
-    ->Arg(32767)
-    ->Iterations(1)
-    ->Unit(benchmark::kMillisecond);
+void Sizes(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(100)->Arg(1000)->Arg(10000)->Arg(32767)->Iterations(1)->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK_CAPTURE(PeakMemory, Load, Load)->Apply(Sizes);
+BENCHMARK_CAPTURE(PeakMemory, LoadWithLines, LoadWithLines)->Apply(Sizes);
 
 } // namespace
 } // namespace zem::bench

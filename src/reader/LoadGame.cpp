@@ -59,6 +59,17 @@ void ReadLoneLines(GameModel& game, const SourceText& source) {
     }
 }
 
+/// How many lines may have something to note: for all of them, the notes would take more memory than the game
+/// leaves.
+std::size_t CountTellingLines(const SourceText& source) {
+    std::size_t count = 100; // A line of items has a note for each.
+    for (std::size_t index = 1; index <= source.LineCount(); ++index) {
+        const std::string_view line = TrimLeft(source.Line(index));
+        count += line.empty() || BeginsWith(line, "end define") ? 0 : 1;
+    }
+    return count;
+}
+
 /// Tells who asked for the lines which procedures will be those that were made of scripts in braces.
 void NoteMadeProcedures(const SourceText& source, int firstNumber) {
     int written = 0;
@@ -117,7 +128,7 @@ bool ReadWholeGame(GameModel& game, std::string bytes, const std::string& path, 
         SourceText source(std::move(bytes));
         source.NoteLinesIn(lines);
         if (lines != nullptr)
-            lines->Reserve(source.LineCount());
+            lines->Reserve(CountTellingLines(source));
         if (!PassFile(game, source, path, host))
             return false;
         host.ShowStage("Initializing...");
