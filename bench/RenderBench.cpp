@@ -1,6 +1,6 @@
 // Rendering 100,000 script lines in plain English, as a ratio to splitting the same lines and searching them
 // for "<" and ">" in a plain loop, both measured in turn in the same run; with the shipped catalogue and with
-// one many times as long.
+// one ten times as long, because every line looks through it from the front.
 #include "Clock.h"
 #include "kel/CommandLookup.h"
 #include "kel/RenderScript.h"
@@ -72,7 +72,7 @@ void Render(benchmark::State& state) {
     state.counters["ratio_to_ten_searches"] = rendering / (10 * searching);
 }
 
-BENCHMARK(Render)->Arg(1)->Arg(10)->Arg(100)->UseManualTime()->MinTime(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(Render)->Arg(1)->Arg(10)->UseManualTime()->MinTime(1)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace zem::bench

@@ -47,6 +47,11 @@ public:
     /// Opens a game that was named from outside, after asking about unsaved changes.
     void OpenFile(const QString& path);
 
+    /// Opens the editor of a place and goes to its control: the page is shown, the text, the row or the line
+    /// of the script selected. Returns when the editor is closed; says so in the status bar when the place is
+    /// gone.
+    void OpenEditor(const Place& place);
+
 signals:
     /// The author has closed the window, and it stays closed.
     void Unloaded();
@@ -129,7 +134,6 @@ private:
     void CheckFile();
     void ShowSteps();
     void ShowLostPlaces(const std::vector<LostPlace>& places);
-    void OpenEditorOf(const Place& place);
     void OpenRoomOrThing(const Place& place);
     void OpenDocument(const QString& path);
 

@@ -1,6 +1,4 @@
 // The tools of the main window: undo, earlier versions, and what happens to the file behind its back.
-#include "editors/frmRoomProperties.h"
-#include "editors/frmThingProperties.h"
 #include "forms/CommandError.h"
 #include "forms/QtText.h"
 #include "ui_frmMain.h"
@@ -130,49 +128,7 @@ void frmMain::ShowLostPlaces(const std::vector<LostPlace>& places) {
     }
     frmReadBack form(places, this);
     if (form.exec() == QDialog::Accepted)
-        RunCommand(dialogs_, this, [&] { OpenEditorOf(form.Selected().place); });
-}
-
-void frmMain::OpenEditorOf(const Place& place) {
-    static const std::pair<FieldId, QAction * Ui::frmMain::*> editors[] = {
-        {FieldId::GameIncludes, &Ui::frmMain::mnuViewLibraries},
-        {FieldId::GameTextSections, &Ui::frmMain::mnuViewTextSectionEditor},
-        {FieldId::GameItems, &Ui::frmMain::mnuViewItems},
-        {FieldId::GameCollectables, &Ui::frmMain::mnuViewCollectables},
-        {FieldId::GameProcedures, &Ui::frmMain::mnuViewProcedures},
-        {FieldId::GameSelectionMenus, &Ui::frmMain::mnuViewMenus},
-        {FieldId::GameSynonyms, &Ui::frmMain::mnuViewSynonyms},
-        {FieldId::GameErrorMessages, &Ui::frmMain::mnuEditErrorMessages},
-        {FieldId::GameUnknownBlocks, &Ui::frmMain::mnuViewMiscKEL},
-    };
-    const FieldId list = place.Depth() > 0 ? place.steps[0].list : place.field;
-    if (list == FieldId::GameRooms) {
-        OpenRoomOrThing(place);
-        return;
-    }
-    QAction* editor = ui_->mnuViewGameProperties;
-    for (const auto& [itsList, action] : editors)
-        if (list == itsList)
-            editor = (*ui_).*action;
-    editor->trigger();
-}
-
-/// The game may have changed since the place was found.
-void frmMain::OpenRoomOrThing(const Place& place) {
-    if (!Exists(session_.Game(), place))
-        return;
-    const bool isCharacter = place.steps[1].list == FieldId::RoomCharacters;
-    const bool isThing = isCharacter || place.steps[1].list == FieldId::RoomObjects;
-    const ThingKind kind = isCharacter ? ThingKind::Character : ThingKind::Object;
-    const QString what =
-        isThing ? QString(QLatin1String(isCharacter ? "character" : "object")) : QStringLiteral("room");
-    session_.AsOneStep(QStringLiteral("edit %1").arg(what), [&] {
-        if (isThing)
-            frmThingProperties(scripts_, editorShell_, kind, place.steps[0].entry, place.steps[1].entry, this)
-                .exec();
-        else
-            frmRoomProperties(scripts_, editorShell_, place.steps[0].entry, this).exec();
-    });
+        RunCommand(dialogs_, this, [&] { OpenEditor(form.Selected().place); });
 }
 
 } // namespace zem

@@ -2,8 +2,8 @@
 #include "base/TextFile.h"
 #include "kel/CommandLookup.h"
 #include "kel/FormatCodes.h"
-#include "kel/IfLine.h"
-#include "model/Fields.h"
+#include "kel/ScriptLine.h"
+#include "model/Texts.h"
 #include "support/Cases.h"
 #include "support/Catalogue.h"
 #include "support/Games.h"
@@ -14,7 +14,6 @@
 #include <map>
 #include <set>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 /// The reference page is written by hand. It is held against the catalogues, and its examples against the
@@ -59,66 +58,43 @@ std::vector<std::string> SamplesOf(const std::string& page, std::string_view wan
     return texts;
 }
 
-/// Gives every text of the value, and of all that it holds, to `use` with the name of its field.
-template <class Value, class Use>
-void ForEachText(std::string_view name, const Value& value, Use use) {
-    if constexpr (requires { value.Count(); })
-        for (const auto& entry : value)
-            ForEachText(name, entry, use);
-    else if constexpr (std::is_convertible_v<Value, std::string_view>)
-        use(name, std::string_view(value));
-    else if constexpr (requires { *value; })
-        ForEachText(name, *value, use);
-    else if constexpr (std::is_class_v<Value>)
-        ForEachField<Value>([&](const auto& field) { ForEachText(field.name, value.*field.member, use); });
-}
-
 class Reference : public testing::Test {
 protected:
-    /// What is wrong with a command, or with an "if" and one condition; nothing when all is as the catalogue
-    /// has it.
-    std::string ProblemOfPart(const std::string& line) const {
-        const CommandDefinition* entry = commands.Find(line);
-        if (entry == nullptr || !EqualIgnoringCase(Trim(line.substr(0, line.find('<'))), entry->Keyword))
-            return "not in the catalogue: " + line;
-        const std::string_view rest = Trim(TextAfter(TrimLeft(line), entry->Keyword));
-        if (entry->RawSyntax == "!")
-            return rest.empty() || rest == "<>" ? "" : "takes no parameter: " + line;
-        if (!rest.starts_with('<') || rest.find('>') != rest.size() - 1)
-            return "takes one parameter in brackets: " + line;
-        const auto needed = std::count(entry->RawSyntax.begin(), entry->RawSyntax.end(), ';');
-        const auto found = std::count(rest.begin(), rest.end(), ';');
-        const bool mayHaveMore = needed == 0 || entry->Keyword == "pick";
+    /// What is wrong with a command or a condition; nothing when all is as the catalogue has it.
+    static std::string ProblemOfCall(const std::string& line, const ScriptCall& call) {
+        const std::string name(call.keyword.Of(line));
+        if (call.entry == nullptr)
+            return "not in the catalogue: " + name;
+        const CommandDefinition& entry = *call.entry->definition;
+        if (entry.RawSyntax == "!")
+            return call.parameter.IsEmpty() ? "" : "takes no parameter: " + name;
+        if (!call.hasParameter || !call.rest.IsEmpty())
+            return "takes one parameter in brackets: " + name;
+        const std::string_view parameter = call.parameter.Of(line);
+        const auto needed = std::count(entry.RawSyntax.begin(), entry.RawSyntax.end(), ';');
+        const auto found = std::count(parameter.begin(), parameter.end(), ';');
+        const bool mayHaveMore = needed == 0 || call.entry->syntax.lastRepeats;
         return found == needed || (found > needed && mayHaveMore)
                    ? ""
-                   : "takes <" + entry->RawSyntax + ">: " + line;
+                   : "takes <" + entry.RawSyntax + ">: " + name;
     }
 
-    std::string ProblemOfCommand(const std::string& line) const {
-        if (!BeginsWith(line, "if "))
-            return ProblemOfPart(line);
-        try {
-            const IfLine parsed = ParseIfLine(line);
-            std::string problem = ProblemOfCommand(parsed.Then);
-            for (const Condition& condition : parsed.Conditions)
-                problem += ProblemOfPart("if " + condition.Keyword +
-                                         (condition.HasParameter ? " <" + condition.Parameter + ">" : ""));
-            return parsed.Else.empty() ? problem : problem + ProblemOfCommand(parsed.Else);
-        } catch (const KelError& error) {
-            return error.Problem() + ": " + line;
-        }
+    std::string ProblemOfLine(const std::string& line) const {
+        const ScriptLine parsed = TakeApart(line, commands);
+        std::string problem = Explain(parsed.problem);
+        ForEachCall(parsed, [&](const ScriptCall& call) { problem += ProblemOfCall(line, call); });
+        return problem;
     }
 
     /// Expects that the reader understands every line of the game, and the catalogue every command.
     void ExpectUnderstood(const GameModel& game) const {
-        ForEachText("", game, [this](std::string_view name, std::string_view text) {
-            const bool isScript = name.ends_with("action") || name == "script";
-            for (const std::string_view line : SplitAt(text, "\r\n"))
-                if (isScript && !line.empty() && line.front() != '\'') {
-                    EXPECT_EQ(ProblemOfCommand(std::string(line)), "");
-                }
-            EXPECT_TRUE(text.empty() || (name != "miscellaneous tags" && name != "blocks of other kinds"))
-                << "not understood: " << text;
+        ForEachText(game, [&](const Place& place, FieldUse use, const std::string& text) {
+            EXPECT_NE(use.kind, FieldKind::RawLines) << "not understood: " << text;
+            if (use.kind == FieldKind::Script)
+                ForEachLine(text, [&](TextRange line, int) {
+                    EXPECT_EQ(ProblemOfLine(std::string(line.Of(text))), "")
+                        << line.Of(text) << " in " << DescribePlace(game, place);
+                });
         });
     }
 
@@ -152,7 +128,7 @@ TEST_F(Reference, DescribesEveryCommandAndConditionWithAnExample) {
             const bool isOther = &entry == commands.Other();
             EXPECT_EQ(commands.Find(example), isOther ? nullptr : &entry)
                 << "is no example of " << itsSyntax << ": " << example;
-            EXPECT_EQ(isOther ? "" : ProblemOfCommand(example), "");
+            EXPECT_EQ(isOther ? "" : ProblemOfLine(example), "");
         }
     }
     EXPECT_EQ(examples.size(), static_cast<std::size_t>(commands.Catalogue().Count()))

@@ -154,7 +154,7 @@ TEST(SavedMeansReadable, NamesThePlacesAndOpensTheirEditors) {
              {"Game properties, game author:", "frmGameProperties"},
              {"Game properties, blocks of other kinds:", "frmTagEditor"},
              {"Library a > b:", "frmIncludedLibraries"},
-             {"Room Hall, object a>b, name:", "frmThingProperties"},
+             {"Object a>b in Hall, name:", "frmThingProperties"},
              {"Room Attic, description:", "frmRoomProperties"},
              {"Text block poem, text:", "frmTextSectionEdit"},
              {"Item a, b, name:", "frmEditItems"},
