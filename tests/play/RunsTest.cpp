@@ -71,6 +71,16 @@ TEST(Runs, EverySampleIsWonAndWarnsOfNothing) {
     }
 }
 
+TEST(Messages, TheReferenceHasTheirWords) {
+    const std::string page = ReadFile(ZEM_PROGRAM_FOLDER "/KEL.HTM");
+    for (const MessageRow& row : MessageRows) {
+        const std::size_t at = page.find("<tr id=\"e-" + std::string(row.name) + "\">");
+        ASSERT_NE(at, std::string::npos) << row.name;
+        const std::string_view line = std::string_view(page).substr(at, page.find('\n', at) - at);
+        EXPECT_TRUE(line.ends_with("<td>" + std::string(row.text) + "</td></tr>")) << line;
+    }
+}
+
 TEST(Runs, AFileOfRunsIsReadWholeOrItsLineIsTold) {
     struct Case {
         const char* text;

@@ -142,7 +142,8 @@ TEST(Session, RestoreIntoAChangedGameTakesWhatIsStillThere) {
     other.Begin();
     const Outcome outcome = other.Restore(session.Save());
     ASSERT_EQ(outcome.warnings.size(), 1U);
-    EXPECT_EQ(outcome.warnings[0].text, "the saved game names the item \"rusty key\", which the game has not");
+    EXPECT_EQ(outcome.warnings[0].text,
+              "the saved game names the item \"rusty key\", which the game has not");
     EXPECT_EQ(other.RoomName(), "Kitchen");
     EXPECT_TRUE(other.Undo());
     EXPECT_EQ(other.RoomName(), "Garden");
