@@ -35,10 +35,10 @@ std::shared_ptr<const World> Compile(GameModel game) {
 
 double SecondsOfYardstick() {
     const std::string line = "Give the Letter of Appointment to Br\xE9hat";
-    const auto start = Clock::now();
+    const auto start = ThreadClock::now();
     for (int k = 0; k < 1000; ++k)
         benchmark::DoNotOptimize(play::Fold(line));
-    return Seconds(Clock::now() - start);
+    return Seconds(ThreadClock::now() - start);
 }
 
 constexpr const char* Lines[] = {"north",
@@ -60,9 +60,9 @@ void Turns(benchmark::State& state) {
     std::vector<double> times;
     std::size_t k = 0;
     for (auto _ : state) {
-        const auto start = Clock::now();
+        const auto start = ThreadClock::now();
         benchmark::DoNotOptimize(session.Type(Lines[k++ % std::size(Lines)]));
-        times.push_back(Seconds(Clock::now() - start));
+        times.push_back(Seconds(ThreadClock::now() - start));
         state.SetIterationTime(times.back());
     }
     std::sort(times.begin(), times.end());
@@ -111,9 +111,9 @@ void HostileTurn(benchmark::State& state) {
     session.Begin();
     double worst = 0;
     for (auto _ : state) {
-        const auto start = Clock::now();
+        const auto start = ThreadClock::now();
         benchmark::DoNotOptimize(session.Type("go"));
-        const double took = Seconds(Clock::now() - start);
+        const double took = Seconds(ThreadClock::now() - start);
         worst = std::max(worst, took);
         state.SetIterationTime(took);
     }
@@ -134,11 +134,11 @@ void Reload(benchmark::State& state) {
     double worst = 0;
     for (auto _ : state) {
         game.Rooms.Edit(1).Look += "!";
-        const auto start = Clock::now();
+        const auto start = ThreadClock::now();
         play::GameFiles files;
         files.game = game;
         benchmark::DoNotOptimize(session.Reload(World::Compile(std::move(files), session.GetWorld())));
-        const double took = Seconds(Clock::now() - start);
+        const double took = Seconds(ThreadClock::now() - start);
         worst = std::max(worst, took);
         state.SetIterationTime(took);
     }
@@ -158,16 +158,16 @@ void Transcripts(benchmark::State& state) {
     std::size_t lines = 0;
     double seconds = 0;
     for (auto _ : state) {
-        const auto start = Clock::now();
+        const auto start = ThreadClock::now();
         Session session(world, 1);
         play::TranscriptPlayer player(session);
         std::string text = player.Begin();
         for (std::size_t k = 0; k < 1000; ++k)
             text += *player.Play(*play::ReadInputLine(std::string("> ") + Lines[k % std::size(Lines)], k));
         benchmark::DoNotOptimize(text);
-        seconds += Seconds(Clock::now() - start);
+        seconds += Seconds(ThreadClock::now() - start);
         lines += 1000;
-        state.SetIterationTime(Seconds(Clock::now() - start));
+        state.SetIterationTime(Seconds(ThreadClock::now() - start));
     }
     state.counters["lines_a_second"] = static_cast<double>(lines) / seconds;
 }
