@@ -4,9 +4,11 @@
 #include "forms/QtText.h"
 #include "game/PrintGame.h"
 #include "kel/ErrorCatalogue.h"
+#include "map/Layout.h"
 #include "model/GameModel.h"
 #include "reader/InspectFile.h"
 #include "reader/LoadGame.h"
+#include "writer/OutputFile.h"
 #include "writer/SaveGame.h"
 
 #include <CLI/CLI.hpp>
@@ -91,7 +93,40 @@ public:
         return FileProblem;
     }
 
+    /// Writes where each room stands on the map: its name, x and y in cells, y growing to the south, with
+    /// tabs between them. The places that the author chose count, those that the editor remembers do not.
+    int Map(const std::string& file, const std::string& positions) {
+        if (!Load(file))
+            return FileProblem;
+        const map::MapGraph graph = map::ReadMapGraph(game_);
+        const std::vector<map::Cell> cells = map::LayOut(graph);
+        std::string lines;
+        for (int room = 0; room < graph.RoomCount(); ++room)
+            lines += ToQt(graph.names[room]).toStdString() + '\t' + std::to_string(cells[room].x) + '\t' +
+                     std::to_string(cells[room].y) + '\n';
+        return WriteLines(lines, positions);
+    }
+
 private:
+    /// @param target  a file, or "-" for standard output
+    int WriteLines(const std::string& lines, const std::string& target) {
+        if (target == "-") {
+            out_ << lines << std::flush;
+            if (out_)
+                return Success;
+            err_ << "zem: the places could not be written\n";
+            return FileProblem;
+        }
+        try {
+            OutputFile file(target);
+            file.Write(lines);
+            file.Close();
+        } catch (const KelError& error) {
+            return Report(err_, target, error);
+        }
+        return Success;
+    }
+
     bool Load(const std::string& file) {
         host_.SetFile(file);
         try {
@@ -140,11 +175,19 @@ CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, cons
     CLI::App* print =
         app.add_subcommand("print", "show a whole game as readable text, its scripts in plain English");
     print->add_option("FILE", printed, "the game to show")->required();
+    std::string mapped;
+    std::string positions;
+    CLI::App* map = app.add_subcommand("map", "lay out the map of a game");
+    map->add_option("FILE", mapped, "the game whose rooms are laid out")->required();
+    map->add_option("--positions", positions,
+                    "the file for the rooms' places, - for standard output: name, x and y (to the south) in "
+                    "whole cells, with tabs between them")
+        ->required();
 
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend()); // as the parser wants them
     try {
         app.parse(reversed);
-        if (fileOption->count() > 0 && (*format || *print))
+        if (fileOption->count() > 0 && (*format || *print || *map))
             throw CLI::ExtrasError("a FILE to edit and a command do not go together", {file});
     } catch (const CLI::ParseError& error) {
         return {app.exit(error, out, err) == 0 ? Success : WrongUsage, std::nullopt};
@@ -153,6 +196,8 @@ CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, cons
         return {FileCommands(programFolder, out, err).Format(in, target), std::nullopt};
     if (*print)
         return {FileCommands(programFolder, out, err).Print(printed), std::nullopt};
+    if (*map)
+        return {FileCommands(programFolder, out, err).Map(mapped, positions), std::nullopt};
     return {Success, file};
 }
 

@@ -30,13 +30,15 @@ TEST(CommandLine, OpensTheEditorExplainsItselfAndRefusesWhatIsWrong) {
     EXPECT_EQ(ZemCall({"--version"}).out, "ZEM 1.0\n");
     const ZemCall help({"--help"});
     EXPECT_EQ(help.result.exitStatus, 0);
-    for (const char* verb : {"format", "print", "FILE"})
+    for (const char* verb : {"format", "print", "map", "FILE"})
         EXPECT_NE(help.out.find(verb), std::string::npos) << verb;
     for (const std::vector<std::string>& wrong : {std::vector<std::string>{"format"},
                                                   {"format", "one.kel"},
                                                   {"--nonsense"},
                                                   {"print"},
                                                   {"a.kel", "b.kel"},
+                                                  {"map", "a.kel"},
+                                                  {"map", "--positions", "-"},
                                                   {"a.kel", "print", "b.kel"},
                                                   {"format", "a.kel", "b.kel", "print", "c.kel"}}) {
         const ZemCall run(wrong);
@@ -103,6 +105,25 @@ TEST(CommandLine, PrintsGames) {
         EXPECT_EQ(ZemCall({"print", game.string()}).out,
                   ReadBytes(std::filesystem::path(game).replace_extension(".printed")))
             << game;
+}
+
+TEST(CommandLine, WritesThePlacesOfTheRoomsOnTheMap) {
+    const TempFolder folder;
+    const std::string game =
+        folder.Write("game.kel", "define game <x>\nend define\n"
+                                 "define room <Caf\xE9>\neast <Yard>\nzem-map <4; -2>\nend define\n"
+                                 "define room <Yard>\nsouth <Well>\nend define\n"
+                                 "define room <Well>\nend define\n");
+    const std::string places = "Caf\xC3\xA9\t4\t-2\nYard\t5\t-2\nWell\t5\t-1\n";
+    EXPECT_EQ(ZemCall({"map", game, "--positions", "-"}).out, places);
+    const std::string out = folder.Path("places.tsv");
+    const ZemCall run({"map", game, "--positions", out});
+    EXPECT_EQ(run.result.exitStatus, 0) << run.err;
+    EXPECT_EQ(ReadBytes(out), places);
+    const std::string gone = folder.Path("gone/places.tsv");
+    const ZemCall failed({"map", game, "--positions", gone});
+    EXPECT_EQ(failed.result.exitStatus, 1);
+    EXPECT_TRUE(failed.err.starts_with(gone + ": ")) << failed.err;
 }
 
 } // namespace

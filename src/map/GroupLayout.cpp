@@ -1,0 +1,43 @@
+#include "map/GroupLayout.h"
+
+#include "map/Compact.h"
+#include "map/Conflicts.h"
+#include "map/Mend.h"
+#include "map/Rounding.h"
+
+namespace zem::map {
+
+namespace {
+
+constexpr int Rounds = 100; // of the rays
+constexpr int SmallWindow = 60;
+constexpr int LargeWindow = 200;
+constexpr int LargeGroup = 400; // rooms beyond which large windows take too long
+constexpr int MostPolish = 5; // rounds; each takes less time, because only what has moved is looked at again
+
+} // namespace
+
+std::vector<Cell> StartOfGroup(const Group& group, Effort& effort) {
+    return Rounded(group, RobustRays(group, Rounds, effort));
+}
+
+std::vector<Cell> LayOutGroup(const Group& group, const std::vector<Cell>& start, Effort& effort) {
+    Drawing drawing(group, start);
+    Shifter shifter(drawing, effort);
+    Mender mender(drawing, shifter, effort);
+    mender.MendAtOnce();
+    mender.MendEach(SmallWindow);
+    Compact(shifter, 2);
+    Parter parter(drawing, shifter, effort);
+    for (int round = 0; round < MostPolish && !effort.IsOver(); ++round) {
+        const Cost before = drawing.Total();
+        parter.PartAll(round < 2 ? SmallWindow : LargeWindow);
+        mender.MendEach(round < 2 || group.Size() > LargeGroup ? SmallWindow : LargeWindow);
+        Compact(shifter, 1);
+        if (drawing.Total() == before && round >= 2)
+            break;
+    }
+    return drawing.Cells();
+}
+
+} // namespace zem::map
