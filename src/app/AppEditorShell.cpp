@@ -1,8 +1,7 @@
 #include "app/AppEditorShell.h"
 
-#include "editors/frmPlayerCommandEditor.h"
-#include "forms/QtText.h"
 #include "help/frmHelp.h"
+#include "qt/QtText.h"
 
 namespace zem {
 
@@ -12,12 +11,6 @@ void AppEditorShell::ShowMessage(const QString& text, const QString& title) {
 
 void AppEditorShell::ShowHelp(const QString& section, QWidget* parent) {
     zem::ShowHelp(section, parent);
-}
-
-void AppEditorShell::EditPlayerCommands(QWidget* parent, std::vector<ScriptPair>& commands) {
-    frmPlayerCommandEditor form(scripts_, commands, parent);
-    if (form.exec() == QDialog::Accepted)
-        commands = form.Commands();
 }
 
 } // namespace zem

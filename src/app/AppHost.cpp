@@ -1,7 +1,7 @@
 #include "app/AppHost.h"
 
-#include "forms/QtText.h"
 #include "help/frmManual.h"
+#include "qt/QtText.h"
 #include "windows/frmOrbMsgBox.h"
 #include "windows/frmProgress.h"
 

@@ -1,8 +1,8 @@
 #include "app/Application.h"
 
-#include "forms/CommandError.h"
 #include "forms/FocusOutline.h"
 #include "forms/FormKeys.h"
+#include "forms/RunCommand.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
 #include "app/CommandLine.h"
 
 #include "base/TextFile.h"
-#include "forms/QtText.h"
 #include "game/PrintGame.h"
 #include "kel/ErrorCatalogue.h"
 #include "map/Layout.h"
 #include "model/GameModel.h"
+#include "qt/QtText.h"
 #include "reader/InspectFile.h"
 #include "reader/LoadGame.h"
 #include "writer/OutputFile.h"

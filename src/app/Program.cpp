@@ -1,8 +1,9 @@
 #include "app/Program.h"
 
-#include "forms/CommandError.h"
-#include "forms/QtText.h"
+#include "forms/Palettes.h"
+#include "forms/RunCommand.h"
 #include "kel/ErrorCatalogue.h"
+#include "qt/QtText.h"
 #include "windows/frmMain.h"
 #include "windows/frmRecovery.h"
 #include "windows/frmStart.h"
@@ -19,9 +20,11 @@ Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QStr
       host_(settings_, dialogs),
       game_(game),
       session_(game, host_, settings_),
-      recovery_(session_, stateFolder + QLatin1String("/recovery")),
+      edits_(session_),
+      recovery_(session_, edits_, stateFolder + QLatin1String("/recovery")),
       versions_(stateFolder + QLatin1String("/versions")),
       saveCheck_(session_, versions_),
+      editorShell_(settings_, host_),
       helpKey_(programFolder, dialogs) {
     ConnectSafetyNets();
 }
@@ -46,7 +49,15 @@ void Program::Main(const QString& file) {
         OpenGame(path);
 }
 
+void Program::ShowProblem(const QString& text) {
+    dialogs_.ShowMessageBox(main_.get(), text, QLatin1String(DefaultTitle), QMessageBox::Ok,
+                            QMessageBox::Warning);
+}
+
 void Program::LoadSettings() {
+    const QString problem = settings_.NewProblem();
+    if (!problem.isEmpty())
+        ShowProblem(problem);
     if (!settings_.IsVeldtInstalled()) {
         dialogs_.ShowMessageBox(
             nullptr,
@@ -73,16 +84,16 @@ void Program::LoadCatalogues() {
         }
     });
     lookup_ = std::make_unique<CommandLookup>(commands_);
-    scripts_ = std::make_unique<ScriptEditing>(session_, dialogs_, *lookup_,
+    scripts_ = std::make_unique<ScriptEditing>(session_, edits_, dialogs_, editorShell_, *lookup_,
                                                [this] { return settings_.CurrentOptions().FriendlyScript; });
-    editorShell_ = std::make_unique<AppEditorShell>(settings_, host_, *scripts_);
     LoadErrorCatalogue(game_.ErrorMessages, PathFromQt(programFolder_ + QLatin1String("/zemerr.dat")), host_);
 }
 
 frmMain& Program::LoadMainWindow() {
     if (!main_) {
-        main_ = std::make_unique<frmMain>(session_, settings_, dialogs_, *scripts_, *editorShell_, saveCheck_,
-                                          versions_, programFolder_);
+        const EditorContext context{session_, edits_, dialogs_, editorShell_, *scripts_};
+        main_ =
+            std::make_unique<frmMain>(session_, settings_, context, saveCheck_, versions_, programFolder_);
         connect(main_.get(), &frmMain::Unloaded, this, [this] { start_.reset(); });
     }
     return *main_;
@@ -90,12 +101,11 @@ frmMain& Program::LoadMainWindow() {
 
 void Program::ConnectSafetyNets() {
     connect(&recovery_, &Recovery::Failed, this, [this](const QString& problem) {
-        dialogs_.ShowMessageBox(
-            main_.get(),
+        ShowProblem(
             QStringLiteral("No recovery copy of the unsaved changes can be kept: %1. Please save often.")
-                .arg(problem),
-            QLatin1String(DefaultTitle), QMessageBox::Ok, QMessageBox::Warning);
+                .arg(problem));
     });
+    connect(&session_, &GameSession::ProblemFound, this, &Program::ShowProblem);
     connect(&saveCheck_, &SaveCheck::PlacesLost, &recovery_, &Recovery::KeepDespiteSave);
     connect(&saveCheck_, &SaveCheck::Failed, &session_, &GameSession::StatusChanged);
 }

@@ -48,6 +48,7 @@ public:
 
 private:
     void LoadSettings();
+    void ShowProblem(const QString& text);
     void LoadCatalogues();
     void ConnectSafetyNets();
     bool OfferRecovery();
@@ -62,13 +63,14 @@ private:
     AppHost host_;
     GameModel& game_;
     GameSession session_;
+    OpenEdits edits_;
     Recovery recovery_;
     Versions versions_;
     SaveCheck saveCheck_;
     CommandCatalogue commands_;
     std::unique_ptr<CommandLookup> lookup_;
+    AppEditorShell editorShell_;
     std::unique_ptr<ScriptEditing> scripts_;
-    std::unique_ptr<AppEditorShell> editorShell_;
     std::unique_ptr<frmStart> start_;
     std::unique_ptr<frmMain> main_;
     HelpKey helpKey_;

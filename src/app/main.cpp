@@ -3,8 +3,8 @@
 #include "app/Program.h"
 #include "forms/Dialogs.h"
 #include "forms/Icons.h"
-#include "forms/QtText.h"
 #include "model/GameModel.h"
+#include "qt/QtText.h"
 #include "session/StateFolder.h"
 
 #include <QFileInfo>

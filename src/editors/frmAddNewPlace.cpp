@@ -1,19 +1,19 @@
 #include "editors/frmAddNewPlace.h"
 
 #include "forms/DialogSize.h"
-#include "forms/QtText.h"
 #include "forms/StorableInput.h"
+#include "qt/QtText.h"
 #include "ui_frmAddNewPlace.h"
 
 namespace zem {
 
-frmAddNewPlace::frmAddNewPlace(QAbstractItemModel& rooms, Dialogs& dialogs, QWidget* parent)
+frmAddNewPlace::frmAddNewPlace(const EditorContext& context, QAbstractItemModel& rooms, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmAddNewPlace>()) {
     ui_->setupUi(this);
-    RefuseUnstorableText(*ui_->txtPrefix, dialogs);
+    RefuseUnstorableText(*ui_->txtPrefix, context.dialogs);
     ui_->cmbPlaceNames->Offer(rooms);
-    ui_->cmbPlaceNames->RefuseUnstorableText(dialogs);
+    ui_->cmbPlaceNames->RefuseUnstorableText(context.dialogs);
     connect(ui_->butAdd, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtPrefix->setFocus();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QAbstractItemModel>
 #include <QDialog>
@@ -20,7 +20,7 @@ class frmAddNewPlace : public QDialog {
 
 public:
     /// @param rooms  the names to pick from; any other may be typed. Outlives the form
-    frmAddNewPlace(QAbstractItemModel& rooms, Dialogs& dialogs, QWidget* parent = nullptr);
+    frmAddNewPlace(const EditorContext& context, QAbstractItemModel& rooms, QWidget* parent = nullptr);
     ~frmAddNewPlace() override;
 
     /// "name" or "prefix; name"; for the caller when the window was closed with Add.

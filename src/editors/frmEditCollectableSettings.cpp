@@ -1,18 +1,17 @@
 #include "editors/frmEditCollectableSettings.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "ui_frmEditCollectableSettings.h"
 
 namespace zem {
 
-frmEditCollectableSettings::frmEditCollectableSettings(EditorShell& shell, Dialogs& dialogs,
+frmEditCollectableSettings::frmEditCollectableSettings(const EditorContext& context,
                                                        const std::string& definition, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditCollectableSettings>()),
-      shell_(shell),
-      dialogs_(dialogs) {
+      context_(context) {
     ui_->setupUi(this);
     ui_->cmbType->addItems({QStringLiteral("Positive number"), QStringLiteral("Any number"),
                             QStringLiteral("Percentage"), QStringLiteral("Range")});
@@ -20,7 +19,7 @@ frmEditCollectableSettings::frmEditCollectableSettings(EditorShell& shell, Dialo
     connect(ui_->cmbType, &QComboBox::currentIndexChanged, this, &frmEditCollectableSettings::UpdateControls);
     connect(ui_->chkDontDisplay, &QCheckBox::toggled, this, &frmEditCollectableSettings::UpdateControls);
     UpdateControls();
-    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtName->setFocus();
     RememberSize(*this);
@@ -29,12 +28,12 @@ frmEditCollectableSettings::frmEditCollectableSettings(EditorShell& shell, Dialo
 frmEditCollectableSettings::~frmEditCollectableSettings() = default;
 
 void frmEditCollectableSettings::Fill(const CollectableDefinition& definition) {
-    EditStorableText(*ui_->txtName, definition.Name, dialogs_);
+    EditStorableText(*ui_->txtName, definition.Name, context_.dialogs);
     ui_->cmbType->setCurrentIndex(static_cast<int>(definition.Type));
-    EditStorableText(*ui_->txtMin, definition.Min, dialogs_);
-    EditStorableText(*ui_->txtMax, definition.Max, dialogs_);
-    EditStorableText(*ui_->txtInitValue, definition.InitialValue, dialogs_);
-    EditStorableText(*ui_->txtDisplay, definition.Display, dialogs_);
+    EditStorableText(*ui_->txtMin, definition.Min, context_.dialogs);
+    EditStorableText(*ui_->txtMax, definition.Max, context_.dialogs);
+    EditStorableText(*ui_->txtInitValue, definition.InitialValue, context_.dialogs);
+    EditStorableText(*ui_->txtDisplay, definition.Display, context_.dialogs);
     ui_->chkDontDisplayZero->setChecked(definition.HiddenAtZero);
     ui_->chkDontDisplay->setChecked(definition.HiddenInItems);
 }
@@ -69,7 +68,7 @@ std::string frmEditCollectableSettings::Definition() const {
 void frmEditCollectableSettings::butOK_Click() {
     const std::vector<CollectableProblem> problems = CheckCollectable(Fields());
     for (const CollectableProblem& problem : problems) {
-        shell_.ShowMessage(QLatin1String(problem.message), QStringLiteral("Error"));
+        context_.shell.ShowMessage(QLatin1String(problem.message), QStringLiteral("Error"));
         (problem.field == CollectableProblem::NameField ? ui_->txtName : ui_->txtInitValue)->setFocus();
     }
     if (problems.empty())

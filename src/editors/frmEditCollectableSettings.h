@@ -1,7 +1,6 @@
 #pragma once
 
-#include "editors/EditorShell.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 #include "model/CollectableDefinition.h"
 
 #include <QDialog>
@@ -20,7 +19,7 @@ class frmEditCollectableSettings : public QDialog {
     Q_OBJECT
 
 public:
-    frmEditCollectableSettings(EditorShell& shell, Dialogs& dialogs, const std::string& definition,
+    frmEditCollectableSettings(const EditorContext& context, const std::string& definition,
                                QWidget* parent = nullptr);
     ~frmEditCollectableSettings() override;
 
@@ -34,8 +33,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmEditCollectableSettings> ui_;
-    EditorShell& shell_;
-    Dialogs& dialogs_;
+    EditorContext context_;
 };
 
 } // namespace zem

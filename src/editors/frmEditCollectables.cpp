@@ -1,31 +1,28 @@
 #include "editors/frmEditCollectables.h"
 
 #include "editors/frmEditCollectableSettings.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "ui_frmEditCollectables.h"
 
 #include <QSignalBlocker>
 
 namespace zem {
 
-frmEditCollectables::frmEditCollectables(ChangeDoor& door, EditorShell& shell, Dialogs& dialogs,
-                                         QWidget* parent)
+frmEditCollectables::frmEditCollectables(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditCollectables>()),
-      door_(door),
-      shell_(shell),
-      dialogs_(dialogs) {
+      context_(context) {
     ui_->setupUi(this);
-    for (const Collectable& collectable : door.Game().Collectables)
+    for (const Collectable& collectable : context.door.Game().Collectables)
         Append(collectable.Name, collectable.Definition);
     ConnectLists();
-    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
-    OnClick(ui_->butEdit, this, dialogs, [this] { butEdit_Click(); });
-    OnClick(ui_->butRemove, this, dialogs, [this] { butRemove_Click(); });
-    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, context.dialogs, [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, context.dialogs, [this] { butRemove_Click(); });
+    OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(ui_->optExtended, &QRadioButton::toggled, this, &frmEditCollectables::ShowList);
     ui_->lstNames->setFocus();
@@ -68,7 +65,7 @@ void frmEditCollectables::butEdit_Click() {
     const int row = SelectedRow(*ui_->lstCollectables);
     if (row < 0)
         return;
-    frmEditCollectableSettings form(shell_, dialogs_, RowText(*ui_->lstCollectables, row), this);
+    frmEditCollectableSettings form(context_, RowText(*ui_->lstCollectables, row), this);
     if (form.exec() != QDialog::Accepted)
         return;
     const QString definition = ToQt(form.Definition());
@@ -89,7 +86,7 @@ void frmEditCollectables::butRemove_Click() {
 }
 
 void frmEditCollectables::butOK_Click() {
-    door_.Change(QStringLiteral("edit collectables"), [this](GameModel& game) {
+    context_.door.Change([this](GameModel& game) {
         RowsToTable(*ui_->lstCollectables, game.Collectables, [this](Collectable& collectable, int row) {
             collectable = {RowText(*ui_->lstCollectables, row), RowText(*ui_->lstNames, row)};
         });

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "editors/EditorShell.h"
-#include "forms/ChangeDoor.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QDialog>
 
@@ -19,7 +17,7 @@ class frmEditCollectables : public QDialog {
     Q_OBJECT
 
 public:
-    frmEditCollectables(ChangeDoor& door, EditorShell& shell, Dialogs& dialogs, QWidget* parent = nullptr);
+    explicit frmEditCollectables(const EditorContext& context, QWidget* parent = nullptr);
     ~frmEditCollectables() override;
 
 private:
@@ -32,9 +30,7 @@ private:
     void ShowList(bool extended);
 
     std::unique_ptr<Ui::frmEditCollectables> ui_;
-    ChangeDoor& door_;
-    EditorShell& shell_;
-    Dialogs& dialogs_;
+    EditorContext context_;
 };
 
 } // namespace zem

@@ -3,20 +3,20 @@
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "forms/QtText.h"
 #include "forms/StorableInput.h"
+#include "qt/QtText.h"
 #include "ui_frmEditErrors.h"
 
 namespace zem {
 
-frmEditErrors::frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, Dialogs& dialogs,
+frmEditErrors::frmEditErrors(const EditorContext& context, const Table<ErrorMessage>& errors, bool friendly,
                              QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditErrors>()),
       errors_(errors) {
     ui_->setupUi(this);
     ui_->txtError->setEnabled(false);
-    RefuseUnstorableText(*ui_->txtError, dialogs);
+    RefuseUnstorableText(*ui_->txtError, context.dialogs);
     for (const ErrorMessage& error : errors_)
         ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
     ConnectListKeys(*ui_->lstErrors, {}); // for its arrow keys

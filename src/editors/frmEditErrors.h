@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 #include "model/GameModel.h"
 
 #include <QDialog>
@@ -19,7 +19,7 @@ class frmEditErrors : public QDialog {
 
 public:
     /// @param friendly  list the errors by their description, not by their name
-    frmEditErrors(const Table<ErrorMessage>& errors, bool friendly, Dialogs& dialogs,
+    frmEditErrors(const EditorContext& context, const Table<ErrorMessage>& errors, bool friendly,
                   QWidget* parent = nullptr);
     ~frmEditErrors() override;
 

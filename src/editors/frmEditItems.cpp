@@ -1,24 +1,23 @@
 #include "editors/frmEditItems.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "ui_frmEditItems.h"
 
 namespace zem {
 
-frmEditItems::frmEditItems(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
+frmEditItems::frmEditItems(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditItems>()),
-      door_(door),
-      dialogs_(dialogs) {
+      context_(context) {
     ui_->setupUi(this);
-    for (const ItemEntry& entry : door.Game().Items)
+    for (const ItemEntry& entry : context.door.Game().Items)
         Append(entry.Name, entry.IsStartItem);
-    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
-    OnClick(ui_->butRemove, this, dialogs, [this] { RemoveSelectedRow(*ui_->lstItems); });
-    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butRemove, this, context.dialogs, [this] { RemoveSelectedRow(*ui_->lstItems); });
+    OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove});
     ui_->lstItems->setFocus();
@@ -34,8 +33,9 @@ void frmEditItems::Append(const std::string& name, bool isStartItem) {
 }
 
 void frmEditItems::butAdd_Click() {
-    const std::optional<QString> name = AskName(
-        dialogs_, this, QStringLiteral("Please enter a name for this item:"), QStringLiteral("New item"));
+    const std::optional<QString> name =
+        AskName(context_.dialogs, this, QStringLiteral("Please enter a name for this item:"),
+                QStringLiteral("New item"));
     if (!name)
         return;
     Append(FromQt(*name), false);
@@ -43,7 +43,7 @@ void frmEditItems::butAdd_Click() {
 }
 
 void frmEditItems::butOK_Click() {
-    door_.Change(QStringLiteral("edit items"), [this](GameModel& game) {
+    context_.door.Change([this](GameModel& game) {
         RowsToTable(*ui_->lstItems, game.Items, [this](ItemEntry& entry, int row) {
             entry = {RowText(*ui_->lstItems, row), ui_->lstItems->item(row)->checkState() == Qt::Checked};
         });

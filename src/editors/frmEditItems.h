@@ -1,7 +1,6 @@
 #pragma once
 
-#include "forms/ChangeDoor.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QDialog>
 
@@ -18,7 +17,7 @@ class frmEditItems : public QDialog {
     Q_OBJECT
 
 public:
-    frmEditItems(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    explicit frmEditItems(const EditorContext& context, QWidget* parent = nullptr);
     ~frmEditItems() override;
 
 private:
@@ -27,8 +26,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmEditItems> ui_;
-    ChangeDoor& door_;
-    Dialogs& dialogs_;
+    EditorContext context_;
 };
 
 } // namespace zem

@@ -2,10 +2,11 @@
 
 #include "base/LineText.h"
 #include "editors/frmObjectInteract.h"
+#include "editors/frmPlayerCommandEditor.h"
 #include "editors/frmTagEditor.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/PageButtons.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
@@ -19,19 +20,18 @@ enum Page { InformationPage, ActionsPage, FontsPage, SettingsPage };
 
 } // namespace
 
-frmGameProperties::frmGameProperties(ScriptEditing& scripts, EditorShell& shell, QWidget* parent)
+frmGameProperties::frmGameProperties(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmGameProperties>()),
-      scripts_(scripts),
-      shell_(shell) {
+      context_(context) {
     ui_->setupUi(this);
     pages_ = new PageButtons(
         *ui_->pages, {ui_->butGameInformation, ui_->butActions, ui_->butFonts, ui_->butGlobalSettings});
-    const GameModel& game = scripts.Door().Game();
+    const GameModel& game = context.door.Game();
     FillInformation(game);
     FillScripts(game);
     FillSettings(game);
-    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtGameName->setFocus();
     RememberSize(*this);
@@ -40,7 +40,7 @@ frmGameProperties::frmGameProperties(ScriptEditing& scripts, EditorShell& shell,
 frmGameProperties::~frmGameProperties() = default;
 
 void frmGameProperties::FillInformation(const GameModel& game) {
-    Dialogs& dialogs = scripts_.PlatformDialogs();
+    Dialogs& dialogs = context_.dialogs;
     EditStorableText(*ui_->txtGameName, game.GameName, dialogs);
     EditStorableText(*ui_->txtGameAuthor, game.GameAuthor, dialogs);
     EditStorableText(*ui_->txtGameVersion, game.GameVersion, dialogs);
@@ -56,7 +56,7 @@ void frmGameProperties::FillInformation(const GameModel& game) {
 
 void frmGameProperties::FillScripts(const GameModel& game) {
     const auto field = [this](QTextEdit* box, QPushButton* button, const std::string& script) {
-        return new ScriptField(scripts_, *this, *box, *button, script);
+        return new ScriptField(context_, *this, *box, *button, script);
     };
     startScript_ = field(ui_->txtStartScript, ui_->butEditStartScript, game.StartScript);
     description_ = field(ui_->txtDescriptionScript, ui_->butEditDescriptionScript, game.GameDescription);
@@ -71,12 +71,11 @@ void frmGameProperties::FillSettings(const GameModel& game) {
         commands_.push_back({command.Pattern, command.Script});
     uses_.assign(game.GameUses.begin(), game.GameUses.end());
     miscTags_ = *game.GameMiscTags;
-    Dialogs& dialogs = scripts_.PlatformDialogs();
-    OnClick(ui_->butMiscTags, this, dialogs,
-            [this] { EditTags(shell_, scripts_.PlatformDialogs(), miscTags_, this); });
-    OnClick(ui_->butCommands, this, dialogs, [this] { shell_.EditPlayerCommands(this, commands_); });
+    Dialogs& dialogs = context_.dialogs;
+    OnClick(ui_->butMiscTags, this, dialogs, [this] { EditTags(context_, miscTags_, this); });
+    OnClick(ui_->butCommands, this, dialogs, [this] { EditPlayerCommands(context_, commands_, this); });
     OnClick(ui_->butUseableObjects, this, dialogs, [this] {
-        EditUses(scripts_, QStringLiteral("Objects that can be USEd throughout the game:"), uses_, this);
+        EditUses(context_, QStringLiteral("Objects that can be USEd throughout the game:"), uses_, this);
     });
 }
 
@@ -114,13 +113,12 @@ void frmGameProperties::butOK_Click() {
         pages_->Show(FontsPage);
         ui_->txtFontSize->setFocus();
         ui_->txtFontSize->selectAll();
-        scripts_.PlatformDialogs().ShowMessageBox(
+        context_.dialogs.ShowMessageBox(
             this, QStringLiteral("The default font size must be a whole number from -32768 to 32767."),
             windowTitle(), QMessageBox::Ok, QMessageBox::Warning);
         return;
     }
-    scripts_.Door().Change(QStringLiteral("edit game properties"),
-                           [&](GameModel& game) { Write(game, *fontSize); });
+    context_.door.Change([&](GameModel& game) { Write(game, *fontSize); });
     accept();
 }
 

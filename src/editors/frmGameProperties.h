@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editors/EditorShell.h"
+#include "forms/EditorContext.h"
 #include "forms/NameListModel.h"
 #include "model/GameModel.h"
 
@@ -19,7 +19,6 @@ class frmGameProperties;
 namespace zem {
 
 class PageButtons;
-class ScriptEditing;
 class ScriptField;
 
 /// Edits what concerns the whole game.
@@ -27,7 +26,7 @@ class frmGameProperties : public QDialog {
     Q_OBJECT
 
 public:
-    frmGameProperties(ScriptEditing& scripts, EditorShell& shell, QWidget* parent = nullptr);
+    explicit frmGameProperties(const EditorContext& context, QWidget* parent = nullptr);
     ~frmGameProperties() override;
 
 private:
@@ -40,8 +39,7 @@ private:
     void Write(GameModel& game, std::int16_t fontSize) const;
 
     std::unique_ptr<Ui::frmGameProperties> ui_;
-    ScriptEditing& scripts_;
-    EditorShell& shell_;
+    EditorContext context_;
     PageButtons* pages_;
     NameListModel roomNames_;
     ScriptField* startScript_ = nullptr;

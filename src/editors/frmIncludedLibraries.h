@@ -1,7 +1,6 @@
 #pragma once
 
-#include "forms/ChangeDoor.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QDialog>
 
@@ -18,7 +17,7 @@ class frmIncludedLibraries : public QDialog {
     Q_OBJECT
 
 public:
-    frmIncludedLibraries(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    explicit frmIncludedLibraries(const EditorContext& context, QWidget* parent = nullptr);
     ~frmIncludedLibraries() override;
 
 private:
@@ -26,8 +25,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmIncludedLibraries> ui_;
-    ChangeDoor& door_;
-    Dialogs& dialogs_;
+    EditorContext context_;
 };
 
 } // namespace zem

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EditorContext.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -10,14 +12,12 @@ class frmMenuList;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// The list of the game's menus. What is added or removed here changes the game at once.
 class frmMenuList : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmMenuList(ScriptEditing& scripts, QWidget* parent = nullptr);
+    explicit frmMenuList(const EditorContext& context, QWidget* parent = nullptr);
     ~frmMenuList() override;
 
 private:
@@ -29,7 +29,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmMenuList> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
 };
 
 } // namespace zem

@@ -1,27 +1,28 @@
 #include "editors/frmObjectInteract.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
+#include "forms/RunCommand.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmObjectInteract.h"
 
 namespace zem {
 
-frmObjectInteract::frmObjectInteract(ScriptEditing& scripts, const QString& caption, const QString& heading,
-                                     const std::vector<ScriptPair>& objects, QWidget* parent)
+frmObjectInteract::frmObjectInteract(const EditorContext& context, const QString& caption,
+                                     const QString& heading, const std::vector<ScriptPair>& objects,
+                                     QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmObjectInteract>()),
-      scripts_(scripts) {
+      context_(context) {
     ui_->setupUi(this);
     setWindowTitle(caption);
     ui_->lblTitle->setTextFormat(Qt::PlainText);
     ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // which a name may hold
     ui_->lstItems->setAccessibleName(heading);
     objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems, objects);
-    OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
-    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
-    OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { objects_->RemoveSelected(); });
+    OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, context_.dialogs, [this] { objects_->RemoveSelected(); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
@@ -33,7 +34,7 @@ frmObjectInteract::~frmObjectInteract() = default;
 
 void frmObjectInteract::butAdd_Click() {
     const std::optional<QString> name =
-        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter the name of the item to add:"),
+        AskName(context_.dialogs, this, QStringLiteral("Enter the name of the item to add:"),
                 QStringLiteral("New item"));
     if (!name)
         return;
@@ -46,29 +47,29 @@ void frmObjectInteract::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& object = objects_->Edit(row);
-    object.Script = scripts_.EditScript(this, object.Script);
+    object.Script = context_.scripts.EditScript(this, object.Script);
     objects_->Show(row);
 }
 
 namespace {
 
-void EditObjects(ScriptEditing& scripts, const QString& caption, const QString& heading,
+void EditObjects(const EditorContext& context, const QString& caption, const QString& heading,
                  std::vector<ScriptPair>& objects, QWidget* parent) {
-    frmObjectInteract form(scripts, caption, heading, objects, parent);
+    frmObjectInteract form(context, caption, heading, objects, parent);
     if (form.exec() == QDialog::Accepted)
         objects = form.Objects();
 }
 
 } // namespace
 
-void EditUses(ScriptEditing& scripts, const QString& heading, std::vector<ScriptPair>& uses,
+void EditUses(const EditorContext& context, const QString& heading, std::vector<ScriptPair>& uses,
               QWidget* parent) {
-    EditObjects(scripts, QStringLiteral("Use-able objects"), heading, uses, parent);
+    EditObjects(context, QStringLiteral("Use-able objects"), heading, uses, parent);
 }
 
-void EditGives(ScriptEditing& scripts, const QString& heading, std::vector<ScriptPair>& gives,
+void EditGives(const EditorContext& context, const QString& heading, std::vector<ScriptPair>& gives,
                QWidget* parent) {
-    EditObjects(scripts, QStringLiteral("Give-able objects"), heading, gives, parent);
+    EditObjects(context, QStringLiteral("Give-able objects"), heading, gives, parent);
 }
 
 } // namespace zem

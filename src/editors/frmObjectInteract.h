@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/EditorContext.h"
 #include "forms/ScriptPairList.h"
 
 #include <QDialog>
@@ -13,15 +14,13 @@ class frmObjectInteract;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// Edits a list of objects with a script for each: what can be used on or given to something.
 class frmObjectInteract : public QDialog {
     Q_OBJECT
 
 public:
     /// @param heading  says what the list is
-    frmObjectInteract(ScriptEditing& scripts, const QString& caption, const QString& heading,
+    frmObjectInteract(const EditorContext& context, const QString& caption, const QString& heading,
                       const std::vector<ScriptPair>& objects, QWidget* parent = nullptr);
     ~frmObjectInteract() override;
 
@@ -33,15 +32,16 @@ private:
     void butEdit_Click();
 
     std::unique_ptr<Ui::frmObjectInteract> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     std::unique_ptr<ScriptPairList> objects_;
 };
 
 /// Edits the use-able objects that another form holds; they stay as they are when the author cancels.
-void EditUses(ScriptEditing& scripts, const QString& heading, std::vector<ScriptPair>& uses, QWidget* parent);
+void EditUses(const EditorContext& context, const QString& heading, std::vector<ScriptPair>& uses,
+              QWidget* parent);
 
 /// The same for give-able objects.
-void EditGives(ScriptEditing& scripts, const QString& heading, std::vector<ScriptPair>& gives,
+void EditGives(const EditorContext& context, const QString& heading, std::vector<ScriptPair>& gives,
                QWidget* parent);
 
 } // namespace zem

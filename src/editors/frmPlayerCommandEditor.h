@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/EditorContext.h"
 #include "forms/ScriptPairList.h"
 #include "model/GameModel.h"
 
@@ -14,15 +15,13 @@ class frmPlayerCommandEditor;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// Edits the player commands of a room or of the game in a working list.
 class frmPlayerCommandEditor : public QDialog {
     Q_OBJECT
 
 public:
     /// @param commands  patterns and actions
-    frmPlayerCommandEditor(ScriptEditing& scripts, const std::vector<ScriptPair>& commands,
+    frmPlayerCommandEditor(const EditorContext& context, const std::vector<ScriptPair>& commands,
                            QWidget* parent = nullptr);
     ~frmPlayerCommandEditor() override;
 
@@ -34,8 +33,11 @@ private:
     void butEdit_Click();
 
     std::unique_ptr<Ui::frmPlayerCommandEditor> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     std::unique_ptr<ScriptPairList> commands_;
 };
+
+/// Edits patterns and actions that another form holds.
+void EditPlayerCommands(const EditorContext& context, std::vector<ScriptPair>& commands, QWidget* parent);
 
 } // namespace zem

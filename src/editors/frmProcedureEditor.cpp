@@ -1,10 +1,10 @@
 #include "editors/frmProcedureEditor.h"
 
 #include "base/LineText.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmProcedureEditor.h"
 
@@ -22,15 +22,15 @@ bool IsInternal(const std::string& name) {
 
 } // namespace
 
-frmProcedureEditor::frmProcedureEditor(ScriptEditing& scripts, QWidget* parent)
+frmProcedureEditor::frmProcedureEditor(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmProcedureEditor>()),
-      scripts_(scripts) {
+      context_(context) {
     ui_->setupUi(this);
     Refresh();
-    OnClick(ui_->butAdd, this, scripts.PlatformDialogs(), [this] { butAdd_Click(); });
-    OnClick(ui_->butEdit, this, scripts.PlatformDialogs(), [this] { butEdit_Click(); });
-    OnClick(ui_->butRemove, this, scripts.PlatformDialogs(), [this] { butRemove_Click(); });
+    OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, context.dialogs, [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, context.dialogs, [this] { butRemove_Click(); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
     ConnectListKeys(*ui_->cmbProcedures, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
     ui_->cmbProcedures->setFocus();
@@ -43,7 +43,7 @@ void frmProcedureEditor::Refresh() {
     ui_->cmbProcedures->clear();
     procedures_.clear();
     int k = 0;
-    for (const Procedure& procedure : scripts_.Door().Game().Procedures) {
+    for (const Procedure& procedure : context_.door.Game().Procedures) {
         ++k;
         if (IsInternal(procedure.Name))
             continue;
@@ -59,15 +59,14 @@ int frmProcedureEditor::SelectedProcedure() const {
 
 void frmProcedureEditor::butAdd_Click() {
     const std::optional<QString> name =
-        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter a name for this new procedure:"),
+        AskName(context_.dialogs, this, QStringLiteral("Enter a name for this new procedure:"),
                 QStringLiteral("New Procedure"));
     if (!name)
         return;
-    scripts_.Door().Change(QStringLiteral("add procedure"),
-                           [&](GameModel& game) { game.Procedures.Append().Name = FromQt(*name); });
+    context_.door.Change([&](GameModel& game) { game.Procedures.Append().Name = FromQt(*name); });
     if (IsInternal(FromQt(*name)))
         return; // a name that hides it
-    procedures_.push_back(scripts_.Door().Game().Procedures.Count());
+    procedures_.push_back(context_.door.Game().Procedures.Count());
     AppendRow(*ui_->cmbProcedures, FromQt(*name));
     butEdit_Click();
 }
@@ -76,17 +75,15 @@ void frmProcedureEditor::butEdit_Click() {
     const int k = SelectedProcedure();
     if (k == 0)
         return;
-    const std::string script = scripts_.EditScript(this, scripts_.Door().Game().Procedures[k].Script);
-    scripts_.Door().Change(QStringLiteral("edit procedure"),
-                           [&](GameModel& game) { game.Procedures.Edit(k).Script = script; });
+    const std::string script = context_.scripts.EditScript(this, context_.door.Game().Procedures[k].Script);
+    context_.door.Change([&](GameModel& game) { game.Procedures.Edit(k).Script = script; });
 }
 
 void frmProcedureEditor::butRemove_Click() {
     const int k = SelectedProcedure();
     if (k == 0)
         return;
-    scripts_.Door().Change(QStringLiteral("remove procedure"),
-                           [&](GameModel& game) { game.Procedures.Remove(k); });
+    context_.door.Change([&](GameModel& game) { game.Procedures.Remove(k); });
     const int row = SelectedRow(*ui_->cmbProcedures);
     Refresh();
     ui_->cmbProcedures->setCurrentRow(std::min(row, ui_->cmbProcedures->count() - 1));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EditorContext.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -11,15 +13,13 @@ class frmProcedureEditor;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// The list of the game's procedures, without those that the editor makes itself. Everything here changes the
 /// game at once.
 class frmProcedureEditor : public QDialog {
     Q_OBJECT
 
 public:
-    explicit frmProcedureEditor(ScriptEditing& scripts, QWidget* parent = nullptr);
+    explicit frmProcedureEditor(const EditorContext& context, QWidget* parent = nullptr);
     ~frmProcedureEditor() override;
 
 private:
@@ -30,7 +30,7 @@ private:
     void butRemove_Click();
 
     std::unique_ptr<Ui::frmProcedureEditor> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     std::vector<int> procedures_; // by row, from 1: names may be equal
 };
 

@@ -2,12 +2,13 @@
 
 #include "editors/frmAddNewPlace.h"
 #include "editors/frmObjectInteract.h"
+#include "editors/frmPlayerCommandEditor.h"
 #include "editors/frmTagEditor.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/PageButtons.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
@@ -42,11 +43,10 @@ int RowOfDestination(const Table<Room>& rooms, const std::string& destination, b
 
 } // namespace
 
-frmRoomProperties::frmRoomProperties(ScriptEditing& scripts, EditorShell& shell, int room, QWidget* parent)
+frmRoomProperties::frmRoomProperties(const EditorContext& context, int room, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmRoomProperties>()),
-      scripts_(scripts),
-      shell_(shell),
+      context_(context),
       room_(room) {
     ui_->setupUi(this);
     cmbRoomNames_ = {ui_->cmbRoomNames_0, ui_->cmbRoomNames_1, ui_->cmbRoomNames_2,
@@ -56,19 +56,20 @@ frmRoomProperties::frmRoomProperties(ScriptEditing& scripts, EditorShell& shell,
                       ui_->butRoomAction_3, ui_->butRoomAction_4, ui_->butRoomAction_5,
                       ui_->butRoomAction_6, ui_->butRoomAction_7, ui_->butRoomAction_8};
     new PageButtons(*ui_->pages, {ui_->butDetails, ui_->butExits, ui_->butActions, ui_->butMisc});
-    const Room record = scripts.Door().Game().Rooms[room];
+    const Room record = context.door.Game().Rooms[room];
     FillDetails(record);
     FillExits(record);
     FillPlaces(record);
-    enterScript_ = new ScriptField(scripts, *this, *ui_->txtScript, *ui_->butEditScript, record.Script);
-    descriptionScript_ = new ScriptField(scripts, *this, *ui_->txtDescriptionScript,
+    enterScript_ = new ScriptField(context, *this, *ui_->txtScript, *ui_->butEditScript, record.Script);
+    descriptionScript_ = new ScriptField(context, *this, *ui_->txtDescriptionScript,
                                          *ui_->butEditDescriptionScript, record.Description);
     commands_.assign(record.Commands.begin(), record.Commands.end());
     uses_.assign(record.Uses.begin(), record.Uses.end());
     miscTags_ = record.MiscTags;
     ConnectMisc();
-    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
+    edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
     ui_->txtAlias->setFocus();
     RememberSize(*this);
 }
@@ -80,7 +81,7 @@ void frmRoomProperties::FillDetails(const Room& room) {
     QPalette readOnly = ui_->txtRoomName->palette();
     readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
     ui_->txtRoomName->setPalette(readOnly);
-    Dialogs& dialogs = scripts_.PlatformDialogs();
+    Dialogs& dialogs = context_.dialogs;
     EditStorableText(*ui_->txtAlias, room.Alias, dialogs);
     EditStorableText(*ui_->txtPrefix, room.Prefix, dialogs);
     EditStorableText(*ui_->txtInDescription, room.InDescription, dialogs);
@@ -90,7 +91,7 @@ void frmRoomProperties::FillDetails(const Room& room) {
 }
 
 void frmRoomProperties::FillExits(const Room& room) {
-    const Table<Room> rooms = scripts_.Door().Game().Rooms;
+    const Table<Room> rooms = context_.door.Game().Rooms;
     const int count = rooms.Count();
     const auto name = [rooms, count](int row) {
         if (row == 0)
@@ -104,9 +105,8 @@ void frmRoomProperties::FillExits(const Room& room) {
         box.Offer(exit == 0 ? outNames_ : compassNames_);
         connect(&box, &QComboBox::currentTextChanged, this, [this, exit] { cmbRoomNames_Change(exit); });
         box.setCurrentIndex(RowOfDestination(rooms, ExitOf(room, exit)->Key, exit != 0));
-        box.RefuseUnstorableText(scripts_.PlatformDialogs());
-        OnClick(butRoomAction_[exit], this, scripts_.PlatformDialogs(),
-                [this, exit] { butRoomAction_Click(exit); });
+        box.RefuseUnstorableText(context_.dialogs);
+        OnClick(butRoomAction_[exit], this, context_.dialogs, [this, exit] { butRoomAction_Click(exit); });
     }
 }
 
@@ -118,12 +118,11 @@ void frmRoomProperties::cmbRoomNames_Change(std::size_t exit) {
 
 /// Writes the action into the game at once: Cancel does not take it back, on purpose.
 void frmRoomProperties::butRoomAction_Click(std::size_t exit) {
-    const std::string before = ExitOf(scripts_.Door().Game().Rooms[room_], exit)->Script;
-    const std::string after = scripts_.EditScript(this, before);
+    const std::string before = ExitOf(context_.door.Game().Rooms[room_], exit)->Script;
+    const std::string after = context_.scripts.EditScript(this, before);
     if (after != before)
-        scripts_.Door().Change(QStringLiteral("edit exit action"), [&](GameModel& game) {
-            ExitOf(game.Rooms.Edit(room_), exit).Edit().Script = after;
-        });
+        context_.door.Change(
+            [&](GameModel& game) { ExitOf(game.Rooms.Edit(room_), exit).Edit().Script = after; });
 }
 
 void frmRoomProperties::FillPlaces(const Room& room) {
@@ -131,15 +130,15 @@ void frmRoomProperties::FillPlaces(const Room& room) {
         ui_->lstPlaces->addItem(ToQt(place.Key));
         placeScripts_.push_back(place.Script);
     }
-    OnClick(ui_->butAddPlace, this, scripts_.PlatformDialogs(), [this] { butAddPlace_Click(); });
-    OnClick(ui_->butRemovePlace, this, scripts_.PlatformDialogs(), [this] { butRemovePlace_Click(); });
-    OnClick(ui_->butScript, this, scripts_.PlatformDialogs(), [this] { butScript_Click(); });
+    OnClick(ui_->butAddPlace, this, context_.dialogs, [this] { butAddPlace_Click(); });
+    OnClick(ui_->butRemovePlace, this, context_.dialogs, [this] { butRemovePlace_Click(); });
+    OnClick(ui_->butScript, this, context_.dialogs, [this] { butScript_Click(); });
     ConnectListKeys(*ui_->lstPlaces, {ui_->butAddPlace, ui_->butRemovePlace, ui_->butScript});
 }
 
 void frmRoomProperties::butAddPlace_Click() {
-    roomNames_.ShowNames(scripts_.Door().Game().Rooms);
-    frmAddNewPlace form(roomNames_, scripts_.PlatformDialogs(), this);
+    roomNames_.ShowNames(context_.door.Game().Rooms);
+    frmAddNewPlace form(context_, roomNames_, this);
     if (form.exec() != QDialog::Accepted)
         return;
     AppendRow(*ui_->lstPlaces, form.Place());
@@ -157,18 +156,18 @@ void frmRoomProperties::butScript_Click() {
     if (row < 0)
         return;
     std::string& script = placeScripts_[static_cast<std::size_t>(row)];
-    script = scripts_.EditScript(this, script);
+    script = context_.scripts.EditScript(this, script);
 }
 
 void frmRoomProperties::ConnectMisc() {
-    Dialogs& dialogs = scripts_.PlatformDialogs();
-    OnClick(ui_->butMoreTags, this, dialogs,
-            [this] { EditTags(shell_, scripts_.PlatformDialogs(), miscTags_, this); });
-    OnClick(ui_->butCommands, this, dialogs, [this] { shell_.EditPlayerCommands(this, commands_); });
+    Dialogs& dialogs = context_.dialogs;
+    OnClick(ui_->butMoreTags, this, dialogs, [this] { EditTags(context_, miscTags_, this); });
+    OnClick(ui_->butCommands, this, dialogs, [this] { EditPlayerCommands(context_, commands_, this); });
     OnClick(ui_->butEditUse, this, dialogs, [this] {
-        EditUses(scripts_, QStringLiteral("Objects that can be USEd in this room:"), uses_, this);
+        EditUses(context_, QStringLiteral("Objects that can be USEd in this room:"), uses_, this);
     });
-    OnClick(ui_->butHelp, this, dialogs, [this] { shell_.ShowHelp(QStringLiteral("roomhelp"), this); });
+    OnClick(ui_->butHelp, this, dialogs,
+            [this] { context_.shell.ShowHelp(QStringLiteral("roomhelp"), this); });
 }
 
 void frmRoomProperties::WriteDetails(Room& room) const {
@@ -199,13 +198,15 @@ void frmRoomProperties::WriteLists(Room& room) const {
     room.Uses.Assign(uses_);
 }
 
+void frmRoomProperties::Write(GameModel& game) const {
+    Room& room = game.Rooms.Edit(room_);
+    WriteDetails(room);
+    WriteExits(room);
+    WriteLists(room);
+}
+
 void frmRoomProperties::butOK_Click() {
-    scripts_.Door().Change(QStringLiteral("edit room"), [this](GameModel& game) {
-        Room& room = game.Rooms.Edit(room_);
-        WriteDetails(room);
-        WriteExits(room);
-        WriteLists(room);
-    });
+    context_.door.Change([this](GameModel& game) { Write(game); });
     accept();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editors/EditorShell.h"
+#include "forms/EditorContext.h"
 #include "forms/NameListModel.h"
 #include "model/GameModel.h"
 
@@ -22,7 +22,6 @@ class frmRoomProperties;
 namespace zem {
 
 class NameBox;
-class ScriptEditing;
 class ScriptField;
 
 /// Edits a room. Everything is written on OK, except that the action of an exit is written when it is edited,
@@ -32,7 +31,7 @@ class frmRoomProperties : public QDialog {
 
 public:
     /// @param room  from 1, in the table of rooms
-    frmRoomProperties(ScriptEditing& scripts, EditorShell& shell, int room, QWidget* parent = nullptr);
+    frmRoomProperties(const EditorContext& context, int room, QWidget* parent = nullptr);
     ~frmRoomProperties() override;
 
 private:
@@ -50,13 +49,13 @@ private:
     void butScript_Click();
     void butOK_Click();
 
+    void Write(GameModel& game) const;
     void WriteDetails(Room& room) const;
     void WriteExits(Room& room) const;
     void WriteLists(Room& room) const;
 
     std::unique_ptr<Ui::frmRoomProperties> ui_;
-    ScriptEditing& scripts_;
-    EditorShell& shell_;
+    EditorContext context_;
     int room_;
     std::array<NameBox*, ExitCount> cmbRoomNames_;
     std::array<QPushButton*, ExitCount> butRoomAction_;
@@ -70,6 +69,7 @@ private:
     std::vector<ScriptPair> commands_;
     std::vector<ScriptPair> uses_;
     std::string miscTags_;
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

@@ -1,29 +1,30 @@
 #include "editors/frmSelectionWindow.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
+#include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmSelectionWindow.h"
 
 namespace zem {
 
-frmSelectionWindow::frmSelectionWindow(ScriptEditing& scripts, const SelectionMenu& menu, QWidget* parent)
+frmSelectionWindow::frmSelectionWindow(const EditorContext& context, const SelectionMenu& menu,
+                                       QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmSelectionWindow>()),
-      scripts_(scripts),
+      context_(context),
       menu_(menu) {
     ui_->setupUi(this);
-    EditStorableText(*ui_->txtInfo, menu.Info, scripts.PlatformDialogs());
+    EditStorableText(*ui_->txtInfo, menu.Info, context.dialogs);
     choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu, menu.Choices);
-    OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
-    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
-    OnClick(ui_->butRename, this, scripts_.PlatformDialogs(), [this] { butRename_Click(); });
-    OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { choices_->RemoveSelected(); });
-    OnClick(ui_->butMoveUp, this, scripts_.PlatformDialogs(), [this] { choices_->MoveSelected(-1); });
-    OnClick(ui_->butMoveDown, this, scripts_.PlatformDialogs(), [this] { choices_->MoveSelected(1); });
+    OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
+    OnClick(ui_->butRename, this, context_.dialogs, [this] { butRename_Click(); });
+    OnClick(ui_->butRemove, this, context_.dialogs, [this] { choices_->RemoveSelected(); });
+    OnClick(ui_->butMoveUp, this, context_.dialogs, [this] { choices_->MoveSelected(-1); });
+    OnClick(ui_->butMoveDown, this, context_.dialogs, [this] { choices_->MoveSelected(1); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstMenu,
@@ -42,10 +43,9 @@ SelectionMenu frmSelectionWindow::Menu() const {
 }
 
 void frmSelectionWindow::butAdd_Click() {
-    const std::optional<QString> text =
-        AskName(scripts_.PlatformDialogs(), this,
-                QStringLiteral("Please enter the text to display for this menu choice:"),
-                QStringLiteral("New Menu Choice"));
+    const std::optional<QString> text = AskName(
+        context_.dialogs, this, QStringLiteral("Please enter the text to display for this menu choice:"),
+        QStringLiteral("New Menu Choice"));
     if (!text)
         return;
     choices_->Append({FromQt(*text), ""});
@@ -57,7 +57,7 @@ void frmSelectionWindow::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& choice = choices_->Edit(row);
-    choice.Script = scripts_.EditScript(this, choice.Script);
+    choice.Script = context_.scripts.EditScript(this, choice.Script);
     choices_->Show(row);
 }
 
@@ -67,7 +67,7 @@ void frmSelectionWindow::butRename_Click() {
         return;
     ScriptPair& choice = choices_->Edit(row);
     const std::optional<QString> text =
-        AskName(scripts_.PlatformDialogs(), this, QStringLiteral("Enter a new name for this menu choice:"),
+        AskName(context_.dialogs, this, QStringLiteral("Enter a new name for this menu choice:"),
                 QStringLiteral("Rename"), ToQt(choice.Key));
     if (!text)
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/EditorContext.h"
 #include "forms/ScriptPairList.h"
 #include "model/GameModel.h"
 
@@ -13,14 +14,12 @@ class frmSelectionWindow;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// Edits a copy of one menu: its prompt and its choices.
 class frmSelectionWindow : public QDialog {
     Q_OBJECT
 
 public:
-    frmSelectionWindow(ScriptEditing& scripts, const SelectionMenu& menu, QWidget* parent = nullptr);
+    frmSelectionWindow(const EditorContext& context, const SelectionMenu& menu, QWidget* parent = nullptr);
     ~frmSelectionWindow() override;
 
     /// The edited menu; for the caller when the window was closed with OK.
@@ -32,7 +31,7 @@ private:
     void butRename_Click();
 
     std::unique_ptr<Ui::frmSelectionWindow> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     SelectionMenu menu_;
     std::unique_ptr<ScriptPairList> choices_;
 };

@@ -1,10 +1,10 @@
 #include "editors/frmSynonymEditor.h"
 
 #include "base/LineText.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "ui_frmSynonymEditor.h"
 
@@ -28,16 +28,16 @@ std::string JoinWords(const QListWidget& list) {
 
 } // namespace
 
-frmSynonymEditor::frmSynonymEditor(Dialogs& dialogs, const SynonymEntry& entry, QWidget* parent)
+frmSynonymEditor::frmSynonymEditor(const EditorContext& context, const SynonymEntry& entry, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmSynonymEditor>()),
-      dialogs_(dialogs) {
+      context_(context) {
     ui_->setupUi(this);
     AddWords(*ui_->lstWords, entry.Words);
-    EditStorableText(*ui_->txtConvertTo, entry.ConvertTo, dialogs);
-    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
-    OnClick(ui_->butRemove, this, dialogs, [this] { RemoveSelectedRow(*ui_->lstWords); });
-    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    EditStorableText(*ui_->txtConvertTo, entry.ConvertTo, context.dialogs);
+    OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butRemove, this, context.dialogs, [this] { RemoveSelectedRow(*ui_->lstWords); });
+    OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstWords, {ui_->butAdd, ui_->butRemove});
     ui_->lstWords->setFocus();
@@ -51,20 +51,21 @@ SynonymEntry frmSynonymEditor::Entry() const {
 }
 
 void frmSynonymEditor::butAdd_Click() {
-    const std::optional<QString> word = AskName(
-        dialogs_, this, QStringLiteral("Please enter a new word that will be converted to this synonym:"),
-        QStringLiteral("New Word"));
+    const std::optional<QString> word =
+        AskName(context_.dialogs, this,
+                QStringLiteral("Please enter a new word that will be converted to this synonym:"),
+                QStringLiteral("New Word"));
     if (word)
         AppendRow(*ui_->lstWords, FromQt(*word));
 }
 
 void frmSynonymEditor::butOK_Click() {
     if (ui_->lstWords->count() == 0)
-        dialogs_.ShowMessageBox(this,
-                                QStringLiteral("You must specify some words to convert to this synonym."));
+        context_.dialogs.ShowMessageBox(
+            this, QStringLiteral("You must specify some words to convert to this synonym."));
     else if (ui_->txtConvertTo->text().isEmpty())
-        dialogs_.ShowMessageBox(this,
-                                QStringLiteral("You must specify a word to convert these synonyms to."));
+        context_.dialogs.ShowMessageBox(
+            this, QStringLiteral("You must specify a word to convert these synonyms to."));
     else
         accept();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 #include "model/GameModel.h"
 
 #include <QDialog>
@@ -18,7 +18,7 @@ class frmSynonymEditor : public QDialog {
     Q_OBJECT
 
 public:
-    frmSynonymEditor(Dialogs& dialogs, const SynonymEntry& entry, QWidget* parent = nullptr);
+    frmSynonymEditor(const EditorContext& context, const SynonymEntry& entry, QWidget* parent = nullptr);
     ~frmSynonymEditor() override;
 
     /// The edited entry; for the caller when the window was closed with OK.
@@ -29,7 +29,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmSynonymEditor> ui_;
-    Dialogs& dialogs_;
+    EditorContext context_;
 };
 
 } // namespace zem

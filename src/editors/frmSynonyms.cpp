@@ -1,30 +1,29 @@
 #include "editors/frmSynonyms.h"
 
 #include "editors/frmSynonymEditor.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "ui_frmSynonyms.h"
 
 #include <cstddef>
 
 namespace zem {
 
-frmSynonyms::frmSynonyms(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
+frmSynonyms::frmSynonyms(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmSynonyms>()),
-      door_(door),
-      dialogs_(dialogs) {
+      context_(context) {
     ui_->setupUi(this);
-    for (const SynonymEntry& entry : door.Game().Synonyms) {
+    for (const SynonymEntry& entry : context.door.Game().Synonyms) {
         ui_->lstSynonyms->addItem(ToQt(entry.ConvertTo));
         words_.push_back(entry.Words);
     }
-    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
-    OnClick(ui_->butEdit, this, dialogs, [this] { butEdit_Click(); });
-    OnClick(ui_->butRemove, this, dialogs, [this] { butRemove_Click(); });
-    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butEdit, this, context.dialogs, [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, context.dialogs, [this] { butRemove_Click(); });
+    OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstSynonyms, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
     ui_->lstSynonyms->setFocus();
@@ -34,7 +33,7 @@ frmSynonyms::frmSynonyms(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
 frmSynonyms::~frmSynonyms() = default;
 
 void frmSynonyms::butAdd_Click() {
-    frmSynonymEditor form(dialogs_, {}, this);
+    frmSynonymEditor form(context_, {}, this);
     if (form.exec() != QDialog::Accepted)
         return;
     const SynonymEntry entry = form.Entry();
@@ -47,7 +46,7 @@ void frmSynonyms::butEdit_Click() {
     if (row < 0)
         return;
     std::string& words = words_[static_cast<std::size_t>(row)];
-    frmSynonymEditor form(dialogs_, {words, RowText(*ui_->lstSynonyms, row)}, this);
+    frmSynonymEditor form(context_, {words, RowText(*ui_->lstSynonyms, row)}, this);
     if (form.exec() != QDialog::Accepted)
         return;
     words = form.Entry().Words;
@@ -61,7 +60,7 @@ void frmSynonyms::butRemove_Click() {
 }
 
 void frmSynonyms::butOK_Click() {
-    door_.Change(QStringLiteral("edit synonyms"), [this](GameModel& game) {
+    context_.door.Change([this](GameModel& game) {
         RowsToTable(*ui_->lstSynonyms, game.Synonyms, [this](SynonymEntry& entry, int row) {
             entry = {words_[static_cast<std::size_t>(row)], RowText(*ui_->lstSynonyms, row)};
         });

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "forms/ChangeDoor.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QDialog>
 
@@ -20,7 +19,7 @@ class frmSynonyms : public QDialog {
     Q_OBJECT
 
 public:
-    frmSynonyms(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    explicit frmSynonyms(const EditorContext& context, QWidget* parent = nullptr);
     ~frmSynonyms() override;
 
 private:
@@ -30,8 +29,7 @@ private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmSynonyms> ui_;
-    ChangeDoor& door_;
-    Dialogs& dialogs_;
+    EditorContext context_;
     std::vector<std::string> words_; // by row
 };
 

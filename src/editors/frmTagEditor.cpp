@@ -1,6 +1,6 @@
 #include "editors/frmTagEditor.h"
 
-#include "forms/CommandError.h"
+#include "forms/RunCommand.h"
 #include "ui_frmTagEditor.h"
 
 #include <QScreen>
@@ -21,34 +21,39 @@ QSize ToPixels(const QSize& twips) {
 
 } // namespace
 
-frmTagEditor::frmTagEditor(EditorShell& shell, Dialogs& dialogs, const std::string& tags,
+frmTagEditor::frmTagEditor(const EditorContext& context, const std::string& tags,
                            std::function<void(const std::string&)> store, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmTagEditor>()),
-      shell_(shell),
+      context_(context),
       store_(std::move(store)) {
     ui_->setupUi(this);
     ui_->txtTags->SetText(tags);
-    ui_->txtTags->RefuseUnstorableText(dialogs);
+    ui_->txtTags->RefuseUnstorableText(context.dialogs);
     setMinimumSize(ToPixels(LeastTwips));
-    resize(ToPixels(shell.TagEditorSize()).boundedTo(screen()->availableSize()));
-    OnClick(ui_->butOK, this, dialogs, [this] { butOK_Click(); });
+    resize(ToPixels(context.shell.TagEditorSize()).boundedTo(screen()->availableSize()));
+    OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtTags->setFocus();
 }
 
 frmTagEditor::~frmTagEditor() = default;
 
+std::string frmTagEditor::Tags() const {
+    return ui_->txtTags->Text();
+}
+
 void frmTagEditor::butOK_Click() {
-    store_(ui_->txtTags->Text());
-    shell_.StoreTagEditorSize(size() * TwipsToPixel);
+    store_(Tags());
+    context_.shell.StoreTagEditorSize(size() * TwipsToPixel);
     accept();
 }
 
-void EditTags(EditorShell& shell, Dialogs& dialogs, std::string& tags, QWidget* parent) {
-    frmTagEditor(
-        shell, dialogs, tags, [&](const std::string& text) { tags = text; }, parent)
-        .exec();
+void EditTags(const EditorContext& context, std::string& tags, QWidget* parent) {
+    frmTagEditor form(
+        context, tags, [&](const std::string& text) { tags = text; }, parent);
+    const ValueEdit<std::string> edit(context.edits, tags, [&form](GameModel&) { return form.Tags(); });
+    form.exec();
 }
 
 } // namespace zem

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "editors/EditorShell.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QDialog>
 
@@ -21,19 +20,22 @@ class frmTagEditor : public QDialog {
 
 public:
     /// @param store  gets the text on OK
-    frmTagEditor(EditorShell& shell, Dialogs& dialogs, const std::string& tags,
+    frmTagEditor(const EditorContext& context, const std::string& tags,
                  std::function<void(const std::string&)> store, QWidget* parent = nullptr);
     ~frmTagEditor() override;
+
+    /// The text as it stands in the box.
+    std::string Tags() const;
 
 private:
     void butOK_Click();
 
     std::unique_ptr<Ui::frmTagEditor> ui_;
-    EditorShell& shell_;
+    EditorContext context_;
     std::function<void(const std::string&)> store_;
 };
 
 /// Edits the tags that another form holds.
-void EditTags(EditorShell& shell, Dialogs& dialogs, std::string& tags, QWidget* parent);
+void EditTags(const EditorContext& context, std::string& tags, QWidget* parent);
 
 } // namespace zem

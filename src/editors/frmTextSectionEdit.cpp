@@ -1,9 +1,9 @@
 #include "editors/frmTextSectionEdit.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "ui_frmTextSectionEdit.h"
 
 #include <QEvent>
@@ -22,22 +22,21 @@ bool IsFixedName(const std::string& name) {
 
 } // namespace
 
-frmTextSectionEdit::frmTextSectionEdit(ChangeDoor& door, Dialogs& dialogs, QWidget* parent)
+frmTextSectionEdit::frmTextSectionEdit(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmTextSectionEdit>()),
-      door_(door),
-      dialogs_(dialogs) {
+      context_(context) {
     ui_->setupUi(this);
-    for (const TextSection& section : door.Game().TextSections)
+    for (const TextSection& section : context.door.Game().TextSections)
         ui_->cmbTextSections->addItem(ToQt(section.Name));
-    ui_->txtText->RefuseUnstorableText(dialogs);
+    ui_->txtText->RefuseUnstorableText(context.dialogs);
     ui_->txtText->installEventFilter(this);
     connect(ui_->cmbTextSections, &QListWidget::itemSelectionChanged, this,
             &frmTextSectionEdit::cmbTextSections_Click);
     connect(ui_->txtText, &QPlainTextEdit::textChanged, this,
-            [this] { RunCommand(dialogs_, this, [this] { txtText_Change(); }); });
-    OnClick(ui_->butAdd, this, dialogs, [this] { butAdd_Click(); });
-    OnClick(ui_->butRename, this, dialogs, [this] { butRename_Click(); });
+            [this] { RunCommand(context_.dialogs, this, [this] { txtText_Change(); }); });
+    OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butRename, this, context.dialogs, [this] { butRename_Click(); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
     ConnectListKeys(*ui_->cmbTextSections, {ui_->butAdd, nullptr, ui_->butRename});
     cmbTextSections_Click();
@@ -54,7 +53,7 @@ int frmTextSectionEdit::SelectedSection() const {
 
 void frmTextSectionEdit::cmbTextSections_Click() {
     const int k = SelectedSection();
-    const TextSection section = k == 0 ? TextSection() : door_.Game().TextSections[k];
+    const TextSection section = k == 0 ? TextSection() : context_.door.Game().TextSections[k];
     {
         const QSignalBlocker showing(ui_->txtText); // is no change
         ui_->txtText->SetText(section.Text);
@@ -68,24 +67,23 @@ void frmTextSectionEdit::txtText_Change() {
     if (k == 0)
         return;
     const std::string text = ui_->txtText->Text();
-    if (text != door_.Game().TextSections[k].Text)
-        door_.Change(QStringLiteral("edit text block"),
-                     [&](GameModel& game) { game.TextSections.Edit(k).Text = text; });
+    if (text != context_.door.Game().TextSections[k].Text)
+        context_.door.Change([&](GameModel& game) { game.TextSections.Edit(k).Text = text; });
 }
 
 bool frmTextSectionEdit::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress)
-        door_.MarkModified(); // whatever the key does
+        context_.door.MarkModified(); // whatever the key does
     return QDialog::eventFilter(watched, event);
 }
 
 void frmTextSectionEdit::butAdd_Click() {
     const std::optional<QString> name =
-        AskName(dialogs_, this, QStringLiteral("Enter a name for this text section:"),
+        AskName(context_.dialogs, this, QStringLiteral("Enter a name for this text section:"),
                 QStringLiteral("New text section"));
     if (!name)
         return;
-    door_.Change(QStringLiteral("add text block"), [&](GameModel& game) {
+    context_.door.Change([&](GameModel& game) {
         game.TextSections.Append({FromQt(*name), "Enter text here..."});
     });
     AppendRow(*ui_->cmbTextSections, FromQt(*name));
@@ -96,19 +94,18 @@ void frmTextSectionEdit::butRename_Click() {
     if (k == 0)
         return;
     const std::optional<QString> name =
-        AskName(dialogs_, this, QStringLiteral("Please enter a new name for this text section:"),
-                QStringLiteral("Rename text section"), ToQt(door_.Game().TextSections[k].Name));
+        AskName(context_.dialogs, this, QStringLiteral("Please enter a new name for this text section:"),
+                QStringLiteral("Rename text section"), ToQt(context_.door.Game().TextSections[k].Name));
     if (!name)
         return;
-    door_.Change(QStringLiteral("rename text block"),
-                 [&](GameModel& game) { game.TextSections.Edit(k).Name = FromQt(*name); });
+    context_.door.Change([&](GameModel& game) { game.TextSections.Edit(k).Name = FromQt(*name); });
     ui_->cmbTextSections->item(k - 1)->setText(*name);
     cmbTextSections_Click(); // it may have become one of the fixed names
 }
 
 /// However the window is closed, the game counts as changed.
 void frmTextSectionEdit::done(int result) {
-    door_.MarkModified();
+    context_.door.MarkModified();
     QDialog::done(result);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "forms/ChangeDoor.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 
 #include <QDialog>
 
@@ -18,7 +17,7 @@ class frmTextSectionEdit : public QDialog {
     Q_OBJECT
 
 public:
-    frmTextSectionEdit(ChangeDoor& door, Dialogs& dialogs, QWidget* parent = nullptr);
+    explicit frmTextSectionEdit(const EditorContext& context, QWidget* parent = nullptr);
     ~frmTextSectionEdit() override;
 
     void done(int result) override;
@@ -34,8 +33,7 @@ private:
     void butRename_Click();
 
     std::unique_ptr<Ui::frmTextSectionEdit> ui_;
-    ChangeDoor& door_;
-    Dialogs& dialogs_;
+    EditorContext context_;
 };
 
 } // namespace zem

@@ -2,9 +2,9 @@
 
 #include "editors/frmObjectInteract.h"
 #include "editors/frmTagEditor.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/PageButtons.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
@@ -12,12 +12,11 @@
 
 namespace zem {
 
-frmThingProperties::frmThingProperties(ScriptEditing& scripts, EditorShell& shell, ThingKind kind, int room,
-                                       int thing, QWidget* parent)
+frmThingProperties::frmThingProperties(const EditorContext& context, ThingKind kind, int room, int thing,
+                                       QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmThingProperties>()),
-      scripts_(scripts),
-      shell_(shell),
+      context_(context),
       kind_(kind),
       room_(room),
       thing_(thing) {
@@ -26,7 +25,7 @@ frmThingProperties::frmThingProperties(ScriptEditing& scripts, EditorShell& shel
     AdaptToKind();
     Fill();
     ConnectMisc(ToQt(Record().Name));
-    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtThingName->setFocus();
     RememberSize(*this);
@@ -35,7 +34,7 @@ frmThingProperties::frmThingProperties(ScriptEditing& scripts, EditorShell& shel
 frmThingProperties::~frmThingProperties() = default;
 
 const Thing& frmThingProperties::Record() const {
-    const Room& room = scripts_.Door().Game().Rooms[room_];
+    const Room& room = context_.door.Game().Rooms[room_];
     return (IsCharacter() ? room.Characters : room.Objects)[thing_];
 }
 
@@ -56,15 +55,15 @@ void frmThingProperties::AdaptToKind() {
 
 void frmThingProperties::Fill() {
     const Thing thing = Record();
-    Dialogs& dialogs = scripts_.PlatformDialogs();
+    Dialogs& dialogs = context_.dialogs;
     EditStorableText(*ui_->txtThingName, thing.Name, dialogs);
     EditStorableText(*ui_->txtPrefix, thing.Prefix, dialogs);
     EditStorableText(*ui_->txtSuffix, IsCharacter() ? thing.Suffix : "", dialogs);
     EditStorableText(*ui_->txtGender, IsCharacter() ? thing.Gender : "", dialogs);
     ui_->chkHidden->setChecked(thing.Hidden);
     ui_->chkInvisible->setChecked(thing.Invisible);
-    look_ = new ScriptField(scripts_, *this, *ui_->txtDescription, *ui_->butLookAction, thing.Look);
-    interact_ = new ScriptField(scripts_, *this, *ui_->txtInteract, *ui_->butSpeakAction,
+    look_ = new ScriptField(context_, *this, *ui_->txtDescription, *ui_->butLookAction, thing.Look);
+    interact_ = new ScriptField(context_, *this, *ui_->txtInteract, *ui_->butSpeakAction,
                                 IsCharacter() ? thing.Speak : thing.Take);
     gives_.assign(thing.Gives.begin(), thing.Gives.end());
     uses_.assign(thing.Uses.begin(), thing.Uses.end());
@@ -72,14 +71,13 @@ void frmThingProperties::Fill() {
 }
 
 void frmThingProperties::ConnectMisc(const QString& name) {
-    Dialogs& dialogs = scripts_.PlatformDialogs();
-    OnClick(ui_->butMoreTags, this, dialogs,
-            [this] { EditTags(shell_, scripts_.PlatformDialogs(), miscTags_, this); });
+    Dialogs& dialogs = context_.dialogs;
+    OnClick(ui_->butMoreTags, this, dialogs, [this] { EditTags(context_, miscTags_, this); });
     OnClick(ui_->butEditGive, this, dialogs, [this, name] {
-        EditGives(scripts_, QStringLiteral("Objects that can be GIVEn to %1:").arg(name), gives_, this);
+        EditGives(context_, QStringLiteral("Objects that can be GIVEn to %1:").arg(name), gives_, this);
     });
     OnClick(ui_->butEditUse, this, dialogs, [this, name] {
-        EditUses(scripts_, QStringLiteral("Objects that can be USEd on %1:").arg(name), uses_, this);
+        EditUses(context_, QStringLiteral("Objects that can be USEd on %1:").arg(name), uses_, this);
     });
 }
 
@@ -102,11 +100,10 @@ void frmThingProperties::Write(Thing& thing) const {
 }
 
 void frmThingProperties::butOK_Click() {
-    scripts_.Door().Change(IsCharacter() ? QStringLiteral("edit character") : QStringLiteral("edit object"),
-                           [this](GameModel& game) {
-                               Room& room = game.Rooms.Edit(room_);
-                               Write((IsCharacter() ? room.Characters : room.Objects).Edit(thing_));
-                           });
+    context_.door.Change([this](GameModel& game) {
+        Room& room = game.Rooms.Edit(room_);
+        Write((IsCharacter() ? room.Characters : room.Objects).Edit(thing_));
+    });
     accept();
 }
 

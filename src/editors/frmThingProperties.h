@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editors/EditorShell.h"
+#include "forms/EditorContext.h"
 #include "model/GameModel.h"
 
 #include <QDialog>
@@ -15,7 +15,6 @@ class frmThingProperties;
 
 namespace zem {
 
-class ScriptEditing;
 class ScriptField;
 
 /// Whether a thing is one of the characters or one of the objects of its room.
@@ -28,7 +27,7 @@ class frmThingProperties : public QDialog {
 public:
     /// @param room  from 1, in the table of rooms
     /// @param thing  from 1, in the room's characters or objects
-    frmThingProperties(ScriptEditing& scripts, EditorShell& shell, ThingKind kind, int room, int thing,
+    frmThingProperties(const EditorContext& context, ThingKind kind, int room, int thing,
                        QWidget* parent = nullptr);
     ~frmThingProperties() override;
 
@@ -42,8 +41,7 @@ private:
     void Write(Thing& thing) const;
 
     std::unique_ptr<Ui::frmThingProperties> ui_;
-    ScriptEditing& scripts_;
-    EditorShell& shell_;
+    EditorContext context_;
     ThingKind kind_;
     int room_;
     int thing_;

@@ -125,11 +125,7 @@ bool WriteBeside(const fs::path& file, bool isNew, const std::function<void(cons
 
 /// Flushes the file, and its folder when its name is new, to the disk. Throws KelError when that fails.
 void Settle(const fs::path& file, bool hasNewName) {
-    std::error_code error;
-    const fs::file_type type = fs::status(file, error).type();
-    if (type != fs::file_type::regular && type != fs::file_type::none)
-        return; // A pipe or a device has nothing to flush, and opening it again may block for ever.
-    error = SyncFile(file);
+    std::error_code error = SyncFile(file);
     if (!error && hasNewName)
         error = SyncFolder(file.parent_path());
     if (error)
@@ -158,8 +154,11 @@ std::string Undo(const fs::path& file, const fs::path& backup) {
     return ". The previous version is in the file beside it whose name ends in \"~\"";
 }
 
+/// A disk that is read-only refuses to remove even what is not there.
 std::string UndoNew(const fs::path& file) {
     std::error_code error;
+    if (fs::symlink_status(file, error).type() == fs::file_type::not_found)
+        return "";
     fs::remove(file, error);
     return error ? ". A part of it may be left on the disk" : "";
 }
@@ -171,6 +170,8 @@ void ReplaceFile(const std::string& path, const std::function<void(const std::st
     const fs::file_status status = LookUp(file);
     const bool isNew = !fs::exists(status);
     const bool isKept = fs::is_regular_file(status);
+    if (!isNew && !isKept && !fs::is_directory(status)) // a pipe would keep the program waiting for ever
+        throw KelError("this is not an ordinary file, so nothing was written");
     const fs::path backup = WithSuffix(file, "~");
     if (isKept)
         KeepPrevious(file, backup);
@@ -188,7 +189,7 @@ void ReplaceFile(const std::string& path, const std::function<void(const std::st
         problem += Undo(file, backup);
     else if (isNew)
         problem += UndoNew(file);
-    else // a device: nothing can be put back, nor was lost
+    else // a folder
         problem += FileIsAsBefore;
     throw KelError(problem);
 }

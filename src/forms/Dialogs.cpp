@@ -1,10 +1,12 @@
 #include "forms/Dialogs.h"
 
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -14,6 +16,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QTreeView>
 #include <QUrl>
 
@@ -24,13 +27,36 @@ namespace {
 constexpr int InputBoxWidth = 380; // Device-independent pixels, for a name of some words.
 constexpr int LongestWait = 2000;  // Milliseconds.
 
-/// Whether the desktop would open the game with this editor again, and not with a program that runs it.
-bool IsOpenedByThisEditor(const QString& path) {
+/// The program that an entry of the desktop starts; empty when there is no such entry.
+QString ProgramOfEntry(const QString& entry) {
+    const QString path = QStandardPaths::locate(QStandardPaths::ApplicationsLocation, entry);
+    QFile file(path);
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return {};
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.startsWith(QLatin1String("Exec=")))
+            return QProcess::splitCommand(line.mid(5)).value(0);
+    }
+    return {};
+}
+
+/// Whether the desktop has a program for the game that is there and is not this editor. Opening the file
+/// would not tell: what starts programs for the desktop says that all is well, and gives up afterwards.
+bool CanDesktopRun(const QString& path) {
     QProcess query;
     query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
                                              QMimeDatabase().mimeTypeForFile(path).name()});
-    query.waitForFinished(LongestWait); // No answer in time counts as another program.
-    return query.readAllStandardOutput().trimmed() == "zem.desktop";
+    if (!query.waitForFinished(LongestWait))
+        return true; // No answer: opening the file will tell
+    const QString entry = QString::fromUtf8(query.readAllStandardOutput()).trimmed();
+    const QString program = QStandardPaths::findExecutable(ProgramOfEntry(entry));
+    return !program.isEmpty() && entry != QLatin1String("zem.desktop") && !IsThisProgram(program);
+}
+
+/// A window without a title would get the name of the program's file.
+QString TitleFor(const QString& title) {
+    return title.isEmpty() ? QString(QLatin1String(DefaultTitle)) : title;
 }
 
 QString RunFileDialog(QFileDialog& dialog, const Dialogs::FileQuestion& question) {
@@ -59,9 +85,9 @@ QMessageBox::StandardButton QtDialogs::ShowMessageBox(QWidget* parent, const QSt
                                                       const QString& title,
                                                       QMessageBox::StandardButtons buttons,
                                                       QMessageBox::Icon icon) {
-    QMessageBox box(icon, title, QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")), buttons,
-                    parent);
-    box.setTextFormat(Qt::PlainText); // A line of a game may look like markup.
+    QMessageBox box(icon, TitleFor(title), QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
+                    buttons, parent);
+    box.setTextFormat(Qt::PlainText); // A line of a game may look like markup
     box.exec();
     const QMessageBox::StandardButton pressed = box.standardButton(box.clickedButton());
     if (pressed != QMessageBox::NoButton)
@@ -74,7 +100,7 @@ QMessageBox::StandardButton QtDialogs::ShowMessageBox(QWidget* parent, const QSt
 std::optional<QString> QtDialogs::AskText(QWidget* parent, const QString& prompt, const QString& title,
                                           const QString& text) {
     QInputDialog box(parent);
-    box.setWindowTitle(title);
+    box.setWindowTitle(TitleFor(title));
     box.setLabelText(prompt);
     for (auto* label : box.findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);
@@ -85,7 +111,7 @@ std::optional<QString> QtDialogs::AskText(QWidget* parent, const QString& prompt
 
 int QtDialogs::AskChoice(QWidget* parent, const QString& text, const QString& title,
                          const QStringList& choices) {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+    QMessageBox box(QMessageBox::Question, TitleFor(title), text, QMessageBox::NoButton, parent);
     box.setTextFormat(Qt::PlainText);
     QList<QAbstractButton*> buttons;
     for (const QString& choice : choices)
@@ -116,13 +142,18 @@ int QtDialogs::OpenDocument(const QString& path) {
     if (path.isEmpty() || !file.exists())
         return path.isEmpty() || file.dir().exists() ? FileNotFound : PathNotFound;
     const QString fullPath = file.absoluteFilePath();
-    if (file.suffix().toLower() == QLatin1String("kel") && IsOpenedByThisEditor(fullPath))
+    if (file.suffix().toLower() == QLatin1String("kel") && !CanDesktopRun(fullPath))
         return NoAssociation;
     return QDesktopServices::openUrl(QUrl::fromLocalFile(fullPath)) ? Opened : NoAssociation;
 }
 
 bool QtDialogs::StartProgram(const QString& program, const QStringList& arguments) {
     return QProcess::startDetached(program, arguments);
+}
+
+bool IsThisProgram(const QString& program) {
+    return QFileInfo(program).canonicalFilePath() ==
+           QFileInfo(QCoreApplication::applicationFilePath()).canonicalFilePath();
 }
 
 Dialogs::FileQuestion OpenGameQuestion(const QString& currentFile) {

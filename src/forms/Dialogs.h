@@ -1,5 +1,7 @@
 #pragma once
 
+#include "qt/CommandError.h"
+
 #include <QMessageBox>
 #include <QString>
 #include <QStringList>
@@ -9,9 +11,6 @@
 class QWidget;
 
 namespace zem {
-
-/// The title of messages that have none of their own.
-inline constexpr const char* DefaultTitle = "ZEM";
 
 /// What the shell asks of the platform: message boxes, input boxes, file dialogs and opening documents. The
 /// program uses QtDialogs; tests answer in its place.
@@ -72,6 +71,9 @@ public:
     int OpenDocument(const QString& path) override;
     bool StartProgram(const QString& program, const QStringList& arguments) override;
 };
+
+/// Whether a program, named by its path, is this editor itself.
+bool IsThisProgram(const QString& program);
 
 /// How a game is asked for wherever one can be opened.
 Dialogs::FileQuestion OpenGameQuestion(const QString& currentFile = {});

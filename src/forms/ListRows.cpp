@@ -1,6 +1,6 @@
 #include "forms/ListRows.h"
 
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "forms/NameBox.h"
 
 #include "forms/OfferMatches.h"
-#include "forms/QtText.h"
 #include "forms/StorableInput.h"
+#include "qt/QtText.h"
 
 #include <QLineEdit>
 #include <QListView>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "forms/QtText.h"
 #include "model/Table.h"
+#include "qt/QtText.h"
 
 #include <QAbstractListModel>
 

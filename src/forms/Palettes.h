@@ -1,12 +1,10 @@
 #pragma once
 
+#include "qt/Look.h"
+
 namespace zem {
 
-/// Which colours the windows have.
-enum class Look { Desktop, Light, Dark };
-
-/// Gives all windows, also those that are open, the style and colours of the look. Desktop is what the
-/// program started with, and follows the desktop.
+/// Gives all windows, also those that are open, the style and colours of the look.
 void ApplyLook(Look look);
 
 } // namespace zem

@@ -1,6 +1,6 @@
 #include "forms/PlainTextBox.h"
 
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>

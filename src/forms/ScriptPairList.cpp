@@ -1,8 +1,8 @@
 #include "forms/ScriptPairList.h"
 
 #include "forms/ListRows.h"
-#include "forms/QtText.h"
 #include "forms/ToolTip.h"
+#include "qt/QtText.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "forms/StorableInput.h"
 
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <algorithm>
 #include <iterator>

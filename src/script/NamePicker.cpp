@@ -1,7 +1,7 @@
 #include "script/NamePicker.h"
 
-#include "forms/QtText.h"
 #include "kel/ScriptLine.h"
+#include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 
 #include <QComboBox>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "forms/ChangeDoor.h"
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
 #include "game/GameNames.h"
 #include "kel/CommandLookup.h"
 #include "kel/RenderScript.h"
@@ -18,10 +17,12 @@ namespace zem {
 /// Shows and edits the scripts of the game: what every form that has a script field works with.
 class ScriptEditing {
 public:
-    /// Door, dialogs and commands outlive this object.
+    /// All but the last outlive this object.
     /// @param isFriendly  whether scripts are shown in plain English
-    ScriptEditing(ChangeDoor& door, Dialogs& dialogs, const CommandLookup& commands,
-                  std::function<bool()> isFriendly);
+    ScriptEditing(ChangeDoor& door, OpenEdits& edits, Dialogs& dialogs, EditorShell& shell,
+                  const CommandLookup& commands, std::function<bool()> isFriendly);
+    ScriptEditing(const ScriptEditing&) = delete;
+    ScriptEditing& operator=(const ScriptEditing&) = delete;
 
     /// Edits the value of a script field in a window of its own. A script of several lines becomes an
     /// internal procedure, and the value a call of it. Returns the given value when the author cancelled.
@@ -40,16 +41,15 @@ public:
     void Show(const std::string& script, QTextEdit& box) const;
 
     bool IsFriendly() const { return isFriendly_(); }
-    ChangeDoor& Door() const { return door_; }
-    Dialogs& PlatformDialogs() const { return dialogs_; }
     const CommandLookup& Commands() const { return commands_; }
 
     /// The names of the game, for choosing one.
-    const std::vector<std::string>& Names(NameKind kind) const { return names_.Names(door_.Game(), kind); }
+    const std::vector<std::string>& Names(NameKind kind) const {
+        return names_.Names(context_.door.Game(), kind);
+    }
 
 private:
-    ChangeDoor& door_;
-    Dialogs& dialogs_;
+    EditorContext context_; // of the windows that this object opens
     const CommandLookup& commands_;
     std::function<bool()> isFriendly_;
     mutable NameCache names_; // of the game as it was when a name was last to be chosen

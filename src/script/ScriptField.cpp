@@ -1,6 +1,6 @@
 #include "script/ScriptField.h"
 
-#include "forms/CommandError.h"
+#include "forms/RunCommand.h"
 #include "script/ScriptEditing.h"
 
 #include <QKeyEvent>
@@ -9,16 +9,16 @@
 
 namespace zem {
 
-ScriptField::ScriptField(ScriptEditing& scripts, QWidget& form, QTextEdit& box, QPushButton& button,
+ScriptField::ScriptField(const EditorContext& context, QWidget& form, QTextEdit& box, QPushButton& button,
                          const std::string& script)
     : QObject(&form),
-      scripts_(scripts),
+      context_(context),
       form_(form),
       box_(box),
       button_(button),
       script_(script) {
-    scripts_.Show(script_, box_);
-    OnClick(&button_, &form_, scripts_.PlatformDialogs(), [this] { Edit(); });
+    context_.scripts.Show(script_, box_);
+    OnClick(&button_, &form_, context_.dialogs, [this] { Edit(); });
     box_.setAccessibleDescription(QStringLiteral("Return opens its editor"));
     box_.installEventFilter(this);
     box_.viewport()->installEventFilter(this);
@@ -36,8 +36,8 @@ bool ScriptField::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ScriptField::Edit() {
-    script_ = scripts_.EditScript(&form_, script_);
-    scripts_.Show(script_, box_);
+    script_ = context_.scripts.EditScript(&form_, script_);
+    context_.scripts.Show(script_, box_);
 }
 
 } // namespace zem

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EditorContext.h"
+
 #include <QObject>
 
 #include <string>
@@ -10,8 +12,6 @@ class QWidget;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// One script of a form: its box, which only displays it, and the button that edits it.
 class ScriptField : public QObject {
     Q_OBJECT
@@ -19,7 +19,7 @@ class ScriptField : public QObject {
 public:
     /// @param form  owns this object and the controls
     /// @param scripts  outlives the form
-    ScriptField(ScriptEditing& scripts, QWidget& form, QTextEdit& box, QPushButton& button,
+    ScriptField(const EditorContext& context, QWidget& form, QTextEdit& box, QPushButton& button,
                 const std::string& script);
 
     const std::string& Script() const { return script_; }
@@ -30,7 +30,7 @@ protected:
 private:
     void Edit();
 
-    ScriptEditing& scripts_;
+    EditorContext context_;
     QWidget& form_;
     QTextEdit& box_;
     QPushButton& button_;

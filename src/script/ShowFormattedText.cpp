@@ -1,7 +1,7 @@
 #include "script/ShowFormattedText.h"
 
-#include "forms/QtText.h"
 #include "kel/FormatCodes.h"
+#include "qt/QtText.h"
 
 #include <QTextCursor>
 #include <QTextEdit>

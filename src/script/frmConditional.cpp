@@ -1,12 +1,12 @@
 #include "script/frmConditional.h"
 
 #include "base/LineText.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "forms/ToolTip.h"
+#include "qt/QtText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmConditional.h"
@@ -17,17 +17,17 @@
 
 namespace zem {
 
-frmConditional::frmConditional(ScriptEditing& scripts, const std::string& line, QWidget* parent)
+frmConditional::frmConditional(const EditorContext& context, const std::string& line, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmConditional>()),
-      scripts_(scripts) {
+      context_(context) {
     ui_->setupUi(this);
     names_ = new NamePicker(*ui_->txtConditionParameter, *ui_->lblConditionNames, *ui_->cmbConditionNames,
-                            scripts);
+                            context.scripts);
     ui_->cmbJoiner->addItems({tr("and"), tr("or")});
     FillConditionChooser();
     for (QLineEdit* box : {ui_->txtConditionParameter, ui_->txtRaw})
-        RefuseUnstorableText(*box, scripts.PlatformDialogs());
+        RefuseUnstorableText(*box, context.dialogs);
     ConnectControls();
     if (line.empty()) {
         butAddCondition_Click();
@@ -43,17 +43,18 @@ frmConditional::~frmConditional() = default;
 
 /// Offers the conditions of the catalogue; behind each stands its keyword without the "if".
 void frmConditional::FillConditionChooser() {
-    for (const CommandDefinition& entry : scripts_.Commands().Catalogue()) {
+    for (const CommandDefinition& entry : context_.scripts.Commands().Catalogue()) {
         if (!BeginsWith(entry.Keyword, "if "))
             continue;
         const std::string keyword = entry.Keyword.substr(3);
-        ui_->cmbCondition->addItem(ToQt(scripts_.IsFriendly() ? entry.FriendlyName : keyword), ToQt(keyword));
+        ui_->cmbCondition->addItem(ToQt(context_.scripts.IsFriendly() ? entry.FriendlyName : keyword),
+                                   ToQt(keyword));
     }
 }
 
 void frmConditional::ConnectControls() {
     const auto onClick = [this](QPushButton* button, auto handler) {
-        OnClick(button, this, scripts_.PlatformDialogs(), handler);
+        OnClick(button, this, context_.dialogs, handler);
     };
     onClick(ui_->butAddCondition, [this] { butAddCondition_Click(); });
     onClick(ui_->butRemoveCondition, [this] { butRemoveCondition_Click(); });
@@ -82,7 +83,7 @@ int frmConditional::SelectedCondition() const {
 }
 
 const CommandDefinition* frmConditional::FindEntry(const std::string& keyword) const {
-    const CommandEntry* entry = scripts_.Commands().FindKeyword("if " + keyword);
+    const CommandEntry* entry = context_.scripts.Commands().FindKeyword("if " + keyword);
     return entry == nullptr ? nullptr : entry->definition;
 }
 
@@ -92,7 +93,7 @@ QString frmConditional::DescribeCondition(std::size_t index) const {
     QString text = index == 0 ? QString() : condition.JoinedBy == Joiner::And ? tr("and ") : tr("or ");
     if (condition.Negated)
         text += tr("not ");
-    text += ToQt(entry != nullptr && scripts_.IsFriendly() ? entry->FriendlyName : condition.Keyword);
+    text += ToQt(entry != nullptr && context_.scripts.IsFriendly() ? entry->FriendlyName : condition.Keyword);
     if (condition.HasParameter)
         text += QLatin1String(" <") + ToQt(condition.Parameter) + u'>';
     return text;
@@ -110,10 +111,10 @@ void frmConditional::ShowParts() {
             ui_->lstConditions->addItem(DescribeCondition(k));
         ui_->lstConditions->setCurrentRow(std::min(row, ui_->lstConditions->count() - 1));
         ui_->txtThen->setText(
-            ToQt(scripts_.Render(parts_.Then, ScriptForm::Plain, InternalProcedures::ShowCall)));
+            ToQt(context_.scripts.Render(parts_.Then, ScriptForm::Plain, InternalProcedures::ShowCall)));
         ui_->txtThen->setToolTip(ToolTipOf(ToQt(parts_.Then)));
         ui_->txtElse->setText(
-            ToQt(scripts_.Render(parts_.Else, ScriptForm::Plain, InternalProcedures::ShowCall)));
+            ToQt(context_.scripts.Render(parts_.Else, ScriptForm::Plain, InternalProcedures::ShowCall)));
         ui_->txtElse->setToolTip(ToolTipOf(ToQt(parts_.Else)));
         if (!parts_.Else.empty())
             ui_->chkElse->setChecked(true);
@@ -150,7 +151,7 @@ void frmConditional::ShowCondition() {
     const CommandDefinition* entry = FindEntry(condition.Keyword);
     ui_->txtConditionParameter->setPlaceholderText(
         entry == nullptr ? QString()
-                         : ToQt(scripts_.IsFriendly() ? entry->FriendlyPrompt : entry->RawSyntax));
+                         : ToQt(context_.scripts.IsFriendly() ? entry->FriendlyPrompt : entry->RawSyntax));
     if (!condition.HasParameter)
         ui_->txtConditionParameter->setPlaceholderText(tr("This condition has no parameter."));
     names_->SetSyntax(entry == nullptr || !condition.HasParameter ? std::string() : entry->RawSyntax);
@@ -159,9 +160,9 @@ void frmConditional::ShowCondition() {
 void frmConditional::ShowProblem(const QString& problem) {
     problem_ = problem;
     ui_->lblProblem->setText(problem.isEmpty() ? QString() : tr("Not complete: %1.").arg(problem));
-    ui_->lblEnglish->setText(problem.isEmpty()
-                                 ? ToQt(DescribeIfLine(FromQt(ui_->txtRaw->text()), scripts_.Commands()))
-                                 : QString());
+    ui_->lblEnglish->setText(
+        problem.isEmpty() ? ToQt(DescribeIfLine(FromQt(ui_->txtRaw->text()), context_.scripts.Commands()))
+                          : QString());
 }
 
 // ---- Changing
@@ -272,8 +273,8 @@ void frmConditional::EditAction(std::string& action, bool asConditional) {
     // Each of the two editors goes on with the action only if it is of its own kind.
     const bool isConditional = BeginsWith(action, "if ");
     const std::string opened = isConditional == asConditional ? action : std::string();
-    const std::string edited =
-        asConditional ? scripts_.EditConditional(this, opened) : scripts_.EditScriptLine(this, opened);
+    const std::string edited = asConditional ? context_.scripts.EditConditional(this, opened)
+                                             : context_.scripts.EditScriptLine(this, opened);
     if (edited == opened)
         return;
     action = edited;
@@ -288,7 +289,7 @@ void frmConditional::chkElse_Click() {
 
 void frmConditional::butOK_Click() {
     if (!problem_.isEmpty()) {
-        scripts_.PlatformDialogs().ShowMessageBox(this, tr("The line is not complete: %1.").arg(problem_));
+        context_.dialogs.ShowMessageBox(this, tr("The line is not complete: %1.").arg(problem_));
         return;
     }
     line_ = FromQt(ui_->txtRaw->text());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "forms/EditorContext.h"
 #include "kel/IfLine.h"
 
 #include <QDialog>
@@ -17,7 +18,6 @@ class frmConditional;
 namespace zem {
 
 class NamePicker;
-class ScriptEditing;
 
 /// Builds or changes one "if" line: its conditions and its actions, or the raw line itself. The raw line is
 /// what OK takes; the parts show what it says, and say why when it is not understood.
@@ -26,7 +26,7 @@ class frmConditional : public QDialog {
 
 public:
     /// @param line  empty for a new line
-    frmConditional(ScriptEditing& scripts, const std::string& line, QWidget* parent = nullptr);
+    frmConditional(const EditorContext& context, const std::string& line, QWidget* parent = nullptr);
     ~frmConditional() override;
 
     /// The line that OK has taken.
@@ -54,7 +54,7 @@ private:
     const CommandDefinition* FindEntry(const std::string& keyword) const;
 
     std::unique_ptr<Ui::frmConditional> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     NamePicker* names_;
     IfLine parts_;
     bool showing_ = false; // the controls are being filled, so their signals say nothing

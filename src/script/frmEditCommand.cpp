@@ -1,24 +1,24 @@
 #include "script/frmEditCommand.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
+#include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmEditCommand.h"
 
 namespace zem {
 
-frmEditCommand::frmEditCommand(ScriptEditing& scripts, const std::string& pattern, const std::string& action,
-                               QWidget* parent)
+frmEditCommand::frmEditCommand(const EditorContext& context, const std::string& pattern,
+                               const std::string& action, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmEditCommand>()),
-      scripts_(scripts) {
+      context_(context) {
     ui_->setupUi(this);
-    EditStorableText(*ui_->txtCommand, pattern, scripts.PlatformDialogs());
-    action_ = new ScriptField(scripts, *this, *ui_->txtAction, *ui_->butEdit, action);
-    OnClick(ui_->butInsertVariable, this, scripts_.PlatformDialogs(), [this] { butInsertVariable_Click(); });
+    EditStorableText(*ui_->txtCommand, pattern, context.dialogs);
+    action_ = new ScriptField(context, *this, *ui_->txtAction, *ui_->butEdit, action);
+    OnClick(ui_->butInsertVariable, this, context_.dialogs, [this] { butInsertVariable_Click(); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtCommand->setFocus();
@@ -41,10 +41,9 @@ void frmEditCommand::butInsertVariable_Click() {
     QLineEdit& box = *ui_->txtCommand;
     const int start = box.hasSelectedText() ? box.selectionStart() : box.cursorPosition();
     const auto length = static_cast<int>(box.selectedText().size());
-    const std::optional<QString> name =
-        AskName(scripts_.PlatformDialogs(), this,
-                QStringLiteral("Enter a name for the string variable to place text in:"),
-                QStringLiteral("Insert string variable"));
+    const std::optional<QString> name = AskName(
+        context_.dialogs, this, QStringLiteral("Enter a name for the string variable to place text in:"),
+        QStringLiteral("Insert string variable"));
     if (!name)
         return;
     box.setText(box.text().replace(start, length, u'#' + *name + u'#'));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EditorContext.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -11,7 +13,6 @@ class frmEditCommand;
 
 namespace zem {
 
-class ScriptEditing;
 class ScriptField;
 
 /// Edits one player command: its pattern, in which a word between two "#" names a string variable, and its
@@ -20,7 +21,7 @@ class frmEditCommand : public QDialog {
     Q_OBJECT
 
 public:
-    frmEditCommand(ScriptEditing& scripts, const std::string& pattern, const std::string& action,
+    frmEditCommand(const EditorContext& context, const std::string& pattern, const std::string& action,
                    QWidget* parent = nullptr);
     ~frmEditCommand() override;
 
@@ -32,7 +33,7 @@ private:
     void butInsertVariable_Click();
 
     std::unique_ptr<Ui::frmEditCommand> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     ScriptField* action_;
 };
 

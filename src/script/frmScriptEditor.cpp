@@ -1,11 +1,11 @@
 #include "script/frmScriptEditor.h"
 
 #include "base/LineText.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/OfferMatches.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
+#include "qt/QtText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptEditor.h"
@@ -18,19 +18,19 @@ const char* const OtherCommand = "(other)";
 
 } // namespace
 
-frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string& line, QWidget* parent)
+frmScriptEditor::frmScriptEditor(const EditorContext& context, const std::string& line, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmScriptEditor>()),
-      scripts_(scripts) {
+      context_(context) {
     ui_->setupUi(this);
-    names_ = new NamePicker(*ui_->txtParameter, *ui_->lblNames, *ui_->cmbNames, scripts);
-    ui_->cmbCommands->setVisible(!scripts.IsFriendly());
-    ui_->cmbFriendly->setVisible(scripts.IsFriendly());
+    names_ = new NamePicker(*ui_->txtParameter, *ui_->lblNames, *ui_->cmbNames, context.scripts);
+    ui_->cmbCommands->setVisible(!context.scripts.IsFriendly());
+    ui_->cmbFriendly->setVisible(context.scripts.IsFriendly());
     ui_->lblCommand->setBuddy(VisibleChooser());
     for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
         OfferMatches(*chooser);
     for (QLineEdit* box : {ui_->txtParameter, ui_->txtOther})
-        RefuseUnstorableText(*box, scripts.PlatformDialogs());
+        RefuseUnstorableText(*box, context.dialogs);
     OpenLine(line);
 
     connect(ui_->cmbCommands, &QComboBox::currentIndexChanged, this, &frmScriptEditor::ChooseCommand);
@@ -39,7 +39,7 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
     connect(ui_->cmbFriendly, &QComboBox::editTextChanged, this, &frmScriptEditor::cmbFriendly_Change);
     connect(ui_->chkNoParameter, &QCheckBox::clicked, this, &frmScriptEditor::chkNoParameter_Click);
     connect(ui_->butClear, &QPushButton::clicked, this, &frmScriptEditor::butClear_Click);
-    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     VisibleChooser()->setFocus();
     RememberSize(*this);
@@ -48,13 +48,13 @@ frmScriptEditor::frmScriptEditor(const ScriptEditing& scripts, const std::string
 frmScriptEditor::~frmScriptEditor() = default;
 
 QComboBox* frmScriptEditor::VisibleChooser() const {
-    return scripts_.IsFriendly() ? ui_->cmbFriendly : ui_->cmbCommands;
+    return context_.scripts.IsFriendly() ? ui_->cmbFriendly : ui_->cmbCommands;
 }
 
 /// Fills both choosers with the commands, conditions left out, and selects the given one in both.
 void frmScriptEditor::FillChoosers(const std::string& command) {
     int selected = -1;
-    for (const CommandDefinition& entry : scripts_.Commands().Catalogue()) {
+    for (const CommandDefinition& entry : context_.scripts.Commands().Catalogue()) {
         if (BeginsWith(entry.Keyword, "if"))
             continue;
         if (entry.Keyword == command)
@@ -99,13 +99,13 @@ void frmScriptEditor::ShowOther(bool isOther) {
 
 /// Shows what the command takes.
 void frmScriptEditor::ShowCommand(const CommandDefinition& entry) {
-    const std::string& syntax = scripts_.IsFriendly() ? entry.FriendlyPrompt : entry.RawSyntax;
+    const std::string& syntax = context_.scripts.IsFriendly() ? entry.FriendlyPrompt : entry.RawSyntax;
     const bool takesParameter = syntax != "!";
     ui_->txtParameter->setEnabled(takesParameter);
     if (takesParameter) {
         ui_->txtSyntax->setText(ToQt(syntax));
     } else {
-        ui_->txtSyntax->setText(scripts_.IsFriendly()
+        ui_->txtSyntax->setText(context_.scripts.IsFriendly()
                                     ? QStringLiteral("There are no parameters for this command.")
                                     : QStringLiteral("Function takes no parameters."));
         ui_->txtParameter->clear();
@@ -117,7 +117,7 @@ void frmScriptEditor::ShowCommand(const CommandDefinition& entry) {
 }
 
 void frmScriptEditor::ChooseCommand(int index) {
-    const CommandCatalogue& catalogue = scripts_.Commands().Catalogue();
+    const CommandCatalogue& catalogue = context_.scripts.Commands().Catalogue();
     if (index >= 0 && index < catalogue.Count())
         ShowCommand(catalogue[index + 1]); // the conditions, which no chooser offers, stand behind all others
     else
@@ -126,7 +126,7 @@ void frmScriptEditor::ChooseCommand(int index) {
         if (chooser->currentIndex() != index)
             chooser->setCurrentIndex(index);
     // The hidden chooser may have been emptied while the author was still typing into the other.
-    QComboBox* hidden = scripts_.IsFriendly() ? ui_->cmbCommands : ui_->cmbFriendly;
+    QComboBox* hidden = context_.scripts.IsFriendly() ? ui_->cmbCommands : ui_->cmbFriendly;
     if (hidden->currentText() != hidden->itemText(index))
         hidden->setEditText(hidden->itemText(index));
 }
@@ -177,7 +177,7 @@ std::string frmScriptEditor::BuildLine() const {
 
 void frmScriptEditor::butOK_Click() {
     if (ui_->cmbCommands->currentText().isEmpty()) {
-        scripts_.PlatformDialogs().ShowMessageBox(this, QStringLiteral("No command has been selected."));
+        context_.dialogs.ShowMessageBox(this, QStringLiteral("No command has been selected."));
         VisibleChooser()->setFocus();
         return;
     }

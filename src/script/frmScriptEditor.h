@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EditorContext.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -15,7 +17,6 @@ namespace zem {
 
 class NamePicker;
 struct CommandDefinition;
-class ScriptEditing;
 
 /// Builds or changes one script line: a command of the catalogue and its parameter.
 class frmScriptEditor : public QDialog {
@@ -23,7 +24,7 @@ class frmScriptEditor : public QDialog {
 
 public:
     /// @param line  empty for a new line
-    frmScriptEditor(const ScriptEditing& scripts, const std::string& line, QWidget* parent = nullptr);
+    frmScriptEditor(const EditorContext& context, const std::string& line, QWidget* parent = nullptr);
     ~frmScriptEditor() override;
 
     /// The line that OK has built.
@@ -47,7 +48,7 @@ private:
     void ShowOther(bool isOther);
 
     std::unique_ptr<Ui::frmScriptEditor> ui_;
-    const ScriptEditing& scripts_;
+    EditorContext context_;
     NamePicker* names_;
     std::string line_;
 };

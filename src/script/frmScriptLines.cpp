@@ -1,12 +1,12 @@
 #include "script/frmScriptLines.h"
 
 #include "base/LineText.h"
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
+#include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptLines.h"
 
@@ -45,13 +45,13 @@ std::vector<std::string_view> SplitLines(std::string_view script) {
 
 } // namespace
 
-frmScriptLines::frmScriptLines(ScriptEditing& scripts, const std::string& script, QWidget* parent)
+frmScriptLines::frmScriptLines(const EditorContext& context, const std::string& script, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmScriptLines>()),
-      scripts_(scripts) {
+      context_(context) {
     ui_->setupUi(this);
-    ui_->lstScriptLines->setVisible(!scripts.IsFriendly());
-    ui_->lstFriendlyLines->setVisible(scripts.IsFriendly());
+    ui_->lstScriptLines->setVisible(!context.scripts.IsFriendly());
+    ui_->lstFriendlyLines->setVisible(context.scripts.IsFriendly());
     ui_->lblLines->setBuddy(&List());
     OpenScript(script);
     ConnectButtons();
@@ -62,13 +62,13 @@ frmScriptLines::frmScriptLines(ScriptEditing& scripts, const std::string& script
 frmScriptLines::~frmScriptLines() = default;
 
 void frmScriptLines::ConnectButtons() {
-    OnClick(ui_->butAdd, this, scripts_.PlatformDialogs(), [this] { butAdd_Click(); });
-    OnClick(ui_->butAddConditional, this, scripts_.PlatformDialogs(), [this] { butAddConditional_Click(); });
-    OnClick(ui_->butEdit, this, scripts_.PlatformDialogs(), [this] { butEdit_Click(); });
-    OnClick(ui_->butRemove, this, scripts_.PlatformDialogs(), [this] { butRemove_Click(); });
-    OnClick(ui_->butUp, this, scripts_.PlatformDialogs(), [this] { MoveLine(-1); });
-    OnClick(ui_->butDown, this, scripts_.PlatformDialogs(), [this] { MoveLine(1); });
-    OnClick(ui_->butOK, this, scripts_.PlatformDialogs(), [this] { butOK_Click(); });
+    OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
+    OnClick(ui_->butAddConditional, this, context_.dialogs, [this] { butAddConditional_Click(); });
+    OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
+    OnClick(ui_->butRemove, this, context_.dialogs, [this] { butRemove_Click(); });
+    OnClick(ui_->butUp, this, context_.dialogs, [this] { MoveLine(-1); });
+    OnClick(ui_->butDown, this, context_.dialogs, [this] { MoveLine(1); });
+    OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
         ConnectListKeys(*list, {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butUp, ui_->butDown});
@@ -79,7 +79,7 @@ void frmScriptLines::ConnectButtons() {
 }
 
 void frmScriptLines::OpenScript(const std::string& script) {
-    const GameModel& game = scripts_.Door().Game();
+    const GameModel& game = context_.door.Game();
     procedure_ = FindInternalProcedure(game, script);
     const std::string text = procedure_ == 0 ? script : game.Procedures[procedure_].Script;
     for (const std::string_view line : SplitLines(text))
@@ -87,7 +87,7 @@ void frmScriptLines::OpenScript(const std::string& script) {
 }
 
 QListWidget& frmScriptLines::List() const {
-    return *(scripts_.IsFriendly() ? ui_->lstFriendlyLines : ui_->lstScriptLines);
+    return *(context_.scripts.IsFriendly() ? ui_->lstFriendlyLines : ui_->lstScriptLines);
 }
 
 int frmScriptLines::SelectedLine() const {
@@ -96,7 +96,8 @@ int frmScriptLines::SelectedLine() const {
 
 void frmScriptLines::ShowLine(int index) {
     const std::string& line = lines_[static_cast<std::size_t>(index)];
-    const std::string friendly = scripts_.Render(line, ScriptForm::Plain, InternalProcedures::ShowCall);
+    const std::string friendly =
+        context_.scripts.Render(line, ScriptForm::Plain, InternalProcedures::ShowCall);
     ui_->lstScriptLines->item(index)->setText(ToQt(line));
     ui_->lstFriendlyLines->item(index)->setText(ToQt(friendly));
     for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
@@ -122,11 +123,11 @@ void frmScriptLines::AddLine(const std::string& line) {
 }
 
 void frmScriptLines::butAdd_Click() {
-    AddLine(scripts_.EditScriptLine(this, {}));
+    AddLine(context_.scripts.EditScriptLine(this, {}));
 }
 
 void frmScriptLines::butAddConditional_Click() {
-    AddLine(scripts_.EditConditional(this, {}));
+    AddLine(context_.scripts.EditConditional(this, {}));
 }
 
 void frmScriptLines::butEdit_Click() {
@@ -134,8 +135,8 @@ void frmScriptLines::butEdit_Click() {
     if (index < 0)
         return;
     std::string& line = lines_[static_cast<std::size_t>(index)];
-    line =
-        BeginsWith(line, "if ") ? scripts_.EditConditional(this, line) : scripts_.EditScriptLine(this, line);
+    line = BeginsWith(line, "if ") ? context_.scripts.EditConditional(this, line)
+                                   : context_.scripts.EditScriptLine(this, line);
     ShowLine(index);
 }
 
@@ -164,19 +165,18 @@ std::string frmScriptLines::FoldLines() {
     std::string joined;
     for (std::size_t k = 0; k < lines_.size(); ++k)
         joined.append(k == 0 ? "" : "\r\n").append(lines_[k]);
-    ChangeDoor& door = scripts_.Door();
+    ChangeDoor& door = context_.door;
     if (procedure_ != 0) {
         const Procedure& opened = door.Game().Procedures[procedure_];
         std::string call = "do <" + opened.Name + ">";
         if (opened.Script != joined)
-            door.Change(QStringLiteral("edit script"),
-                        [&](GameModel& game) { game.Procedures.Edit(procedure_).Script = joined; });
+            door.Change([&](GameModel& game) { game.Procedures.Edit(procedure_).Script = joined; });
         return call;
     }
     if (lines_.size() < 2)
         return joined;
     std::string name;
-    door.Change(QStringLiteral("edit script"), [&](GameModel& game) {
+    door.Change([&](GameModel& game) {
         if (game.NextInternalProcedure == std::numeric_limits<std::int16_t>::max())
             throw KelError("the numbers of internal procedures end at 32,767");
         name = std::string(InternalProcedure) + ' ' + std::to_string(game.NextInternalProcedure);

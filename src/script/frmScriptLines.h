@@ -1,5 +1,7 @@
 #pragma once
 
+#include "forms/EditorContext.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -14,8 +16,6 @@ class frmScriptLines;
 
 namespace zem {
 
-class ScriptEditing;
-
 /// Edits a script as a list of lines. Two lists hold the same lines, raw and in plain English; one of them is
 /// shown.
 class frmScriptLines : public QDialog {
@@ -23,7 +23,7 @@ class frmScriptLines : public QDialog {
 
 public:
     /// @param script  the value of a script field; a call of an internal procedure opens that procedure
-    frmScriptLines(ScriptEditing& scripts, const std::string& script, QWidget* parent = nullptr);
+    frmScriptLines(const EditorContext& context, const std::string& script, QWidget* parent = nullptr);
     ~frmScriptLines() override;
 
     /// The value that OK has built.
@@ -47,7 +47,7 @@ private:
     std::string FoldLines();
 
     std::unique_ptr<Ui::frmScriptLines> ui_;
-    ScriptEditing& scripts_;
+    EditorContext context_;
     std::vector<std::string> lines_;
     int procedure_ = 0; // the internal procedure that was opened, from 1; 0 for none
     std::string value_;

@@ -1,8 +1,8 @@
 #include "session/GameSession.h"
 
 #include "base/TextFile.h"
-#include "forms/CommandError.h"
-#include "forms/QtText.h"
+#include "qt/CommandError.h"
+#include "qt/QtText.h"
 #include "reader/LoadGame.h"
 #include "writer/SaveGame.h"
 
@@ -46,19 +46,18 @@ QString GameSession::Title() const {
     return (title.isEmpty() ? title : title + QLatin1String("- ")) + QLatin1String(NameAndVersion);
 }
 
-void GameSession::Change(const QString& name, const std::function<void(GameModel&)>& change) {
-    GameChange done{name, game_, {}};
+void GameSession::Change(const std::function<void(GameModel&)>& change) {
+    GameModel before = game_;
     try {
         change(game_);
     } catch (...) {
-        game_ = std::move(done.before);
+        game_ = std::move(before);
         throw;
     }
-    done.after = game_;
-    emit Changed(done);
+    emit Changed(ChangedFields::Between(before, game_));
     MarkModified();
     if (commands_ == 0)
-        RecordStep(name);
+        RecordStep(QStringLiteral("change"));
 }
 
 void GameSession::AsOneStep(const QString& name, const std::function<void()>& command) {
@@ -76,13 +75,11 @@ void GameSession::RecordStep(const QString& name) {
 }
 
 void GameSession::GoToStep(std::size_t step) {
-    const bool back = step < history_.Done();
-    GameChange done{back ? QStringLiteral("undo") : QStringLiteral("redo"), game_, {}};
+    const GameModel before = game_;
     game_ = history_.GoTo(step);
-    game_.FileName = done.before.FileName; // which is no part of the game that was edited
+    game_.FileName = before.FileName; // which is no part of the game that was edited
     game_.Modified = !history_.IsSaved();
-    done.after = game_;
-    emit Changed(done);
+    emit Changed(ChangedFields::Between(before, game_));
     emit StatusChanged(game_.Modified ? QStringLiteral("Current version of game not saved.") : QString());
     emit StepsChanged();
 }
@@ -93,18 +90,20 @@ void GameSession::MarkModified() {
 }
 
 void GameSession::BeginHistory() {
+    isFileAGame_ = true;
     history_.Begin(game_, !game_.Modified);
     stamp_ = game_.FileName.empty() ? FileStamp() : FileStamp::Of(FileName());
     emit StepsChanged();
 }
 
 void GameSession::Restore(const GameModel& game, const FileStamp& stamp) {
+    lost_.reset();
     game_ = game;
     game_.Modified = true;
     BeginHistory();
     stamp_ = stamp;
     emit Replaced();
-    emit Changed({QStringLiteral("restore"), game_, game_});
+    emit Changed({});
     MarkModified();
 }
 
@@ -129,13 +128,38 @@ void GameSession::KeepMine() {
 }
 
 void GameSession::NewGame() {
+    lost_.reset();
     zem::NewGame(game_);
     BeginHistory();
     emit Replaced();
     emit StatusChanged(QString());
 }
 
+/// A game in which there is nothing is not worth a word.
+void GameSession::NoteLostGame(GameModel game, History steps, const FileStamp& stamp) {
+    if (game.FileName.empty() && !game.Modified && steps.Count() == 0)
+        return;
+    lost_ = Lost{std::move(game), std::move(steps), stamp};
+    emit GameLost();
+}
+
+void GameSession::BringBack() {
+    Lost lost = std::move(*lost_);
+    lost_.reset();
+    game_ = std::move(lost.game);
+    history_ = std::move(lost.steps);
+    stamp_ = lost.stamp;
+    emit Replaced();
+    emit Changed({});
+    emit StepsChanged();
+    emit StatusChanged(game_.Modified ? QStringLiteral("Current version of game not saved.") : QString());
+}
+
 bool GameSession::LoadGame(const QString& path) {
+    GameModel before = game_;
+    History steps = history_;
+    const FileStamp stamp = stamp_;
+    lost_.reset();
     bool loaded = false;
     std::optional<KelError> problem;
     {
@@ -151,11 +175,39 @@ bool GameSession::LoadGame(const QString& path) {
         emit Replaced();
     }
     emit StatusChanged(QString());
+    if (!loaded)
+        NoteLostGame(std::move(before), std::move(steps), stamp);
     if (problem)
         throw CommandError(Describe(path, *problem) + u'.', QStringLiteral("Failed to load game"));
-    if (loaded)
+    if (loaded) {
         AddToRecentFiles(path);
+        Inspect(path);
+    }
     return loaded;
+}
+
+void GameSession::Inspect(const QString& path) {
+    try {
+        const FileInspection found = InspectFile(ReadFile(PathFromQt(path)));
+        isFileAGame_ = found.isGame;
+        emit Inspected(found);
+    } catch (const std::exception&) {
+        // It was read a moment ago: whatever has become of it, the game that came from it is here.
+    }
+}
+
+void GameSession::ReadAsUtf8() {
+    const QString path = FileName();
+    GameModel read;
+    read.ErrorMessages = game_.ErrorMessages;
+    const FileStamp stamp = FileStamp::Of(path);
+    try {
+        ReadGame(read, Utf8ToWindows1252(ReadFile(PathFromQt(path))).bytes);
+    } catch (const KelError& error) {
+        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
+    }
+    read.FileName = PathFromQt(path);
+    Restore(read, stamp);
 }
 
 void GameSession::SaveGame(const QString& path) {
@@ -163,6 +215,7 @@ void GameSession::SaveGame(const QString& path) {
     if (game_.StartRoom.empty())
         status +=
             QLatin1String(" Click 'Edit' then 'Game Properties...' to select a start room for this game.");
+    emit AboutToSave(path);
     {
         const auto end = qScopeGuard([this] { host_.CloseProgress(); });
         const std::string file = PathFromQt(path);
@@ -173,6 +226,7 @@ void GameSession::SaveGame(const QString& path) {
         }
         history_.MarkSaved();
         stamp_ = FileStamp::Of(path);
+        isFileAGame_ = true;
         emit StepsChanged();
     }
     AddToRecentFiles(path);
@@ -189,6 +243,9 @@ void GameSession::AddToRecentFiles(const QString& path) {
                                  error.Problem() + ". Edit, Options sets the maximum.",
                              DefaultTitle);
     }
+    const QString problem = settings_.NewProblem();
+    if (!problem.isEmpty())
+        emit ProblemFound(problem);
     emit RecentFilesChanged();
 }
 

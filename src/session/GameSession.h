@@ -1,9 +1,11 @@
 #pragma once
 
 #include "base/Host.h"
-#include "forms/ChangeDoor.h"
+#include "model/ChangedFields.h"
 #include "model/GameModel.h"
 #include "model/History.h"
+#include "qt/ChangeDoor.h"
+#include "reader/InspectFile.h"
 #include "session/FileStamp.h"
 #include "session/Settings.h"
 
@@ -11,15 +13,9 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace zem {
-
-/// One editing command: its name, and the whole game before and after it. Both are cheap copies.
-struct GameChange {
-    QString name; // as a menu would say it: "add room"
-    GameModel before;
-    GameModel after;
-};
 
 /// The game that is open, and the one door for every change of it: whatever hangs on changes hangs on the
 /// signals here.
@@ -36,7 +32,7 @@ public:
     /// The caption of the main window for this game.
     QString Title() const;
 
-    void Change(const QString& name, const std::function<void(GameModel&)>& change) override;
+    void Change(const std::function<void(GameModel&)>& change) override;
     void MarkModified() override;
 
     /// Runs a command of the author; whatever it changes is one step of the history.
@@ -52,8 +48,30 @@ public:
     void NewGame();
 
     /// Opens a game file. False when the author has been told why it is none; throws CommandError when it
-    /// cannot be read or understood. After both the game is empty and has no file name.
+    /// cannot be read or understood. After both the game is empty and has no file name, and the one that was
+    /// open can be brought back.
     bool LoadGame(const QString& path);
+
+    /// Reads the file of the game again as UTF-8; the game holds unsaved changes then. Throws CommandError
+    /// when that cannot be done; the game stays as it is.
+    void ReadAsUtf8();
+
+    /// Whether the file of the game held a game, or anything else that a save would replace.
+    bool IsFileAGame() const { return isFileAGame_; }
+
+    /// A game that a load which failed has emptied.
+    struct Lost {
+        GameModel game;
+        History steps;
+        FileStamp stamp;
+    };
+
+    /// The game that was open before a load that failed, until another one is opened; null when there is none
+    /// or it was empty.
+    const Lost* LostGame() const { return lost_ ? &*lost_ : nullptr; }
+
+    /// Makes the lost game the open one again, with its steps. There must be one.
+    void BringBack();
 
     /// Makes a game that was kept elsewhere the one that is open: it holds unsaved changes.
     /// @param stamp  of its file when the changes began
@@ -77,18 +95,28 @@ public:
     /// the game stays modified.
     void SaveGame(const QString& path);
 
+    /// The author wanted the game saved and then gave it no name: what follows may leave it unsaved.
+    void MissSave() { emit SaveMissed(); }
+
 signals:
-    void Changed(const GameChange& change);
-    void Replaced(); // by a new or a loaded game
+    void Changed(const ChangedFields& changed);
+    void Replaced();                             // by a new or a loaded game
+    void Inspected(const FileInspection& found); // after a load: what the author should know of the file
+    void GameLost();                             // by a load that failed; LostGame tells it
+    void AboutToSave(const QString& path);
     void Saved();
+    void SaveMissed();
     void StepsChanged(); // of the history
     void RecentFilesChanged();
     void StatusChanged(const QString& text);
+    void ProblemFound(const QString& text); // which has nothing to do with the game
 
 private:
     void AddToRecentFiles(const QString& path);
     void RecordStep(const QString& name);
     void BeginHistory();
+    void Inspect(const QString& path);
+    void NoteLostGame(GameModel game, History steps, const FileStamp& stamp);
 
     GameModel& game_;
     Host& host_;
@@ -96,6 +124,8 @@ private:
     History history_;
     int commands_ = 0; // that are running, one in the other
     FileStamp stamp_;
+    std::optional<Lost> lost_;
+    bool isFileAGame_ = true;
     bool toldAboutRecentFiles_ = false; // that there is no room for any; once is enough
 };
 

@@ -1,42 +1,69 @@
 #include "session/Recovery.h"
 
+#include "base/SystemError.h"
 #include "base/TextFile.h"
-#include "forms/QtText.h"
+#include "files/SyncToDisk.h"
 #include "model/Snapshot.h"
+#include "qt/QtText.h"
+#include "session/PrivateFiles.h"
 
 #include <QDataStream>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QUuid>
 
 #include <algorithm>
+#include <cerrno>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace zem {
 
 namespace {
 
-constexpr int Delay = 400;        // milliseconds from a change to its copy; a second is promised
+constexpr int Delay = 400; // milliseconds from a change to its copy; a second is promised
+constexpr const char* Unfinished = ".new";
 constexpr int LongestNumber = 10; // digits of a size that can be one
+
+QString NewPath(const QString& folder) {
+    return folder + u'/' + QUuid::createUuid().toString(QUuid::WithoutBraces) + QLatin1String(".recovery");
+}
 
 QString LockOf(const QString& path) {
     return path + QLatin1String(".lock");
 }
 
-/// The stamp, then the game. Written beside the old copy and renamed, so that one of the two is always whole.
+/// A lock that is good as long as its program runs.
+std::unique_ptr<QLockFile> MakeLock(const QString& path) {
+    auto lock = std::make_unique<QLockFile>(LockOf(path));
+    lock->setStaleLockTime(0);
+    return lock;
+}
+
+/// Writes the stamp, then the game. What is written stands beside the old copy and then takes its place, so
+/// that one of the two is always whole.
+/// @return what went wrong
 std::optional<QString> WriteCopy(const QString& path, const GameModel& game, const FileStamp& stamp) {
     QByteArray head;
     QDataStream(&head, QIODevice::WriteOnly) << stamp.size << stamp.modified << stamp.hash;
     const std::string snapshot = WriteSnapshot(game);
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly) &&
-                         file.write(QByteArray::number(head.size()) + '\n' + head) > 0 &&
-                         file.write(snapshot.data(), static_cast<qint64>(snapshot.size())) ==
-                             static_cast<qint64>(snapshot.size()) &&
-                         file.commit();
-    return written ? std::nullopt : std::optional(file.errorString());
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!MakePrivateFolder(folder))
+        return QStringLiteral("the folder %1 cannot be made").arg(folder);
+    QFile file(path + QLatin1String(Unfinished));
+    if (!CreatePrivately(file))
+        return ToQt(DescribeSystemError(errno));
+    file.write(QByteArray::number(head.size()) + '\n' + head);
+    file.write(snapshot.data(), static_cast<qint64>(snapshot.size()));
+    file.close();
+    if (file.error() != QFileDevice::NoError)
+        return file.errorString();
+    std::error_code error = SyncFile(PathFromQt(file.fileName()));
+    if (!error)
+        std::filesystem::rename(PathFromQt(file.fileName()), PathFromQt(path), error);
+    return error ? std::optional(ToQt(DescribeSystemError(error.value()))) : std::nullopt;
 }
 
 /// Throws KelError for a file that is no copy.
@@ -59,23 +86,29 @@ RecoveryCopy ReadCopy(const QString& path) {
 
 } // namespace
 
-Recovery::Recovery(GameSession& session, const QString& folder)
+Recovery::Recovery(GameSession& session, const OpenEdits& edits, const QString& folder)
     : session_(session),
+      edits_(edits),
       folder_(folder),
-      path_(folder + u'/' + QUuid::createUuid().toString(QUuid::WithoutBraces) + QLatin1String(".recovery")),
-      lock_(std::make_unique<QLockFile>(LockOf(path_))) {
+      path_(NewPath(folder)),
+      lock_(MakeLock(path_)) {
     pool_.setMaxThreadCount(1);
     timer_.setSingleShot(true);
     timer_.setInterval(Delay);
-    lock_->setStaleLockTime(0); // it is good as long as the program runs
-    connect(&timer_, &QTimer::timeout, this, &Recovery::StartWriting);
-    connect(&session, &GameSession::Changed, this, &Recovery::Schedule);
-    connect(&session, &GameSession::Saved, this, &Recovery::EndChanges);
+    connect(&timer_, &QTimer::timeout, this, &Recovery::CatchUp);
+    connect(&edits, &OpenEdits::Opened, this, &Recovery::Schedule);
+    connect(&session, &GameSession::Changed, this, &Recovery::GameChanged);
+    connect(&session, &GameSession::SaveMissed, this, &Recovery::KeepForGood);
+    connect(&session, &GameSession::GameLost, this, &Recovery::KeepLostGame);
+    connect(&session, &GameSession::Saved, this, [this] {
+        isWanted_ = false;
+        EndChanges();
+    });
     connect(&session, &GameSession::Replaced, this, &Recovery::EndChanges);
 }
 
 Recovery::~Recovery() {
-    Remove();
+    EndChanges();
     pool_.waitForDone();
 }
 
@@ -85,44 +118,59 @@ void Recovery::Schedule() {
         timer_.start();
 }
 
-void Recovery::StartWriting() {
-    if (!IsNeeded()) {
-        Remove(); // everything was undone
-        return;
-    }
-    if (isWriting_.exchange(true)) {
+/// Whether the game of which there is something to lose is that of a failed load: until the author goes on
+/// with another.
+bool Recovery::IsGameLost() const {
+    return session_.LostGame() != nullptr && !session_.Game().Modified;
+}
+
+/// Makes the copy hold what there is to lose.
+void Recovery::CatchUp() {
+    if (isWriting_) {
         Schedule();
         return;
     }
-    QDir().mkpath(folder_);
+    const GameModel game = IsGameLost() ? session_.LostGame()->game : edits_.Preview();
+    if (!IsNeeded(game))
+        Remove(); // everything was undone
+    else if (!written_ || !SameGame(game, *written_))
+        StartWriting(game);
+    if (!edits_.IsEmpty())
+        Schedule(); // nothing tells when the author types
+}
+
+void Recovery::StartWriting(const GameModel& game) {
+    written_ = game;
+    isWriting_ = true;
+    MakePrivateFolder(folder_); // where it cannot be made, writing the copy says so
     if (!lock_->isLocked())
         lock_->tryLock(0);
-    pool_.start([this, game = session_.Game(), stamp = session_.Stamp()] {
-        std::optional<QString> problem;
-        try {
-            problem = WriteCopy(path_, game, stamp);
-        } catch (const std::exception& error) { // which nobody would catch on this thread
-            problem = QLatin1String(error.what());
-        }
-        isWriting_ = false;
-        if (problem)
-            QMetaObject::invokeMethod(this, [this, problem] {
-                if (!std::exchange(hasFailed_, true))
-                    emit Failed(*problem);
-            });
-    });
+    pool_.start(
+        [this, path = path_, game, stamp = IsGameLost() ? session_.LostGame()->stamp : session_.Stamp()] {
+            std::optional<QString> problem;
+            try {
+                problem = WriteCopy(path, game, stamp);
+            } catch (const std::exception& error) { // which nobody would catch on this thread
+                problem = QLatin1String(error.what());
+            }
+            isWriting_ = false;
+            if (problem)
+                QMetaObject::invokeMethod(this, [this, problem] {
+                    if (!std::exchange(hasFailed_, true))
+                        emit Failed(*problem);
+                });
+        });
 }
 
 void Recovery::WriteNow() {
     timer_.stop();
     pool_.waitForDone();
-    if (IsNeeded())
-        StartWriting();
+    CatchUp();
     pool_.waitForDone();
 }
 
-bool Recovery::IsNeeded() const {
-    return session_.Game().Modified || isFileLacking_;
+bool Recovery::IsNeeded(const GameModel& game) const {
+    return game.Modified || isFileLacking_ || (!edits_.IsEmpty() && !SameGame(game, session_.Game()));
 }
 
 void Recovery::KeepDespiteSave() {
@@ -130,25 +178,68 @@ void Recovery::KeepDespiteSave() {
     Schedule();
 }
 
+/// The author goes on: what was kept for another reason is not overwritten.
+void Recovery::GameChanged() {
+    isWanted_ = false;
+    if (std::exchange(isOfLostGame_, false))
+        SetAside();
+    Schedule();
+}
+
+void Recovery::KeepForGood() {
+    WriteNow();
+    isWanted_ = true;
+}
+
+void Recovery::KeepLostGame() {
+    WriteNow();
+    isOfLostGame_ = written_.has_value();
+}
+
 void Recovery::EndChanges() {
     isFileLacking_ = false;
-    Remove();
+    isOfLostGame_ = false;
+    if (std::exchange(isWanted_, false))
+        SetAside();
+    else
+        Remove();
+}
+
+/// Leaves the copy to the next start of the program.
+void Recovery::SetAside() {
+    timer_.stop();
+    pool_.waitForDone();
+    if (!std::exchange(written_, std::nullopt))
+        return;
+    path_ = NewPath(folder_);
+    lock_ = MakeLock(path_); // which lets go of the other
 }
 
 void Recovery::Remove() {
     timer_.stop();
-    if (!lock_->isLocked())
-        return; // nothing was written yet
+    if (!std::exchange(written_, std::nullopt))
+        return;
     pool_.start([path = path_] { QFile::remove(path); });
 }
 
+/// Removes what programs that were killed have left beside their copies.
+void Recovery::RemoveRemains() const {
+    const QDir folder(folder_);
+    for (const QString& name : folder.entryList({QStringLiteral("*.recovery.lock")}, QDir::Files)) {
+        const QString copy = folder.filePath(name.chopped(5));
+        const std::unique_ptr<QLockFile> lock = MakeLock(copy);
+        if (copy != path_ && lock->tryLock(0)) // a lock that is let go of is removed
+            QFile::remove(copy + QLatin1String(Unfinished));
+    }
+}
+
 std::vector<RecoveryCopy> Recovery::Abandoned(QStringList& damaged) const {
+    RemoveRemains();
     std::vector<RecoveryCopy> copies;
     const QDir folder(folder_);
     for (const QString& name : folder.entryList({QStringLiteral("*.recovery")}, QDir::Files, QDir::Time)) {
         const QString path = folder.filePath(name);
-        auto lock = std::make_shared<QLockFile>(LockOf(path));
-        lock->setStaleLockTime(0);
+        std::shared_ptr<QLockFile> lock = MakeLock(path);
         if (path == path_ || !lock->tryLock(0))
             continue; // its program runs
         try {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/GameModel.h"
+#include "qt/OpenEdits.h"
 #include "session/FileStamp.h"
 #include "session/GameSession.h"
 
@@ -13,6 +14,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace zem {
@@ -26,17 +28,17 @@ struct RecoveryCopy {
     std::shared_ptr<QLockFile> lock; // while one lives, no other program offers this copy
 };
 
-/// Keeps a copy of the game, written in the background, while there are changes that its file does not hold;
-/// and finds the copies of programs that ended without a word.
+/// Keeps a copy of the game, written in the background, while there are changes that its file does not hold,
+/// what is typed into open editors included; and finds the copies of programs that ended without a word.
 class Recovery : public QObject {
     Q_OBJECT
 
 public:
-    /// @param session  outlives this object
+    /// Session and edits outlive this object.
     /// @param folder  where the copies of all programs are; it is made when it is needed
-    Recovery(GameSession& session, const QString& folder);
+    Recovery(GameSession& session, const OpenEdits& edits, const QString& folder);
 
-    /// The end of the object is a clean end: what the author did not save he did not want.
+    /// Deletes the copy: by now the author was asked about unsaved changes. It stays if he wanted them saved.
     ~Recovery() override;
 
     /// The copies of programs that no longer run, the latest first. What cannot be read is kept aside under
@@ -61,21 +63,32 @@ signals:
     void Failed(const QString& problem);
 
 private:
-    bool IsNeeded() const;
+    bool IsNeeded(const GameModel& game) const;
+    bool IsGameLost() const;
+    void GameChanged();
     void Schedule();
-    void StartWriting();
+    void CatchUp();
+    void StartWriting(const GameModel& game);
     void EndChanges();
+    void KeepForGood();
+    void KeepLostGame();
+    void RemoveRemains() const;
+    void SetAside();
     void Remove();
 
     GameSession& session_;
+    const OpenEdits& edits_;
     QString folder_;
     QString path_; // of this program's copy
     std::unique_ptr<QLockFile> lock_;
     QTimer timer_;
     QThreadPool pool_; // of one thread, so that writing and removing keep their order
     std::atomic<bool> isWriting_ = false;
+    std::optional<GameModel> written_; // what the copy holds, or will once it is written
     bool hasFailed_ = false;
     bool isFileLacking_ = false; // the file of the game lacks something that the game has
+    bool isWanted_ = false;      // the author wanted the game saved, and it was not
+    bool isOfLostGame_ = false;  // the copy is of the game that a failed load has emptied
 };
 
 } // namespace zem

@@ -1,10 +1,12 @@
 #include "session/SaveCheck.h"
 
 #include "base/TextFile.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
+
+#include <utility>
 
 namespace zem {
 
@@ -27,6 +29,7 @@ SaveCheck::SaveCheck(GameSession& session, const Versions& versions)
     : session_(session),
       versions_(versions) {
     pool_.setMaxThreadCount(1);
+    connect(&session, &GameSession::AboutToSave, this, &SaveCheck::KeepForeign);
     connect(&session, &GameSession::Saved, this, &SaveCheck::GameSaved);
     connect(&session, &GameSession::Replaced, this, [this] { ++saves_; }); // it is another game
 }
@@ -40,9 +43,30 @@ void SaveCheck::Finish() {
     QCoreApplication::sendPostedEvents(this);
 }
 
+void SaveCheck::KeepForeign(const QString& path) {
+    foreign_.clear();
+    if (!QFileInfo(path).isFile() || versions_.Hold(path, path))
+        return;
+    if (!versions_.Keep(path, path, VersionKind::Foreign))
+        emit Failed(
+            QStringLiteral("No copy of the file that ZEM did not write could be kept for Earlier versions."));
+    try {
+        foreign_ = ReadFile(PathFromQt(path));
+    } catch (const std::exception&) {
+        // What cannot be read cannot be looked through, and the save will tell more.
+    }
+}
+
+void SaveCheck::TellDroppedLines() {
+    const DroppedLines dropped = InspectFile(std::exchange(foreign_, {})).dropped;
+    if (dropped.comments + dropped.others > 0)
+        emit LinesDropped(dropped);
+}
+
 void SaveCheck::GameSaved() {
     const int save = ++saves_;
     const QString path = session_.FileName();
+    TellDroppedLines();
     if (!versions_.Keep(path, path))
         emit Failed(
             QStringLiteral("The game is saved, but no version of it could be kept for Earlier versions."));
@@ -61,7 +85,7 @@ void SaveCheck::Report(int save, const std::vector<LostPlace>& places) {
         return;
     const QString previous = session_.FileName() + u'~';
     if (QFileInfo::exists(previous))
-        versions_.Keep(session_.FileName(), previous, true);
+        versions_.Keep(session_.FileName(), previous, VersionKind::BeforeLoss);
     emit PlacesLost(places);
 }
 

@@ -1,9 +1,11 @@
 #include "session/Settings.h"
 
 #include "base/LineText.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -85,6 +87,38 @@ QByteArray Settings::MainWindowGeometry() const {
 
 void Settings::StoreMainWindowGeometry(const QByteArray& geometry) {
     Write(Keys::MainWindowGeometry, QString::fromLatin1(geometry.toBase64()));
+}
+
+bool Settings::IsReadable() const {
+    const QFileInfo file(store_.fileName());
+    return !file.exists() || (file.isFile() && file.isReadable());
+}
+
+QString Settings::NewProblem() {
+    if (isTold_)
+        return {};
+    const QString path = store_.fileName();
+    const bool isDamaged = store_.status() == QSettings::FormatError;
+    const QString aside = path + QLatin1String(".damaged");
+    if (isDamaged) {
+        QFile::remove(aside);
+        QFile::copy(path, aside); // Before it is written anew
+    }
+    store_.sync();
+    isTold_ = store_.status() != QSettings::NoError;
+    if (isDamaged)
+        return QStringLiteral(
+                   "The settings file %1 is damaged. ZEM uses what can be read of it; the file as it "
+                   "was is kept as %2.")
+            .arg(path, aside);
+    if (!isTold_)
+        return {};
+    return (IsReadable()
+                ? QStringLiteral("The settings cannot be written to %1: what you set is good until "
+                                 "ZEM ends.")
+                : QStringLiteral("The settings file %1 cannot be read: ZEM uses the settings that it "
+                                 "comes with, and what you set is good until it ends."))
+        .arg(path);
 }
 
 void Settings::Write(const Key& key, const QString& value) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "forms/Palettes.h"
+#include "qt/Look.h"
 
 #include <QByteArray>
 #include <QSettings>
@@ -31,6 +31,10 @@ public:
 
     /// Reads every setting. Throws KelError for a number beyond 16 bits; what was read before it stays.
     void LoadSettings();
+
+    /// Makes sure that the settings are on the disk. What is wrong with their file, as a sentence for the
+    /// author: the first time that it is found; empty otherwise. A damaged file is kept beside it as it was.
+    QString NewProblem();
 
     /// Whether the game-running program has left its version.
     bool IsVeldtInstalled() const;
@@ -69,11 +73,14 @@ private:
     int ReadTwips(const Key& key) const;
     void Write(const Key& key, const QString& value);
 
+    bool IsReadable() const;
+
     QSettings& store_;
     QString programFolder_;
     bool useSpecialMsgBox_ = true;
     Options options_;
     QStringList recentFiles_;
+    bool isTold_ = false; // that something is wrong with the file
 };
 
 } // namespace zem

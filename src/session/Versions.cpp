@@ -1,15 +1,30 @@
 #include "session/Versions.h"
 
+#include "files/FileBytes.h"
+#include "qt/QtText.h"
+#include "session/PrivateFiles.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace zem {
 
 namespace {
 
 constexpr const char* TimeFormat = "yyyyMMdd-HHmmss-zzz";
-constexpr const char* PinnedSuffix = ".pinned.kel";
+
+/// The ends of the names of versions, in the order of VersionKind.
+constexpr const char* Suffixes[] = {".kel", ".pinned.kel", ".foreign.kel"};
+
+VersionKind KindOf(const QString& name) {
+    for (const VersionKind kind : {VersionKind::BeforeLoss, VersionKind::Foreign})
+        if (name.endsWith(QLatin1String(Suffixes[static_cast<int>(kind)])))
+            return kind;
+    return VersionKind::Saved;
+}
 
 } // namespace
 
@@ -22,17 +37,21 @@ QString Versions::FolderOf(const QString& game) const {
     return folder_ + u'/' + file.completeBaseName() + u'-' + QString::fromLatin1(hash);
 }
 
-bool Versions::Keep(const QString& game, const QString& file, bool pinned) const {
-    const QDir folder(FolderOf(game));
+bool Versions::Keep(const QString& game, const QString& file, VersionKind kind) const {
+    const QString folder = FolderOf(game);
     const QString time = QDateTime::currentDateTimeUtc().toString(QLatin1String(TimeFormat));
-    const QString path = folder.filePath(time + QLatin1String(pinned ? PinnedSuffix : ".kel"));
-    const QString unfinished = path + QLatin1String(".new");
-    const bool kept = folder.mkpath(QStringLiteral(".")) && QFile::copy(file, unfinished) &&
-                      QFile::rename(unfinished, path);
-    if (!kept)
-        QFile::remove(unfinished);
+    const QString path = folder + u'/' + time + QLatin1String(Suffixes[static_cast<int>(kind)]);
+    const bool isKept = MakePrivateFolder(folder_) && MakePrivateFolder(folder) && CopyPrivately(file, path);
     DropOldest(game);
-    return kept;
+    return isKept;
+}
+
+bool Versions::Hold(const QString& game, const QString& file) const {
+    const std::vector<FileVersion> versions = List(game);
+    return std::any_of(versions.begin(), versions.end(), [&](const FileVersion& version) {
+        return version.size == QFileInfo(file).size() &&
+               HaveSameBytes(PathFromQt(version.path), PathFromQt(file));
+    });
 }
 
 std::vector<FileVersion> Versions::List(const QString& game) const {
@@ -43,8 +62,7 @@ std::vector<FileVersion> Versions::List(const QString& game) const {
         QDateTime time = QDateTime::fromString(file.fileName().left(19), QLatin1String(TimeFormat));
         time.setTimeSpec(Qt::UTC);
         if (time.isValid())
-            versions.push_back({file.filePath(), time.toLocalTime(), file.size(),
-                                file.fileName().endsWith(QLatin1String(PinnedSuffix))});
+            versions.push_back({file.filePath(), time.toLocalTime(), file.size(), KindOf(file.fileName())});
     }
     return versions;
 }
@@ -59,7 +77,7 @@ void Versions::DropOldest(const QString& game) const {
     int count = 0;
     qint64 bytes = 0;
     for (const FileVersion& version : List(game)) {
-        if (version.isPinned)
+        if (version.kind != VersionKind::Saved)
             continue;
         ++count;
         bytes += version.size;

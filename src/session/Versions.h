@@ -7,12 +7,19 @@
 
 namespace zem {
 
+/// Why a version was kept. All but the saved ones are kept whatever the limits.
+enum class VersionKind {
+    Saved,
+    BeforeLoss, // before a save that does not come back whole
+    Foreign     // of another program, before this one changed it
+};
+
 /// One earlier version of a game's file.
 struct FileVersion {
     QString path; // of the copy
     QDateTime time;
     qint64 size = 0;
-    bool isPinned = false; // kept whatever the limit
+    VersionKind kind = VersionKind::Saved;
 };
 
 /// The earlier versions of the games' files, as copies in a folder for each game.
@@ -29,7 +36,10 @@ public:
     /// when it cannot be written.
     /// @param game  the path of the game's file
     /// @param file  the file to copy; the game's own, or the one it has replaced
-    bool Keep(const QString& game, const QString& file, bool pinned = false) const;
+    bool Keep(const QString& game, const QString& file, VersionKind kind = VersionKind::Saved) const;
+
+    /// Whether one of the versions of the game has the same bytes as the file.
+    bool Hold(const QString& game, const QString& file) const;
 
     /// The versions of a game, the latest first.
     std::vector<FileVersion> List(const QString& game) const;

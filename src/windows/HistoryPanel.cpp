@@ -2,7 +2,7 @@
 
 #include "forms/ListRows.h"
 #include "forms/NameListView.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QScopedValueRollback>
 

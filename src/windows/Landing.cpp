@@ -2,7 +2,7 @@
 
 #include "base/LineText.h"
 #include "forms/PageButtons.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,9 +1,9 @@
 #include "windows/frmMain.h"
 
-#include "forms/CommandError.h"
 #include "forms/FileDrop.h"
 #include "forms/Icons.h"
 #include "forms/MenuKeys.h"
+#include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
 #include "ui_frmMain.h"
 
@@ -30,19 +30,18 @@ bool FitsOnScreen(const QWidget& window) {
 
 } // namespace
 
-frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
-                 EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
-                 const QString& programFolder)
+frmMain::frmMain(GameSession& session, Settings& settings, const EditorContext& context, SaveCheck& saveCheck,
+                 const Versions& versions, const QString& programFolder)
     : ui_(std::make_unique<Ui::frmMain>()),
       session_(session),
       settings_(settings),
-      dialogs_(dialogs),
-      scripts_(scripts),
-      editorShell_(editorShell),
-      saveCheck_(saveCheck),
+      context_(context),
+      dialogs_(context.dialogs),
+      document_(session, saveCheck, *this),
       versions_(versions),
       programFolder_(programFolder),
-      status_(new QLabel(this)) {
+      status_(new QLabel(this)),
+      saved_(new QLabel(this)) {
     ui_->setupUi(this);
     setWindowIcon(ThemedIcon(QStringLiteral("zem")));
     status_->setObjectName(QStringLiteral("lblStatus"));
@@ -50,6 +49,9 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     // A long name must not widen the window.
     status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     ui_->StatusBar1->addWidget(status_, 1);
+    saved_->setObjectName(QStringLiteral("lblSaved"));
+    ui_->StatusBar1->addPermanentWidget(saved_);
+    ui_->verticalLayout->setStretchFactor(ui_->splitter, 1); // what is above it takes no more than it needs
     ui_->splitter->setStretchFactor(0, 1);
     ui_->splitter->setStretchFactor(1, 2);
     if (!FitsOnScreen(*this))
@@ -59,6 +61,10 @@ frmMain::frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, Scr
     ConnectMenus();
     ConnectLists();
     ConnectTools();
+    connect(&saveCheck, &SaveCheck::PlacesLost, this, &frmMain::ShowLostPlaces);
+    connect(&saveCheck, &SaveCheck::LinesDropped, this, &frmMain::ShowDroppedLines);
+    connect(&session, &GameSession::Inspected, this, &frmMain::ShowInspection);
+    connect(&session, &GameSession::GameLost, this, &frmMain::ShowLostGame);
     connect(&session, &GameSession::Changed, this, &frmMain::GameChanged);
     connect(&session, &GameSession::Replaced, this, &frmMain::GameReplaced);
     connect(&session, &GameSession::Saved, this, &frmMain::UpdateTitle);
@@ -151,6 +157,14 @@ void frmMain::ShowIcons() {
 void frmMain::ShowStatus(const QString& text) {
     status_->setText(text);
     status_->setToolTip(ToolTipOf(text)); // A narrow window cuts the end off.
+    ShowWhetherSaved();                   // StatusChanged comes with each change of it.
+}
+
+void frmMain::ShowWhetherSaved() {
+    const GameModel& game = session_.Game();
+    saved_->setText(game.Modified           ? QStringLiteral("Not saved")
+                    : game.FileName.empty() ? QStringLiteral("New game")
+                                            : QStringLiteral("Saved"));
 }
 
 void frmMain::UpdateTitle() {

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "forms/Dialogs.h"
+#include "forms/EditorContext.h"
+#include "forms/MessageBar.h"
 #include "forms/NameListModel.h"
+#include "session/GameDocument.h"
 #include "session/GameSession.h"
 #include "session/SaveCheck.h"
 #include "session/Settings.h"
@@ -28,20 +30,16 @@ class frmMain;
 
 namespace zem {
 
-class EditorShell;
-class ScriptEditing;
-
 /// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
 /// Throughout, index 0 of a pair of controls stands for characters and index 1 for objects.
-class frmMain : public QMainWindow {
+class frmMain : public QMainWindow, private Questions {
     Q_OBJECT
 
 public:
     /// All arguments outlive the window.
     /// @param programFolder  where the reference documents are
-    frmMain(GameSession& session, Settings& settings, Dialogs& dialogs, ScriptEditing& scripts,
-            EditorShell& editorShell, SaveCheck& saveCheck, const Versions& versions,
-            const QString& programFolder);
+    frmMain(GameSession& session, Settings& settings, const EditorContext& context, SaveCheck& saveCheck,
+            const Versions& versions, const QString& programFolder);
     ~frmMain() override;
 
     /// Opens a game that was named from outside, after asking about unsaved changes.
@@ -122,28 +120,34 @@ private:
     void ScrollContents();
     void StandInTheMiddle();
 
-    /// Asks about unsaved changes, if there are any; false when the author cancelled.
-    bool AskToSave();
-    bool AskToSaveBeforeRun();
-    bool SaveFor(const std::function<bool()>& askAgain);
-    bool SaveUnderItsName();
+    // What the session asks.
+    Answer Ask(const QString& text, const QString& title, Buttons buttons) override;
+    int AskChoice(const QString& text, const QString& title, const QStringList& choices) override;
+    void Tell(const QString& text) override { ShowBar(text, {}); }
+    QString AskOpenName(const QString& currentFile) override;
+    QString AskSaveName(const QString& currentFile) override;
 
-    /// Asks what is to be done when the file is no longer what was loaded or saved.
-    /// @return whether the game is to be saved over it all the same
-    bool AskAboutChangedFile();
     void CheckFile();
+
+    /// Shows a message above the lists until the author closes it or another game is opened.
+    void ShowBar(const QString& text, const std::vector<MessageBar::Button>& buttons);
+    void CloseBars();
+    void ShowLostGame();
+    void ShowInspection(const FileInspection& found);
+    void ShowDroppedLines(const DroppedLines& lines);
     void ShowSteps();
     void ShowLostPlaces(const std::vector<LostPlace>& places);
     void OpenRoomOrThing(const Place& place);
+    QString ProgramForGames() const;
     void OpenDocument(const QString& path);
 
     /// Runs an editing command; afterwards the lists are filled anew with these rows selected.
-    void ChangeGame(const QString& name, const Selection& selection,
-                    const std::function<void(GameModel&)>& change);
-    void GameChanged();
+    void ChangeGame(const Selection& selection, const std::function<void(GameModel&)>& change);
+    void GameChanged(const ChangedFields& changed);
     void GameReplaced();
     void UpdateTitle();
     void ShowStatus(const QString& text);
+    void ShowWhetherSaved();
     void RefreshRecentMenu();
     void RefreshLists(const Selection& wanted);
     void FillThings();
@@ -157,20 +161,19 @@ private:
     std::unique_ptr<Ui::frmMain> ui_;
     GameSession& session_;
     Settings& settings_;
+    EditorContext context_;
     Dialogs& dialogs_;
-    ScriptEditing& scripts_;
-    EditorShell& editorShell_;
-    SaveCheck& saveCheck_;
+    GameDocument document_;
     const Versions& versions_;
     QString programFolder_;
     QLabel* status_;
+    QLabel* saved_;
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;
     std::vector<QAction*> mnuFileRecent; // Element 0 always exists and may be hidden.
     std::optional<Selection> wanted_;    // Set while a command runs.
     bool refreshing_ = false;            // True while the lists are filled anew.
-    FileStamp askedAbout_;               // The file when the author was last told of a change.
 };
 
 } // namespace zem

@@ -1,7 +1,7 @@
 // The file, run, options and help commands of the main window.
-#include "forms/CommandError.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
+#include "qt/QtText.h"
 #include "ui_frmMain.h"
 #include "windows/frmAbout.h"
 #include "windows/frmMain.h"
@@ -9,6 +9,7 @@
 
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <utility>
@@ -21,32 +22,39 @@ constexpr int WidestRecentFile = 600; // Device-independent pixels.
 
 } // namespace
 
-bool frmMain::AskToSave() {
-    saveCheck_.Finish(); // Ends the check of the last save while its game is open.
-    if (!session_.Game().Modified)
-        return true;
-    const QMessageBox::StandardButton answer = dialogs_.ShowMessageBox(
-        this, QStringLiteral("Do you want to save the changes you made to this game?"),
-        QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    if (answer == QMessageBox::Yes)
-        return SaveFor([this] { return AskToSave(); });
-    return answer != QMessageBox::Cancel;
+// ---- What the session asks
+
+frmMain::Answer frmMain::Ask(const QString& text, const QString& title, Buttons buttons) {
+    const bool canRefuse = buttons == Buttons::YesNoCancel;
+    const QMessageBox::StandardButton pressed =
+        dialogs_.ShowMessageBox(this, text, title,
+                                canRefuse ? QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel
+                                          : QMessageBox::Ok | QMessageBox::Cancel);
+    if (pressed == QMessageBox::Cancel)
+        return Answer::Cancel;
+    return pressed == QMessageBox::No ? Answer::No : Answer::Yes;
 }
 
-/// Saves before a command that leaves the game or needs its file. A name dialog that was cancelled does not
-/// stop the command; a save that failed does, by its exception.
-/// @param askAgain  decides where the author has mended what the file would not give back
-bool frmMain::SaveFor(const std::function<bool()>& askAgain) {
-    const std::size_t step = session_.Steps().Done();
-    if (!SaveUnderItsName())
-        return false;
-    saveCheck_.Finish();
-    return session_.Steps().Done() == step || askAgain();
+int frmMain::AskChoice(const QString& text, const QString& title, const QStringList& choices) {
+    return dialogs_.AskChoice(this, text, title, choices);
 }
+
+QString frmMain::AskOpenName(const QString& currentFile) {
+    return dialogs_.AskOpenFile(this, OpenGameQuestion(currentFile));
+}
+
+QString frmMain::AskSaveName(const QString& currentFile) {
+    return dialogs_.AskSaveFile(
+        this,
+        {QString(), QStringLiteral("kel"),
+         QStringLiteral("Veldt KEL file (*.kel)|*.kel|Text file (*.txt)|*.txt|All files|*.*"), currentFile});
+}
+
+// ---- The commands
 
 void frmMain::closeEvent(QCloseEvent* event) {
     bool close = false;
-    RunCommand(dialogs_, this, [&] { close = AskToSave(); });
+    RunCommand(dialogs_, this, [&] { close = document_.MayLeave(); });
     event->setAccepted(close);
     if (!close)
         return;
@@ -55,93 +63,48 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::mnuFileNew_Click() {
-    if (AskToSave())
-        session_.NewGame();
+    document_.New();
 }
 
 void frmMain::mnuFileOpen_Click() {
-    if (!AskToSave())
-        return;
-    const QString path = dialogs_.AskOpenFile(this, OpenGameQuestion(session_.FileName()));
-    if (!path.isEmpty())
-        session_.LoadGame(path);
+    document_.Open();
 }
 
 void frmMain::OpenFile(const QString& path) {
-    RunCommand(dialogs_, this, [&] {
-        if (AskToSave())
-            session_.LoadGame(path);
-    });
+    RunCommand(dialogs_, this, [&] { document_.Open(path); });
 }
 
 void frmMain::mnuFileSave_Click() {
-    SaveUnderItsName();
-}
-
-/// False when the author did not decide between the game and a file that another program has changed.
-bool frmMain::SaveUnderItsName() {
-    const QString path = session_.FileName();
-    if (path.isEmpty()) {
-        mnuFileSaveAs_Click();
-        return true;
-    }
-    if (QFileInfo::exists(path) && session_.IsChangedOnDisk() && !AskAboutChangedFile())
-        return !session_.Game().Modified;
-    session_.SaveGame(path);
-    return true;
+    document_.Save();
 }
 
 void frmMain::mnuFileSaveAs_Click() {
-    const QString path = dialogs_.AskSaveFile(
-        this, {QString(), QStringLiteral("kel"),
-               QStringLiteral("Veldt KEL file (*.kel)|*.kel|Text file (*.txt)|*.txt|All files|*.*"),
-               session_.FileName()});
-    if (!path.isEmpty())
-        session_.SaveGame(path);
+    document_.SaveAs();
 }
 
 void frmMain::mnuFileRecent_Click(const QAction& item) {
-    if (AskToSave())
-        session_.LoadGame(item.data().toString());
-}
-
-bool frmMain::AskToSaveBeforeRun() {
-    if (session_.FileName().isEmpty()) {
-        const QMessageBox::StandardButton answer = dialogs_.ShowMessageBox(
-            this,
-            QStringLiteral(
-                "The current game has not been saved. It needs to be saved as an .KEL file before it "
-                "can be executed in Veldt. Save now?"),
-            QStringLiteral("Game not saved"), QMessageBox::Ok | QMessageBox::Cancel);
-        if (answer != QMessageBox::Ok)
-            return false;
-        mnuFileSave_Click();
-    }
-    saveCheck_.Finish();
-    if (!session_.Game().Modified)
-        return true;
-    const QMessageBox::StandardButton answer = dialogs_.ShowMessageBox(
-        this,
-        QStringLiteral(
-            "The current game has changed since it was last saved - if not saved now, the last saved "
-            "version will be executed instead. Save the current version now?"),
-        QStringLiteral("Game not saved"), QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-    if (answer == QMessageBox::Yes)
-        return SaveFor([this] { return AskToSaveBeforeRun(); });
-    return answer != QMessageBox::Cancel;
+    document_.Open(item.data().toString());
 }
 
 void frmMain::mnuFileRunKELfile_Click() {
-    if (!AskToSaveBeforeRun())
+    if (!document_.MayRun())
         return;
-    const QString program = settings_.CurrentOptions().RunProgram;
+    const QString program = ProgramForGames();
     if (program.isEmpty() || !QFileInfo::exists(session_.FileName()))
         OpenDocument(session_.FileName()); // This says what is wrong with the file.
-    else if (!dialogs_.StartProgram(program, {session_.FileName()}))
+    else if (IsThisProgram(program) || !dialogs_.StartProgram(program, {session_.FileName()}))
         throw CommandError(QStringLiteral("The program that runs games, %1, cannot be started. Please name "
                                           "another one in the options (Options in the Edit menu).")
                                .arg(program),
                            QLatin1String(DefaultTitle));
+}
+
+/// The one that the author has named, else the one beside this program; empty for the one of the desktop.
+QString frmMain::ProgramForGames() const {
+    const QString named = settings_.CurrentOptions().RunProgram;
+    if (!named.isEmpty())
+        return named;
+    return QStandardPaths::findExecutable(QStringLiteral("veldt"), {programFolder_});
 }
 
 void frmMain::OpenDocument(const QString& path) {

@@ -14,53 +14,52 @@
 namespace zem {
 
 void frmMain::mnuViewGameProperties_Click() {
-    frmGameProperties(scripts_, editorShell_, this).exec();
+    frmGameProperties(context_, this).exec();
 }
 
 void frmMain::mnuViewItems_Click() {
-    frmEditItems(session_, dialogs_, this).exec();
+    frmEditItems(context_, this).exec();
 }
 
 void frmMain::mnuViewCollectables_Click() {
-    frmEditCollectables(session_, editorShell_, dialogs_, this).exec();
+    frmEditCollectables(context_, this).exec();
 }
 
 void frmMain::mnuViewMenus_Click() {
-    frmMenuList(scripts_, this).exec();
+    frmMenuList(context_, this).exec();
 }
 
 void frmMain::mnuViewProcedures_Click() {
-    frmProcedureEditor(scripts_, this).exec();
+    frmProcedureEditor(context_, this).exec();
 }
 
 /// The blocks of a kind that no form knows.
 void frmMain::mnuViewMiscKEL_Click() {
     const auto store = [this](const std::string& text) {
-        session_.Change(QStringLiteral("edit misc KEL"), [&](GameModel& game) { game.UnknownBlocks = text; });
+        session_.Change([&](GameModel& game) { game.UnknownBlocks = text; });
     };
-    frmTagEditor form(editorShell_, dialogs_, *session_.Game().UnknownBlocks, store, this);
+    frmTagEditor form(context_, *session_.Game().UnknownBlocks, store, this);
     form.setWindowTitle(QStringLiteral("Misc Kel Editor"));
     form.exec();
 }
 
 void frmMain::mnuViewLibraries_Click() {
-    frmIncludedLibraries(session_, dialogs_, this).exec();
+    frmIncludedLibraries(context_, this).exec();
 }
 
 void frmMain::mnuViewSynonyms_Click() {
-    frmSynonyms(session_, dialogs_, this).exec();
+    frmSynonyms(context_, this).exec();
 }
 
 void frmMain::mnuViewTextSectionEditor_Click() {
-    frmTextSectionEdit(session_, dialogs_, this).exec();
+    frmTextSectionEdit(context_, this).exec();
 }
 
 void frmMain::mnuEditErrorMessages_Click() {
-    frmEditErrors form(session_.Game().ErrorMessages, settings_.CurrentOptions().FriendlyScript, dialogs_,
+    frmEditErrors form(context_, session_.Game().ErrorMessages, settings_.CurrentOptions().FriendlyScript,
                        this);
     if (form.exec() == QDialog::Accepted)
-        ChangeGame(QStringLiteral("edit error messages"), CurrentSelection(),
-                   [&](GameModel& game) { game.ErrorMessages = form.Errors(); });
+        ChangeGame(CurrentSelection(), [&](GameModel& game) { game.ErrorMessages = form.Errors(); });
 }
 
 } // namespace zem

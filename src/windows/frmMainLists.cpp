@@ -1,9 +1,9 @@
 // The lists of the main window, and the commands beside them.
 #include "editors/frmRoomProperties.h"
 #include "editors/frmThingProperties.h"
-#include "forms/CommandError.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
@@ -160,18 +160,20 @@ void frmMain::FillThings() {
 
 // ---- Changing the game
 
-void frmMain::ChangeGame(const QString& name, const Selection& selection,
-                         const std::function<void(GameModel&)>& change) {
+void frmMain::ChangeGame(const Selection& selection, const std::function<void(GameModel&)>& change) {
     const QScopedValueRollback<std::optional<Selection>> wanted(wanted_, selection);
-    session_.Change(name, change);
+    session_.Change(change);
 }
 
-void frmMain::GameChanged() {
+void frmMain::GameChanged(const ChangedFields& changed) {
     UpdateTitle();
-    RefreshLists(wanted_.value_or(CurrentSelection()));
+    if (wanted_ || changed.Has(&GameModel::Rooms))
+        RefreshLists(wanted_.value_or(CurrentSelection()));
 }
 
 void frmMain::GameReplaced() {
+    CloseBars();
+    ShowWhetherSaved();
     UpdateTitle();
     RefreshLists({.room = 0});
     ui_->lstRooms->setFocus();
@@ -187,15 +189,14 @@ void frmMain::butAddNewRoom_Click() {
     }
     Selection selection;
     selection.room = session_.Game().Rooms.Count();
-    ChangeGame(QStringLiteral("add room"), selection,
-               [&](GameModel& game) { game.Rooms.Append().Name = FromQt(*name); });
+    ChangeGame(selection, [&](GameModel& game) { game.Rooms.Append().Name = FromQt(*name); });
     butEditRoom_Click();
 }
 
 void frmMain::butEditRoom_Click() {
     const int row = SelectedRow(*ui_->lstRooms);
     if (row >= 0)
-        frmRoomProperties(scripts_, editorShell_, row + 1, this).exec();
+        frmRoomProperties(context_, row + 1, this).exec();
 }
 
 void frmMain::butDeleteRoom_Click() {
@@ -204,8 +205,7 @@ void frmMain::butDeleteRoom_Click() {
         return;
     Selection selection;
     selection.room = row;
-    ChangeGame(QStringLiteral("delete room"), selection,
-               [row](GameModel& game) { game.Rooms.Remove(row + 1); });
+    ChangeGame(selection, [row](GameModel& game) { game.Rooms.Remove(row + 1); });
 }
 
 void frmMain::butAddObj_Click(std::size_t index) {
@@ -228,7 +228,7 @@ void frmMain::butAddObj_Click(std::size_t index) {
                                      [&](const ThingPlace& place) { return place.room <= room + 1; });
     Selection selection = CurrentSelection();
     selection.things[index] = static_cast<int>(after);
-    ChangeGame(QStringLiteral("add %1").arg(kind), selection, [&](GameModel& game) {
+    ChangeGame(selection, [&](GameModel& game) {
         Things(game.Rooms.Edit(room + 1), index).Append().Name = FromQt(*name);
     });
     butEditObj_Click(index);
@@ -240,7 +240,7 @@ void frmMain::butEditObj_Click(std::size_t index) {
         return;
     const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
     const ThingKind kind = index == 0 ? ThingKind::Character : ThingKind::Object;
-    frmThingProperties(scripts_, editorShell_, kind, place.room, place.thing, this).exec();
+    frmThingProperties(context_, kind, place.room, place.thing, this).exec();
 }
 
 void frmMain::butDeleteObj_Click(std::size_t index) {
@@ -248,8 +248,7 @@ void frmMain::butDeleteObj_Click(std::size_t index) {
     if (row < 0)
         return;
     const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
-    ChangeGame(index == 0 ? QStringLiteral("delete character") : QStringLiteral("delete object"),
-               CurrentSelection(),
+    ChangeGame(CurrentSelection(),
                [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
 }
 

@@ -62,9 +62,9 @@ void frmMain::OpenRoomOrThing(const Place& place) {
     const char* what = !isThing ? "room" : isCharacter ? "character" : "object";
     session_.AsOneStep(QStringLiteral("edit %1").arg(QLatin1String(what)), [&] {
         if (isThing)
-            frmThingProperties(scripts_, editorShell_, kind, room, thing.entry, this).exec();
+            frmThingProperties(context_, kind, room, thing.entry, this).exec();
         else
-            frmRoomProperties(scripts_, editorShell_, room, this).exec();
+            frmRoomProperties(context_, room, this).exec();
     });
 }
 

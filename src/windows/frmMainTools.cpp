@@ -1,6 +1,7 @@
 // The tools of the main window: undo, earlier versions, and what happens to the file behind its back.
-#include "forms/CommandError.h"
-#include "forms/QtText.h"
+#include "base/TextFile.h"
+#include "forms/RunCommand.h"
+#include "qt/QtText.h"
 #include "ui_frmMain.h"
 #include "windows/HistoryPanel.h"
 #include "windows/frmMain.h"
@@ -16,6 +17,20 @@ namespace zem {
 namespace {
 
 constexpr int WaitForEditor = 300; // Milliseconds between two looks whether it is closed.
+constexpr qsizetype MostRemarks = 6;
+constexpr qsizetype MostCharacters = 20;
+
+/// Which characters of a UTF-8 file a game cannot hold.
+QString DescribeLacking(const QString& path) {
+    QStringList characters;
+    for (const LackingCharacter& lacking : Utf8ToWindows1252(ReadFile(PathFromQt(path))).lacking)
+        characters.append(QString::fromStdString(lacking.utf8));
+    if (characters.isEmpty())
+        return {};
+    const QString more = characters.size() > MostCharacters ? QStringLiteral(" and others") : QString();
+    return QStringLiteral("Read as UTF-8, these characters become \"?\", as a game cannot hold them: ") +
+           characters.mid(0, MostCharacters).join(u' ') + more + u'.';
+}
 
 } // namespace
 
@@ -32,7 +47,6 @@ void frmMain::ConnectTools() {
     history->toggleViewAction()->setObjectName(QStringLiteral("mnuToolsHistory"));
     ui_->mnuTools->insertAction(ui_->mnuToolsSep1, history->toggleViewAction());
     connect(&session_, &GameSession::StepsChanged, this, &frmMain::ShowSteps);
-    connect(&saveCheck_, &SaveCheck::PlacesLost, this, &frmMain::ShowLostPlaces);
     ShowSteps();
 }
 
@@ -64,10 +78,10 @@ void frmMain::mnuToolsVersions_Click() {
     frmVersions form(session_.FileName().isEmpty() ? std::vector<FileVersion>()
                                                    : versions_.List(session_.FileName()),
                      this);
-    if (form.exec() != QDialog::Accepted || !AskToSave())
+    if (form.exec() != QDialog::Accepted)
         return;
     try {
-        session_.OpenVersion(form.Selected());
+        document_.OpenVersion(form.Selected());
     } catch (const CommandError& error) {
         const QString aside = Versions::SetAside(form.Selected());
         throw CommandError(error.Text() + QStringLiteral(" It is kept aside as %1.").arg(aside),
@@ -78,41 +92,66 @@ void frmMain::mnuToolsVersions_Click() {
 // ---- The file on disk
 
 void frmMain::CheckFile() {
-    const bool isBusy = !isActiveWindow() || QApplication::activeModalWidget() != nullptr;
-    if (isBusy || !session_.IsChangedOnDisk())
-        return;
-    if (askedAbout_ == FileStamp::Of(session_.FileName()))
-        return; // The author was told already.
-    RunCommand(dialogs_, this, [this] {
-        if (AskAboutChangedFile())
-            session_.KeepMine();
-    });
+    if (isActiveWindow() && QApplication::activeModalWidget() == nullptr)
+        RunCommand(dialogs_, this, [this] { document_.CheckDisk(); });
 }
 
-bool frmMain::AskAboutChangedFile() {
-    const QString path = session_.FileName();
-    askedAbout_ = FileStamp::Of(path);
-    const bool isThere = QFileInfo::exists(path);
-    QStringList choices = {QStringLiteral("&Keep mine"), QStringLiteral("Save mine under &another name...")};
-    if (isThere)
-        choices.append(QStringLiteral("&Reload"));
-    const QString what = isThere ? QStringLiteral("has been changed by another program")
-                                 : QStringLiteral("is not there any more");
-    const int choice = dialogs_.AskChoice(
-        this, QStringLiteral("The file %1 %2 since it was opened or saved here.").arg(path, what),
-        QStringLiteral("File changed"), choices);
-    switch (choice) {
-    case 0:
-        return true;
-    case 1:
-        mnuFileSaveAs_Click();
-        return false;
-    case 2:
-        session_.LoadGame(path);
-        return false;
-    default:
-        return false;
+// ---- Messages in the window
+
+void frmMain::ShowBar(const QString& text, const std::vector<MessageBar::Button>& buttons) {
+    auto* bar = new MessageBar(text, buttons, this);
+    ui_->verticalLayout->insertWidget(0, bar);
+    bar->show(); // now: another message may follow at once
+}
+
+void frmMain::CloseBars() {
+    for (MessageBar* bar : findChildren<MessageBar*>())
+        bar->Close();
+}
+
+void frmMain::ShowLostGame() {
+    const QString path = PathToQt(session_.LostGame()->game.FileName);
+    ShowBar(QStringLiteral("The game that was open before is kept: %1.")
+                .arg(path.isEmpty() ? QStringLiteral("it has no name yet") : path),
+            {{QStringLiteral("&Bring it back"),
+              [this] { RunCommand(dialogs_, this, [this] { document_.BringBack(); }); }, false}});
+}
+
+void frmMain::ShowInspection(const FileInspection& found) {
+    if (found.remarks.empty())
+        return;
+    QStringList lines;
+    for (const auto& [line, text] : found.remarks) {
+        if (lines.size() == MostRemarks) {
+            lines.append(
+                QStringLiteral("There are %1 in all; \"zem print\" lists them.").arg(found.remarks.size()));
+            break;
+        }
+        const QString where = line == 0 ? QString() : QStringLiteral("Line %1: ").arg(line);
+        lines.append(where + ToQt(text) + u'.');
     }
+    std::vector<MessageBar::Button> buttons;
+    if (found.encoding == TextEncoding::Utf8 || found.encoding == TextEncoding::Utf8WithMark) {
+        lines.append(DescribeLacking(session_.FileName()));
+        buttons.push_back({QStringLiteral("Read it as &UTF-8"),
+                           [this] { RunCommand(dialogs_, this, [this] { session_.ReadAsUtf8(); }); }, false});
+    }
+    lines.removeAll(QString());
+    ShowBar(lines.join(u'\n'), buttons);
+}
+
+void frmMain::ShowDroppedLines(const DroppedLines& lines) {
+    QStringList parts;
+    if (lines.comments > 0)
+        parts.append(lines.comments == 1 ? QStringLiteral("1 comment")
+                                         : QStringLiteral("%1 comments").arg(lines.comments));
+    if (lines.others > 0)
+        parts.append(lines.others == 1 ? QStringLiteral("1 line outside of blocks")
+                                       : QStringLiteral("%1 lines outside of blocks").arg(lines.others));
+    ShowBar(QStringLiteral("A file that ZEM saves has no room for %1: they are left out. The file as it was "
+                           "before ZEM changed it is kept for good among its earlier versions.")
+                .arg(parts.join(QStringLiteral(" and "))),
+            {{QStringLiteral("Earlier &versions..."), [this] { ui_->mnuToolsVersions->trigger(); }, false}});
 }
 
 // ---- What the file would not give back

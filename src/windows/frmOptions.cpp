@@ -2,8 +2,9 @@
 
 #include "base/LineText.h"
 #include "forms/DialogSize.h"
-#include "forms/QtText.h"
+#include "forms/Palettes.h"
 #include "forms/ToolTip.h"
+#include "qt/QtText.h"
 #include "ui_frmOptions.h"
 
 #include <QKeyEvent>
@@ -131,6 +132,10 @@ void frmOptions::butOK_Click() {
         static_cast<Look>(ui_->cmbLook->currentIndex()); // The rows of the box have the order of Look.
     settings_.StoreOptions(options);
     ApplyLook(options.Colours);
+    const QString problem = settings_.NewProblem();
+    if (!problem.isEmpty())
+        dialogs_.ShowMessageBox(this, problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
+                                QMessageBox::Warning);
     accept();
 }
 

@@ -3,7 +3,7 @@
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 #include "ui_frmReadBack.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "windows/frmRecovery.h"
 
-#include "forms/CommandError.h"
 #include "forms/DialogSize.h"
 #include "forms/ListRows.h"
+#include "forms/RunCommand.h"
 #include "ui_frmRecovery.h"
 
 #include <QHeaderView>

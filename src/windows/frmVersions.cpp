@@ -7,17 +7,22 @@
 
 namespace zem {
 
+namespace {
+
+/// In the order of VersionKind.
+constexpr const char* Notes[] = {"", "before a save that does not come back whole", "before Zem changed it"};
+
+} // namespace
+
 frmVersions::frmVersions(const std::vector<FileVersion>& versions, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmVersions>()),
       versions_(versions) {
     ui_->setupUi(this);
     for (const FileVersion& version : versions_)
-        new QTreeWidgetItem(
-            ui_->lstVersions,
-            {version.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
-             QLocale().formattedDataSize(version.size),
-             version.isPinned ? QStringLiteral("before a save that does not come back whole") : QString()});
+        new QTreeWidgetItem(ui_->lstVersions, {version.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
+                                               QLocale().formattedDataSize(version.size),
+                                               QLatin1String(Notes[static_cast<int>(version.kind)])});
     for (int column = 0; column < ui_->lstVersions->columnCount(); ++column)
         ui_->lstVersions->resizeColumnToContents(column);
     ui_->lstVersions->setCurrentItem(ui_->lstVersions->topLevelItem(0));

@@ -1,9 +1,12 @@
 // What comes from other programs and goes to them: dropped files, the program that runs games, the colours.
 #include "forms/Icons.h"
+#include "forms/Palettes.h"
+#include "support/Cases.h"
 #include "support/SmallGame.h"
 #include "windows/frmOptions.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QStyle>
@@ -102,6 +105,75 @@ TEST(Run, StartsTheNamedProgramWithTheFileAsItsOneArgument) {
     p.Trigger("mnuFileRunKELfile");
 }
 
+TEST(Run, TakesTheNamedProgramThenTheOneBesideThisOneThenThatOfTheDesktop) {
+    RunningProgram p(Small);
+    const QString game = p.Path("game.kel");
+    const auto makeProgram = [&p](const char* name) {
+        std::filesystem::permissions(p.folder.Write(name, "#!/bin/sh\n"), std::filesystem::perms::owner_all);
+        return p.Path(name);
+    };
+    p.dialogs.Document(game, 33);
+    p.Trigger("mnuFileRunKELfile");
+    p.folder.Write("program/veldt", "not executable");
+    p.dialogs.Document(game, 33);
+    p.Trigger("mnuFileRunKELfile");
+    p.dialogs.Program(makeProgram("program/veldt"));
+    p.Trigger("mnuFileRunKELfile");
+    NameProgram(p, makeProgram("named"));
+    p.dialogs.Program(p.Path("named"));
+    p.Trigger("mnuFileRunKELfile");
+    const QString itself = QCoreApplication::applicationFilePath();
+    NameProgram(p, itself);
+    p.dialogs.Message(QStringLiteral("ZEM: The program that runs games, %1, cannot be started. Please name "
+                                     "another one in the options (Options in the Edit menu).")
+                          .arg(itself));
+    p.Trigger("mnuFileRunKELfile");
+}
+
+/// Takes the place of the desktop's way to open files.
+class FileOpener : public QObject {
+    Q_OBJECT
+
+public:
+    FileOpener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "Open"); }
+    ~FileOpener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    QStringList opened;
+
+public slots:
+    void Open(const QUrl& url) { opened.append(url.toLocalFile()); }
+};
+
+TEST(Run, AsksTheDesktopWhetherItHasAProgramThatIsThere) {
+    const TempFolder folder;
+    const QByteArray path = qgetenv("PATH");
+    std::filesystem::create_directories(folder.Path("applications"));
+    std::filesystem::permissions(
+        folder.Write("xdg-mime", "#!/bin/sh\ncat \"" + folder.Path("answer") + "\" 2>/dev/null\n"),
+        std::filesystem::perms::owner_all);
+    qputenv("PATH", QByteArray::fromStdString(folder.Path("")) + ':' + path);
+    qputenv("XDG_DATA_HOME", QByteArray::fromStdString(folder.Path("")));
+    FileOpener opener;
+    const QString game = PathToQt(folder.Write("game.kel", Small));
+    const std::string itself = PathFromQt(QCoreApplication::applicationFilePath());
+    for (const auto& [entry, program, result] : Cases<const char*, std::string, int>{
+             {"", "", Dialogs::NoAssociation},
+             {"gone.desktop", "", Dialogs::NoAssociation},
+             {"uninstalled.desktop", "/gone/veldt", Dialogs::NoAssociation},
+             {"zem.desktop", "/bin/true", Dialogs::NoAssociation},
+             {"editor.desktop", itself, Dialogs::NoAssociation},
+             {"good.desktop", "\"/bin/true\"", Dialogs::Opened},
+         }) {
+        folder.Write("answer", entry);
+        if (!program.empty())
+            folder.Write(std::string("applications/") + entry,
+                         "[Desktop Entry]\nName=x\nExec=" + program + " %f\n");
+        EXPECT_EQ(QtDialogs().OpenDocument(game), result) << entry;
+        EXPECT_EQ(opener.opened, result == Dialogs::Opened ? QStringList{game} : QStringList()) << entry;
+    }
+    qputenv("PATH", path);
+    qunsetenv("XDG_DATA_HOME");
+}
+
 double Luminance(const QColor& colour) {
     const auto linear = [](double part) { return std::pow(part, 2.2); };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
@@ -171,3 +243,5 @@ TEST(Colours, ChangeAtOnceAreKeptAndCanBeSeen) {
 
 } // namespace
 } // namespace zem::test
+
+#include "OutsideWorldTest.moc"

@@ -1,6 +1,6 @@
 #include "forms/PlainTextBox.h"
 
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 #include "support/Cases.h"
 #include "support/ScriptedDialogs.h"
 

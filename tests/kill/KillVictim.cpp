@@ -58,12 +58,14 @@ void GoOn(RunningProgram& p, std::mt19937& random) {
             const int edit = LastEdit(p.game) + 1;
             auto* rooms = p.Find<QAbstractItemView>("lstRooms");
             rooms->setCurrentIndex(rooms->model()->index(static_cast<int>(random() % 50), 0));
-            WhenOpen<frmRoomProperties>([edit](frmRoomProperties& form) {
+            const int stay = random() % 4 == 0 ? static_cast<int>(random() % 2500) : 0;
+            WhenOpen<frmRoomProperties>([edit, stay](frmRoomProperties& form) {
                 SetText(form, "txtAlias", std::to_string(edit).c_str());
+                Say("edit", edit);
+                QTest::qWait(stay); // typed and not confirmed
                 Find<QPushButton>(form, "butOK").click();
             });
             p.Find<QPushButton>("butEditRoom")->click();
-            Say("edit", edit);
         }
         GoOn(p, random);
     });

@@ -305,7 +305,7 @@ TEST_F(ScriptForms, ShowAPlayerCommandAndInsertAVariable) {
                                                                    {5, 2, "obj", "take #obj#", 10},
                                                                    {5, 0, "x", "take #x#it", 8},
                                                                    {4, 0, std::nullopt, "take it", 4}}) {
-        frmEditCommand form(scripts, "take it", "msg <x>\r\nwin <>");
+        frmEditCommand form(context, "take it", "msg <x>\r\nwin <>");
         form.show();
         const auto& action = Find<QTextEdit>(form, "txtAction");
         EXPECT_EQ(action.toPlainText(), "Print \"x\";\nThe player wins");

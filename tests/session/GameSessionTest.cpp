@@ -1,7 +1,7 @@
 #include "session/GameSession.h"
 
-#include "forms/CommandError.h"
-#include "forms/QtText.h"
+#include "forms/RunCommand.h"
+#include "qt/QtText.h"
 #include "support/Games.h"
 
 #include <QSettings>
@@ -34,12 +34,11 @@ protected:
 };
 
 TEST_F(GameSessionTest, LeavesTheGameAsItWasWhenACommandFailsHalfWay) {
-    session.Change("add room", [](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
-    EXPECT_THROW(session.Change("fail",
-                                [](GameModel& model) {
-                                    model.Rooms.Remove(1);
-                                    model.Rooms.Remove(1);
-                                }),
+    session.Change([](GameModel& model) { model.Rooms.Append().Name = "Hall"; });
+    EXPECT_THROW(session.Change([](GameModel& model) {
+        model.Rooms.Remove(1);
+        model.Rooms.Remove(1);
+    }),
                  KelError);
     EXPECT_EQ(game.Rooms.Count(), 1);
 }
@@ -47,7 +46,7 @@ TEST_F(GameSessionTest, LeavesTheGameAsItWasWhenACommandFailsHalfWay) {
 // As when the memory does not suffice: nothing of the game that was open must be left in the session.
 TEST_F(GameSessionTest, HoldsNoGameAfterALoadThatEndedInWhateverError) {
     session.LoadGame(path);
-    session.Change("add room", [](GameModel& model) { model.Rooms.Append(); });
+    session.Change([](GameModel& model) { model.Rooms.Append(); });
     int shownRooms = session.Game().Rooms.Count();
     QObject::connect(&session, &GameSession::Replaced, [&] { shownRooms = session.Game().Rooms.Count(); });
     host.isFull = true;

@@ -125,7 +125,9 @@ TEST(RecoveryCopies, AreMissedWithOneMessageWhereTheyCannotBeWritten) {
     p.folder.Write("state", "a file where the folder should be");
     p.StartWith(Small);
     p.dialogs.Message(
-        "ZEM: No recovery copy of the unsaved changes can be kept: Not a directory. Please save often.");
+        QStringLiteral("ZEM: No recovery copy of the unsaved changes can be kept: the folder %1 cannot "
+                       "be made. Please save often.")
+            .arg(p.Path("state/recovery")));
     for (int k = 0; k < 2; ++k) {
         DeleteRoom(p, 0);
         p.program->Rescue();

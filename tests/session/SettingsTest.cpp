@@ -1,11 +1,13 @@
 #include "session/Settings.h"
 
 #include "base/KelError.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 #include "support/Cases.h"
 #include "support/TempFolder.h"
+#include "support/Unprivileged.h"
 
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace zem::test {
 namespace {
@@ -36,6 +38,40 @@ TEST_F(SettingsTest, HaveDefaultsAndAreWrittenOnlyWhenTheyChange) {
     EXPECT_EQ(settings.CurrentOptions().VCOMPILElocation, "/opt/zem/VCOMPILE.EXE");
     EXPECT_TRUE(settings.RecentFiles().isEmpty());
     EXPECT_TRUE(store.allKeys().isEmpty());
+}
+
+TEST(SettingsFile, SaysOnceWhatIsWrongWithIt) {
+    for (const auto& [state, said] : Cases<const char*, const char*>{{"good", ""},
+                                                                     {"damaged", "is damaged"},
+                                                                     {"folder", "cannot be read"},
+                                                                     {"locked", "cannot be written"}}) {
+        const TempFolder folder;
+        const std::string path = folder.Path("settings.ini");
+        const std::string bytes = std::string("[Editor]\nMaxRecent=3\n") + (*state == 'd' ? "half a li" : "");
+        if (*state == 'f')
+            std::filesystem::create_directory(path);
+        else
+            folder.Write("settings.ini", bytes);
+        if (*state == 'l') {
+            std::filesystem::permissions(path, std::filesystem::perms(0444));
+            std::filesystem::permissions(folder.Folder(), std::filesystem::perms(0555));
+        }
+        std::optional<Unprivileged> unprivileged;
+        if (*state == 'l')
+            unprivileged.emplace();
+        QSettings store(PathToQt(path), QSettings::IniFormat);
+        Settings settings(store, {});
+        settings.LoadSettings();
+        settings.StoreOptions(settings.CurrentOptions());
+        const QString problem = settings.NewProblem();
+        EXPECT_EQ(problem.isEmpty(), *said == '\0') << state << problem.toStdString();
+        EXPECT_TRUE(problem.contains(QLatin1String(said))) << problem.toStdString();
+        EXPECT_EQ(settings.NewProblem(), "") << state;
+        EXPECT_EQ(settings.CurrentOptions().MaxRecent, *state == 'f' ? 8 : 3) << state;
+        if (*state == 'd') {
+            EXPECT_EQ(ReadBytes(path + ".damaged"), bytes);
+        }
+    }
 }
 
 TEST_F(SettingsTest, ReadWordsAndNumbersLeniently) {

@@ -141,10 +141,10 @@ private:
         }
         copies[1].game.FileName.clear();
         Visit(frmRecovery(copies, program_.dialogs));
-        Visit(frmVersions(
-            {{QString(), evening, 71000, false}, {QString(), evening.addSecs(-60), 70000, true}}));
-        Visit(frmReadBack({{"room", 1, "", 0, "room \"Quay\": its alias ends at the first \">\""},
-                           {"item", 2, "", 0, "item \"silver; watch\": comes back as two items"}}));
+        Visit(frmVersions({{QString(), evening, 71000, VersionKind::Saved},
+                           {QString(), evening.addSecs(-60), 70000, VersionKind::BeforeLoss}}));
+        Visit(frmReadBack({LostPlace{{}, "room \"Quay\": its alias ends at the first \">\""},
+                           LostPlace{{}, "item \"silver; watch\": comes back as two items"}}));
     }
 
     void Visit(QWidget&& window, const QString& what = {}) { Visit(window, what); }

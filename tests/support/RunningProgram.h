@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Program.h"
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 #include "support/Controls.h"
 #include "support/Games.h"
 #include "support/ScriptedDialogs.h"
@@ -29,7 +29,12 @@ class RunningProgram {
 public:
     RunningProgram()
         : store(PathToQt(folder.Path("settings.ini")), QSettings::IniFormat),
-          programFolder(QStringLiteral(ZEM_PROGRAM_FOLDER)) {
+          programFolder(PathToQt(folder.Path("program"))) {
+        // The data files and nothing else that may stand beside the program.
+        std::filesystem::create_directory(folder.Path("program"));
+        for (const char* data : {"zem.dat", "zemerr.dat", "KEL.HTM", "ZEM.HTM", "manual"})
+            std::filesystem::create_symlink(std::string(ZEM_PROGRAM_FOLDER "/") + data,
+                                            folder.Path(std::string("program/") + data));
         store.setValue("Init/InstalledVer", "2.0");
         store.setValue("Options/SpecialMsgBox", "No");
     }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "forms/ChangeDoor.h"
 #include "kel/CommandLookup.h"
+#include "qt/ChangeDoor.h"
 #include "script/ScriptEditing.h"
 #include "support/Catalogue.h"
 #include "support/ScriptedDialogs.h"
@@ -18,21 +18,32 @@ protected:
     class Door : public ChangeDoor {
     public:
         GameModel game;
-        std::vector<std::string> changes;
+        int changes = 0;
 
         const GameModel& Game() const override { return game; }
-        void Change(const QString& name, const std::function<void(GameModel&)>& change) override {
+        void Change(const std::function<void(GameModel&)>& change) override {
             change(game);
-            changes.push_back(name.toStdString());
+            ++changes;
             game.Modified = true;
         }
         void MarkModified() override { game.Modified = true; }
     };
 
+    /// Of a program that is not there.
+    class SilentShell : public EditorShell {
+    public:
+        void ShowMessage(const QString& text, const QString& title) override {
+            ADD_FAILURE() << title.toStdString() << ": " << text.toStdString();
+        }
+        void ShowHelp(const QString& /*section*/, QWidget* /*parent*/) override {}
+        QSize TagEditorSize() const override { return {6000, 6000}; }
+        void StoreTagEditorSize(const QSize& /*twips*/) override {}
+    };
+
     /// Shows a form on a script or a line of one, without waiting for it to be closed.
     template <class Form>
     std::unique_ptr<Form> Open(const std::string& text) {
-        auto form = std::make_unique<Form>(scripts, text);
+        auto form = std::make_unique<Form>(context, text);
         form->show();
         return form;
     }
@@ -42,7 +53,10 @@ protected:
     ScriptedDialogs dialogs;
     CommandLookup commands{ShippedCatalogue()};
     bool friendly = true;
-    ScriptEditing scripts{door, dialogs, commands, [this] { return friendly; }};
+    SilentShell shell;
+    OpenEdits edits{door};
+    ScriptEditing scripts{door, edits, dialogs, shell, commands, [this] { return friendly; }};
+    EditorContext context{door, edits, dialogs, shell, scripts};
 };
 
 } // namespace zem::test

@@ -1,5 +1,5 @@
 // What a screen reader and the Tab key find in every window.
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 #include "support/EveryWindow.h"
 #include "support/TempFolder.h"
 

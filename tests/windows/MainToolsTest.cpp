@@ -100,7 +100,7 @@ TEST(EarlierVersions, OpenAsUnsavedGamesAndAreKeptAsideWhenTheyAreDamaged) {
 
     p.Open<frmVersions>("mnuToolsVersions", [](frmVersions& form) {
         auto& list = Find<QTreeWidget>(form, "lstVersions");
-        ASSERT_EQ(list.topLevelItemCount(), 2);
+        ASSERT_EQ(list.topLevelItemCount(), 3) << "the one before the first save, too";
         list.setCurrentItem(list.topLevelItem(1)); // Selects the older version.
         Click(form, "butOpen");
     });
@@ -116,7 +116,7 @@ TEST(EarlierVersions, AreBoundedInNumberButForThosePinned) {
     const Versions versions(PathToQt(folder.Path("versions")));
     const QString game = PathToQt(folder.Write("game.kel", "0"));
     const QString other = PathToQt(folder.Write("other.kel", "other"));
-    EXPECT_TRUE(versions.Keep(game, game, true));
+    EXPECT_TRUE(versions.Keep(game, game, VersionKind::BeforeLoss));
     for (int k = 1; k <= Versions::MostVersions + 3; ++k) {
         folder.Write("game.kel", std::to_string(k));
         QTest::qWait(2); // Versions are named by the millisecond.
@@ -127,7 +127,7 @@ TEST(EarlierVersions, AreBoundedInNumberButForThosePinned) {
     ASSERT_EQ(kept.size(), Versions::MostVersions + 1U);
     EXPECT_EQ(ReadBytes(PathFromQt(kept.front().path)), "53");
     EXPECT_EQ(ReadBytes(PathFromQt(kept[kept.size() - 2].path)), "4");
-    EXPECT_TRUE(kept.back().isPinned);
+    EXPECT_EQ(kept.back().kind, VersionKind::BeforeLoss);
     EXPECT_EQ(versions.List(other).size(), 1U);
     EXPECT_FALSE(versions.Keep(game, PathToQt(folder.Path("missing.kel"))));
 }

@@ -78,12 +78,13 @@ TEST(QtDialogs, AskThePlatform) {
     EXPECT_EQ(dialogs.OpenDocument(PathToQt(folder.Path("no folder/game.kel"))), 3);
 }
 
-TEST(EditErrors, KeepsTheTextsWhileMovingThroughTheList) {
+using EditErrors = ScriptFixture;
+
+TEST_F(EditErrors, KeepsTheTextsWhileMovingThroughTheList) {
     Table<ErrorMessage> errors;
     errors.Append({"No such command", "badcommand", ""});
     errors.Append({"No such way", "badgo", "Not there."});
-    ScriptedDialogs dialogs;
-    frmEditErrors form(errors, true, dialogs);
+    frmEditErrors form(context, errors, true);
     form.show();
     EXPECT_EQ(Rows(form, "lstErrors"), (QStringList{"No such command", "No such way"}));
     EXPECT_FALSE(IsEnabled(form, "txtError"));
@@ -100,7 +101,7 @@ TEST(EditErrors, KeepsTheTextsWhileMovingThroughTheList) {
     EXPECT_EQ(form.Errors(), errors);
 
     // Without friendly script, the names are listed; OK needs no selection.
-    frmEditErrors names(errors, false, dialogs);
+    frmEditErrors names(context, errors, false);
     EXPECT_EQ(Rows(names, "lstErrors"), (QStringList{"badcommand", "badgo"}));
     Click(names, "butOK");
     EXPECT_EQ(names.Errors(), errors);
@@ -133,7 +134,7 @@ using Pairs = std::vector<ScriptPair>;
 TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
     game.SelectionMenus.Append({"shop", "Buy?", {}})
         .Choices.Assign(Pairs{{"bread", "msg <b>"}, {"wine", "msg <w>"}, {"nothing", ""}});
-    frmMenuList menus(scripts);
+    frmMenuList menus(context);
     menus.show();
     Click(menus, "butEdit"); // Does nothing without a selected row.
     dialogs.Text("Add menu: Please enter a name for this menu []", {});
@@ -171,7 +172,7 @@ TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
     SelectRow(menus, "lstMenus", 0);
     Click(menus, "butRemove");
     EXPECT_EQ(game.SelectionMenus[1].Name, "inn");
-    EXPECT_EQ(door.changes, (std::vector<std::string>{"edit menu", "add menu", "remove menu"}));
+    EXPECT_EQ(door.changes, 3) << "edited, added, removed";
     game.Modified = false;
     Click(menus, "butOK");
     EXPECT_TRUE(game.Modified) << "also when nothing was changed";
@@ -181,7 +182,7 @@ TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
 TEST_F(MenuForms, EditPlayerCommandsInAListOfTheirOwn) {
     const std::string take =
         "take " + std::string(40000, 'x'); // Longer than the default limit of a line edit.
-    frmPlayerCommandEditor form(scripts, {{"look", "msg <l>"}, {take, "msg <t>"}});
+    frmPlayerCommandEditor form(context, {{"look", "msg <l>"}, {take, "msg <t>"}});
     form.show();
     const auto confirm = [](frmEditCommand& command) { Click(command, "butOK"); };
     WhenOpen<frmEditCommand>(confirm);
@@ -209,7 +210,7 @@ TEST_F(MenuForms, EditPlayerCommandsInAListOfTheirOwn) {
         Click(form, "butRemove"); // Selects the next one each time.
     EXPECT_TRUE(form.Commands().empty());
     Click(form, "butOK");
-    EXPECT_TRUE(door.changes.empty()) << "the caller takes the list, not this window";
+    EXPECT_EQ(door.changes, 0) << "the caller takes the list, not this window";
 }
 
 } // namespace

@@ -159,6 +159,9 @@ TEST(ReplaceFile, SaysWhyTheFileCannotBeWrittenAndLeavesTheOldOne) {
     EXPECT_EQ(SaveProblem(game, folder.Path("gone/game.kel")),
               notWritten + "its folder or the file itself is not there");
     EXPECT_EQ(SaveProblem(game, folder.Folder()), notWritten + "this is a folder, not a file" + asBefore);
+    ASSERT_EQ(mkfifo(folder.Path("pipe.kel").c_str(), 0600), 0); // to open one waits for a reader
+    for (const std::string& special : {folder.Path("pipe.kel"), std::string("/dev/null")})
+        EXPECT_EQ(SaveProblem(game, special), "this is not an ordinary file, so nothing was written");
     {
         const FullDisk fullDisk;
         const std::string tooLarge = notWritten + "the file has reached the largest size that is allowed";

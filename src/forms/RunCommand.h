@@ -2,30 +2,13 @@
 
 #include "base/KelError.h"
 #include "forms/Dialogs.h"
-#include "forms/QtText.h"
+#include "qt/CommandError.h"
+#include "qt/QtText.h"
 
 #include <QAbstractButton>
 #include <QString>
 
-#include <stdexcept>
-
 namespace zem {
-
-/// Why a command of the author ended early, ready to be shown.
-class CommandError : public std::runtime_error {
-public:
-    CommandError(const QString& text, const QString& title)
-        : std::runtime_error(text.toStdString()),
-          text_(text),
-          title_(title) {}
-
-    const QString& Text() const { return text_; }
-    const QString& Title() const { return title_; }
-
-private:
-    QString text_;
-    QString title_;
-};
 
 /// Runs a command of the author. What goes wrong in it ends the command with a message and not the program.
 template <class Command>

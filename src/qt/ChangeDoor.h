@@ -2,8 +2,6 @@
 
 #include "model/GameModel.h"
 
-#include <QString>
-
 #include <functional>
 
 namespace zem {
@@ -17,8 +15,7 @@ public:
 
     /// Runs an editing command on the game, tells everybody, and marks the game as modified. When the command
     /// throws, the game is as it was before, and the exception goes on.
-    /// @param name  as a menu would say it: "add room"
-    virtual void Change(const QString& name, const std::function<void(GameModel&)>& change) = 0;
+    virtual void Change(const std::function<void(GameModel&)>& change) = 0;
 
     /// Marks the game as holding changes that are not saved, without changing it.
     virtual void MarkModified() = 0;

@@ -1,4 +1,4 @@
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include "base/KelError.h"
 

@@ -1,17 +1,13 @@
 #pragma once
 
-#include "model/GameModel.h"
-
 #include <QSize>
 #include <QString>
-
-#include <vector>
 
 class QWidget;
 
 namespace zem {
 
-/// What the property editors ask of the shell around them.
+/// What the editors ask of the program around them.
 class EditorShell {
 public:
     virtual ~EditorShell() = default;
@@ -21,9 +17,6 @@ public:
 
     /// Shows a section of the help beside the form.
     virtual void ShowHelp(const QString& section, QWidget* parent) = 0;
-
-    /// Edits patterns and actions in a window of its own; they stay as they are when the author cancels.
-    virtual void EditPlayerCommands(QWidget* parent, std::vector<ScriptPair>& commands) = 0;
 
     /// The size in twips, fifteenths of a device-independent pixel, in which the tag editor opens.
     virtual QSize TagEditorSize() const = 0;
