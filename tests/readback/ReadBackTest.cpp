@@ -15,7 +15,7 @@ namespace zem::test {
 namespace {
 
 std::vector<LostPlace> Places(const GameModel& game) {
-    return ReadBack(game, GameDocument(game));
+    return ReadBack(game, GameFile(game));
 }
 
 /// The places as one text, joined with "|": "2, 1; sentence" with the entries on the way, as DescribePlace
@@ -48,7 +48,7 @@ TEST(ReadBack, NamesWhatDoesNotComeBackAndWhy) {
 TEST(ReadBack, ComparesTheWholeFileAndNotOnlyItsParts) {
     GameModel game = LoadBytes("define game <>\r\nend define\r\n");
     game.NextInternalProcedure = 7;
-    const std::string bytes = GameDocument(game);
+    const std::string bytes = GameFile(game);
     EXPECT_EQ(PlaceTexts(game), "");
     // The file is cut off: each part of the game would come back, and yet the file is bad.
     EXPECT_EQ(ReadBack(game, bytes.substr(0, bytes.size() / 2)).at(0).text,
@@ -56,12 +56,12 @@ TEST(ReadBack, ComparesTheWholeFileAndNotOnlyItsParts) {
     EXPECT_EQ(ReadBack(game, "define game <x>\r\nend define\r\n").at(0).text,
               "The file gives back another game than the one that was saved");
     SetFields(game, "room 1, alias = > && room 1, description = > && room 2, alias = >");
-    EXPECT_EQ(ReadBack(game, GameDocument(game), 1).size(), 1u) << "no more places than were asked for";
+    EXPECT_EQ(ReadBack(game, GameFile(game), 1).size(), 1u) << "no more places than were asked for";
 }
 
 bool ComesBack(const GameModel& game) {
     GameModel back = game;
-    return ProblemOf([&] { ReadGame(back, GameDocument(game)); }).empty() && IsSameInFile(game, back);
+    return ProblemOf([&] { ReadGame(back, GameFile(game)); }).empty() && IsSameInFile(game, back);
 }
 
 /// What holds for every game: no place is named if, and only if, the game comes back, and each is explained.
@@ -69,7 +69,7 @@ TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
     int lost = 0;
     for (unsigned seed = 1; seed <= 600; ++seed) {
         const GameModel game = RandomGame(seed, seed % 3 == 0 ? 0 : static_cast<int>(seed % 7)).Make();
-        SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + GameDocument(game));
+        SCOPED_TRACE("seed " + std::to_string(seed) + "\n" + GameFile(game));
         const std::vector<LostPlace> places = Places(game);
         ASSERT_EQ(places.empty(), ComesBack(game));
         lost += places.empty() ? 0 : 1;
