@@ -1,5 +1,6 @@
 #include "forms/Dialogs.h"
 
+#include "forms/EarlyEnd.h"
 #include "qt/QtText.h"
 
 #include <QAbstractButton>
@@ -188,7 +189,16 @@ std::optional<QString> AskStorableText(Dialogs& dialogs, QWidget* parent, const 
 
 std::optional<QString> AskName(Dialogs& dialogs, QWidget* parent, const QString& prompt, const QString& title,
                                const QString& text) {
-    const std::optional<QString> name = AskStorableText(dialogs, parent, prompt, title, text);
+    std::optional<QString> name = AskStorableText(dialogs, parent, prompt, title, text);
+    QString told; // Of a name that would end early the author is told once, and then it is taken as it is.
+    while (name && EndsEarly(*name) && *name != told) {
+        told = *name;
+        dialogs.ShowMessageBox(parent,
+                               QStringLiteral("A name ends at its first \">\" in a game file: what stands "
+                                              "from there on would be lost. You can change it now."),
+                               title, QMessageBox::Ok, QMessageBox::Warning);
+        name = AskStorableText(dialogs, parent, prompt, title, told);
+    }
     return name && name->isEmpty() ? std::nullopt : name;
 }
 

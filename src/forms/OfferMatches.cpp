@@ -1,5 +1,6 @@
 #include "forms/OfferMatches.h"
 
+#include <QAbstractProxyModel>
 #include <QComboBox>
 #include <QCompleter>
 #include <QLineEdit>
@@ -21,6 +22,16 @@ void Suggest(QComboBox& box, QCompleter& matches, const QString& text) {
         matches.complete(QRect(-box.lineEdit()->pos(), box.size())); // The list is as wide as the whole box.
 }
 
+/// Chooses the entry itself and not the first one with its text, as several may read alike.
+void Choose(QComboBox& box, const QCompleter& matches, const QModelIndex& match) {
+    const auto* rows = qobject_cast<const QAbstractProxyModel*>(matches.completionModel());
+    const QModelIndex entry = rows->mapToSource(match);
+    if (!entry.isValid())
+        return;
+    box.setCurrentIndex(entry.row());
+    box.setEditText(box.itemText(entry.row())); // It was the current one already when its text was changed.
+}
+
 } // namespace
 
 void OfferMatches(QComboBox& box) {
@@ -36,8 +47,8 @@ void OfferMatches(QComboBox& box) {
     matches->setMaxVisibleItems(box.maxVisibleItems());
     QObject::connect(box.lineEdit(), &QLineEdit::textEdited, matches,
                      [&box, matches](const QString& text) { Suggest(box, *matches, text); });
-    QObject::connect(matches, qOverload<const QString&>(&QCompleter::activated), &box,
-                     &QComboBox::setEditText);
+    QObject::connect(matches, qOverload<const QModelIndex&>(&QCompleter::activated), &box,
+                     [&box, matches](const QModelIndex& match) { Choose(box, *matches, match); });
 }
 
 } // namespace zem

@@ -1,5 +1,7 @@
 #include "forms/PlainTextBox.h"
 
+#include "forms/StorablePaste.h"
+#include "forms/Wrapping.h"
 #include "qt/QtText.h"
 
 #include <QInputMethodEvent>
@@ -40,7 +42,9 @@ QString WithSigns(QString text) {
 
 void PlainTextBox::SetText(const std::string& text) {
     given_ = text;
-    setPlainText(WithSigns(ToQt(text)));
+    const QString shown = WithSigns(ToQt(text));
+    ChooseWrapping(*this, shown);
+    setPlainText(shown);
     shown_ = document()->toRawText();
 }
 
@@ -81,9 +85,13 @@ void PlainTextBox::inputMethodEvent(QInputMethodEvent* event) {
 
 void PlainTextBox::insertFromMimeData(const QMimeData* source) {
     const QString text = OnLines(source->text());
-    if (Refuse(text))
+    const std::optional<QString> rest =
+        dialogs_ == nullptr ? text : AskStorablePaste(text, *dialogs_, window());
+    if (!rest)
         return;
-    insertPlainText(oneLine_ ? OnOneLine(text) : text);
+    if (HasEndlessWord(*rest))
+        ChooseWrapping(*this, *rest);
+    insertPlainText(oneLine_ ? OnOneLine(*rest) : *rest);
     ensureCursorVisible();
 }
 

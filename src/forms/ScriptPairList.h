@@ -25,6 +25,9 @@ public:
     const std::vector<ScriptPair>& Pairs() const { return pairs_; }
     int Count() const { return static_cast<int>(pairs_.size()); }
 
+    /// Write access to the pairs themselves; what the list shows stays as it is.
+    std::vector<ScriptPair>& EditPairs() { return pairs_; }
+
     /// The selected row, from 0; -1 for none.
     int SelectedRow() const;
 

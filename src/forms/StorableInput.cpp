@@ -1,5 +1,6 @@
 #include "forms/StorableInput.h"
 
+#include "forms/StorablePaste.h"
 #include "qt/QtText.h"
 
 #include <algorithm>
@@ -11,13 +12,23 @@ namespace zem {
 
 namespace {
 
-/// The text with the part of it that `before` has not on one line.
-QString WithInsertedPartOnOneLine(const QString& before, const QString& text) {
+/// Where the text differs from an earlier one: what was put into it.
+struct Insertion {
+    qsizetype first;
+    qsizetype length;
+};
+
+Insertion FindInsertion(const QString& before, const QString& text) {
     const auto shorter = std::min(text.size(), before.size());
     const auto first = std::distance(
         text.begin(), std::mismatch(text.begin(), text.begin() + shorter, before.begin()).first);
     const auto last = std::mismatch(text.rbegin(), text.rbegin() + (shorter - first), before.rbegin()).first;
-    const auto length = std::distance(last, text.rend()) - first;
+    return {first, std::distance(last, text.rend()) - first};
+}
+
+/// The text with the part of it that `before` has not on one line.
+QString WithInsertedPartOnOneLine(const QString& before, const QString& text) {
+    const auto [first, length] = FindInsertion(before, text);
     return text.left(first) + OnOneLine(text.mid(first, length)) + text.mid(first + length);
 }
 
@@ -44,16 +55,20 @@ void RefuseUnstorableText(QLineEdit& box, Dialogs& dialogs) {
         box.setCursorPosition(cursor);
     });
     QObject::connect(&box, &QLineEdit::textChanged, &box, [&box, &dialogs, good] {
-        const std::optional<QString> problem = UnstorableCharacter(box.text());
-        if (!problem) {
-            good->text = box.text();
+        const QString text = box.text();
+        if (!UnstorableCharacter(text)) {
+            good->text = text;
             return;
         }
+        const auto [first, length] = FindInsertion(good->text, text);
         const int cursor = good->cursor;
         box.setText(good->text); // This emits textChanged again, with a good text.
         box.setCursorPosition(cursor);
-        dialogs.ShowMessageBox(box.window(), *problem, QLatin1String(DefaultTitle), QMessageBox::Ok,
-                               QMessageBox::Warning);
+        const std::optional<QString> rest = AskStorablePaste(text.mid(first, length), dialogs, box.window());
+        if (!rest)
+            return;
+        box.setText(text.left(first) + *rest + text.mid(first + length));
+        box.setCursorPosition(static_cast<int>(first + rest->size()));
     });
 }
 

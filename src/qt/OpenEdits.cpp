@@ -7,8 +7,12 @@
 
 namespace zem {
 
+GameModel OpenEdits::Base() const {
+    return base_ ? base_() : door_.Game();
+}
+
 GameModel OpenEdits::Preview() const {
-    GameModel game = door_.Game();
+    GameModel game = Base();
     std::vector<OpenEdit*> confirmed;
     for (auto edit = edits_.rbegin(); edit != edits_.rend(); ++edit) {
         if (!(*edit)->HasChanges())
@@ -25,7 +29,7 @@ GameModel OpenEdits::Preview() const {
     return game;
 }
 
-OpenEdit::OpenEdit(OpenEdits& edits) : edits_(edits), opened_(edits.door_.Game()) {
+OpenEdit::OpenEdit(OpenEdits& edits) : edits_(edits) {
     edits_.edits_.push_back(this);
     emit edits_.Opened();
 }
@@ -38,12 +42,12 @@ OpenEdit::~OpenEdit() {
 GameEdit::GameEdit(OpenEdits& edits, std::function<void(GameModel&)> write)
     : OpenEdit(edits),
       write_(std::move(write)),
-      untouched_(Opened()) {
+      untouched_(Game()) {
     write_(untouched_);
 }
 
 bool GameEdit::HasChanges() const {
-    GameModel game = Opened();
+    GameModel game = Game();
     try {
         write_(game);
     } catch (const std::exception&) {

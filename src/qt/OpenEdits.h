@@ -23,6 +23,9 @@ public:
     /// @param door  outlives this object
     explicit OpenEdits(const ChangeDoor& door) : door_(door) {}
 
+    /// Says where previews begin: at the game with what open editors hold back of it.
+    void BeginWith(std::function<GameModel()> base) { base_ = std::move(base); }
+
     bool IsEmpty() const { return edits_.empty(); }
 
     /// The game as it would be if the author confirmed every open editor, the innermost first. An editor in
@@ -36,7 +39,10 @@ signals:
 private:
     friend class OpenEdit;
 
+    GameModel Base() const;
+
     const ChangeDoor& door_;
+    std::function<GameModel()> base_;
     std::vector<OpenEdit*> edits_; // the outermost first
 };
 
@@ -55,8 +61,8 @@ public:
     virtual bool HasChanges() const = 0;
 
 protected:
-    /// The game when the editor was opened.
-    const GameModel& Opened() const { return opened_; }
+    /// The game, with what open editors hold back of it, as it is now.
+    GameModel Game() const { return edits_.Base(); }
 
 private:
     friend class OpenEdits;
@@ -68,7 +74,6 @@ private:
     virtual void TakeBack() {}
 
     OpenEdits& edits_;
-    GameModel opened_;
 };
 
 /// An editor whose OK changes the game.
@@ -78,6 +83,10 @@ public:
     GameEdit(OpenEdits& edits, std::function<void(GameModel&)> write);
 
     bool HasChanges() const override;
+
+    /// Takes note of a change that was stored although the editor may still be cancelled: discarding does not
+    /// take it back.
+    void Settle(const std::function<void(GameModel&)>& change) { change(untouched_); }
 
 private:
     void Confirm(GameModel& game) override { write_(game); }
@@ -97,12 +106,12 @@ public:
           value_(value),
           kept_(value),
           read_(std::move(read)),
-          untouchedGame_(Opened()) {
+          untouchedGame_(Game()) {
         untouched_ = read_(untouchedGame_);
     }
 
     bool HasChanges() const override {
-        GameModel game = Opened();
+        GameModel game = Game();
         try {
             return !(read_(game) == untouched_ && SameGame(game, untouchedGame_));
         } catch (const std::exception&) {

@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QtTest/QTest>
 
+#include <ctime>
 #include <gtest/gtest.h>
 
 namespace zem::test {
@@ -78,15 +79,58 @@ TEST_F(PlainTextBoxTest, RefusesWhatAFileCannotHold) {
         composed.setCommitString(text);
         QApplication::sendEvent(&box, &composed);
     };
+    const QString problem = QStringLiteral("ZEM: ") + *UnstorableCharacter(delta);
     for (int time = 0; time < 3; ++time)
-        dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(delta));
+        dialogs.Message(problem);
     box.SetText("x");
     QTest::sendKeyEvent(QTest::Click, &box, Qt::Key_unknown, delta, Qt::NoModifier);
-    Paste(QStringLiteral("abc") + delta);
+    Paste(delta);
     compose(delta);
     EXPECT_EQ(box.Text(), "x");
     compose(QStringLiteral(u"\u00E9"));
     EXPECT_EQ(box.Text(), "\xE9x");
+    for (const auto& [answer, text] : {std::pair(-1, "\xE9x"),
+                                       {0, "\xE9"
+                                           "a\r\nbx"}}) {
+        dialogs.Choice(problem + QStringLiteral(" [Paste the rest]"), answer);
+        Paste(QStringLiteral("a") + delta + QStringLiteral("\nb"));
+        EXPECT_EQ(box.Text(), text);
+    }
+}
+
+TEST_F(PlainTextBoxTest, ListsWhatAPasteLeavesOut) {
+    for (const auto& [text, named] : Cases<QString, QString>{
+             {QStringLiteral(u"a\U0001F600\u03B1\U0001F600"),
+              QStringLiteral(u"\"\U0001F600\" (U+1F600), \"\u03B1\" (U+03B1)")},
+             {QStringLiteral(u"a\u03B1\u03B2\u03B3\u03B4\u03B5\u03B6\u03B7"),
+              QStringLiteral(u"\"\u03B1\" (U+03B1), \"\u03B2\" (U+03B2), \"\u03B3\" (U+03B3), \"\u03B4\" "
+                             u"(U+03B4), \"\u03B5\" (U+03B5), others")}}) {
+        dialogs.Choice(
+            QStringLiteral("ZEM: The characters %1 cannot be kept in a game file, which holds only "
+                           "Western European letters and signs. [Paste the rest]")
+                .arg(named),
+            0);
+        box.SetText("");
+        Paste(text);
+        EXPECT_EQ(box.Text(), "a");
+    }
+}
+
+// Eight times the letters may cost eight times the work and a bit more, but not sixty-four times.
+TEST_F(PlainTextBoxTest, OpensAnEndlessWordInLinearTime) {
+    const auto work = [](int letters) {
+        PlainTextBox opened;
+        opened.resize(600, 300);
+        const std::clock_t start = std::clock();
+        opened.SetText(std::string(static_cast<std::size_t>(letters), 'x'));
+        opened.show();
+        QCoreApplication::processEvents();
+        return std::clock() - start;
+    };
+    work(1000); // The fonts are loaded by then.
+    EXPECT_LT(work(320000), 24 * work(40000));
+    box.SetText("a few words");
+    EXPECT_NE(box.wordWrapMode(), QTextOption::WrapAnywhere);
 }
 
 } // namespace

@@ -48,10 +48,16 @@ TEST(StorableInput, TakesOneLineAndRefusesWhatAFileCannotHold) {
     paste("one\r\nend define\n\ttwo");
     EXPECT_EQ(box.text(), "\x01one  end define  two") << "what was there stays as it is";
     box.setCursorPosition(1);
-    dialogs.Message(QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u03B1")));
+    const QString question =
+        QStringLiteral("ZEM: ") + *UnstorableCharacter(QStringLiteral(u"\u03B1")) + " [Paste the rest]";
+    dialogs.Choice(question, -1);
     paste(QStringLiteral(u"x\u03B1y"));
     QTest::keyClicks(&box, "z");
     EXPECT_EQ(box.text(), "\x01zone  end define  two");
+    dialogs.Choice(question, 0);
+    paste(QStringLiteral(u"x\u03B1y"));
+    QTest::keyClicks(&box, "!");
+    EXPECT_EQ(box.text(), "\x01zxy!one  end define  two") << "the caret stands behind it";
     dialogs.Text("Title: Prompt []", "Hall\nend define");
     EXPECT_EQ(AskStorableText(dialogs, nullptr, "Prompt", "Title", {}), "Hall end define");
 }
