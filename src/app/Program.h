@@ -44,6 +44,9 @@ public:
     const CommandCatalogue& Commands() const { return commands_; }
     frmStart* StartWindow() const { return start_.get(); }
     frmMain* MainWindow() const { return main_.get(); }
+
+    /// What is typed into open editors.
+    const OpenEdits& Edits() const { return edits_; }
     frmManual* ManualWindow() const { return helpKey_.Manual(); }
 
 private:

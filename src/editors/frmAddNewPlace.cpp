@@ -1,7 +1,7 @@
 #include "editors/frmAddNewPlace.h"
 
 #include "forms/DialogSize.h"
-#include "forms/StorableInput.h"
+#include "forms/EarlyEnd.h"
 #include "qt/QtText.h"
 #include "ui_frmAddNewPlace.h"
 
@@ -11,9 +11,10 @@ frmAddNewPlace::frmAddNewPlace(const EditorContext& context, QAbstractItemModel&
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmAddNewPlace>()) {
     ui_->setupUi(this);
-    RefuseUnstorableText(*ui_->txtPrefix, context.dialogs);
+    EditParameter(*ui_->txtPrefix, {}, context.dialogs);
     ui_->cmbPlaceNames->Offer(rooms);
     ui_->cmbPlaceNames->RefuseUnstorableText(context.dialogs);
+    RemarkEarlyEnd(*ui_->cmbPlaceNames);
     connect(ui_->butAdd, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtPrefix->setFocus();

@@ -1,8 +1,8 @@
 #include "editors/frmEditCollectableSettings.h"
 
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/RunCommand.h"
-#include "forms/StorableInput.h"
 #include "ui_frmEditCollectableSettings.h"
 
 namespace zem {
@@ -28,12 +28,12 @@ frmEditCollectableSettings::frmEditCollectableSettings(const EditorContext& cont
 frmEditCollectableSettings::~frmEditCollectableSettings() = default;
 
 void frmEditCollectableSettings::Fill(const CollectableDefinition& definition) {
-    EditStorableText(*ui_->txtName, definition.Name, context_.dialogs);
+    EditParameter(*ui_->txtName, definition.Name, context_.dialogs);
     ui_->cmbType->setCurrentIndex(static_cast<int>(definition.Type));
-    EditStorableText(*ui_->txtMin, definition.Min, context_.dialogs);
-    EditStorableText(*ui_->txtMax, definition.Max, context_.dialogs);
-    EditStorableText(*ui_->txtInitValue, definition.InitialValue, context_.dialogs);
-    EditStorableText(*ui_->txtDisplay, definition.Display, context_.dialogs);
+    EditParameter(*ui_->txtMin, definition.Min, context_.dialogs);
+    EditParameter(*ui_->txtMax, definition.Max, context_.dialogs);
+    EditParameter(*ui_->txtInitValue, definition.InitialValue, context_.dialogs);
+    EditParameter(*ui_->txtDisplay, definition.Display, context_.dialogs);
     ui_->chkDontDisplayZero->setChecked(definition.HiddenAtZero);
     ui_->chkDontDisplay->setChecked(definition.HiddenInItems);
 }

@@ -1,6 +1,7 @@
 #include "editors/frmEditCollectables.h"
 
 #include "editors/frmEditCollectableSettings.h"
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
@@ -26,6 +27,8 @@ frmEditCollectables::frmEditCollectables(const EditorContext& context, QWidget* 
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     connect(ui_->optExtended, &QRadioButton::toggled, this, &frmEditCollectables::ShowList);
     ui_->lstNames->setFocus();
+    edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
+    AskBeforeDiscard(*this, context_.dialogs, *edit_);
     RememberSize(*this);
 }
 
@@ -51,6 +54,7 @@ void frmEditCollectables::ShowList(bool extended) {
 }
 
 void frmEditCollectables::Append(const std::string& name, const std::string& definition) {
+    collectables_.push_back({definition, name});
     ui_->lstNames->addItem(ToQt(name));
     ui_->lstCollectables->addItem(ToQt(definition));
 }
@@ -58,19 +62,27 @@ void frmEditCollectables::Append(const std::string& name, const std::string& def
 void frmEditCollectables::butAdd_Click() {
     Append("Collectable-Name", "Collectable-Name p=0 [Enter display text here]");
     ui_->lstCollectables->setCurrentRow(ui_->lstCollectables->count() - 1);
-    butEdit_Click(); // whose Cancel leaves the new row there, on purpose
+    butEdit_Click(); // The new row stays even when this is cancelled.
 }
 
 void frmEditCollectables::butEdit_Click() {
     const int row = SelectedRow(*ui_->lstCollectables);
     if (row < 0)
         return;
-    frmEditCollectableSettings form(context_, RowText(*ui_->lstCollectables, row), this);
+    Collectable& collectable = collectables_[static_cast<std::size_t>(row)];
+    frmEditCollectableSettings form(context_, collectable.Definition, this);
+    const auto read = [&form](GameModel&) {
+        const std::string definition = form.Definition();
+        return Collectable{definition, definition.substr(0, definition.find(' '))};
+    };
+    const ValueEdit<Collectable> edit(context_.edits, collectable, read);
+    AskBeforeDiscard(form, context_.dialogs, edit);
     if (form.exec() != QDialog::Accepted)
         return;
-    const QString definition = ToQt(form.Definition());
-    ui_->lstCollectables->item(row)->setText(definition);
-    ui_->lstNames->item(row)->setText(definition.section(u' ', 0, 0));
+    const std::string definition = form.Definition();
+    collectable = {definition, definition.substr(0, definition.find(' '))};
+    ui_->lstCollectables->item(row)->setText(ToQt(collectable.Definition));
+    ui_->lstNames->item(row)->setText(ToQt(collectable.Name));
 }
 
 void frmEditCollectables::butRemove_Click() {
@@ -80,17 +92,20 @@ void frmEditCollectables::butRemove_Click() {
     // The lists differ for a moment, in which a selection must not be carried over.
     const QSignalBlocker names(ui_->lstNames);
     const QSignalBlocker definitions(ui_->lstCollectables);
+    collectables_.erase(collectables_.begin() + row);
     delete ui_->lstNames->takeItem(row);
     RemoveSelectedRow(*ui_->lstCollectables);
     ui_->lstNames->setCurrentRow(SelectedRow(*ui_->lstCollectables));
 }
 
+void frmEditCollectables::Write(GameModel& game) const {
+    game.Collectables.Clear();
+    for (const Collectable& collectable : collectables_)
+        game.Collectables.Append(collectable);
+}
+
 void frmEditCollectables::butOK_Click() {
-    context_.door.Change([this](GameModel& game) {
-        RowsToTable(*ui_->lstCollectables, game.Collectables, [this](Collectable& collectable, int row) {
-            collectable = {RowText(*ui_->lstCollectables, row), RowText(*ui_->lstNames, row)};
-        });
-    });
+    context_.door.Change([this](GameModel& game) { Write(game); });
     accept();
 }
 

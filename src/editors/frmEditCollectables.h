@@ -5,6 +5,8 @@
 #include <QDialog>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Ui {
 class frmEditCollectables;
@@ -27,10 +29,13 @@ private:
     void butEdit_Click();
     void butRemove_Click();
     void butOK_Click();
+    void Write(GameModel& game) const;
     void ShowList(bool extended);
 
     std::unique_ptr<Ui::frmEditCollectables> ui_;
     EditorContext context_;
+    std::vector<Collectable> collectables_; // by row
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

@@ -1,9 +1,9 @@
 #include "editors/frmEditErrors.h"
 
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
-#include "forms/StorableInput.h"
 #include "qt/QtText.h"
 #include "ui_frmEditErrors.h"
 
@@ -16,21 +16,23 @@ frmEditErrors::frmEditErrors(const EditorContext& context, const Table<ErrorMess
       errors_(errors) {
     ui_->setupUi(this);
     ui_->txtError->setEnabled(false);
-    RefuseUnstorableText(*ui_->txtError, context.dialogs);
+    EditParameter(*ui_->txtError, {}, context.dialogs);
     for (const ErrorMessage& error : errors_)
         ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
-    ConnectListKeys(*ui_->lstErrors, {}); // for its arrow keys
+    ConnectListKeys(*ui_->lstErrors, {}); // The arrow keys then select the first row.
     connect(ui_->lstErrors, &QListWidget::itemSelectionChanged, this, &frmEditErrors::lstErrors_Click);
-    connect(ui_->butOK, &QPushButton::clicked, this, &frmEditErrors::butOK_Click);
+    connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     RememberSize(*this);
 }
 
 frmEditErrors::~frmEditErrors() = default;
 
-void frmEditErrors::StoreText() {
+Table<ErrorMessage> frmEditErrors::Errors() const {
+    Table<ErrorMessage> errors = errors_;
     if (remembered_ >= 0)
-        errors_.Edit(remembered_ + 1).GameText = FromQt(ui_->txtError->text());
+        errors.Edit(remembered_ + 1).GameText = FromQt(ui_->txtError->text());
+    return errors;
 }
 
 void frmEditErrors::lstErrors_Click() {
@@ -38,14 +40,9 @@ void frmEditErrors::lstErrors_Click() {
     if (row < 0)
         return;
     ui_->txtError->setEnabled(true);
-    StoreText();
+    errors_ = Errors();
     remembered_ = row;
     ui_->txtError->setText(ToQt(errors_[remembered_ + 1].GameText));
-}
-
-void frmEditErrors::butOK_Click() {
-    StoreText();
-    accept();
 }
 
 } // namespace zem

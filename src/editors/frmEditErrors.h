@@ -23,13 +23,11 @@ public:
                   QWidget* parent = nullptr);
     ~frmEditErrors() override;
 
-    /// The edited table; meant to be used after the window was closed with OK.
-    const Table<ErrorMessage>& Errors() const { return errors_; }
+    /// The table as edited until now.
+    Table<ErrorMessage> Errors() const;
 
 private:
     void lstErrors_Click();
-    void butOK_Click();
-    void StoreText();
 
     std::unique_ptr<Ui::frmEditErrors> ui_;
     Table<ErrorMessage> errors_;

@@ -1,5 +1,6 @@
 #include "editors/frmEditItems.h"
 
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
@@ -21,6 +22,8 @@ frmEditItems::frmEditItems(const EditorContext& context, QWidget* parent)
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove});
     ui_->lstItems->setFocus();
+    edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
+    AskBeforeDiscard(*this, context_.dialogs, *edit_);
     RememberSize(*this);
 }
 
@@ -42,12 +45,14 @@ void frmEditItems::butAdd_Click() {
     ui_->lstItems->setCurrentRow(ui_->lstItems->count() - 1);
 }
 
-void frmEditItems::butOK_Click() {
-    context_.door.Change([this](GameModel& game) {
-        RowsToTable(*ui_->lstItems, game.Items, [this](ItemEntry& entry, int row) {
-            entry = {RowText(*ui_->lstItems, row), ui_->lstItems->item(row)->checkState() == Qt::Checked};
-        });
+void frmEditItems::Write(GameModel& game) const {
+    RowsToTable(*ui_->lstItems, game.Items, [this](ItemEntry& entry, int row) {
+        entry = {RowText(*ui_->lstItems, row), ui_->lstItems->item(row)->checkState() == Qt::Checked};
     });
+}
+
+void frmEditItems::butOK_Click() {
+    context_.door.Change([this](GameModel& game) { Write(game); });
     accept();
 }
 

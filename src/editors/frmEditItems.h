@@ -24,9 +24,11 @@ private:
     void Append(const std::string& name, bool isStartItem);
     void butAdd_Click();
     void butOK_Click();
+    void Write(GameModel& game) const;
 
     std::unique_ptr<Ui::frmEditItems> ui_;
     EditorContext context_;
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

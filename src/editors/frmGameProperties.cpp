@@ -4,10 +4,11 @@
 #include "editors/frmObjectInteract.h"
 #include "editors/frmPlayerCommandEditor.h"
 #include "editors/frmTagEditor.h"
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
-#include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmGameProperties.h"
@@ -23,7 +24,8 @@ enum Page { InformationPage, ActionsPage, FontsPage, SettingsPage };
 frmGameProperties::frmGameProperties(const EditorContext& context, QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmGameProperties>()),
-      context_(context) {
+      context_(context),
+      draft_(context.scripts) {
     ui_->setupUi(this);
     pages_ = new PageButtons(
         *ui_->pages, {ui_->butGameInformation, ui_->butActions, ui_->butFonts, ui_->butGlobalSettings});
@@ -34,6 +36,8 @@ frmGameProperties::frmGameProperties(const EditorContext& context, QWidget* pare
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtGameName->setFocus();
+    edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
+    AskBeforeDiscard(*this, context_.dialogs, *edit_);
     RememberSize(*this);
 }
 
@@ -41,17 +45,19 @@ frmGameProperties::~frmGameProperties() = default;
 
 void frmGameProperties::FillInformation(const GameModel& game) {
     Dialogs& dialogs = context_.dialogs;
-    EditStorableText(*ui_->txtGameName, game.GameName, dialogs);
-    EditStorableText(*ui_->txtGameAuthor, game.GameAuthor, dialogs);
-    EditStorableText(*ui_->txtGameVersion, game.GameVersion, dialogs);
-    EditStorableText(*ui_->txtGameCopyright, game.GameCopyright, dialogs);
-    EditStorableText(*ui_->txtFontName, game.DefaultFontName, dialogs);
+    EditParameter(*ui_->txtGameName, game.GameName, dialogs);
+    EditParameter(*ui_->txtGameAuthor, game.GameAuthor, dialogs);
+    EditParameter(*ui_->txtGameVersion, game.GameVersion, dialogs);
+    EditParameter(*ui_->txtGameCopyright, game.GameCopyright, dialogs);
+    EditParameter(*ui_->txtFontName, game.DefaultFontName, dialogs);
     ui_->txtGameInfo->SetText(BarToCrLf(game.GameInfo));
     ui_->txtGameInfo->RefuseUnstorableText(dialogs);
+    RemarkEarlyEnd(*ui_->txtGameInfo);
     roomNames_.ShowNames(game.Rooms);
     ui_->cmbRoomNames->Offer(roomNames_);
     ui_->cmbRoomNames->SetText(game.StartRoom);
     ui_->cmbRoomNames->RefuseUnstorableText(dialogs);
+    RemarkEarlyEnd(*ui_->cmbRoomNames);
 }
 
 void frmGameProperties::FillScripts(const GameModel& game) {
@@ -85,7 +91,8 @@ std::optional<std::int16_t> frmGameProperties::FontSize() const {
     return isNumber ? std::optional<std::int16_t>(size) : std::nullopt;
 }
 
-void frmGameProperties::Write(GameModel& game, std::int16_t fontSize) const {
+/// A font size that is none is left as it was: OK refuses it, and a recovery copy holds all the rest.
+void frmGameProperties::Write(GameModel& game) const {
     game.GameName = FromQt(ui_->txtGameName->text());
     game.GameAuthor = FromQt(ui_->txtGameAuthor->text());
     game.GameCopyright = FromQt(ui_->txtGameCopyright->text());
@@ -95,7 +102,7 @@ void frmGameProperties::Write(GameModel& game, std::int16_t fontSize) const {
     game.GameDescription = description_->Script();
     game.StartScript = startScript_->Script();
     game.DefaultFontName = FromQt(ui_->txtFontName->text());
-    game.DefaultFontSize = fontSize;
+    game.DefaultFontSize = FontSize().value_or(game.DefaultFontSize);
     if (*game.GameMiscTags != miscTags_)
         game.GameMiscTags = miscTags_;
     game.NoDebug = ui_->chkNoDebug->checkState() == Qt::Checked;
@@ -108,8 +115,7 @@ void frmGameProperties::Write(GameModel& game, std::int16_t fontSize) const {
 }
 
 void frmGameProperties::butOK_Click() {
-    const std::optional<std::int16_t> fontSize = FontSize();
-    if (!fontSize) {
+    if (!FontSize()) {
         pages_->Show(FontsPage);
         ui_->txtFontSize->setFocus();
         ui_->txtFontSize->selectAll();
@@ -118,7 +124,10 @@ void frmGameProperties::butOK_Click() {
             windowTitle(), QMessageBox::Ok, QMessageBox::Warning);
         return;
     }
-    context_.door.Change([&](GameModel& game) { Write(game, *fontSize); });
+    context_.door.Change([this](GameModel& game) {
+        draft_.Keep(game);
+        Write(game);
+    });
     accept();
 }
 

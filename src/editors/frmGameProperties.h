@@ -3,6 +3,7 @@
 #include "forms/EditorContext.h"
 #include "forms/NameListModel.h"
 #include "model/GameModel.h"
+#include "script/ScriptDraft.h"
 
 #include <QDialog>
 
@@ -36,10 +37,11 @@ private:
     void butOK_Click();
 
     std::optional<std::int16_t> FontSize() const;
-    void Write(GameModel& game, std::int16_t fontSize) const;
+    void Write(GameModel& game) const;
 
     std::unique_ptr<Ui::frmGameProperties> ui_;
     EditorContext context_;
+    ScriptDraft draft_;
     PageButtons* pages_;
     NameListModel roomNames_;
     ScriptField* startScript_ = nullptr;
@@ -49,6 +51,7 @@ private:
     std::vector<ScriptPair> commands_;
     std::vector<ScriptPair> uses_;
     std::string miscTags_;
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

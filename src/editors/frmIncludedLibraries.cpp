@@ -1,5 +1,6 @@
 #include "editors/frmIncludedLibraries.h"
 
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
@@ -21,6 +22,8 @@ frmIncludedLibraries::frmIncludedLibraries(const EditorContext& context, QWidget
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstLibs, {ui_->butAdd, ui_->butRemove});
     ui_->lstLibs->setFocus();
+    edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
+    AskBeforeDiscard(*this, context_.dialogs, *edit_);
     RememberSize(*this);
 }
 
@@ -34,11 +37,13 @@ void frmIncludedLibraries::butAdd_Click() {
         AppendRow(*ui_->lstLibs, FromQt(*name));
 }
 
+void frmIncludedLibraries::Write(GameModel& game) const {
+    RowsToTable(*ui_->lstLibs, game.Includes,
+                [this](std::string& library, int row) { library = RowText(*ui_->lstLibs, row); });
+}
+
 void frmIncludedLibraries::butOK_Click() {
-    context_.door.Change([this](GameModel& game) {
-        RowsToTable(*ui_->lstLibs, game.Includes,
-                    [this](std::string& library, int row) { library = RowText(*ui_->lstLibs, row); });
-    });
+    context_.door.Change([this](GameModel& game) { Write(game); });
     accept();
 }
 

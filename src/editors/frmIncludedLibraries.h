@@ -23,9 +23,11 @@ public:
 private:
     void butAdd_Click();
     void butOK_Click();
+    void Write(GameModel& game) const;
 
     std::unique_ptr<Ui::frmIncludedLibraries> ui_;
     EditorContext context_;
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

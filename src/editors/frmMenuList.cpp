@@ -1,11 +1,13 @@
 #include "editors/frmMenuList.h"
 
 #include "editors/frmSelectionWindow.h"
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
 #include "qt/QtText.h"
+#include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmMenuList.h"
 
@@ -53,9 +55,16 @@ void frmMenuList::butEdit_Click() {
     const int k = SelectedMenu();
     if (k == 0)
         return;
+    const ScriptDraft draft(context_.scripts);
     frmSelectionWindow form(context_, context_.door.Game().SelectionMenus[k], this);
+    const auto write = [&form, k](GameModel& game) { game.SelectionMenus.Edit(k) = form.Menu(); };
+    const GameEdit edit(context_.edits, write);
+    AskBeforeDiscard(form, context_.dialogs, edit);
     if (form.exec() == QDialog::Accepted)
-        context_.door.Change([&](GameModel& game) { game.SelectionMenus.Edit(k) = form.Menu(); });
+        context_.door.Change([&](GameModel& game) {
+            draft.Keep(game);
+            write(game);
+        });
 }
 
 void frmMenuList::butRemove_Click() {
@@ -68,7 +77,7 @@ void frmMenuList::butRemove_Click() {
 }
 
 void frmMenuList::butOK_Click() {
-    context_.door.MarkModified(); // also when nothing was changed
+    context_.door.MarkModified(); // Closing this list always counts as a change.
     accept();
 }
 

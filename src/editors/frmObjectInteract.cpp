@@ -1,8 +1,10 @@
 #include "editors/frmObjectInteract.h"
 
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
+#include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmObjectInteract.h"
 
@@ -17,7 +19,7 @@ frmObjectInteract::frmObjectInteract(const EditorContext& context, const QString
     ui_->setupUi(this);
     setWindowTitle(caption);
     ui_->lblTitle->setTextFormat(Qt::PlainText);
-    ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // which a name may hold
+    ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // A name may hold "&".
     ui_->lstItems->setAccessibleName(heading);
     objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems, objects);
     OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
@@ -47,7 +49,7 @@ void frmObjectInteract::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& object = objects_->Edit(row);
-    object.Script = context_.scripts.EditScript(this, object.Script);
+    context_.scripts.EditScript(this, object.Script);
     objects_->Show(row);
 }
 
@@ -55,9 +57,15 @@ namespace {
 
 void EditObjects(const EditorContext& context, const QString& caption, const QString& heading,
                  std::vector<ScriptPair>& objects, QWidget* parent) {
+    ScriptDraft draft(context.scripts);
     frmObjectInteract form(context, caption, heading, objects, parent);
-    if (form.exec() == QDialog::Accepted)
-        objects = form.Objects();
+    const ValueEdit<std::vector<ScriptPair>> edit(context.edits, objects,
+                                                  [&form](GameModel&) { return form.Objects(); });
+    AskBeforeDiscard(form, context.dialogs, edit);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    objects = form.Objects();
+    draft.Keep();
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 #include "editors/frmPlayerCommandEditor.h"
 
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
+#include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
 #include "script/frmEditCommand.h"
 #include "ui_frmPlayerCommandEditor.h"
@@ -30,9 +32,19 @@ frmPlayerCommandEditor::frmPlayerCommandEditor(const EditorContext& context,
 frmPlayerCommandEditor::~frmPlayerCommandEditor() = default;
 
 void frmPlayerCommandEditor::butAdd_Click() {
+    ScriptDraft draft(context_.scripts);
     frmEditCommand form(context_, {}, {}, this);
-    if (form.exec() == QDialog::Accepted)
-        commands_->Append({form.Pattern(), form.Action()}); // an empty pattern, too
+    const auto read = [this, &form](GameModel&) {
+        std::vector<ScriptPair> commands = commands_->Pairs();
+        commands.push_back({form.Pattern(), form.Action()});
+        return commands;
+    };
+    const ValueEdit<std::vector<ScriptPair>> edit(context_.edits, commands_->EditPairs(), read);
+    AskBeforeDiscard(form, context_.dialogs, edit);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    commands_->Append({form.Pattern(), form.Action()}); // The pattern may be empty.
+    draft.Keep();
 }
 
 void frmPlayerCommandEditor::butEdit_Click() {
@@ -40,17 +52,29 @@ void frmPlayerCommandEditor::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& command = commands_->Edit(row);
+    ScriptDraft draft(context_.scripts);
     frmEditCommand form(context_, command.Key, command.Script, this);
+    const ValueEdit<ScriptPair> edit(context_.edits, command, [&form](GameModel&) {
+        return ScriptPair{form.Pattern(), form.Action()};
+    });
+    AskBeforeDiscard(form, context_.dialogs, edit);
     if (form.exec() != QDialog::Accepted)
         return;
     command = {form.Pattern(), form.Action()};
     commands_->Show(row);
+    draft.Keep();
 }
 
 void EditPlayerCommands(const EditorContext& context, std::vector<ScriptPair>& commands, QWidget* parent) {
+    ScriptDraft draft(context.scripts);
     frmPlayerCommandEditor form(context, commands, parent);
-    if (form.exec() == QDialog::Accepted)
-        commands = form.Commands();
+    const ValueEdit<std::vector<ScriptPair>> edit(context.edits, commands,
+                                                  [&form](GameModel&) { return form.Commands(); });
+    AskBeforeDiscard(form, context.dialogs, edit);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    commands = form.Commands();
+    draft.Keep();
 }
 
 } // namespace zem

@@ -8,7 +8,6 @@
 #include "script/ScriptEditing.h"
 #include "ui_frmProcedureEditor.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace zem {
@@ -27,7 +26,7 @@ frmProcedureEditor::frmProcedureEditor(const EditorContext& context, QWidget* pa
       ui_(std::make_unique<Ui::frmProcedureEditor>()),
       context_(context) {
     ui_->setupUi(this);
-    Refresh();
+    Fill();
     OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, context.dialogs, [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, context.dialogs, [this] { butRemove_Click(); });
@@ -39,9 +38,8 @@ frmProcedureEditor::frmProcedureEditor(const EditorContext& context, QWidget* pa
 
 frmProcedureEditor::~frmProcedureEditor() = default;
 
-void frmProcedureEditor::Refresh() {
-    ui_->cmbProcedures->clear();
-    procedures_.clear();
+/// Lists the author's own procedures; those that the editor made of scripts stay hidden.
+void frmProcedureEditor::Fill() {
     int k = 0;
     for (const Procedure& procedure : context_.door.Game().Procedures) {
         ++k;
@@ -64,8 +62,6 @@ void frmProcedureEditor::butAdd_Click() {
     if (!name)
         return;
     context_.door.Change([&](GameModel& game) { game.Procedures.Append().Name = FromQt(*name); });
-    if (IsInternal(FromQt(*name)))
-        return; // a name that hides it
     procedures_.push_back(context_.door.Game().Procedures.Count());
     AppendRow(*ui_->cmbProcedures, FromQt(*name));
     butEdit_Click();
@@ -75,8 +71,11 @@ void frmProcedureEditor::butEdit_Click() {
     const int k = SelectedProcedure();
     if (k == 0)
         return;
-    const std::string script = context_.scripts.EditScript(this, context_.door.Game().Procedures[k].Script);
-    context_.door.Change([&](GameModel& game) { game.Procedures.Edit(k).Script = script; });
+    std::string script = context_.door.Game().Procedures[k].Script;
+    const auto write = [&script, k](GameModel& game) { game.Procedures.Edit(k).Script = script; };
+    const GameEdit edit(context_.edits, write);
+    context_.scripts.EditScript(this, script);
+    context_.door.Change(write);
 }
 
 void frmProcedureEditor::butRemove_Click() {
@@ -84,9 +83,10 @@ void frmProcedureEditor::butRemove_Click() {
     if (k == 0)
         return;
     context_.door.Change([&](GameModel& game) { game.Procedures.Remove(k); });
-    const int row = SelectedRow(*ui_->cmbProcedures);
-    Refresh();
-    ui_->cmbProcedures->setCurrentRow(std::min(row, ui_->cmbProcedures->count() - 1));
+    // The list is not filled anew: that would hide what was added under a name like an internal one's.
+    procedures_.erase(procedures_.begin() + RemoveSelectedRow(*ui_->cmbProcedures));
+    for (int& later : procedures_)
+        later -= later > k ? 1 : 0;
 }
 
 } // namespace zem

@@ -23,7 +23,7 @@ public:
     ~frmProcedureEditor() override;
 
 private:
-    void Refresh();
+    void Fill();
     int SelectedProcedure() const; // from 1; 0 for none
     void butAdd_Click();
     void butEdit_Click();

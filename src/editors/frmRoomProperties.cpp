@@ -4,12 +4,13 @@
 #include "editors/frmObjectInteract.h"
 #include "editors/frmPlayerCommandEditor.h"
 #include "editors/frmTagEditor.h"
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
-#include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmRoomProperties.h"
@@ -47,6 +48,7 @@ frmRoomProperties::frmRoomProperties(const EditorContext& context, int room, QWi
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmRoomProperties>()),
       context_(context),
+      draft_(context.scripts),
       room_(room) {
     ui_->setupUi(this);
     cmbRoomNames_ = {ui_->cmbRoomNames_0, ui_->cmbRoomNames_1, ui_->cmbRoomNames_2,
@@ -70,24 +72,26 @@ frmRoomProperties::frmRoomProperties(const EditorContext& context, int room, QWi
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
-    ui_->txtAlias->setFocus();
+    AskBeforeDiscard(*this, context_.dialogs, *edit_);
+    ui_->txtRoomAlias->setFocus();
     RememberSize(*this);
 }
 
 frmRoomProperties::~frmRoomProperties() = default;
 
 void frmRoomProperties::FillDetails(const Room& room) {
-    ui_->txtRoomName->setText(ToQt(room.Name)); // shown only
+    ui_->txtRoomName->setText(ToQt(room.Name)); // This window never renames a room.
     QPalette readOnly = ui_->txtRoomName->palette();
     readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
     ui_->txtRoomName->setPalette(readOnly);
     Dialogs& dialogs = context_.dialogs;
-    EditStorableText(*ui_->txtAlias, room.Alias, dialogs);
-    EditStorableText(*ui_->txtPrefix, room.Prefix, dialogs);
-    EditStorableText(*ui_->txtInDescription, room.InDescription, dialogs);
+    EditParameter(*ui_->txtRoomAlias, room.Alias, dialogs);
+    EditParameter(*ui_->txtPrefix, room.Prefix, dialogs);
+    EditParameter(*ui_->txtInDescription, room.InDescription, dialogs);
     ui_->txtDescription->SetText(room.Look);
     ui_->txtDescription->RefuseUnstorableText(dialogs);
-    ui_->txtDescription->HoldOneLine(); // as its line of the file does
+    ui_->txtDescription->HoldOneLine(); // The file holds it on one line.
+    RemarkEarlyEnd(*ui_->txtDescription);
 }
 
 void frmRoomProperties::FillExits(const Room& room) {
@@ -106,6 +110,7 @@ void frmRoomProperties::FillExits(const Room& room) {
         connect(&box, &QComboBox::currentTextChanged, this, [this, exit] { cmbRoomNames_Change(exit); });
         box.setCurrentIndex(RowOfDestination(rooms, ExitOf(room, exit)->Key, exit != 0));
         box.RefuseUnstorableText(context_.dialogs);
+        RemarkEarlyEnd(box);
         OnClick(butRoomAction_[exit], this, context_.dialogs, [this, exit] { butRoomAction_Click(exit); });
     }
 }
@@ -118,11 +123,20 @@ void frmRoomProperties::cmbRoomNames_Change(std::size_t exit) {
 
 /// Writes the action into the game at once: Cancel does not take it back, on purpose.
 void frmRoomProperties::butRoomAction_Click(std::size_t exit) {
-    const std::string before = ExitOf(context_.door.Game().Rooms[room_], exit)->Script;
-    const std::string after = context_.scripts.EditScript(this, before);
-    if (after != before)
-        context_.door.Change(
-            [&](GameModel& game) { ExitOf(game.Rooms.Edit(room_), exit).Edit().Script = after; });
+    std::string script = ExitOf(context_.door.Game().Rooms[room_], exit)->Script;
+    const auto write = [&](GameModel& game) {
+        draft_.KeepCalled(script, game);
+        if (ExitOf(game.Rooms[room_], exit)->Script != script)
+            ExitOf(game.Rooms.Edit(room_), exit).Edit().Script = script;
+    };
+    const GameEdit edit(context_.edits, write);
+    if (!context_.scripts.EditScript(this, script))
+        return;
+    GameModel changed = context_.door.Game();
+    write(changed);
+    if (!SameGame(changed, context_.door.Game()))
+        context_.door.Change(write);
+    edit_->Settle(write);
 }
 
 void frmRoomProperties::FillPlaces(const Room& room) {
@@ -139,6 +153,9 @@ void frmRoomProperties::FillPlaces(const Room& room) {
 void frmRoomProperties::butAddPlace_Click() {
     roomNames_.ShowNames(context_.door.Game().Rooms);
     frmAddNewPlace form(context_, roomNames_, this);
+    const ValueEdit<std::string> edit(context_.edits, newPlace_,
+                                      [&form](GameModel&) { return form.Place(); });
+    AskBeforeDiscard(form, context_.dialogs, edit);
     if (form.exec() != QDialog::Accepted)
         return;
     AppendRow(*ui_->lstPlaces, form.Place());
@@ -156,7 +173,7 @@ void frmRoomProperties::butScript_Click() {
     if (row < 0)
         return;
     std::string& script = placeScripts_[static_cast<std::size_t>(row)];
-    script = context_.scripts.EditScript(this, script);
+    context_.scripts.EditScript(this, script);
 }
 
 void frmRoomProperties::ConnectMisc() {
@@ -171,7 +188,7 @@ void frmRoomProperties::ConnectMisc() {
 }
 
 void frmRoomProperties::WriteDetails(Room& room) const {
-    room.Alias = FromQt(ui_->txtAlias->text());
+    room.Alias = FromQt(ui_->txtRoomAlias->text());
     room.Prefix = FromQt(ui_->txtPrefix->text());
     room.Look = ui_->txtDescription->Text();
     room.InDescription = FromQt(ui_->txtInDescription->text());
@@ -194,6 +211,8 @@ void frmRoomProperties::WriteLists(Room& room) const {
     RowsToTable(*ui_->lstPlaces, room.Places, [this](ScriptPair& place, int row) {
         place = {RowText(*ui_->lstPlaces, row), placeScripts_[static_cast<std::size_t>(row)]};
     });
+    if (!newPlace_.empty())
+        room.Places.Append({newPlace_, ""});
     room.Commands.Assign(commands_);
     room.Uses.Assign(uses_);
 }
@@ -206,7 +225,10 @@ void frmRoomProperties::Write(GameModel& game) const {
 }
 
 void frmRoomProperties::butOK_Click() {
-    context_.door.Change([this](GameModel& game) { Write(game); });
+    context_.door.Change([this](GameModel& game) {
+        draft_.Keep(game);
+        Write(game);
+    });
     accept();
 }
 

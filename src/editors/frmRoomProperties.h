@@ -3,6 +3,7 @@
 #include "forms/EditorContext.h"
 #include "forms/NameListModel.h"
 #include "model/GameModel.h"
+#include "script/ScriptDraft.h"
 
 #include <QDialog>
 
@@ -24,8 +25,7 @@ namespace zem {
 class NameBox;
 class ScriptField;
 
-/// Edits a room. Everything is written on OK, except that the action of an exit is written when it is edited,
-/// and the procedure that a script of several lines becomes when its editor is closed.
+/// Edits a room. Everything is written on OK, except that the action of an exit is written when it is edited.
 class frmRoomProperties : public QDialog {
     Q_OBJECT
 
@@ -56,6 +56,7 @@ private:
 
     std::unique_ptr<Ui::frmRoomProperties> ui_;
     EditorContext context_;
+    ScriptDraft draft_;
     int room_;
     std::array<NameBox*, ExitCount> cmbRoomNames_;
     std::array<QPushButton*, ExitCount> butRoomAction_;
@@ -66,6 +67,7 @@ private:
     ScriptField* enterScript_ = nullptr;
     ScriptField* descriptionScript_ = nullptr;
     std::vector<std::string> placeScripts_; // by position, also of places removed since
+    std::string newPlace_;                  // while its window is open
     std::vector<ScriptPair> commands_;
     std::vector<ScriptPair> uses_;
     std::string miscTags_;

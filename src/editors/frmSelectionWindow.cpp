@@ -1,9 +1,9 @@
 #include "editors/frmSelectionWindow.h"
 
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
-#include "forms/StorableInput.h"
 #include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmSelectionWindow.h"
@@ -17,7 +17,7 @@ frmSelectionWindow::frmSelectionWindow(const EditorContext& context, const Selec
       context_(context),
       menu_(menu) {
     ui_->setupUi(this);
-    EditStorableText(*ui_->txtInfo, menu.Info, context.dialogs);
+    EditParameter(*ui_->txtInfo, menu.Info, context.dialogs);
     choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu, menu.Choices);
     OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
@@ -57,7 +57,7 @@ void frmSelectionWindow::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& choice = choices_->Edit(row);
-    choice.Script = context_.scripts.EditScript(this, choice.Script);
+    context_.scripts.EditScript(this, choice.Script);
     choices_->Show(row);
 }
 

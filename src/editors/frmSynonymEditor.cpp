@@ -52,10 +52,10 @@ SynonymEntry frmSynonymEditor::Entry() const {
 
 void frmSynonymEditor::butAdd_Click() {
     const std::optional<QString> word =
-        AskName(context_.dialogs, this,
-                QStringLiteral("Please enter a new word that will be converted to this synonym:"),
-                QStringLiteral("New Word"));
-    if (word)
+        AskStorableText(context_.dialogs, this,
+                        QStringLiteral("Please enter a new word that will be converted to this synonym:"),
+                        QStringLiteral("New Word"), {});
+    if (word && !word->isEmpty())
         AppendRow(*ui_->lstWords, FromQt(*word));
 }
 

@@ -27,10 +27,12 @@ private:
     void butEdit_Click();
     void butRemove_Click();
     void butOK_Click();
+    void Write(GameModel& game) const;
 
     std::unique_ptr<Ui::frmSynonyms> ui_;
     EditorContext context_;
-    std::vector<std::string> words_; // by row
+    std::vector<SynonymEntry> entries_; // by row
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

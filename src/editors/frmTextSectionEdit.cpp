@@ -55,7 +55,7 @@ void frmTextSectionEdit::cmbTextSections_Click() {
     const int k = SelectedSection();
     const TextSection section = k == 0 ? TextSection() : context_.door.Game().TextSections[k];
     {
-        const QSignalBlocker showing(ui_->txtText); // is no change
+        const QSignalBlocker showing(ui_->txtText); // Showing a text is no change.
         ui_->txtText->SetText(section.Text);
     }
     ui_->txtText->setEnabled(k != 0);
@@ -100,7 +100,7 @@ void frmTextSectionEdit::butRename_Click() {
         return;
     context_.door.Change([&](GameModel& game) { game.TextSections.Edit(k).Name = FromQt(*name); });
     ui_->cmbTextSections->item(k - 1)->setText(*name);
-    cmbTextSections_Click(); // it may have become one of the fixed names
+    cmbTextSections_Click(); // A text with a fixed name cannot be renamed again.
 }
 
 /// However the window is closed, the game counts as changed.

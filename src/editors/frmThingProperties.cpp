@@ -2,10 +2,11 @@
 
 #include "editors/frmObjectInteract.h"
 #include "editors/frmTagEditor.h"
+#include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
-#include "forms/StorableInput.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmThingProperties.h"
@@ -17,6 +18,7 @@ frmThingProperties::frmThingProperties(const EditorContext& context, ThingKind k
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmThingProperties>()),
       context_(context),
+      draft_(context.scripts),
       kind_(kind),
       room_(room),
       thing_(thing) {
@@ -24,10 +26,12 @@ frmThingProperties::frmThingProperties(const EditorContext& context, ThingKind k
     new PageButtons(*ui_->pages, {ui_->butDetails, ui_->butActions, ui_->butMisc});
     AdaptToKind();
     Fill();
-    ConnectMisc(ToQt(Record().Name));
+    ConnectMisc();
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ui_->txtThingName->setFocus();
+    edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
+    AskBeforeDiscard(*this, context_.dialogs, *edit_);
     RememberSize(*this);
 }
 
@@ -56,53 +60,60 @@ void frmThingProperties::AdaptToKind() {
 void frmThingProperties::Fill() {
     const Thing thing = Record();
     Dialogs& dialogs = context_.dialogs;
-    EditStorableText(*ui_->txtThingName, thing.Name, dialogs);
-    EditStorableText(*ui_->txtPrefix, thing.Prefix, dialogs);
-    EditStorableText(*ui_->txtSuffix, IsCharacter() ? thing.Suffix : "", dialogs);
-    EditStorableText(*ui_->txtGender, IsCharacter() ? thing.Gender : "", dialogs);
+    EditParameter(*ui_->txtThingName, thing.Name, dialogs);
+    EditParameter(*ui_->txtPrefix, thing.Prefix, dialogs);
     ui_->chkHidden->setChecked(thing.Hidden);
     ui_->chkInvisible->setChecked(thing.Invisible);
     look_ = new ScriptField(context_, *this, *ui_->txtDescription, *ui_->butLookAction, thing.Look);
     interact_ = new ScriptField(context_, *this, *ui_->txtInteract, *ui_->butSpeakAction,
                                 IsCharacter() ? thing.Speak : thing.Take);
-    gives_.assign(thing.Gives.begin(), thing.Gives.end());
-    uses_.assign(thing.Uses.begin(), thing.Uses.end());
     miscTags_ = thing.MiscTags;
+    uses_.assign(thing.Uses.begin(), thing.Uses.end());
+    if (IsCharacter()) {
+        EditParameter(*ui_->txtSuffix, thing.Suffix, dialogs);
+        EditParameter(*ui_->txtGender, thing.Gender, dialogs);
+        gives_.assign(thing.Gives.begin(), thing.Gives.end());
+    }
 }
 
-void frmThingProperties::ConnectMisc(const QString& name) {
+void frmThingProperties::ConnectMisc() {
     Dialogs& dialogs = context_.dialogs;
     OnClick(ui_->butMoreTags, this, dialogs, [this] { EditTags(context_, miscTags_, this); });
-    OnClick(ui_->butEditGive, this, dialogs, [this, name] {
+    OnClick(ui_->butEditGive, this, dialogs, [this] {
+        const QString name = ui_->txtThingName->text();
         EditGives(context_, QStringLiteral("Objects that can be GIVEn to %1:").arg(name), gives_, this);
     });
-    OnClick(ui_->butEditUse, this, dialogs, [this, name] {
+    OnClick(ui_->butEditUse, this, dialogs, [this] {
+        const QString name = ui_->txtThingName->text();
         EditUses(context_, QStringLiteral("Objects that can be USEd on %1:").arg(name), uses_, this);
     });
 }
 
-void frmThingProperties::Write(Thing& thing) const {
+void frmThingProperties::WriteThing(Thing& thing) const {
     thing.Name = FromQt(ui_->txtThingName->text());
     thing.Prefix = FromQt(ui_->txtPrefix->text());
     thing.Hidden = ui_->chkHidden->checkState() == Qt::Checked;
     thing.Invisible = ui_->chkInvisible->checkState() == Qt::Checked;
     thing.Look = look_->Script();
+    (IsCharacter() ? thing.Speak : thing.Take) = interact_->Script();
     thing.MiscTags = miscTags_;
     thing.Uses.Assign(uses_);
-    if (!IsCharacter()) { // whose suffix is not written, on purpose, whatever was typed
-        thing.Take = interact_->Script();
-        return;
+    if (IsCharacter()) { // An object keeps the suffix that its file had, whatever is typed.
+        thing.Suffix = FromQt(ui_->txtSuffix->text());
+        thing.Gender = FromQt(ui_->txtGender->text());
+        thing.Gives.Assign(gives_);
     }
-    thing.Suffix = FromQt(ui_->txtSuffix->text());
-    thing.Gender = FromQt(ui_->txtGender->text());
-    thing.Speak = interact_->Script();
-    thing.Gives.Assign(gives_);
+}
+
+void frmThingProperties::Write(GameModel& game) const {
+    Room& room = game.Rooms.Edit(room_);
+    WriteThing((IsCharacter() ? room.Characters : room.Objects).Edit(thing_));
 }
 
 void frmThingProperties::butOK_Click() {
     context_.door.Change([this](GameModel& game) {
-        Room& room = game.Rooms.Edit(room_);
-        Write((IsCharacter() ? room.Characters : room.Objects).Edit(thing_));
+        draft_.Keep(game);
+        Write(game);
     });
     accept();
 }

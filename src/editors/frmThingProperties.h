@@ -2,6 +2,7 @@
 
 #include "forms/EditorContext.h"
 #include "model/GameModel.h"
+#include "script/ScriptDraft.h"
 
 #include <QDialog>
 
@@ -36,12 +37,14 @@ private:
     const Thing& Record() const;
     void AdaptToKind();
     void Fill();
-    void ConnectMisc(const QString& name);
+    void ConnectMisc();
     void butOK_Click();
-    void Write(Thing& thing) const;
+    void Write(GameModel& game) const;
+    void WriteThing(Thing& thing) const;
 
     std::unique_ptr<Ui::frmThingProperties> ui_;
     EditorContext context_;
+    ScriptDraft draft_;
     ThingKind kind_;
     int room_;
     int thing_;
@@ -50,6 +53,7 @@ private:
     std::vector<ScriptPair> gives_;
     std::vector<ScriptPair> uses_;
     std::string miscTags_;
+    std::unique_ptr<GameEdit> edit_;
 };
 
 } // namespace zem

@@ -14,6 +14,8 @@ class QWidget;
 
 namespace zem {
 
+class ScriptDraft;
+
 /// Shows and edits the scripts of the game: what every form that has a script field works with.
 class ScriptEditing {
 public:
@@ -25,20 +27,28 @@ public:
     ScriptEditing& operator=(const ScriptEditing&) = delete;
 
     /// Edits the value of a script field in a window of its own. A script of several lines becomes an
-    /// internal procedure, and the value a call of it. Returns the given value when the author cancelled.
-    std::string EditScript(QWidget* parent, const std::string& script);
+    /// internal procedure, and the value a call of it. False when the author cancelled; the value is as it
+    /// was then.
+    bool EditScript(QWidget* parent, std::string& script);
 
-    /// Edits one line; an empty line for a new one. Returns the given line when the author cancelled.
-    std::string EditScriptLine(QWidget* parent, const std::string& line);
+    /// Edits one line; an empty line for a new one. False when the author cancelled.
+    bool EditScriptLine(QWidget* parent, std::string& line);
 
-    /// Edits one "if" line; an empty line for a new one. Returns the given line when the author cancelled.
-    std::string EditConditional(QWidget* parent, const std::string& line);
+    /// Edits one "if" line; an empty line for a new one. False when the author cancelled.
+    bool EditConditional(QWidget* parent, std::string& line);
 
     /// The script as it is shown; each line that cannot be rendered as it is.
     std::string Render(const std::string& script, ScriptForm form, InternalProcedures internal) const;
 
     /// Paints the script, internal procedures expanded, into a read-only box.
     void Show(const std::string& script, QTextEdit& box) const;
+
+    /// The game with the internal procedures that open editors hold back.
+    GameModel Game() const;
+
+    /// Changes the internal procedures: in the innermost open draft, in the game where there is none. When
+    /// the change throws, everything is as it was before, and the exception goes on.
+    void ChangeProcedures(const std::function<void(GameModel&)>& change);
 
     bool IsFriendly() const { return isFriendly_(); }
     const CommandLookup& Commands() const { return commands_; }
@@ -49,10 +59,13 @@ public:
     }
 
 private:
+    friend class ScriptDraft;
+
     EditorContext context_; // of the windows that this object opens
     const CommandLookup& commands_;
     std::function<bool()> isFriendly_;
-    mutable NameCache names_; // of the game as it was when a name was last to be chosen
+    mutable NameCache names_;          // of the game as it was when a name was last to be chosen
+    std::vector<ScriptDraft*> drafts_; // of the open editors, the innermost last
 };
 
 } // namespace zem

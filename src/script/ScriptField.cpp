@@ -36,8 +36,8 @@ bool ScriptField::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ScriptField::Edit() {
-    script_ = context_.scripts.EditScript(&form_, script_);
-    context_.scripts.Show(script_, box_);
+    if (context_.scripts.EditScript(&form_, script_))
+        context_.scripts.Show(script_, box_);
 }
 
 } // namespace zem

@@ -1,5 +1,6 @@
 #include "script/ShowFormattedText.h"
 
+#include "forms/Wrapping.h"
 #include "kel/FormatCodes.h"
 #include "qt/QtText.h"
 
@@ -22,7 +23,7 @@ QColor ScreenColour(int basicColour, const QPalette& palette) {
         return isDark ? QColor(0xFF, 0x70, 0x70) : QColor(0xD8, 0x20, 0x20);
     case 14:
         return isDark ? QColor(0xFF, 0xE0, 0x60) : QColor(0x8A, 0x6A, 0x00);
-    default: // black, and the control's own
+    default: // Black, and every other number, is the control's own colour.
         return palette.color(QPalette::Text);
     }
 }
@@ -31,6 +32,7 @@ QColor ScreenColour(int basicColour, const QPalette& palette) {
 
 void ShowFormattedText(std::string_view text, QTextEdit& control) {
     control.clear();
+    ChooseWrapping(control, ToQt(text));
     QTextCursor cursor(control.document());
     ForEachFormattedRun(text, [&](std::string_view run, const TextFormat& format) {
         QTextCharFormat look;

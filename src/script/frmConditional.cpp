@@ -2,7 +2,9 @@
 
 #include "base/LineText.h"
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/ListKeys.h"
+#include "forms/OfferMatches.h"
 #include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "forms/ToolTip.h"
@@ -28,6 +30,8 @@ frmConditional::frmConditional(const EditorContext& context, const std::string& 
     FillConditionChooser();
     for (QLineEdit* box : {ui_->txtConditionParameter, ui_->txtRaw})
         RefuseUnstorableText(*box, context.dialogs);
+    RemarkEarlyEnd(*ui_->txtConditionParameter);
+    OfferMatches(*ui_->cmbCondition);
     ConnectControls();
     if (line.empty()) {
         butAddCondition_Click();
@@ -70,6 +74,7 @@ void frmConditional::ConnectControls() {
                                           ui_->butConditionUp, ui_->butConditionDown});
     connect(ui_->lstConditions, &QListWidget::currentRowChanged, this, &frmConditional::ShowCondition);
     connect(ui_->cmbCondition, &QComboBox::editTextChanged, this, &frmConditional::cmbCondition_Change);
+    connect(ui_->cmbCondition, &QComboBox::currentIndexChanged, this, &frmConditional::cmbCondition_Change);
     connect(ui_->cmbJoiner, &QComboBox::currentIndexChanged, this, &frmConditional::EditCondition);
     connect(ui_->chkNot, &QCheckBox::clicked, this, &frmConditional::EditCondition);
     connect(ui_->txtConditionParameter, &QLineEdit::textChanged, this, &frmConditional::EditCondition);
@@ -138,7 +143,7 @@ void frmConditional::ShowCondition() {
     ui_->cmbJoiner->setEnabled(index > 0);
     ui_->cmbJoiner->setCurrentIndex(condition.JoinedBy == Joiner::And ? 0 : 1);
     ui_->chkNot->setChecked(condition.Negated);
-    if (FromChooser() != condition.Keyword) { // or else what is being typed would be rewritten
+    if (FromChooser() != condition.Keyword) { // Filling the box would rewrite what is being typed.
         const int row =
             ui_->cmbCondition->findData(ToQt(condition.Keyword), Qt::UserRole, Qt::MatchFixedString);
         ui_->cmbCondition->setCurrentIndex(row);
@@ -220,7 +225,7 @@ void frmConditional::cmbCondition_Change() {
     Condition& condition = parts_.Conditions[static_cast<std::size_t>(index)];
     const std::optional<std::string> keyword = FromChooser();
     if (!keyword)
-        return; // neither a name of the list nor a keyword of any game
+        return; // No game can hold such a keyword.
     condition.Keyword = *keyword;
     const CommandDefinition* entry = FindEntry(condition.Keyword);
     condition.HasParameter = entry == nullptr || entry->RawSyntax != "!";
@@ -232,7 +237,10 @@ void frmConditional::cmbCondition_Change() {
 /// The keyword of the condition in the chooser, picked or typed; nothing for a text that no game can hold.
 std::optional<std::string> frmConditional::FromChooser() const {
     const QString text = ui_->cmbCondition->currentText();
-    const int row = ui_->cmbCondition->findText(text, Qt::MatchFixedString);
+    const int current = ui_->cmbCondition->currentIndex(); // It goes first, as several may read alike.
+    const int row = ui_->cmbCondition->itemText(current) == text
+                        ? current
+                        : ui_->cmbCondition->findText(text, Qt::MatchFixedString);
     if (row >= 0)
         return FromQt(ui_->cmbCondition->itemData(row).toString());
     return UnstorableCharacter(text) ? std::nullopt : std::optional(FromQt(text.simplified()));
@@ -264,21 +272,39 @@ void frmConditional::MoveCondition(int by) {
         return;
     std::swap(parts_.Conditions[static_cast<std::size_t>(index)],
               parts_.Conditions[static_cast<std::size_t>(target)]);
-    parts_.Conditions.front().JoinedBy = Joiner::And; // the first is joined to nothing
+    parts_.Conditions.front().JoinedBy = Joiner::And; // The first condition has no joiner to keep.
     PartsChanged();
     ui_->lstConditions->setCurrentRow(target);
 }
 
 void frmConditional::EditAction(std::string& action, bool asConditional) {
     // Each of the two editors goes on with the action only if it is of its own kind.
-    const bool isConditional = BeginsWith(action, "if ");
-    const std::string opened = isConditional == asConditional ? action : std::string();
-    const std::string edited = asConditional ? context_.scripts.EditConditional(this, opened)
-                                             : context_.scripts.EditScriptLine(this, opened);
-    if (edited == opened)
-        return;
-    action = edited;
-    PartsChanged();
+    const std::string before = action;
+    if (BeginsWith(action, "if ") != asConditional)
+        action.clear();
+    const std::string opened = action;
+    ScriptEditing& scripts = context_.scripts;
+    const bool isEdited =
+        asConditional ? scripts.EditConditional(this, action) : scripts.EditScriptLine(this, action);
+    if (isEdited && action != opened)
+        PartsChanged();
+    else
+        action = before;
+}
+
+std::string frmConditional::TypedLine() const {
+    const std::string raw = FromQt(ui_->txtRaw->text());
+    try {
+        if (!ui_->fraParts->isEnabled() || (!raw.empty() && ParseIfLine(raw) == parts_))
+            return raw;
+        return WriteIfLine(parts_);
+    } catch (const KelError&) {
+        std::string line = "if";
+        for (const Condition& condition : parts_.Conditions)
+            line +=
+                (condition.Negated ? " not " : " ") + condition.Keyword + " <" + condition.Parameter + '>';
+        return line + " then " + parts_.Then + (ui_->chkElse->isChecked() ? " else " + parts_.Else : "");
+    }
 }
 
 void frmConditional::chkElse_Click() {

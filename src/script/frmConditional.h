@@ -32,6 +32,9 @@ public:
     /// The line that OK has taken.
     const std::string& Line() const { return line_; }
 
+    /// The line as it stands in the boxes; of parts that make no line yet, as far as they go.
+    std::string TypedLine() const;
+
 private:
     void FillConditionChooser();
     void ConnectControls();

@@ -1,8 +1,8 @@
 #include "script/frmEditCommand.h"
 
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/RunCommand.h"
-#include "forms/StorableInput.h"
 #include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
@@ -16,7 +16,7 @@ frmEditCommand::frmEditCommand(const EditorContext& context, const std::string& 
       ui_(std::make_unique<Ui::frmEditCommand>()),
       context_(context) {
     ui_->setupUi(this);
-    EditStorableText(*ui_->txtCommand, pattern, context.dialogs);
+    EditParameter(*ui_->txtCommand, pattern, context.dialogs);
     action_ = new ScriptField(context, *this, *ui_->txtAction, *ui_->butEdit, action);
     OnClick(ui_->butInsertVariable, this, context_.dialogs, [this] { butInsertVariable_Click(); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);

@@ -2,6 +2,7 @@
 
 #include "base/LineText.h"
 #include "forms/DialogSize.h"
+#include "forms/EarlyEnd.h"
 #include "forms/OfferMatches.h"
 #include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
@@ -31,6 +32,7 @@ frmScriptEditor::frmScriptEditor(const EditorContext& context, const std::string
         OfferMatches(*chooser);
     for (QLineEdit* box : {ui_->txtParameter, ui_->txtOther})
         RefuseUnstorableText(*box, context.dialogs);
+    RemarkEarlyEnd(*ui_->txtParameter);
     OpenLine(line);
 
     connect(ui_->cmbCommands, &QComboBox::currentIndexChanged, this, &frmScriptEditor::ChooseCommand);
@@ -119,7 +121,7 @@ void frmScriptEditor::ShowCommand(const CommandDefinition& entry) {
 void frmScriptEditor::ChooseCommand(int index) {
     const CommandCatalogue& catalogue = context_.scripts.Commands().Catalogue();
     if (index >= 0 && index < catalogue.Count())
-        ShowCommand(catalogue[index + 1]); // the conditions, which no chooser offers, stand behind all others
+        ShowCommand(catalogue[index + 1]); // The choosers leave out the conditions, which come last.
     else
         ui_->txtSyntax->clear();
     for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
@@ -132,7 +134,9 @@ void frmScriptEditor::ChooseCommand(int index) {
 }
 
 bool frmScriptEditor::ChooseTyped(const QComboBox& chooser, Qt::MatchFlags match) {
-    const int index = chooser.findText(chooser.currentText(), match);
+    const QString text = chooser.currentText();
+    const int current = chooser.currentIndex(); // It goes first, as commands may have the same friendly name.
+    const int index = chooser.itemText(current) == text ? current : chooser.findText(text, match);
     if (index >= 0) {
         ChooseCommand(index);
         return true;
@@ -148,7 +152,7 @@ void frmScriptEditor::cmbCommands_Change() {
 
 void frmScriptEditor::cmbFriendly_Change() {
     if (!ChooseTyped(*ui_->cmbFriendly, Qt::MatchFixedString))
-        ui_->cmbCommands->setEditText(QString()); // any other friendly name is no command
+        ui_->cmbCommands->setEditText(QString()); // The typed text names no command.
 }
 
 void frmScriptEditor::chkNoParameter_Click() {
@@ -166,11 +170,11 @@ void frmScriptEditor::butClear_Click() {
     ShowOther(false);
 }
 
-std::string frmScriptEditor::BuildLine() const {
+std::string frmScriptEditor::TypedLine() const {
     const std::string parameter = " <" + FromQt(ui_->txtParameter->text()) + ">";
     const std::string keyword = FromQt(ui_->cmbCommands->currentText());
     if (keyword != OtherCommand)
-        return keyword + parameter; // with empty brackets for a command that takes no parameter
+        return keyword + parameter; // A command without a parameter gets empty brackets.
     const std::string other = FromQt(ui_->txtOther->text());
     return ui_->chkNoParameter->isChecked() ? other : other + parameter;
 }
@@ -181,7 +185,7 @@ void frmScriptEditor::butOK_Click() {
         VisibleChooser()->setFocus();
         return;
     }
-    line_ = BuildLine();
+    line_ = TypedLine();
     accept();
 }
 

@@ -30,6 +30,9 @@ public:
     /// The line that OK has built.
     const std::string& Line() const { return line_; }
 
+    /// The line as it stands in the boxes, also one that OK would refuse.
+    std::string TypedLine() const;
+
 private:
     void FillChoosers(const std::string& command);
     void OpenLine(const std::string& line);
@@ -43,7 +46,6 @@ private:
     void chkNoParameter_Click();
     void butClear_Click();
     void butOK_Click();
-    std::string BuildLine() const;
     QComboBox* VisibleChooser() const;
     void ShowOther(bool isOther);
 

@@ -6,34 +6,17 @@
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
+#include "kel/InternalCall.h"
+#include "model/InternalScripts.h"
 #include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptLines.h"
 
-#include <limits>
 #include <utility>
 
 namespace zem {
 
 namespace {
-
-/// The internal procedure that a script calls, whatever its capitals, from 1; 0 when it calls none.
-int FindInternalProcedure(const GameModel& game, const std::string& script) {
-    if (!BeginsWith(script, "do "))
-        return 0;
-    std::string_view name;
-    try {
-        name = GetParameter(script);
-    } catch (const KelError&) {
-        return 0; // no call of a procedure, but a line that its author may still mend
-    }
-    if (!name.starts_with('~'))
-        return 0;
-    for (int k = 1; k <= game.Procedures.Count(); ++k)
-        if (EqualIgnoringCase(game.Procedures[k].Name, name))
-            return k;
-    return 0;
-}
 
 /// The lines of a script, without the empty ones at its end.
 std::vector<std::string_view> SplitLines(std::string_view script) {
@@ -79,8 +62,8 @@ void frmScriptLines::ConnectButtons() {
 }
 
 void frmScriptLines::OpenScript(const std::string& script) {
-    const GameModel& game = context_.door.Game();
-    procedure_ = FindInternalProcedure(game, script);
+    const GameModel game = context_.scripts.Game();
+    procedure_ = CalledInternalProcedure(game, script);
     const std::string text = procedure_ == 0 ? script : game.Procedures[procedure_].Script;
     for (const std::string_view line : SplitLines(text))
         InsertLine(static_cast<int>(lines_.size()), std::string(line));
@@ -123,11 +106,15 @@ void frmScriptLines::AddLine(const std::string& line) {
 }
 
 void frmScriptLines::butAdd_Click() {
-    AddLine(context_.scripts.EditScriptLine(this, {}));
+    if (context_.scripts.EditScriptLine(this, newLine_))
+        AddLine(newLine_);
+    newLine_.clear();
 }
 
 void frmScriptLines::butAddConditional_Click() {
-    AddLine(context_.scripts.EditConditional(this, {}));
+    if (context_.scripts.EditConditional(this, newLine_))
+        AddLine(newLine_);
+    newLine_.clear();
 }
 
 void frmScriptLines::butEdit_Click() {
@@ -135,8 +122,10 @@ void frmScriptLines::butEdit_Click() {
     if (index < 0)
         return;
     std::string& line = lines_[static_cast<std::size_t>(index)];
-    line = BeginsWith(line, "if ") ? context_.scripts.EditConditional(this, line)
-                                   : context_.scripts.EditScriptLine(this, line);
+    if (BeginsWith(line, "if "))
+        context_.scripts.EditConditional(this, line);
+    else
+        context_.scripts.EditScriptLine(this, line);
     ShowLine(index);
 }
 
@@ -160,34 +149,27 @@ void frmScriptLines::MoveLine(int by) {
     SelectLine(target);
 }
 
-/// Makes one value of the lines, in an internal procedure when there are several.
-std::string frmScriptLines::FoldLines() {
+std::string frmScriptLines::FoldLines(GameModel& game) const {
+    std::vector<std::string> lines = lines_;
+    if (!newLine_.empty())
+        lines.push_back(newLine_);
     std::string joined;
-    for (std::size_t k = 0; k < lines_.size(); ++k)
-        joined.append(k == 0 ? "" : "\r\n").append(lines_[k]);
-    ChangeDoor& door = context_.door;
+    for (std::size_t k = 0; k < lines.size(); ++k)
+        joined.append(k == 0 ? "" : "\r\n").append(lines[k]);
     if (procedure_ != 0) {
-        const Procedure& opened = door.Game().Procedures[procedure_];
-        std::string call = "do <" + opened.Name + ">";
-        if (opened.Script != joined)
-            door.Change([&](GameModel& game) { game.Procedures.Edit(procedure_).Script = joined; });
-        return call;
+        if (game.Procedures[procedure_].Script != joined)
+            game.Procedures.Edit(procedure_).Script = joined;
+        return "do <" + game.Procedures[procedure_].Name + ">";
     }
-    if (lines_.size() < 2)
-        return joined;
-    std::string name;
-    door.Change([&](GameModel& game) {
-        if (game.NextInternalProcedure == std::numeric_limits<std::int16_t>::max())
-            throw KelError("the numbers of internal procedures end at 32,767");
-        name = std::string(InternalProcedure) + ' ' + std::to_string(game.NextInternalProcedure);
-        game.Procedures.Append({name, joined});
-        ++game.NextInternalProcedure;
-    });
-    return "do <" + name + ">";
+    return lines.size() < 2 ? joined : "do <" + AddInternalProcedure(game, joined) + ">";
 }
 
 void frmScriptLines::butOK_Click() {
-    value_ = FoldLines();
+    ScriptEditing& scripts = context_.scripts;
+    GameModel game = scripts.Game();
+    value_ = FoldLines(game);
+    if (!SameGame(game, scripts.Game()))
+        scripts.ChangeProcedures([this](GameModel& changed) { FoldLines(changed); });
     accept();
 }
 

@@ -29,6 +29,9 @@ public:
     /// The value that OK has built.
     const std::string& Value() const { return value_; }
 
+    /// What OK makes of the lines and, where they need an internal procedure, of the game.
+    std::string FoldLines(GameModel& game) const;
+
 private:
     void OpenScript(const std::string& script);
     void ConnectButtons();
@@ -44,12 +47,12 @@ private:
     void butRemove_Click();
     void MoveLine(int by);
     void butOK_Click();
-    std::string FoldLines();
 
     std::unique_ptr<Ui::frmScriptLines> ui_;
     EditorContext context_;
     std::vector<std::string> lines_;
-    int procedure_ = 0; // the internal procedure that was opened, from 1; 0 for none
+    std::string newLine_; // while its editor is open
+    int procedure_ = 0;   // the internal procedure that was opened, from 1; 0 for none
     std::string value_;
 };
 

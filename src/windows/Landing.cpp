@@ -45,7 +45,7 @@ constexpr FieldControl FieldControls[] = {
     {FieldId::GameMiscTags, "butMiscTags", "butMiscTags"},
     {FieldId::GameUnknownBlocks, "txtTags"},
     {FieldId::RoomName, "txtRoomName"},
-    {FieldId::RoomAlias, "txtAlias"},
+    {FieldId::RoomAlias, "txtRoomAlias"},
     {FieldId::RoomPrefix, "txtPrefix"},
     {FieldId::RoomLook, "txtDescription"},
     {FieldId::RoomInDescription, "txtInDescription"},

@@ -9,7 +9,9 @@
 
 #include <QCloseEvent>
 #include <QFileInfo>
+#include <QMenu>
 #include <QStandardPaths>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
@@ -122,6 +124,19 @@ void frmMain::OpenDocument(const QString& path) {
         ShowStatus(QStringLiteral("Options in the Edit menu can name the program that runs games."));
 }
 
+namespace {
+
+/// Shows the whole path of a recent file below its item, if the menu has no room for it. A menu shows tool
+/// tips of all its items or of none, and never for the keyboard.
+void ShowWholePath(const QMenu& menu, QAction& item) {
+    const bool isWhole =
+        item.text().replace(QLatin1String("&&"), QLatin1String("&")) == item.data().toString();
+    QToolTip::showText(menu.mapToGlobal(menu.actionGeometry(&item).bottomLeft()),
+                       isWhole ? QString() : item.toolTip());
+}
+
+} // namespace
+
 void frmMain::RefreshRecentMenu() {
     const QStringList& recent = settings_.RecentFiles();
     const auto count = static_cast<std::size_t>(recent.size());
@@ -131,6 +146,7 @@ void frmMain::RefreshRecentMenu() {
         ui_->mnuFile->insertAction(ui_->mnuFileSep3, item);
         connect(item, &QAction::triggered, this,
                 [this, item] { RunCommand(dialogs_, this, [&] { mnuFileRecent_Click(*item); }); });
+        connect(item, &QAction::hovered, this, [this, item] { ShowWholePath(*ui_->mnuFile, *item); });
         mnuFileRecent.push_back(item);
     }
     ui_->mnuFileSep3->setVisible(count != 0);

@@ -9,6 +9,7 @@
 #include "editors/frmSynonyms.h"
 #include "editors/frmTagEditor.h"
 #include "editors/frmTextSectionEdit.h"
+#include "forms/AskBeforeDiscard.h"
 #include "windows/frmMain.h"
 
 namespace zem {
@@ -40,6 +41,8 @@ void frmMain::mnuViewMiscKEL_Click() {
     };
     frmTagEditor form(context_, *session_.Game().UnknownBlocks, store, this);
     form.setWindowTitle(QStringLiteral("Misc Kel Editor"));
+    const GameEdit edit(context_.edits, [&form](GameModel& game) { game.UnknownBlocks = form.Tags(); });
+    AskBeforeDiscard(form, dialogs_, edit);
     form.exec();
 }
 
@@ -58,8 +61,11 @@ void frmMain::mnuViewTextSectionEditor_Click() {
 void frmMain::mnuEditErrorMessages_Click() {
     frmEditErrors form(context_, session_.Game().ErrorMessages, settings_.CurrentOptions().FriendlyScript,
                        this);
+    const auto write = [&form](GameModel& game) { game.ErrorMessages = form.Errors(); };
+    const GameEdit edit(context_.edits, write);
+    AskBeforeDiscard(form, dialogs_, edit);
     if (form.exec() == QDialog::Accepted)
-        ChangeGame(CurrentSelection(), [&](GameModel& game) { game.ErrorMessages = form.Errors(); });
+        ChangeGame(CurrentSelection(), write);
 }
 
 } // namespace zem

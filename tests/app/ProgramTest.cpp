@@ -3,6 +3,8 @@
 #include "support/SmallGame.h"
 #include "windows/frmOptions.h"
 
+#include <QToolTip>
+
 #include <gtest/gtest.h>
 
 namespace zem::test {
@@ -83,6 +85,16 @@ TEST(Program, KnowsTheFullPathOfTheFileOnItsCommandLine) {
     p.Start(QDir().relativeFilePath(p.Path("game.kel")));
     EXPECT_EQ(p.game.GameName, "Tower");
     EXPECT_TRUE(QDir::isAbsolutePath(PathToQt(p.game.FileName)));
+}
+
+TEST(RecentFiles, ShowALongPathWholeBelowItsItem) {
+    RunningProgram p;
+    const std::string name(200, 'x');
+    p.Start(PathToQt(p.folder.Write(name + ".kel", Small)));
+    auto* item = p.Find<QAction>("mnuFileRecent_0");
+    EXPECT_FALSE(item->text().contains(QString::fromStdString(name)));
+    emit item->hovered();
+    EXPECT_TRUE(QToolTip::text().contains(QString::fromStdString(name)));
 }
 
 TEST(Options, AreStoredOnOkAndTrimTheRecentFilesAtOnce) {

@@ -60,6 +60,7 @@ TEST_F(GameEditors, ShowCharactersAndObjectsWithTheirOwnFields) {
                 shown += '|' + TextOf(form, control);
             for (const char* control : {"lblGender", "txtGender", "butEditGive"})
                 shown += Find<QWidget>(form, control).isHidden() ? "|-" : "|+";
+            SetText(form, "txtThingName", "A&B");
             WhenOpen<frmObjectInteract>([&](frmObjectInteract& uses) {
                 shown += '|' + uses.windowTitle().toStdString() + '|' + TextOf(uses, "lblTitle") + '\n';
             });
@@ -70,9 +71,9 @@ TEST_F(GameEditors, ShowCharactersAndObjectsWithTheirOwnFields) {
     EXPECT_EQ(
         shown,
         "Character Properties|'&SPEAK' action:|Edit &miscellaneous tags (this 'define character' block)|"
-        "the smith|+|+|+|Use-able objects|Objects that can be USEd on Bob:\n"
+        "the smith|+|+|+|Use-able objects|Objects that can be USEd on A&&B:\n"
         "Object Properties|'&TAKE' action:|Edit &miscellaneous tags (this 'define object' block)|"
-        "|-|-|-|Use-able objects|Objects that can be USEd on lamp:\n");
+        "|-|-|-|Use-able objects|Objects that can be USEd on A&&B:\n");
 }
 
 // As long as they are, and with bytes that a box of one line would like to change.
@@ -83,9 +84,9 @@ TEST_F(GameEditors, KeepWhatIsNotTouched) {
     p.game.Rooms.Edit(2).Name = odd;
     room.Out.Edit().Key = odd;
     WhenOpen<frmRoomProperties>([](frmRoomProperties& form) {
-        PressKey(form, "txtAlias", Qt::Key_End);
-        TypeText(form, "txtAlias", "y");
-        Find<NameBox>(form, "cmbRoomNames_1").setCurrentIndex(2); // the odd name, picked
+        PressKey(form, "txtRoomAlias", Qt::Key_End);
+        TypeText(form, "txtRoomAlias", "y");
+        Find<NameBox>(form, "cmbRoomNames_1").setCurrentIndex(2); // Picks the odd name.
         Click(form, "butOK");
     });
     p.Click("butEditRoom");

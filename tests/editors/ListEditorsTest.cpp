@@ -28,7 +28,7 @@ TEST_F(ListEditors, KeepObjectsAndTheirScriptsTogether) {
     const auto edit = [&](const char* close) {
         WhenOpen<frmObjectInteract>([&](frmObjectInteract& form) {
             EXPECT_EQ(TextOf(form, "lblTitle"), "Given to A&&B:");
-            Click(form, "butEdit"); // nothing selected, nothing happens
+            Click(form, "butEdit"); // Nothing is selected, so nothing happens.
             Click(form, "butRemove");
             SelectRow(form, "lstItems", 1);
             PressKey(form, "lstItems", Qt::Key_Delete);
@@ -58,16 +58,16 @@ TEST_F(ListEditors, RegisterItemsAndLibrariesUnderAnyName) {
         dialogs.Text("New item: Please enter a name for this item: []", name);
         Click(items, "butAdd");
     }
-    PressKey(items, "lstItems", Qt::Key_Space); // ticks the row that is selected
+    PressKey(items, "lstItems", Qt::Key_Space); // Ticks the selected row.
     Click(items, "butOK");
     ASSERT_EQ(game.Items.Count(), 2);
     EXPECT_EQ(game.Items[2], (ItemEntry{"lamp", true}));
 
     frmIncludedLibraries libraries(context);
     libraries.show();
-    Click(libraries, "butRemove"); // nothing selected, nothing happens
+    Click(libraries, "butRemove"); // Nothing is selected, so nothing happens.
     dialogs.Text("Add library: Enter filename of library (including extension) []", "not there.kel");
-    PressKey(libraries, "lstLibs", Qt::Key_Insert); // which needs no selection
+    PressKey(libraries, "lstLibs", Qt::Key_Insert); // Adding needs no selection.
     Click(libraries, "butOK");
     ASSERT_EQ(game.Includes.Count(), 2);
     EXPECT_EQ(game.Includes[2], "not there.kel");
@@ -125,27 +125,34 @@ TEST_F(ListEditors, HideTheProceduresThatTheEditorMakes) {
     frmProcedureEditor form(context);
     form.show();
     EXPECT_EQ(Rows(form, "cmbProcedures"), (QStringList{"greet", "~Internal", "greet"}));
-    Click(form, "butEdit"); // nothing selected, nothing happens
+    Click(form, "butEdit"); // Nothing is selected, so nothing happens.
     Click(form, "butRemove");
     SelectRow(form, "cmbProcedures", 2);
-    CutNextScript("3"); // of this one, not of the other with its name
+    CutNextScript("3"); // The other procedure of this name holds a 1.
     PressKey(form, "cmbProcedures", Qt::Key_Return);
     const auto add = [&](const char* name) {
         dialogs.Text("New Procedure: Enter a name for this new procedure: []", name);
         Click(form, "butAdd");
     };
-    ConfirmNextScript();
-    add("wave");
-    add("~INTERNAL PROCEDURE x"); // is not shown, and so not edited
-    EXPECT_EQ(SelectedRow(form, "cmbProcedures"), 3);
+    for (const char* name : {"wave", "~INTERNAL PROCEDURE 3"}) { // The second is hidden only the next time.
+        ConfirmNextScript();
+        add(name);
+    }
+    EXPECT_EQ(SelectedRow(form, "cmbProcedures"), 4);
     SelectRow(form, "cmbProcedures", 0);
     Click(form, "butRemove");
-    EXPECT_EQ(Rows(form, "cmbProcedures"), (QStringList{"~Internal", "greet", "wave"}));
+    EXPECT_EQ(Rows(form, "cmbProcedures"),
+              (QStringList{"~Internal", "greet", "wave", "~INTERNAL PROCEDURE 3"}));
+    SelectRow(form, "cmbProcedures", 3);
+    ConfirmNextScript();
+    Click(form, "butEdit");
     std::string left;
     for (const Procedure& procedure : game.Procedures)
         left += procedure.Name + ": " + procedure.Script + '\n';
     EXPECT_EQ(left, "~internal procedure 2: msg <0>\n~Internal: msg <2>\ngreet: \nwave: \n"
-                    "~INTERNAL PROCEDURE x: \n");
+                    "~INTERNAL PROCEDURE 3: \n");
+    EXPECT_EQ(Rows(frmProcedureEditor(context), "cmbProcedures"),
+              (QStringList{"~Internal", "greet", "wave"}));
 }
 
 TEST_F(ListEditors, EditSynonyms) {
@@ -155,7 +162,7 @@ TEST_F(ListEditors, EditSynonyms) {
     game.Synonyms.Append({"l", "look"});
     frmSynonyms form(context);
     form.show();
-    Click(form, "butEdit"); // nothing selected, nothing happens
+    Click(form, "butEdit"); // Nothing is selected, so nothing happens.
     SelectRow(form, "lstSynonyms", 0);
     WhenOpen<frmSynonymEditor>([&](frmSynonymEditor& editor) {
         EXPECT_EQ(Rows(editor, "lstWords"), (QStringList{"get", "take", "pick up", ""}));
@@ -229,7 +236,7 @@ TEST(Collectables, AreStoredOnceTheirSettingsAreRight) {
     std::string told;
     const auto tell = [&told](frmOrbMsgBox& box) { told += TextOf(box, "lblMsg") + '\n'; };
     WhenOpen<frmEditCollectables>([&](frmEditCollectables& form) {
-        Click(form, "butEdit"); // nothing selected, nothing happens
+        Click(form, "butEdit"); // Nothing is selected, so nothing happens.
         WhenOpen<frmEditCollectableSettings>([](auto& edit) { Click(edit, "butCancel"); });
         Click(form, "butAdd");
         EXPECT_EQ(Rows(form, "lstCollectables"),
@@ -245,7 +252,7 @@ TEST(Collectables, AreStoredOnceTheirSettingsAreRight) {
             Click(edit, "chkDontDisplay");
             EXPECT_EQ(boxes(), "");
             Click(edit, "chkDontDisplay");
-            PressKey(edit, "cmbType", Qt::Key_End); // a range
+            PressKey(edit, "cmbType", Qt::Key_End); // Chooses "Range".
             EXPECT_EQ(boxes(), "txtMin txtMax txtDisplay ");
             for (const auto& [box, text] :
                  {std::pair("txtName", "my temp"), {"txtMin", "0"}, {"txtMax", "10"}, {"txtInitValue", "11"}})
@@ -255,7 +262,7 @@ TEST(Collectables, AreStoredOnceTheirSettingsAreRight) {
                 tell(box);
                 WhenOpen<frmOrbMsgBox>(tell, 1000);
             });
-            Click(edit, "butOK"); // stays open
+            Click(edit, "butOK"); // The form stays open.
             EXPECT_EQ(edit.focusWidget()->objectName(), "txtInitValue");
             SetText(edit, "txtInitValue", "10");
             SetText(edit, "txtName", "temp");

@@ -60,7 +60,7 @@ void GoOn(RunningProgram& p, std::mt19937& random) {
             rooms->setCurrentIndex(rooms->model()->index(static_cast<int>(random() % 50), 0));
             const int stay = random() % 4 == 0 ? static_cast<int>(random() % 2500) : 0;
             WhenOpen<frmRoomProperties>([edit, stay](frmRoomProperties& form) {
-                SetText(form, "txtAlias", std::to_string(edit).c_str());
+                SetText(form, "txtRoomAlias", std::to_string(edit).c_str());
                 Say("edit", edit);
                 QTest::qWait(stay); // typed and not confirmed
                 Find<QPushButton>(form, "butOK").click();

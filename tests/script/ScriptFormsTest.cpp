@@ -97,6 +97,54 @@ TEST_F(ScriptForms, ChooseByTheKeywordWhereScriptsAreShownRaw) {
     EXPECT_EQ(form->Line(), "win <>");
 }
 
+/// Chooses the entry of the list of matches that is open.
+void ChooseMatch(int row) {
+    QWidget* matches = QApplication::activePopupWidget();
+    ASSERT_NE(matches, nullptr);
+    for (int down = 0; down <= row; ++down)
+        QTest::keyClick(matches, Qt::Key_Down);
+    QTest::keyClick(matches, Qt::Key_Return);
+}
+
+TEST_F(ScriptForms, TellApartWhatReadsAlike) {
+    CommandCatalogue catalogue = ShippedCatalogue();
+    for (int k = 1; k <= catalogue.Count(); ++k)
+        for (const auto& [keyword, name] :
+             {std::pair("say", "Print a message"), {"if flag", "the player has an item"}})
+            if (catalogue[k].Keyword == keyword)
+                catalogue.Edit(k).FriendlyName = name;
+    const CommandLookup twins(catalogue);
+    ScriptEditing alike(door, edits, dialogs, shell, twins, [] { return true; });
+    const EditorContext twinContext{door, edits, dialogs, shell, alike};
+    for (const bool byTyping : {false, true}) {
+        frmScriptEditor line(twinContext, "");
+        line.show();
+        auto& names = Find<QComboBox>(line, "cmbFriendly");
+        if (byTyping) {
+            TypeText(line, "cmbFriendly", "print a mess");
+            ChooseMatch(1);
+        } else {
+            names.setCurrentIndex(0);
+            names.setCurrentIndex(1);
+        }
+        Click(line, "butOK");
+        EXPECT_EQ(line.Line(), "say <>");
+
+        frmConditional condition(twinContext, "if has <x> then win");
+        condition.show();
+        auto& conditions = Find<QComboBox>(condition, "cmbCondition");
+        conditions.lineEdit()->selectAll();
+        if (byTyping) {
+            TypeText(condition, "cmbCondition", "AN ITEM");
+            EXPECT_EQ(conditions.currentText(), "AN ITEM") << "what is typed stays as typed";
+            ChooseMatch(1);
+        } else {
+            conditions.setCurrentIndex(conditions.findData("flag"));
+        }
+        EXPECT_EQ(TextOf(condition, "txtRaw"), "if flag <x> then win");
+    }
+}
+
 TEST_F(ScriptForms, OfferTheNamesOfTheGameForThePartAtTheCaret) {
     game = LoadBytes(CrLf("define game <x>\nend define\n"
                           "define room <Hall>\nscript if flag <seen> and more <turns; 9> then set <zeal; 1>\n"
@@ -114,7 +162,7 @@ TEST_F(ScriptForms, OfferTheNamesOfTheGameForThePartAtTheCaret) {
     EXPECT_EQ(offered(*form, 2), "lamp");
     EXPECT_EQ(offered(*form, 8), "Hall,Attic");
     emit Find<QComboBox>(*form, "cmbNames").textActivated("Attic");
-    TypeText(*form, "txtParameter", " 2"); // anything may be typed
+    TypeText(*form, "txtParameter", " 2"); // A name that was picked can be typed on.
     Click(*form, "butOK");
     EXPECT_EQ(form->Line(), "move object <lamp; Attic 2>");
     EXPECT_EQ(offered(*Open<frmScriptEditor>("add <x; 1>"), 0), "mood,turns,zeal");
@@ -157,7 +205,8 @@ TEST_F(ScriptForms, MakeAProcedureOfTwoLines) {
 
 TEST_F(ScriptForms, EditTheInternalProcedureThatIsCalled) {
     game.Procedures.Append({"~Internal Procedure 1", "msg <a>\r\n\r\nmsg <b>\r\n\r\n  \r\n"});
-    const auto form = Open<frmScriptLines>("do <~INTERNAL procedure 1>"); // capitals do not matter here
+    const auto form =
+        Open<frmScriptLines>("do <~INTERNAL procedure 1>"); // A call is found whatever its capitals.
     EXPECT_EQ(Rows(*form, "lstFriendlyLines"), (QStringList{"Print \"a\"", "", "Print \"b\""}))
         << "empty lines inside stay";
     for (int lines = 0; lines < 2; ++lines) {
@@ -187,7 +236,9 @@ TEST_F(ScriptForms, OpenEachLineInItsEditorAndLeaveTheModelAloneOnCancel) {
         EXPECT_EQ(Rows(form, "lstFriendlyLines").constLast(), "Print \"b\"");
         Click(form, "butCancel");
     });
-    EXPECT_EQ(scripts.EditScript(nullptr, "do <~Internal Procedure 1>"), "do <~Internal Procedure 1>");
+    std::string script = "do <~Internal Procedure 1>";
+    EXPECT_FALSE(scripts.EditScript(nullptr, script));
+    EXPECT_EQ(script, "do <~Internal Procedure 1>");
     EXPECT_EQ(game, before);
 }
 
@@ -214,7 +265,7 @@ TEST_F(ScriptForms, BuildAConditionalLineFromItsParts) {
     Click(*form, "butAddCondition");
     auto& chooser = Find<QComboBox>(*form, "cmbCondition");
     chooser.lineEdit()->selectAll();
-    QTest::keyClicks(&chooser, "the player is in a room"); // blanks while typing stay
+    QTest::keyClicks(&chooser, "the player is in a room"); // Blanks must stay while one types.
     TypeText(*form, "txtConditionParameter", "Quay");
     PressKey(*form, "chkNot", Qt::Key_Space);
     Find<QComboBox>(*form, "cmbJoiner").setCurrentIndex(1);
@@ -235,7 +286,7 @@ TEST_F(ScriptForms, BuildAConditionalLineFromItsParts) {
     });
     Click(*form, "butElseIf");
     WhenOpen<frmScriptEditor>([](auto& line) { EXPECT_EQ(TextOf(line, "cmbFriendly"), ""); });
-    Click(*form, "butElse"); // which does not go on with a conditional line
+    Click(*form, "butElse"); // It begins anew: the action is a conditional line.
     Click(*form, "butOK");
     EXPECT_EQ(form->Line(), "if not in <Quay> and has <iron key> then msg <Here.> else if flag <x> then win");
 }

@@ -29,7 +29,7 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
     DeleteRoom(p, 0);
     p.Select("lstRooms", 0);
     p.Open<frmRoomProperties>("butEditRoom", [](frmRoomProperties& form) {
-        SetText(form, "txtAlias", "loft");
+        SetText(form, "txtRoomAlias", "loft");
         Click(form, "butOK");
     });
     p.Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [](frmTextSectionEdit& form) {
@@ -194,7 +194,7 @@ TEST(SavedMeansReadable, AsksAgainAboutWhatIsMendedOnTheWayOut) {
         p.dialogs.Message(question, QMessageBox::Yes);
         WhenOpenLater<frmReadBack>([](frmReadBack& form) {
             WhenOpen<frmRoomProperties>([](frmRoomProperties& room) {
-                SetText(room, "txtAlias", "a to b");
+                SetText(room, "txtRoomAlias", "a to b");
                 Click(room, "butOK");
             });
             Click(form, "butEdit");

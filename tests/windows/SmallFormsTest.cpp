@@ -119,7 +119,7 @@ TEST(WhatsThis, TellsAboutTheControlWithTheFocus) {
     };
     p.Select("lstRooms", 0);
     p.Open<frmRoomProperties>("butEditRoom", [&](frmRoomProperties& form) {
-        EXPECT_TRUE(isTold(form, "txtAlias"));
+        EXPECT_TRUE(isTold(form, "txtRoomAlias"));
         EXPECT_TRUE(isTold(form, "txtDescription"));
         EXPECT_FALSE(isTold(form, "butDetails"));
     });
@@ -164,7 +164,7 @@ TEST_F(MenuForms, EditMenusAndAlwaysMarkTheGame) {
     dialogs.Text("Add menu: Please enter a name for this menu []", "inn");
     WhenOpen<frmSelectionWindow>([](frmSelectionWindow& form) {
         SetText(form, "txtInfo", "lost");
-        form.close();
+        Click(form, "butCancel");
     });
     PressKey(menus, "lstMenus", Qt::Key_Insert);
     EXPECT_EQ(game.SelectionMenus[2], (SelectionMenu{"inn", "", {}})) << "it stays though it is cancelled";
@@ -202,7 +202,7 @@ TEST_F(MenuForms, EditPlayerCommandsInAListOfTheirOwn) {
     Click(form, "butEdit");
     WhenOpen<frmEditCommand>([](frmEditCommand& command) {
         TypeText(command, "txtCommand", " cancelled");
-        QTest::keyClick(&command, Qt::Key_Escape);
+        Click(command, "butCancel");
     });
     Click(form, "butEdit");
     EXPECT_EQ(form.Commands(), (Pairs{{take, "msg <t>"}, {"look round", ""}, {"", ""}}));
