@@ -60,6 +60,8 @@ std::string_view FoldedText::Original(std::string_view original, std::size_t beg
 void Folder::Add(char c, std::uint32_t place) {
     const FoldedLetter letter = FoldTable[static_cast<unsigned char>(c)];
     if (letter.first == ' ') {
+        if (!blankWaits_)
+            blankPlace_ = place;
         blankWaits_ = true;
         return;
     }
@@ -71,7 +73,7 @@ void Folder::Add(char c, std::uint32_t place) {
 void Folder::AddLetter(char c, std::uint32_t place) {
     if (blankWaits_ && !folded_.text.empty()) {
         folded_.text += ' ';
-        folded_.origin.push_back(place);
+        folded_.origin.push_back(blankPlace_);
     }
     blankWaits_ = false;
     folded_.text += c;

@@ -22,6 +22,11 @@ struct FoldedText {
 /// Stands in patterns for a variable; no folded text has it.
 inline constexpr char VariableMark = '\x01';
 
+/// A hyphen or dash, which is compared as a blank.
+inline bool IsDash(char c) {
+    return c == '-' || c == '\x96' || c == '\x97';
+}
+
 /// The text as it is compared.
 std::string Fold(std::string_view text);
 
@@ -55,6 +60,7 @@ private:
 
     FoldedText folded_;
     bool blankWaits_ = false;
+    std::uint32_t blankPlace_ = 0; // of the first character that the blank stands for
 };
 
 } // namespace zem::play

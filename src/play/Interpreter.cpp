@@ -60,8 +60,11 @@ void Interpreter::RunLine() {
     result_.outcome.wasTurn = true;
     const State::Mark before = state_.Here();
     const WorldGame& game = *world_.GameBlocks().front();
-    if (!Run({&game.book, game.beforeTurn}))
+    if (!Run({&game.book, game.beforeTurn})) {
+        if (stop_ == Stop::Limit)
+            state_.Set(Turns, state_[Turns] + 1);
         return;
+    }
     if (state_.HasChangedSince(before))
         meaning = recogniser.Recognise(input_.line, input_.choice);
     RunUnderstood(std::move(meaning));
@@ -198,14 +201,14 @@ bool Interpreter::Spend(std::size_t characters) {
     return work_ <= Limits::Work || StopAt(Stop::Limit);
 }
 
-bool Interpreter::Warn(const Source& source, std::string text) {
+bool Interpreter::Warn(const Source& source, std::string text, bool isOnce) {
     constexpr std::size_t Most = 50;
     std::vector<Warning>& warnings = result_.outcome.warnings;
     const bool isKnown = std::any_of(warnings.begin(), warnings.end(), [&](const Warning& other) {
         return other.source == source && other.text == text;
     });
     if (!isKnown && (warnings.size() < Most || source.book == nullptr))
-        warnings.push_back({source, std::move(text)});
+        warnings.push_back({source, std::move(text), isOnce});
     return true;
 }
 

@@ -78,7 +78,7 @@ private:
     bool Type(const Node& node, const Source& source);
     bool StopAt(Stop reason);
     bool Spend(std::size_t characters);
-    bool Warn(const Source& source, std::string text);
+    bool Warn(const Source& source, std::string text, bool isOnce = false);
     bool WarnLacks(const Source& source, std::string_view what, const std::string& name);
     void Trace(const Source& source, TraceEntry::Result result, std::int32_t condition = -1,
                std::string note = {});

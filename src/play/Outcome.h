@@ -58,7 +58,8 @@ enum class Request : std::uint8_t { None, Save, Restore, Quit, TranscriptOn, Tra
 /// Something that the author should know. Players are told nothing of it.
 struct Warning {
     Source source;
-    std::string text; // in plain words, without a full stop
+    std::string text;    // in plain words, without a full stop
+    bool isOnce = false; // told the first time only; the line is wrong however often it runs
 };
 
 /// One line of the trace: what ran, in the order in which it ran.

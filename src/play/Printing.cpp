@@ -82,7 +82,7 @@ bool Interpreter::ExecuteText(const Book& book, const Node& node) {
         printer_.Raw("\x94\n");
         return !printer_.IsFull() || StopAt(Stop::Limit);
     case Op::Text:
-        if (const WorldText* block = world_.FindText(node.arguments.name))
+        if (const WorldText* block = world_.FindTextOfScript(node.arguments.name))
             return PrintText(*block);
         return WarnLacks(source, "text", world_.GetNames().Name(Kind::Text, node.arguments.name));
     case Op::Line:

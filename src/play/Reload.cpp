@@ -97,6 +97,7 @@ void RenameRoom(const World& world, State& state, Number before, Number after) {
 Outcome Session::Reload(std::shared_ptr<const World> world, const std::vector<Renamed>& renamed) {
     Outcome told;
     const std::shared_ptr<const World> before = std::exchange(world_, std::move(world));
+    told_.clear(); // the scripts that they point to may be gone
     const Names& names = world_->GetNames();
     std::vector<std::int64_t> oldStart = before->Start();
     oldStart.resize(world_->Start().size());

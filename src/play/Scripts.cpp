@@ -78,7 +78,7 @@ bool Interpreter::Execute(const Book& book, const Node& node) {
     Trace(source, TraceEntry::Ran);
     switch (node.op) {
     case Op::Nothing:
-        return Warn(source, "the line does nothing: " + node.arguments.text);
+        return Warn(source, "the line does nothing: " + node.arguments.text, true);
     case Op::Win:
         return StopAt(Stop::Win);
     case Op::Die:

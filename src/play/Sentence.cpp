@@ -4,6 +4,7 @@
 #include "play/Book.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zem::play {
 
@@ -12,12 +13,15 @@ namespace {
 Pattern ReadPattern(Names& names, std::string_view text) {
     Pattern pattern;
     Folder folder;
+    bool hasDash = false; // since the last letter
     for (std::size_t at = 0; at < text.size(); ++at) {
         const std::size_t close = text[at] == '#' ? text.find('#', at + 1) : std::string_view::npos;
         if (close == std::string_view::npos || close == at + 1) {
             folder.Add(text[at], 0);
+            hasDash = IsDash(text[at]) || (hasDash && text[at] == ' ');
             continue;
         }
+        pattern.hasDashBefore.push_back(std::exchange(hasDash, false));
         pattern.variables.push_back(names.Add(Kind::Variable, text.substr(at + 1, close - at - 1)));
         folder.AddMark();
         at = close;
@@ -37,6 +41,25 @@ std::vector<Pattern> ReadPatterns(Names& names, std::string_view text) {
             patterns.push_back(std::move(pattern));
     return patterns;
 }
+
+namespace {
+
+/// What the player typed for a variable. A dash at its front, as that of "bet -5", is compared as a blank
+/// like any other but belongs to what was typed, unless the author's pattern has one there.
+std::string Captured(const Sentence& sentence, std::size_t at, std::size_t stop, bool isDashOfPattern) {
+    const std::string_view typed = sentence.typed;
+    const FoldedText& folded = sentence.folded;
+    const std::string_view captured = folded.Original(typed, at, stop);
+    if (isDashOfPattern || captured.empty())
+        return std::string(captured);
+    std::size_t begin = folded.origin[at];
+    while (begin > 0 && (IsDash(typed[begin - 1]) || typed[begin - 1] == ' '))
+        --begin;
+    const auto end = static_cast<std::size_t>(captured.data() + captured.size() - typed.data());
+    return std::string(Trim(typed.substr(begin, end - begin)));
+}
+
+} // namespace
 
 std::optional<Captures> MatchPattern(const Pattern& pattern, const Sentence& sentence) {
     const std::string& text = sentence.folded.text;
@@ -58,8 +81,7 @@ std::optional<Captures> MatchPattern(const Pattern& pattern, const Sentence& sen
         }
         if (stop <= at)
             return std::nullopt;
-        captures.emplace_back(pattern.variables[k],
-                              std::string(sentence.folded.Original(sentence.typed, at, stop)));
+        captures.emplace_back(pattern.variables[k], Captured(sentence, at, stop, pattern.hasDashBefore[k]));
         at = stop + (k + 1 < pattern.variables.size() ? pattern.literals[k + 1].size() : 0);
     }
     return captures;

@@ -24,6 +24,7 @@ struct Sentence {
 struct Pattern {
     std::vector<std::string> literals; // folded; one more than there are variables
     std::vector<Number> variables;
+    std::vector<bool> hasDashBefore; // whether the author put one between a variable and the word before it
 
     bool IsEmpty() const { return variables.empty() && literals.front().empty(); }
 };

@@ -15,6 +15,7 @@ namespace {
 /// The first letter of the first field of a log entry.
 constexpr char BeginEntry = 'B';
 constexpr char LineEntry = 'L';
+constexpr char RestartLineEntry = 'P'; // a line that began the game again, which is no turn
 constexpr char ChoiceEntry = 'C';
 constexpr char SecondsEntry = 'S';
 constexpr char RestartEntry = 'R';
@@ -210,7 +211,7 @@ Outcome Session::Play(Input input) {
     }
     const bool isStart = log_.empty();
     if (result.isStep || input.kind == Input::Seconds || isStart)
-        log_ += Pack(input);
+        log_ += Pack(input, result.isStep && !result.outcome.wasTurn);
     if (isStart)
         NoteStart();
     return std::move(result.outcome);
@@ -248,6 +249,14 @@ void Session::KeepNew(Outcome& outcome) {
     warnings.erase(warnings.begin(),
                    warnings.begin() + static_cast<std::ptrdiff_t>(std::min(shownWarnings_, warned)));
     shownWarnings_ = warned;
+    std::erase_if(warnings, [&](const Warning& warning) {
+        if (!warning.isOnce)
+            return false;
+        const bool isKnown = std::find(told_.begin(), told_.end(), warning.source) != told_.end();
+        if (!isKnown)
+            told_.push_back(warning.source);
+        return isKnown;
+    });
 }
 
 Outcome Session::Say(Message message) {
@@ -364,7 +373,7 @@ Reference Session::UnpackReference(const std::string& packed) const {
     return {letter == 't' ? Reference::Thing : letter == 'i' ? Reference::Item : Reference::Room, number};
 }
 
-std::string Session::Pack(const Input& input) const {
+std::string Session::Pack(const Input& input, bool beginsAgain) const {
     std::vector<std::string> fields;
     switch (input.kind) {
     case Input::Begin:
@@ -372,7 +381,7 @@ std::string Session::Pack(const Input& input) const {
         fields = {std::string(1, BeginEntry)};
         break;
     case Input::Line:
-        fields = {(input.choice ? ChoiceEntry : LineEntry) + input.line};
+        fields = {(input.choice ? ChoiceEntry : beginsAgain ? RestartLineEntry : LineEntry) + input.line};
         if (input.choice) {
             fields.push_back(input.choice->phrase);
             fields.push_back(PackReference(input.choice->meant));
@@ -467,7 +476,8 @@ std::vector<PlayedTurn> Session::Played() const {
         const std::vector<std::string> fields = TakeEntry(log);
         const char kind = fields[0].front();
         const std::size_t answers = kind == ChoiceEntry ? 3 : 1;
-        if (kind == LineEntry || kind == ChoiceEntry || kind == BeginEntry || kind == RestartEntry)
+        if (kind == LineEntry || kind == RestartLineEntry || kind == ChoiceEntry || kind == BeginEntry ||
+            kind == RestartEntry)
             turns.push_back({kind == RestartEntry ? "restart" : fields[0].substr(1),
                              {fields.begin() + static_cast<std::ptrdiff_t>(answers), fields.end()}});
         else if (kind == RestoreEntry)

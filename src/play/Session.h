@@ -141,7 +141,7 @@ private:
     Outcome TypeAgain();
     void NoteLine(const std::string& line, const Meaning& meaning);
     void AddStep(const State::Mark& before);
-    std::string Pack(const Input& input) const;
+    std::string Pack(const Input& input, bool beginsAgain) const;
     Input Unpack(const std::vector<std::string>& fields) const;
     std::string PackReference(const Reference& reference) const;
     Reference UnpackReference(const std::string& packed) const;
@@ -165,6 +165,7 @@ private:
     std::size_t shownPieces_ = 0;
     std::size_t shownLength_ = 0; // of the last piece that was shown
     std::size_t shownWarnings_ = 0;
+    std::vector<Source> told_; // lines that were named to the author once and for all
 
     // What was ambiguous in the last line, and what may have been meant.
     std::string lastLine_;

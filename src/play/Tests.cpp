@@ -31,7 +31,7 @@ bool Interpreter::Holds(const BookCondition& condition, const Source& source) {
     const Arguments& arguments = condition.arguments;
     switch (condition.test) {
     case Test::Unknown:
-        Warn(source, "\"if " + arguments.text + "\" is no condition");
+        Warn(source, "\"if " + arguments.text + "\" is no condition", true);
         return false;
     case Test::Has:
         if (world_.FindItem(arguments.name) == nullptr) {

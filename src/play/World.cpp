@@ -255,6 +255,16 @@ const WorldText* World::FindTextIgnoringCase(std::string_view name) const {
     return found == textList_.end() ? nullptr : found->get();
 }
 
+const WorldText* World::FindTextOfScript(Number number) const {
+    if (const WorldText* exactly = FindText(number))
+        return exactly;
+    const std::string& name = names_->Name(Kind::Text, number);
+    for (const std::string_view own : {"intro", "win", "lose"})
+        if (EqualIgnoringCase(name, own))
+            return FindTextIgnoringCase(own);
+    return nullptr;
+}
+
 bool World::IsKnownWord(std::string_view word) const {
     const Number number = names_->Find(Kind::Word, word);
     return number < isWord_.size() && isWord_[number];

@@ -156,6 +156,8 @@ public:
     const WorldProcedure* FindProcedure(Number number) const { return At(procedures_, number); }
     const WorldMenu* FindMenu(Number number) const { return At(menus_, number); }
     const WorldText* FindText(Number number) const { return At(texts_, number); }
+    /// The text that a script names: capitals matter but in "intro", "win" and "lose", which every game has.
+    const WorldText* FindTextOfScript(Number number) const;
     const WorldItem* FindItem(Number number) const { return At(items_, number); }
     const WorldCollectable* FindCollectable(Number number) const { return At(collectables_, number); }
     const WorldTimer* FindTimer(Number number) const { return At(timers_, number); }

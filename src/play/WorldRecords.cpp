@@ -53,6 +53,7 @@ WorldThing MakeThing(Names& names, const Thing& record, bool isCharacter) {
     thing.firstOfName = names.Add(Kind::Thing, Names::ThingKey(isCharacter, record.Name));
     Book& book = thing.book;
     book.owner = Owner::Thing;
+    book.number = thing.firstOfName;
     thing.forms = MakeForms(names, book, record.Name, record.Prefix, record.Suffix);
     thing.look = AddScript(book, names, record.Look, ScriptField::Look);
     thing.speak = AddScript(book, names, record.Speak, ScriptField::Speak);

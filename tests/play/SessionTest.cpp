@@ -245,6 +245,38 @@ TEST(Session, EveryTurnEnds) {
     }
 }
 
+TEST(Session, ALimitNamesTheScriptThatGoesRoundAndTheTurnCounts) {
+    const std::string game = "define game <G>\n  start <R>\n  command <go> while <f; nothing>\n"
+                             "  command <menu> choose <m>\n  startscript do <start>\n"
+                             "  beforeturn if flag <b> then while <f; nothing>\nend define\n"
+                             "define selection <m>\n  choice <a> while <f; nothing>\nend define\n"
+                             "define room <R>\n  north while <f; nothing>\n  define object <lamp>\n"
+                             "    look while <f; nothing>\n  end define\n  define character <Tim>\n"
+                             "    speak while <f; nothing>\n  end define\nend define\n"
+                             "define procedure <nothing>\nend define\n"
+                             "define procedure <start>\n  flag on <f>\n  timer on <t>\nend define\n"
+                             "define timer <t>\n  interval <1>\n  action while <f; nothing>\nend define\n";
+    struct Case {
+        const char* line;
+        const char* owner;
+    };
+    const std::shared_ptr<const World> world = World::Compile(FilesOf(Read(game)));
+    for (const Case& one :
+         {Case{"go", "the game"}, Case{"menu", "the game > m"}, Case{"n", "R"}, Case{"x lamp", "lamp"},
+          Case{"speak to tim", "Tim"}, Case{"", "a timer"}, Case{"z", "the game"}}) {
+        const bool isTurn = *one.line != '\0';
+        Session session(world, 1);
+        session.Begin();
+        session.SetByHand(Kind::Flag, "b", std::string_view(one.line) == "z" ? "on" : "off");
+        Outcome outcome = isTurn ? session.Type(one.line) : session.Pass(2);
+        if (outcome.need == Need::Choice)
+            outcome = session.Answer("1");
+        ASSERT_EQ(outcome.warnings.size(), 1U) << one.line;
+        EXPECT_EQ(outcome.warnings[0].text, std::string("a limit of the turn was met: ") + one.owner);
+        EXPECT_EQ(session.TurnCount(), isTurn ? 1 : 0) << one.line;
+    }
+}
+
 TEST(Session, WhatCannotBeginSaysWhy) {
     EXPECT_EQ(Session(World::Compile(FilesOf(Read("define game <G>\nend define\n"))), 1).WhyItCannotBegin(),
               "The game cannot begin: it has no start room.");
@@ -276,6 +308,8 @@ TEST(Session, WarningsTellWhatANameLacksAndWhere) {
                                                       : "") +
                  " ";
     EXPECT_EQ(trace, "1:1 2:1! 2:2 2:3! 2:3- 2:4 ");
+    // A line that is no command is named once and for all, a name that lacks whenever it is met.
+    EXPECT_EQ(session.Type("go").warnings.size(), 2U);
 }
 
 TEST(Session, WatchShowsAndSetsValues) {
