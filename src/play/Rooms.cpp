@@ -94,9 +94,11 @@ bool Interpreter::Describe() {
         if (!Spend(1))
             return false;
         const WorldThing* there = world_.FindThing(thing);
-        if (IsThere(world_, state_, thing) && !there->record->Invisible)
-            (there->isCharacter ? people : objects)
-                .push_back(Joined({there->record->Prefix, there->record->Name, there->record->Suffix}));
+        if (!IsThere(world_, state_, thing) || there->record->Invisible)
+            continue;
+        std::string name = Joined({there->record->Prefix, there->record->Name, there->record->Suffix});
+        if (!name.empty()) // of a thing without a name a list can say nothing
+            (there->isCharacter ? people : objects).push_back(std::move(name));
     }
     return PrintList(Message::YouCanSee, objects) && PrintList(Message::PeopleHere, people) &&
            PrintList(Message::YouCanGo, OpenExits(*room));

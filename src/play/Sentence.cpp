@@ -45,7 +45,8 @@ std::vector<Pattern> ReadPatterns(Names& names, std::string_view text) {
 namespace {
 
 /// What the player typed for a variable. A dash at its front, as that of "bet -5", is compared as a blank
-/// like any other but belongs to what was typed, unless the author's pattern has one there.
+/// like any other but belongs to what was typed, unless the author's pattern has one there, or it hangs on to
+/// the word before it as in "sign-Ann".
 std::string Captured(const Sentence& sentence, std::size_t at, std::size_t stop, bool isDashOfPattern) {
     const std::string_view typed = sentence.typed;
     const FoldedText& folded = sentence.folded;
@@ -55,6 +56,8 @@ std::string Captured(const Sentence& sentence, std::size_t at, std::size_t stop,
     std::size_t begin = folded.origin[at];
     while (begin > 0 && (IsDash(typed[begin - 1]) || typed[begin - 1] == ' '))
         --begin;
+    if (begin > 0 && IsDash(typed[begin]))
+        return std::string(captured);
     const auto end = static_cast<std::size_t>(captured.data() + captured.size() - typed.data());
     return std::string(Trim(typed.substr(begin, end - begin)));
 }

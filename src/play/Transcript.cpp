@@ -54,7 +54,10 @@ std::string StoryText::Take() {
 std::optional<InputLine> ReadInputLine(std::string_view line, std::size_t number) {
     InputLine input;
     input.number = number;
-    const std::string_view trimmed = Trim(line);
+    // Some editors begin a UTF-8 file with a mark that nobody sees.
+    const std::string_view mark = "\xEF\xBB\xBF";
+    const std::string_view trimmed =
+        Trim(number == 1 && line.starts_with(mark) ? line.substr(mark.size()) : line);
     if (trimmed.empty())
         return std::nullopt;
     const std::string_view rest = Trim(trimmed.substr(1));

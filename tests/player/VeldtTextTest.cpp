@@ -69,6 +69,7 @@ TEST(VeldtText, StatusAndMessages) {
                   "gone.kel"},
              Case{"--text g.kel --lines -", "> end\n< no\n> look\n", 1, "\nR\n",
                   "3: the game has ended: > look"},
+             Case{"--text g.kel --lines -", "\xEF\xBB\xBF> lib\n", 0, "\nR\nCaf\xC3\xA9.\n\n> lib\nLib", ""},
              Case{"--text g.kel --lines -", "< yes\n", 1, room, "nothing is asked"},
              Case{"--text g.kel --lines -", "> ask\n> look\n", 1, "\nR\n", "a question is open"},
              Case{"--text g.kel --lines -", "look\n", 1, room, "a line begins with"},
