@@ -72,9 +72,10 @@ void Interpreter::RunLine() {
 
 void Interpreter::RunUnderstood(Meaning meaning) {
     bool goesOn = true;
-    if (meaning.verb == Verb::NotUnderstood)
+    if (meaning.verb == Verb::NotUnderstood) {
         goesOn = PrintMessage(meaning.message, meaning.detail);
-    else if (!IsAboutProgram(meaning.verb))
+        result_.notUnderstood = meaning; // the next line may say which thing was meant
+    } else if (!IsAboutProgram(meaning.verb))
         goesOn = CarryOut(meaning);
     const WorldGame& game = *world_.GameBlocks().front();
     if (goesOn || stop_ == Stop::Limit)
