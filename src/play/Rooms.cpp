@@ -17,11 +17,12 @@ char Capital(char letter) {
     return letter;
 }
 
+/// The parts with one blank between them, even where an author has put one at an end.
 std::string Joined(std::initializer_list<std::string_view> parts) {
     std::string joined;
     for (const std::string_view part : parts)
-        if (!part.empty())
-            joined.append(joined.empty() ? "" : " ").append(part);
+        if (const std::string_view trimmed = Trim(part); !trimmed.empty())
+            joined.append(joined.empty() ? "" : " ").append(trimmed);
     return joined;
 }
 
@@ -61,7 +62,7 @@ bool Interpreter::PrintHeading(const WorldRoom& room) {
         if (!name.empty())
             name.front() = Capital(name.front());
     } else {
-        if (!PrintPart(record.InDescription))
+        if (!PrintPart(Trim(record.InDescription)))
             return false;
         printer_.Raw(" ");
         name += '.';
