@@ -1,5 +1,7 @@
 #include "forms/FocusOutline.h"
 
+#include "forms/ColourRoles.h"
+
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QEvent>
@@ -30,8 +32,8 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        painter.setPen(QPen(ColourOf(ColourRole::Accent, palette()), 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 };
 

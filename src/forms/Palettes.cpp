@@ -1,5 +1,7 @@
 #include "forms/Palettes.h"
 
+#include "forms/ColourRoles.h"
+
 #include <QApplication>
 #include <QGroupBox>
 #include <QPainter>
@@ -21,25 +23,25 @@ struct ColourRow {
 };
 
 constexpr ColourRow Colours[] = {
-    {QPalette::Window, 0xFFF0F1F3, 0xFF2B2D31},      {QPalette::WindowText, 0xFF1B1D20, 0xFFE4E6EA},
-    {QPalette::Base, 0xFFFFFFFF, 0xFF1D1F22},        {QPalette::AlternateBase, 0xFFF5F7FA, 0xFF25272B},
-    {QPalette::Text, 0xFF1B1D20, 0xFFE4E6EA},        {QPalette::PlaceholderText, 0xFF6A7078, 0xFF9CA2AB},
-    {QPalette::Button, 0xFFE8EAED, 0xFF3A3D43},      {QPalette::ButtonText, 0xFF1B1D20, 0xFFE4E6EA},
-    {QPalette::BrightText, 0xFFC62828, 0xFFFF8A80},  {QPalette::Light, 0xFFFFFFFF, 0xFF55595F},
-    {QPalette::Midlight, 0xFFF7F8F9, 0xFF474B51},    {QPalette::Mid, 0xFF82878E, 0xFF777C84},
-    {QPalette::Dark, 0xFF8C9198, 0xFF8D929A},        {QPalette::Shadow, 0xFF5A5E64, 0xFF0C0D0E},
-    {QPalette::Highlight, 0xFF2563C4, 0xFF2F6FD0},   {QPalette::HighlightedText, 0xFFFFFFFF, 0xFFFFFFFF},
-    {QPalette::Link, 0xFF1A56B8, 0xFF7DB1FF},        {QPalette::LinkVisited, 0xFF6B3FA0, 0xFFC3A1F5},
-    {QPalette::ToolTipBase, 0xFFFFFBE6, 0xFF41454C}, {QPalette::ToolTipText, 0xFF1B1D20, 0xFFF2F3F5},
+    {QPalette::Window, 0xFFF3F2EE, 0xFF23262A},      {QPalette::WindowText, 0xFF24292F, 0xFFE6E3DC},
+    {QPalette::Base, 0xFFFFFEFB, 0xFF1B1D20},        {QPalette::AlternateBase, 0xFFF8F6F0, 0xFF202327},
+    {QPalette::Text, 0xFF24292F, 0xFFE6E3DC},        {QPalette::PlaceholderText, 0xFF6D6A62, 0xFF9B978D},
+    {QPalette::Button, 0xFFFFFEFB, 0xFF2F3338},      {QPalette::ButtonText, 0xFF24292F, 0xFFE6E3DC},
+    {QPalette::BrightText, 0xFFB3261E, 0xFFF2877E},  {QPalette::Light, 0xFFFFFFFF, 0xFF4A4F55},
+    {QPalette::Midlight, 0xFFFAF9F6, 0xFF3B4046},    {QPalette::Mid, 0xFF837E72, 0xFF7C8289},
+    {QPalette::Dark, 0xFF8A8578, 0xFF8D929A},        {QPalette::Shadow, 0xFF5F5B52, 0xFF0C0D0E},
+    {QPalette::Highlight, 0xFFD7EAF0, 0xFF21414D},   {QPalette::HighlightedText, 0xFF24292F, 0xFFE6E3DC},
+    {QPalette::Link, 0xFF1F6F8B, 0xFF6CB6D0},        {QPalette::LinkVisited, 0xFF6B3FA0, 0xFFC3A1F5},
+    {QPalette::ToolTipBase, 0xFFFFFEFB, 0xFF3B4046}, {QPalette::ToolTipText, 0xFF24292F, 0xFFF2F3F5},
 };
 
 /// What differs in controls that are switched off.
 constexpr ColourRow DisabledColours[] = {
-    {QPalette::WindowText, 0xFF73787F, 0xFF9298A1}, {QPalette::Base, 0xFFF0F1F3, 0xFF2B2D31},
-    {QPalette::Text, 0xFF73787F, 0xFF9298A1},       {QPalette::PlaceholderText, 0xFF7F848B, 0xFF7D838B},
-    {QPalette::ButtonText, 0xFF73787F, 0xFF9298A1}, {QPalette::Mid, 0xFFB4B8BE, 0xFF565B62},
-    {QPalette::Highlight, 0xFFB9C0CA, 0xFF4C525B},  {QPalette::HighlightedText, 0xFF4A4F55, 0xFFC4C8CE},
-    {QPalette::Link, 0xFF73787F, 0xFF9298A1},       {QPalette::LinkVisited, 0xFF73787F, 0xFF9298A1},
+    {QPalette::WindowText, 0xFF7A766C, 0xFF8B887F}, {QPalette::Base, 0xFFF3F2EE, 0xFF23262A},
+    {QPalette::Text, 0xFF7A766C, 0xFF8B887F},       {QPalette::PlaceholderText, 0xFF7F7B72, 0xFF807D75},
+    {QPalette::ButtonText, 0xFF7A766C, 0xFF8F8C83}, {QPalette::Mid, 0xFFD9D5CA, 0xFF4A4F55},
+    {QPalette::Highlight, 0xFFE4E2DA, 0xFF33383E},  {QPalette::HighlightedText, 0xFF66625A, 0xFFB4B1A9},
+    {QPalette::Link, 0xFF7A766C, 0xFF8B887F},       {QPalette::LinkVisited, 0xFF7A766C, 0xFF8B887F},
 };
 
 QPalette PaletteOf(Look look) {
@@ -121,10 +123,13 @@ private:
             painter.setPen(palette.color(QPalette::Disabled, QPalette::Mid));
             painter.drawLine(rect.center().x(), rect.top() + 4, rect.center().x(), rect.bottom() - 4);
             break;
-        case PE_Frame:
         case PE_FrameGroupBox:
         case PE_PanelMenu:
         case PE_FrameTabWidget:
+            painter.setPen(ColourOf(ColourRole::Hairline, palette));
+            painter.drawRect(outline);
+            break;
+        case PE_Frame:
         case PE_IndicatorCheckBox:
             painter.drawRect(outline);
             break;
