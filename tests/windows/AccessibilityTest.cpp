@@ -1,4 +1,5 @@
 // What a screen reader and the Tab key find in every window.
+#include "forms/ColourRoles.h"
 #include "qt/QtText.h"
 #include "support/EveryWindow.h"
 #include "support/TempFolder.h"
@@ -303,7 +304,7 @@ TEST(Accessibility, AnEmptyListShowsThatItHasTheFocus) {
     const auto edge = [&](int list) { return lists[list].grab().toImage().pixelColor(0, 20); };
     for (const int focused : {0, 1, 0}) {
         lists[focused].setFocus();
-        EXPECT_EQ(edge(focused), window.palette().color(QPalette::Highlight));
+        EXPECT_EQ(edge(focused), ColourOf(ColourRole::Accent, window.palette()));
         EXPECT_NE(edge(1 - focused), window.palette().color(QPalette::Highlight));
     }
 }
