@@ -1,12 +1,59 @@
+#include "base/KelError.h"
+#include "forms/Dialogs.h"
+#include "forms/FocusOutline.h"
+#include "forms/Icons.h"
+#include "forms/QtText.h"
+#include "player/GameFolder.h"
+#include "player/PlayerWindow.h"
 #include "player/TerminalPlay.h"
+
+#include <QApplication>
+#include <QSettings>
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <iostream>
+#include <sstream>
 
 namespace {
 
 enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
+
+bool HasDisplay() {
+#ifdef Q_OS_LINUX
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+#else
+    return true;
+#endif
+}
+
+/// Throws KelError with what the reader has to say about a game that does not load or cannot begin.
+std::shared_ptr<const zem::play::World> ReadWorld(const QString& path) {
+    std::ostringstream problems;
+    std::optional<zem::play::GameFiles> files = zem::play::LoadGameFiles(zem::PathFromQt(path), problems);
+    if (!files)
+        throw zem::KelError(zem::FromQt(QString::fromUtf8(problems.str().c_str()).trimmed()));
+    return zem::play::World::Compile(*std::move(files));
+}
+
+int PlayInWindow(int argc, char** argv, const std::string& file) {
+    if (!HasDisplay()) {
+        std::cerr << "veldt: there is no display to open a window on; \"veldt --text FILE\" plays here\n";
+        return FileProblem;
+    }
+    QApplication application(argc, argv);
+    zem::OutlineFocus(application);
+    QGuiApplication::setDesktopFileName(QStringLiteral("veldt"));
+    QApplication::setWindowIcon(zem::ThemedIcon(QStringLiteral("veldt")));
+    QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
+    zem::QtDialogs dialogs;
+    zem::PlayerWindow window(store, dialogs, ReadWorld);
+    window.show();
+    if (!file.empty() && !window.Open(zem::PathToQt(file)))
+        return FileProblem;
+    return QApplication::exec();
+}
 
 int Run(int argc, char** argv) {
     CLI::App app("Plays text adventures in the Kel script language.", "veldt");
@@ -14,20 +61,24 @@ int Run(int argc, char** argv) {
     zem::play::TerminalOptions options;
     std::string lines;
     bool isText = false;
-    app.add_option("FILE", options.file, "the game to play")->required();
-    app.add_flag("--text", isText, "play in the terminal; no display is needed");
+    CLI::Option* file = app.add_option("FILE", options.file, "the game to play");
+    CLI::Option* text = app.add_flag("--text", isText, "play in the terminal; no display is needed");
+    text->needs(file);
     app.add_option("--seed", options.seed, "where chance begins; the same seed plays the same game")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->needs(text);
     CLI::Option* linesOption =
         app.add_option("--lines", lines,
                        "print the transcript of a file of lines (\"> line\", \"< answer\", \"@ seconds\"); - "
                        "is standard input");
-    linesOption->needs(app.get_option("--text"));
+    linesOption->needs(text);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error, std::cout, std::cerr) == 0 ? Success : WrongUsage;
     }
+    if (!isText)
+        return PlayInWindow(argc, argv, options.file);
     if (linesOption->count() > 0)
         options.linesFile = lines;
     return zem::play::PlayInTerminal(options, std::cin, std::cout, std::cerr);

@@ -1,0 +1,216 @@
+#include "player/PlayControl.h"
+
+#include "forms/QtText.h"
+#include "play/FileNames.h"
+#include "player/InputLine.h"
+#include "player/StoryFiles.h"
+#include "player/StoryPane.h"
+#include "player/StorySound.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+constexpr int Second = 1000; // milliseconds
+
+QString PromptFor(play::Need need) {
+    switch (need) {
+    case play::Need::Line:
+        return PlayControl::tr("What do you do?");
+    case play::Need::Text:
+        return PlayControl::tr("Type an answer");
+    case play::Need::YesNo:
+        return PlayControl::tr("Yes or no?");
+    case play::Need::Choice:
+        return PlayControl::tr("Type a number, or click a choice");
+    case play::Need::Key:
+        return PlayControl::tr("Press any key");
+    default:
+        return PlayControl::tr("The game has ended: undo, restore or restart it");
+    }
+}
+
+} // namespace
+
+PlayControl::PlayControl(StoryPane& story, InputLine& input, QObject* parent)
+    : QObject(parent),
+      story_(story),
+      input_(input),
+      sound_(std::make_unique<StorySound>()) {
+    pause_.setSingleShot(true);
+    clock_.setInterval(Second);
+    connect(&pause_, &QTimer::timeout, this, &PlayControl::ShowQueue);
+    connect(&clock_, &QTimer::timeout, this, &PlayControl::Tick);
+    connect(&input_, &InputLine::Entered, this, &PlayControl::Enter);
+    connect(&story_, &StoryPane::ChoiceChosen, this, [this](int number) { Enter(QString::number(number)); });
+    input_.installEventFilter(this);
+    story_.installEventFilter(this);
+}
+
+PlayControl::~PlayControl() = default;
+
+void PlayControl::Start(std::unique_ptr<play::Session> session, const QString& folder,
+                        const std::function<play::Outcome(play::Session&)>& begin) {
+    session_ = std::move(session);
+    folder_ = folder;
+    queue_.clear();
+    pause_.stop();
+    sound_->Silence();
+    story_.ClearPage();
+    transcript_.clear();
+    input_.ForgetHistory();
+    Show(begin(*session_));
+    clock_.start();
+}
+
+void PlayControl::Type(const QString& line) {
+    if (session_ && !IsWaiting() && session_->Needs() == play::Need::Line)
+        Enter(line);
+}
+
+void PlayControl::Undo() {
+    if (!session_ || !session_->CanUndo())
+        return;
+    queue_.clear();
+    pause_.stop();
+    Enter(QStringLiteral("undo"));
+}
+
+void PlayControl::Restart() {
+    if (!session_)
+        return;
+    queue_.clear();
+    pause_.stop();
+    Show(session_->Restart());
+}
+
+void PlayControl::Enter(const QString& line) {
+    if (!session_ || IsWaiting())
+        return;
+    story_.EndChoices();
+    const play::Need need = session_->Needs();
+    story_.BeginTurn();
+    if (need != play::Need::Key) {
+        story_.ShowInput(line);
+        transcript_ += QStringLiteral("\n> ") + line + u'\n';
+    }
+    const std::string typed = FromQtForPlayer(line);
+    const bool isAnswer = need != play::Need::Line && need != play::Need::Nothing;
+    Show(isAnswer ? session_->Answer(typed) : session_->Type(typed));
+}
+
+void PlayControl::Show(play::Outcome outcome) {
+    emit Played(outcome);
+    queue_.insert(queue_.end(), std::make_move_iterator(outcome.pieces.begin()),
+                  std::make_move_iterator(outcome.pieces.end()));
+    for (const play::Warning& warning : outcome.warnings)
+        emit Warned(warning);
+    request_ = outcome.request;
+    if (!IsWaiting())
+        ShowQueue();
+    emit Changed();
+}
+
+void PlayControl::ShowQueue() {
+    while (!queue_.empty()) {
+        const play::Piece piece = std::move(queue_.front());
+        queue_.pop_front();
+        if (piece.kind == play::Piece::Pause) {
+            input_.setPlaceholderText(tr("..."));
+            pause_.start(piece.seconds * Second);
+            return;
+        }
+        ShowPiece(piece);
+    }
+    AskForInput();
+    if (request_ != play::Request::None)
+        emit Requested(std::exchange(request_, play::Request::None));
+}
+
+void PlayControl::ShowPiece(const play::Piece& piece) {
+    switch (piece.kind) {
+    case play::Piece::Text:
+        story_.Show(piece);
+        transcript_ += ToQt(piece.text);
+        break;
+    case play::Piece::Clear:
+        story_.ClearPage();
+        break;
+    case play::Piece::Silence:
+        sound_->Silence();
+        break;
+    default:
+        ShowFile(piece);
+    }
+}
+
+/// Pictures and sounds. What cannot be shown is told to the author and not to the player.
+void PlayControl::ShowFile(const play::Piece& piece) {
+    const QString name = ToQt(piece.text);
+    bool isShown = false;
+    if (piece.kind == play::Piece::Picture) {
+        const QImage picture = ReadStoryPicture(folder_, piece.text);
+        isShown = !picture.isNull();
+        if (isShown)
+            story_.ShowPicture(picture, name);
+    } else {
+        const QString path = StoryFilePath(folder_, piece.text);
+        isShown = !path.isEmpty() && play::IsSoundName(piece.text) &&
+                  sound_->Play(path, piece.kind == play::Piece::Music);
+    }
+    if (isShown || !showsWarnings_)
+        return;
+    const char* kind = piece.kind == play::Piece::Picture ? "picture"
+                       : piece.kind == play::Piece::Music ? "music"
+                                                          : "sound";
+    story_.ShowWarning(QStringLiteral("[%1: %2]").arg(QLatin1String(kind), name), piece.source);
+}
+
+void PlayControl::AskForInput() {
+    const play::Need need = session_->Needs();
+    input_.setPlaceholderText(PromptFor(need));
+    input_.AllowEmpty(need == play::Need::Text);
+}
+
+/// Time counts only while the player sits before the prompt.
+void PlayControl::Tick() {
+    if (!session_ || IsWaiting() || session_->Needs() != play::Need::Line || !story_.isVisible())
+        return;
+    play::Outcome outcome = session_->Pass(1);
+    if (!outcome.pieces.empty() || !outcome.warnings.empty())
+        Show(std::move(outcome));
+}
+
+/// Any key answers where the game waits for one, and ends a pause.
+bool PlayControl::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || !session_)
+        return QObject::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool isLetterOrReturn = !key->text().isEmpty() &&
+                                  !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) &&
+                                  key->key() != Qt::Key_Tab && key->key() != Qt::Key_Backtab;
+    if (!isLetterOrReturn)
+        return QObject::eventFilter(watched, event);
+    if (IsWaiting()) {
+        pause_.stop();
+        ShowQueue();
+        return true;
+    }
+    if (session_->Needs() == play::Need::Key) {
+        Enter(QString());
+        return true;
+    }
+    if (watched == &story_ && key->key() != Qt::Key_Space && key->text().at(0).isPrint()) {
+        input_.setFocus(); // typing goes on where it belongs
+        input_.insert(key->text());
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace zem

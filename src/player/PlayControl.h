@@ -1,0 +1,89 @@
+#pragma once
+
+#include "play/Session.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace zem {
+
+class InputLine;
+class StoryPane;
+class StorySound;
+
+/// Joins a session with the page that shows it and the line that is typed into: it has the clock, waits where
+/// the game waits, and shows pictures and plays sounds from the folder of the game.
+class PlayControl : public QObject {
+    Q_OBJECT
+
+public:
+    /// Both controls outlive this object.
+    PlayControl(StoryPane& story, InputLine& input, QObject* parent = nullptr);
+    ~PlayControl() override;
+
+    /// Plays this session from its beginning.
+    /// @param folder  of pictures and sounds; empty for none
+    void Start(std::unique_ptr<play::Session> session, const QString& folder,
+               const std::function<play::Outcome(play::Session&)>& begin = &PlayControl::BeginGame);
+
+    /// Null before Start.
+    play::Session* Session() const { return session_.get(); }
+
+    /// Types a line at the prompt, as if the player had.
+    void Type(const QString& line);
+    void Undo();
+    void Restart();
+
+    /// Shows what a call of the session has given.
+    void Show(play::Outcome outcome);
+
+    /// Whether the author's warnings stand beside the story.
+    void SetShowsWarnings(bool shows) { showsWarnings_ = shows; }
+    /// Everything that was shown so far, as plain text.
+    const QString& Transcript() const { return transcript_; }
+
+signals:
+    /// A turn has passed, or something else that changes what can be seen of the state.
+    void Changed();
+    /// The game asks for something that it cannot do itself.
+    void Requested(play::Request request);
+    /// Something for the author only.
+    void Warned(const play::Warning& warning);
+    /// What a call has given, before it is shown.
+    void Played(const play::Outcome& outcome);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    static play::Outcome BeginGame(play::Session& session) { return session.Begin(); }
+
+    void Enter(const QString& line);
+    void ShowQueue();
+    void ShowPiece(const play::Piece& piece);
+    void ShowFile(const play::Piece& piece);
+    void AskForInput();
+    void Tick();
+    bool IsWaiting() const { return pause_.isActive(); }
+
+    StoryPane& story_;
+    InputLine& input_;
+    std::unique_ptr<play::Session> session_;
+    std::unique_ptr<StorySound> sound_;
+    QString folder_;
+    QString transcript_;
+    std::deque<play::Piece> queue_; // to be shown; a pause stops it
+    play::Request request_ = play::Request::None;
+    QTimer pause_;
+    QTimer clock_;
+    bool showsWarnings_ = false;
+};
+
+} // namespace zem
