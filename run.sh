@@ -14,7 +14,8 @@ if [ $# -gt 0 ]; then
 fi
 
 install_packages
-build_preset release zem
+build_preset release zem veldt
+build/release/veldt --set-up # for this user, once: the editor then knows that games can be played
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
     echo "There is no display to open a window on, so here is the game as text:"
     exec build/release/zem print "$file"

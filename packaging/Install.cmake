@@ -4,19 +4,22 @@ set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # tests and benchmarks are not install
 
 # The program reads its data from the folder it stands in, so both go into a folder of their own.
 set(program_folder lib/zem)
-install(TARGETS zem RUNTIME DESTINATION ${program_folder})
+install(TARGETS zem veldt RUNTIME DESTINATION ${program_folder})
 install(FILES ${zem_data} DESTINATION ${program_folder})
 install(DIRECTORY data/manual DESTINATION ${program_folder})
-file(RELATIVE_PATH program /usr/${CMAKE_INSTALL_BINDIR} /usr/${program_folder}/zem)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packaging)
-file(CREATE_LINK ${program} ${CMAKE_BINARY_DIR}/packaging/zem SYMBOLIC RESULT linked) # only the installation needs it
-install(FILES ${CMAKE_BINARY_DIR}/packaging/zem DESTINATION ${CMAKE_INSTALL_BINDIR})
+foreach(name zem veldt)
+    file(RELATIVE_PATH program /usr/${CMAKE_INSTALL_BINDIR} /usr/${program_folder}/${name})
+    # A system without links can still build, and only not install.
+    file(CREATE_LINK ${program} ${CMAKE_BINARY_DIR}/packaging/${name} SYMBOLIC RESULT linked)
+    install(FILES ${CMAKE_BINARY_DIR}/packaging/${name} DESTINATION ${CMAKE_INSTALL_BINDIR})
+endforeach()
 
 # For the desktop: its caches are refreshed by the packages they belong to.
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable)
-install(FILES packaging/zem.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES packaging/zem.desktop packaging/veldt.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES packaging/zem-kel.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
-install(FILES data/icons/zem.svg DESTINATION ${icons}/apps)
+install(FILES data/icons/zem.svg data/icons/veldt.svg DESTINATION ${icons}/apps)
 install(FILES data/icons/zem.svg DESTINATION ${icons}/mimetypes RENAME application-x-kel-game.svg)
 
 # Where no package does it.
@@ -43,12 +46,13 @@ install(FILES ${CMAKE_BINARY_DIR}/packaging/copyright DESTINATION ${CMAKE_INSTAL
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS LICENSE data/icons/LICENSE)
 find_program(GZIP gzip)
 if(GZIP)
-    foreach(page zem.1 changelog)
+    foreach(page zem.1 veldt.1 changelog)
         set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS packaging/${page})
         execute_process(COMMAND ${GZIP} -9nc ${PROJECT_SOURCE_DIR}/packaging/${page}
             OUTPUT_FILE ${CMAKE_BINARY_DIR}/packaging/${page}.gz COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
-    install(FILES ${CMAKE_BINARY_DIR}/packaging/zem.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(FILES ${CMAKE_BINARY_DIR}/packaging/zem.1.gz ${CMAKE_BINARY_DIR}/packaging/veldt.1.gz
+        DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
     install(FILES ${CMAKE_BINARY_DIR}/packaging/changelog.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endif()
 
@@ -65,6 +69,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION editors)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "desktop-file-utils, hicolor-icon-theme, shared-mime-info, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS qt6-wayland)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/postinst ${PROJECT_SOURCE_DIR}/packaging/postrm)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "Zem opens a game file and lets its author edit everything in it through
@@ -72,6 +77,5 @@ forms: rooms with their exits, characters, objects, scripts in plain
 English, texts, menus and more. Every step can be undone, unsaved changes
 survive a crash, and earlier versions are kept.
 .
-Games are played with a program of their own, which this package does not
-contain.")
+Games are played with Veldt, which this package contains, too.")
 include(CPack)

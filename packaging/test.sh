@@ -14,7 +14,7 @@ say "Building the package"
 output=$PWD/build/package
 rm -rf "$output"
 cmake --preset release >/dev/null
-cmake --build --preset release --target zem >/dev/null
+cmake --build --preset release --target zem veldt >/dev/null
 cpack --config build/release/CPackConfig.cmake -B "$output" >/dev/null
 package=$(ls "$output"/*.deb)
 echo "$(basename "$package"): $(stat -c %s "$package") bytes"
@@ -59,8 +59,9 @@ inside zem print /usr/share/zem/samples/lighthouse.kel >"$work/sample"
 inside zem print $author/out.kel >"$work/copy"
 cmp "$work/sample" "$work/copy" || die "the saved sample is another"
 echo "format: the saved sample prints the same $(wc -l <"$work/copy") lines"
-mkdir -p "$root$author/.config/Veldt"
-printf '[Init]\nInstalledVer=2.0\n' >"$root$author/.config/Veldt/Veldt.conf"
+printf '> look\n' >"$root$author/lines"
+inside veldt --text /usr/share/zem/samples/lighthouse.kel --lines $author/lines | grep -q "^> look" || die "no game is played"
+inside grep -q InstalledVer /etc/xdg/Veldt/Veldt.conf || die "the editor is not told that games can be played"
 status=0
 inside env QT_QPA_PLATFORM=offscreen timeout 4 zem $author/out.kel 2>"$work/log" || status=$?
 [ "$status" -eq 124 ] || { cat "$work/log"; die "the editor ended by itself with status $status"; }

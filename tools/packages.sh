@@ -36,7 +36,7 @@ build_preset() {
     local log=build/$1/build.log
     echo "Building the $1 preset in build/$1"
     cmake --preset "$1" >/dev/null
-    NINJA_STATUS='[%p %f of %t, %e s] ' cmake --build --preset "$1" ${2:+--target "$2"} 2>&1 | tee "$log" | show_progress ||
+    NINJA_STATUS='[%p %f of %t, %e s] ' cmake --build --preset "$1" ${2:+--target "${@:2}"} 2>&1 | tee "$log" | show_progress ||
         { echo "The build failed; $log tells all of it." >&2; return 1; }
 }
 

@@ -55,6 +55,16 @@ int PlayInWindow(int argc, char** argv, const std::string& file) {
     return QApplication::exec();
 }
 
+/// Leaves the version where the editor looks for it, unless there is one.
+int SetUp() {
+    QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
+    const QString key = QStringLiteral("Init/InstalledVer");
+    if (!store.contains(key) || store.value(key).toString() == QLatin1String("no"))
+        store.setValue(key, QStringLiteral("1.0"));
+    store.sync();
+    return store.status() == QSettings::NoError ? Success : FileProblem;
+}
+
 int Run(int argc, char** argv) {
     CLI::App app("Plays text adventures in the Kel script language.", "veldt");
     app.set_version_flag("--version", "Veldt 1.0");
@@ -62,6 +72,8 @@ int Run(int argc, char** argv) {
     std::string lines;
     bool isText = false;
     CLI::Option* file = app.add_option("FILE", options.file, "the game to play");
+    bool isSetUp = false;
+    app.add_flag("--set-up", isSetUp, "tell the editor, for this user, that games can be played");
     CLI::Option* text = app.add_flag("--text", isText, "play in the terminal; no display is needed");
     text->needs(file);
     app.add_option("--seed", options.seed, "where chance begins; the same seed plays the same game")
@@ -77,6 +89,8 @@ int Run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error, std::cout, std::cerr) == 0 ? Success : WrongUsage;
     }
+    if (isSetUp)
+        return SetUp();
     if (!isText)
         return PlayInWindow(argc, argv, options.file);
     if (linesOption->count() > 0)
