@@ -1,9 +1,7 @@
 #include "game/GameNames.h"
 
-#include "kel/ScriptLine.h"
-#include "model/Texts.h"
+#include "game/UsedNames.h"
 
-#include <algorithm>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -48,41 +46,6 @@ void AddProcedures(NameCollector& names, const GameModel& game) {
             names.Add(procedure.Name);
 }
 
-/// The names that no table of the game holds, but its scripts and patterns alone, by their kinds.
-std::map<NameKind, std::vector<std::string>> UsedNames(const GameModel& game, const CommandLookup& commands) {
-    std::map<NameKind, NameCollector> found;
-    for (const NameKind kind : {NameKind::Variable, NameKind::Flag, NameKind::Timer})
-        found[kind];
-    const auto addScript = [&](std::string_view script) {
-        ForEachLine(script, [&](TextRange lineRange, int) {
-            const std::string_view line = lineRange.Of(script);
-            ForEachCommandName(line, TakeApart(line, commands), [&](TextRange range, NameKind kind) {
-                if (const auto names = found.find(kind); names != found.end())
-                    names->second.Add(range.Of(line));
-            });
-        });
-    };
-    const auto addPattern = [&](std::string_view pattern) {
-        ForEachVariable(pattern, [&](TextRange range, char sign) {
-            if (sign == '#')
-                found[NameKind::Variable].Add(range.Of(pattern));
-            return sign == '#';
-        });
-    };
-    ForEachText(game, [&](const Place&, FieldUse use, const std::string& text) {
-        if (use.kind == FieldKind::Script)
-            addScript(text);
-        else if (use.kind == FieldKind::Pattern)
-            addPattern(text);
-    });
-    std::map<NameKind, std::vector<std::string>> sorted;
-    for (auto& [kind, names] : found) {
-        sorted[kind] = names.Take();
-        std::sort(sorted[kind].begin(), sorted[kind].end());
-    }
-    return sorted;
-}
-
 } // namespace
 
 std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const CommandLookup& commands) {
@@ -117,7 +80,7 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
     case NameKind::Variable:
     case NameKind::Flag:
     case NameKind::Timer:
-        return UsedNames(game, commands)[kind];
+        return UsedNames(commands).Of(game, kind);
     }
     return names.Take();
 }
@@ -127,12 +90,11 @@ const std::vector<std::string>& NameCache::Names(const GameModel& game, NameKind
         game_ = game;
         names_.clear();
     }
-    if (names_.contains(kind))
-        return names_[kind];
-    if (kind == NameKind::Variable || kind == NameKind::Flag || kind == NameKind::Timer)
-        names_.merge(UsedNames(game_, commands_)); // one walk finds all three
-    else
-        names_[kind] = GameNames(game_, kind, commands_);
+    if (!names_.contains(kind)) {
+        const bool isUsedName =
+            kind == NameKind::Variable || kind == NameKind::Flag || kind == NameKind::Timer;
+        names_[kind] = isUsedName ? used_.Of(game_, kind) : GameNames(game_, kind, commands_);
+    }
     return names_[kind];
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "game/UsedNames.h"
 #include "kel/CommandLookup.h"
 #include "model/GameModel.h"
 #include "model/NameKind.h"
@@ -19,13 +20,14 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
 class NameCache {
 public:
     /// @param commands  outlives this object
-    explicit NameCache(const CommandLookup& commands) : commands_(commands) {}
+    explicit NameCache(const CommandLookup& commands) : commands_(commands), used_(commands) {}
 
     /// As GameNames has them. The list is good until the next call with a changed game.
     const std::vector<std::string>& Names(const GameModel& game, NameKind kind);
 
 private:
     const CommandLookup& commands_;
+    UsedNames used_;
     GameModel game_; // whose names these are
     std::map<NameKind, std::vector<std::string>> names_;
 };

@@ -27,7 +27,6 @@ public:
         });
     }
 
-private:
     void WalkValue(bool, FieldId, FieldUse) {}
     void WalkValue(std::int16_t, FieldId, FieldUse) {}
 
@@ -51,6 +50,7 @@ private:
             WalkStep(record, {id, ++entry}, use);
     }
 
+private:
     template <class Record>
     void WalkStep(const Record& record, PlaceStep step, FieldUse use) {
         place_.steps[depth_++] = step;
@@ -96,6 +96,17 @@ void SetText(Record& record, const Place& place, std::size_t depth, std::string&
 template <class Visit>
 void ForEachText(const GameModel& game, Visit visit) {
     detail::TextWalk<Visit>(visit).WalkRecord(game, {});
+}
+
+/// ForEachText for one value of the game or one record of its lists. The places lack the step to it.
+/// @param use  of the field in which it stands
+template <class Value, class Visit>
+void ForEachTextOf(const Value& value, FieldUse use, Visit visit) {
+    detail::TextWalk<Visit> walk(visit);
+    if constexpr (std::tuple_size_v<std::remove_cvref_t<decltype(detail::FieldsOf<Value>)>> != 0)
+        walk.WalkRecord(value, use);
+    else
+        walk.WalkValue(value, FieldId::None, use);
 }
 
 /// Replaces the text at a place that the game has, empty texts included.
