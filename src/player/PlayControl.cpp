@@ -1,11 +1,11 @@
 #include "player/PlayControl.h"
 
-#include "forms/QtText.h"
 #include "play/FileNames.h"
 #include "player/InputLine.h"
 #include "player/StoryFiles.h"
 #include "player/StoryPane.h"
 #include "player/StorySound.h"
+#include "qt/QtText.h"
 
 #include <QEvent>
 #include <QKeyEvent>

@@ -4,11 +4,11 @@
 #include "forms/Dialogs.h"
 #include "forms/Icons.h"
 #include "forms/Palettes.h"
-#include "forms/QtText.h"
 #include "model/GameModel.h"
 #include "player/InputLine.h"
 #include "player/PlayControl.h"
 #include "player/StoryPane.h"
+#include "qt/QtText.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>

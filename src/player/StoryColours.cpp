@@ -1,6 +1,6 @@
 #include "player/StoryColours.h"
 
-#include "forms/QtText.h"
+#include "qt/QtText.h"
 
 #include <QFontDatabase>
 

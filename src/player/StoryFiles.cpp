@@ -1,7 +1,7 @@
 #include "player/StoryFiles.h"
 
-#include "forms/QtText.h"
 #include "play/FileNames.h"
+#include "qt/QtText.h"
 
 #include <QDir>
 #include <QFileInfo>

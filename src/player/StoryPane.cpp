@@ -1,8 +1,8 @@
 #include "player/StoryPane.h"
 
 #include "forms/ColourRoles.h"
-#include "forms/QtText.h"
 #include "player/StoryColours.h"
+#include "qt/QtText.h"
 
 #include <QAccessible>
 #include <QMouseEvent>

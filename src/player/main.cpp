@@ -2,10 +2,10 @@
 #include "forms/Dialogs.h"
 #include "forms/FocusOutline.h"
 #include "forms/Icons.h"
-#include "forms/QtText.h"
 #include "player/GameFolder.h"
 #include "player/PlayerWindow.h"
 #include "player/TerminalPlay.h"
+#include "qt/QtText.h"
 
 #include <QApplication>
 #include <QSettings>

@@ -1,11 +1,11 @@
 #include "player/PlayerWindow.h"
 
-#include "forms/QtText.h"
 #include "play/Libraries.h"
 #include "player/InputLine.h"
 #include "player/PlayControl.h"
 #include "player/StoryColours.h"
 #include "player/StoryPane.h"
+#include "qt/QtText.h"
 #include "reader/LoadGame.h"
 #include "support/Controls.h"
 #include "support/ScriptedDialogs.h"
