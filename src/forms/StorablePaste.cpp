@@ -42,8 +42,9 @@ QStringList Unstorable(const QString& text) {
 QString Problem(QStringList named) {
     if (named.size() > MostNamed)
         named.last() = QStringLiteral("others");
-    return QStringLiteral("The characters %1 cannot be kept in a game file, which holds only Western European "
-                          "letters and signs.")
+    return QStringLiteral(
+               "The characters %1 cannot be kept in a game file, which holds only Western European "
+               "letters and signs.")
         .arg(named.join(QLatin1String(", ")));
 }
 

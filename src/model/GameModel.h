@@ -55,8 +55,8 @@ struct Room {
     Shared<ScriptPair> Out;    // destination and script, both at once
     // Each holds a destination, or the key ActionExit and a script.
     Shared<ScriptPair> North, South, East, West, NorthEast, NorthWest, SouthEast, SouthWest;
-    std::string Script;       // runs when the player enters
-    std::string Description;  // a script that prints the description instead
+    std::string Script;      // runs when the player enters
+    std::string Description; // a script that prints the description instead
     List<ScriptPair> Places; // Key: "name" or "prefix; name"
     List<Thing> Characters;
     List<ScriptPair> Commands;
@@ -110,7 +110,7 @@ struct Procedure {
 
 struct SelectionMenu {
     std::string Name;
-    std::string Info;          // the prompt
+    std::string Info;         // the prompt
     List<ScriptPair> Choices; // Key: the text shown
 
     bool operator==(const SelectionMenu&) const = default;
