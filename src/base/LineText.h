@@ -64,12 +64,22 @@ constexpr std::string_view Trim(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-/// True when the line, after any leading blanks and whatever its capitals, begins with the keyword. The
-/// keyword carries its own trailing blank where one must follow. An empty keyword matches every line.
-constexpr bool BeginsWith(std::string_view line, std::string_view keyword) {
+namespace detail {
+
+/// BeginsWith for a line that is at least as long as the keyword.
+constexpr bool LongLineBeginsWith(std::string_view line, std::string_view keyword) {
     if (!line.empty() && line.front() == ' ')
         line = TrimLeft(line);
     return line.size() >= keyword.size() && EqualIgnoringCase(line.substr(0, keyword.size()), keyword);
+}
+
+} // namespace detail
+
+/// True when the line, after any leading blanks and whatever its capitals, begins with the keyword. The
+/// keyword carries its own trailing blank where one must follow. An empty keyword matches every line.
+constexpr bool BeginsWith(std::string_view line, std::string_view keyword) {
+    // The size tells most short lines apart, wherever this is called, before anything of them is read.
+    return line.size() >= keyword.size() && detail::LongLineBeginsWith(line, keyword);
 }
 
 /// What is left of the line when as many characters as the keyword has are cut from its front; nothing is

@@ -14,8 +14,10 @@ template <class T>
 class Shared {
 public:
     Shared() = default;
-    Shared(T value)
-        : box_(new Box(std::move(value))) {} // NOLINT(google-explicit-constructor): it stands for a T
+    // NOLINTBEGIN(google-explicit-constructor): it stands for a T.
+    Shared(const T& value) : Shared(T(value)) {}
+    Shared(T&& value) : box_(new Box(std::move(value))) {}
+    // NOLINTEND(google-explicit-constructor)
     Shared(const Shared& other) noexcept : box_(other.box_) {
         if (box_ != nullptr)
             box_->owners.fetch_add(1, std::memory_order_relaxed);

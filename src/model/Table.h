@@ -53,9 +53,10 @@ public:
         std::vector<Group>& groups = groups_.Edit();
         if (!groups.empty() && groups.back().Size() < GroupSize)
             return groups.back().records.Edit().emplace_back(std::move(record)).Edit();
-        Group group{count, {}};
-        Record& added = group.records.Edit().emplace_back(std::move(record)).Edit();
-        groups.push_back(std::move(group));
+        std::vector<Shared<Record>> records;
+        records.reserve(GroupSize);
+        Record& added = records.emplace_back(std::move(record)).Edit();
+        groups.push_back({count, std::move(records)});
         return added;
     }
 

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace zem {
 
@@ -37,6 +38,9 @@ constexpr Keyword<GameModel> GameRows[] = {
     {"kel-version ", FieldId::None, reads::Nothing},
     {"error ", FieldId::None, reads::Nothing},
 };
+
+constexpr std::size_t ShortestGameWord =
+    std::ranges::min(GameRows, {}, [](const auto& row) { return row.word.size(); }).word.size();
 
 struct HashIgnoringCase {
     std::size_t operator()(std::string_view text) const {
@@ -95,12 +99,13 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
         });
     std::string miscTags;
     source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
-        if (ReadByKeyword<GameModel>(GameRows, game, line, notes, index))
+        // A line that is too short for any of the many words is compared with none.
+        if (line.size() >= ShortestGameWord && ReadByKeyword<GameModel>(GameRows, game, line, notes, index))
             return;
         // An exact comparison: in capitals the line is no flag and is kept as it is.
         if (line == "nodebug")
             game.NoDebug = true;
-        else if (!BeginsWith(line, "'") && KeepLine(miscTags, line))
+        else if (!line.starts_with('\'') && KeepLine(miscTags, line))
             notes.Field(FieldId::GameMiscTags, index);
     });
     if (!miscTags.empty())
@@ -110,24 +115,24 @@ void ReadGameBlock(GameModel& game, const SourceText& source) {
 
 void ReadItems(GameModel& game, const SourceText& source) {
     game.Items.Clear();
-    const auto isOfItems = [](std::string_view line) {
-        return BeginsWith(line, "possitems ") || BeginsWith(line, "items ");
-    };
     NamesIgnoringCase startItems;
-    UseGameLines(source, [&](std::string_view line) {
-        if (BeginsWith(line, "startitems "))
+    std::vector<std::size_t> linesOfItems;
+    UseGameLines(source, [&](std::string_view line, std::size_t index) {
+        if (BeginsWith(line, "startitems ")) {
             SplitList(GetParameter(line), Cut::AtCommaFirst,
                       [&](std::string_view name) { startItems.insert(name); });
-        else if (isOfItems(line))
+        } else if (BeginsWith(line, "possitems ") || BeginsWith(line, "items ")) {
             GetParameter(line); // of several bad lines, the first is to be named
+            linesOfItems.push_back(index);
+        }
     });
-    UseGameLines(source, [&](std::string_view line, std::size_t index) {
-        if (isOfItems(line))
+    for (const std::size_t index : linesOfItems)
+        source.UseLine(index, [&](std::string_view line) {
             SplitList(GetParameter(line), Cut::AtNearest, [&](std::string_view name) {
                 game.Items.Append({std::string(name), startItems.contains(name)});
-                source.Note(Place::Of({{FieldId::GameItems, game.Items.Count()}}), index);
+                source.NoteLastOf(FieldId::GameItems, game.Items, index);
             });
-    });
+        });
 }
 
 void ReadCollectables(GameModel& game, const SourceText& source) {
@@ -143,7 +148,7 @@ void ReadCollectables(GameModel& game, const SourceText& source) {
                 throw KelError("the collectable \"" + std::string(definition) +
                                "\" has no settings: a blank after its name is missing");
             game.Collectables.Append({std::string(definition), std::string(FirstWord(definition))});
-            source.Note(Place::Of({{FieldId::GameCollectables, game.Collectables.Count()}}), index);
+            source.NoteLastOf(FieldId::GameCollectables, game.Collectables, index);
         });
     });
 }

@@ -54,7 +54,7 @@ void ReadLoneLines(GameModel& game, const SourceText& source) {
                 game.Includes.Append(std::string(parameter));
         });
         if (!isMarker)
-            source.Note(Place::Of({{FieldId::GameIncludes, game.Includes.Count()}}), index);
+            source.NoteLastOf(FieldId::GameIncludes, game.Includes, index);
         hasMarker = hasMarker || isMarker;
     }
 }

@@ -83,6 +83,14 @@ public:
             noted_->Note(place, LineInFile(index));
     }
 
+    /// Notes that the last record of a list of the game was read from the line. Where nobody asked, no place
+    /// is made: lists may have thousands of entries on a line.
+    template <class Records>
+    void NoteLastOf(FieldId list, const Records& records, std::size_t index) const {
+        if (noted_ != nullptr)
+            Note(Place::Of({{list, records.Count()}}), index);
+    }
+
     /// Removes the leading and trailing blanks of every line.
     void TrimLines();
 

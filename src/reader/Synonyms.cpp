@@ -13,7 +13,7 @@ void ReadSynonyms(GameModel& game, const SourceText& source) {
                                             : "a synonym without \"=\"");
             game.Synonyms.Append(
                 {std::string(Trim(line.substr(0, equals))), std::string(Trim(line.substr(equals + 1)))});
-            source.Note(Place::Of({{FieldId::GameSynonyms, game.Synonyms.Count()}}), index);
+            source.NoteLastOf(FieldId::GameSynonyms, game.Synonyms, index);
         });
     });
 }
