@@ -63,9 +63,8 @@ void InputLine::keyPressEvent(QKeyEvent* event) {
 }
 
 void InputLine::Enter() {
-    if (HasOffer())
-        del(); // what was only offered was not typed
-    const QString line = text();
+    // What was only offered was not typed.
+    const QString line = HasOffer() ? text().left(selectionStart()) : text();
     if (line.trimmed().isEmpty() && !allowsEmpty_)
         return;
     if (!line.trimmed().isEmpty() && (history_.isEmpty() || history_.last() != line))

@@ -2,6 +2,7 @@
 #include "forms/Icons.h"
 #include "forms/Palettes.h"
 #include "support/Cases.h"
+#include "support/Contrast.h"
 #include "support/SmallGame.h"
 #include "windows/frmOptions.h"
 
@@ -172,19 +173,6 @@ TEST(Run, AsksTheDesktopWhetherItHasAProgramThatIsThere) {
     }
     qputenv("PATH", path);
     qunsetenv("XDG_DATA_HOME");
-}
-
-double Luminance(const QColor& colour) {
-    const auto linear = [](double part) { return std::pow(part, 2.2); };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-/// From 1 to 21; text is easily read from 4.5, and an outline easily seen from 3.
-double Contrast(const QColor& one, const QColor& other) {
-    const double a = Luminance(one);
-    const double b = Luminance(other);
-    return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
 /// The colour of an image that differs most from the background.
