@@ -1,8 +1,8 @@
 // The whole start-up of the editor, as its main function does it, up to the first painting of the start
 // window.
 #include "FirstPaint.h"
-#include "app/CommandLine.h"
 #include "app/Program.h"
+#include "commands/CommandLine.h"
 #include "forms/Dialogs.h"
 #include "model/GameModel.h"
 

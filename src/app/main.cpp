@@ -1,6 +1,6 @@
 #include "app/Application.h"
-#include "app/CommandLine.h"
 #include "app/Program.h"
+#include "commands/CommandLine.h"
 #include "forms/Dialogs.h"
 #include "forms/Icons.h"
 #include "model/GameModel.h"

@@ -13,13 +13,6 @@ namespace {
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr char32_t Invalid = 0xFFFD;
 
-// The characters of the bytes 0x80 to 0x9F. Five of them are not in Windows-1252 and stand for the control
-// characters of the same number.
-constexpr std::array<char32_t, 32> UpperControls = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
 std::optional<char> ToByte(char32_t code) {
     if (code < 0x80 || (code >= 0xA0 && code <= 0xFF))
         return static_cast<char>(code);
@@ -122,6 +115,31 @@ ConvertedText Utf8ToWindows1252(std::string_view bytes) {
         bytes.remove_prefix(size);
     }
     return text;
+}
+
+std::string FromUtf8(std::string_view bytes) {
+    return Utf8ToWindows1252(bytes).bytes;
+}
+
+std::string ToUtf8(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        const char32_t code = byte >= 0x80 && byte < 0xA0 ? UpperControls[byte - 0x80U] : byte;
+        if (code < 0x80) {
+            result += c;
+            continue;
+        }
+        if (code < 0x800) {
+            result += static_cast<char>(0xC0U | (code >> 6U));
+        } else {
+            result += static_cast<char>(0xE0U | (code >> 12U));
+            result += static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
+        }
+        result += static_cast<char>(0x80U | (code & 0x3FU));
+    }
+    return result;
 }
 
 } // namespace zem

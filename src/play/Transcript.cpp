@@ -1,7 +1,7 @@
 #include "play/Transcript.h"
 
 #include "base/LineText.h"
-#include "play/Utf8.h"
+#include "base/TextEncoding.h"
 
 #include <utility>
 

@@ -1,10 +1,10 @@
 #include "base/KelError.h"
+#include "commands/GameFolder.h"
+#include "commands/TerminalPlay.h"
 #include "forms/Dialogs.h"
 #include "forms/FocusOutline.h"
 #include "forms/Icons.h"
-#include "player/GameFolder.h"
 #include "player/PlayerWindow.h"
-#include "player/TerminalPlay.h"
 #include "qt/QtText.h"
 
 #include <QApplication>

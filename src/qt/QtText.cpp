@@ -1,24 +1,17 @@
 #include "qt/QtText.h"
 
 #include "base/KelError.h"
+#include "base/TextEncoding.h"
 
 #include <QFile>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <iterator>
 
 namespace zem {
 
 namespace {
-
-// The characters of the bytes 0x80 to 0x9F. Five of them are not in Windows-1252; they stand for the control
-// characters of the same number, so that every byte survives.
-constexpr std::array<char16_t, 32> UpperControls = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 std::optional<char> ToByte(char16_t unit) {
     if (unit < 0x80) // This holds for most characters.
@@ -37,7 +30,8 @@ QString ToQt(std::string_view text) {
     QString result(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
     std::transform(text.begin(), text.end(), result.begin(), [](char c) {
         const auto byte = static_cast<unsigned char>(c);
-        return QChar(byte >= 0x80 && byte < 0xA0 ? UpperControls[byte - 0x80U] : char16_t{byte});
+        return QChar(byte >= 0x80 && byte < 0xA0 ? static_cast<char16_t>(UpperControls[byte - 0x80U])
+                                                 : char16_t{byte});
     });
     return result;
 }

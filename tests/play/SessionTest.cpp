@@ -2,11 +2,11 @@
 // plays the same, and every turn ends.
 #include "play/Session.h"
 
+#include "base/TextEncoding.h"
 #include "base/TextFile.h"
 #include "play/InputLog.h"
 #include "play/Libraries.h"
 #include "play/Transcript.h"
-#include "play/Utf8.h"
 #include "reader/LoadGame.h"
 
 #include <chrono>

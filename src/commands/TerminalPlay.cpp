@@ -1,9 +1,9 @@
-#include "player/TerminalPlay.h"
+#include "commands/TerminalPlay.h"
 
+#include "base/TextEncoding.h"
 #include "base/TextFile.h"
+#include "commands/GameFolder.h"
 #include "play/Transcript.h"
-#include "play/Utf8.h"
-#include "player/GameFolder.h"
 
 #include <fstream>
 #include <iostream>

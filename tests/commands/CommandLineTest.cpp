@@ -1,4 +1,4 @@
-#include "app/CommandLine.h"
+#include "commands/CommandLine.h"
 
 #include "support/Cases.h"
 #include "support/Games.h"

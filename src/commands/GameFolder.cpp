@@ -1,10 +1,10 @@
-#include "player/GameFolder.h"
+#include "commands/GameFolder.h"
 
 #include "base/Host.h"
+#include "base/TextEncoding.h"
 #include "base/TextFile.h"
 #include "play/FileNames.h"
 #include "play/Libraries.h"
-#include "play/Utf8.h"
 #include "reader/LoadGame.h"
 
 #include <exception>

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/KelError.h"
+#include "kel/CommandCatalogue.h"
+#include "model/GameModel.h"
+
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace CLI {
+class App;
+}
+
+/// What all commands of the command line share: loading games, and telling what is wrong with them.
+namespace zem {
+
+/// What a command ends with. Commands that compare or judge say in their own words what FileProblem means.
+enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
+
+/// Text of the core for a terminal: UTF-8 on one line.
+std::string ToTerminal(std::string_view text);
+
+/// Where a command reads its data and writes what it has to say.
+class CommandContext {
+public:
+    /// @param programFolder  where the data files are, without a trailing separator
+    CommandContext(std::string programFolder, std::ostream& out, std::ostream& err);
+
+    std::ostream& Out() { return out_; }
+    std::ostream& Err() { return err_; }
+    const std::string& ProgramFolder() const { return programFolder_; }
+
+    /// Loads a game with the error messages of the catalogue. What is wrong with it is told on standard
+    /// error; false when it cannot be read. What may surprise its author is told as a warning.
+    bool Load(GameModel& game, const std::string& file);
+
+    /// Loads the catalogue of script commands. One that cannot be read is told, and what could be read of it
+    /// is used: scripts are shown as they stand where no entry tells better.
+    void Load(CommandCatalogue& commands);
+
+    /// Saves the game as the window does. What fails is told; the status to end with.
+    int Save(GameModel& game, const std::string& file);
+
+    /// Writes bytes to a file, or to standard output if it is "-"; the file is replaced safely. What fails is
+    /// told; the status to end with.
+    int Write(std::string_view bytes, const std::string& target);
+
+    /// Tells on standard error what is wrong with a file: "FILE:LINE: what". Gives FileProblem.
+    int Report(const std::string& file, const KelError& error);
+
+private:
+    void Warn(const std::string& file);
+
+    std::string programFolder_;
+    std::ostream& out_;
+    std::ostream& err_;
+};
+
+/// Each adds one command to the command line, which runs it when it is named and sets the status to end with.
+void AddFormatCommand(CLI::App& app, CommandContext& context, int& status);
+void AddPrintCommand(CLI::App& app, CommandContext& context, int& status);
+void AddMapCommand(CLI::App& app, CommandContext& context, int& status);
+
+} // namespace zem
