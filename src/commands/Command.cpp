@@ -3,8 +3,10 @@
 #include "base/Host.h"
 #include "base/TextEncoding.h"
 #include "base/TextFile.h"
+#include "commands/GameFolder.h"
 #include "files/ReplaceFile.h"
 #include "kel/ErrorCatalogue.h"
+#include "problems/CheckedGame.h"
 #include "reader/InspectFile.h"
 #include "reader/LoadGame.h"
 #include "writer/OutputFile.h"
@@ -49,11 +51,15 @@ CommandContext::CommandContext(std::string programFolder, std::ostream& out, std
       out_(out),
       err_(err) {}
 
+void CommandContext::NameErrors(GameModel& game) {
+    if (game.ErrorMessages.Count() != 0)
+        return;
+    ConsoleHost host(err_, "zemerr.dat");
+    LoadErrorCatalogue(game.ErrorMessages, programFolder_ + "/zemerr.dat", host);
+}
+
 bool CommandContext::Load(GameModel& game, const std::string& file) {
-    if (game.ErrorMessages.Count() == 0) {
-        ConsoleHost host(err_, "zemerr.dat");
-        LoadErrorCatalogue(game.ErrorMessages, programFolder_ + "/zemerr.dat", host);
-    }
+    NameErrors(game);
     ConsoleHost host(err_, file);
     try {
         if (!LoadGame(game, file, host))
@@ -64,6 +70,26 @@ bool CommandContext::Load(GameModel& game, const std::string& file) {
         Report(file, error);
         if (error.Line() != 0)
             Warn(file); // It may tell how the line came to be wrong.
+    } catch (const std::exception& error) {
+        Report(file, KelError(error.what())); // most likely a file larger than the memory
+    }
+    return false;
+}
+
+bool CommandContext::LoadForCheck(problems::CheckInput& input, const std::string& file) {
+    NameErrors(input.game);
+    try {
+        const auto source = std::make_shared<problems::SourceFile>();
+        source->bytes = ReadFile(file);
+        ReadGame(input.game, source->bytes, &source->lines);
+        input.game.FileName = file;
+        source->inspection = InspectFile(source->bytes);
+        input.source = source;
+        input.files = std::make_shared<FolderFiles>(std::filesystem::path(file).parent_path().string());
+        input.libraries = std::make_shared<problems::Libraries>(ReadLibraries(input.game, *input.files));
+        return true;
+    } catch (const KelError& error) {
+        Report(file, error);
     } catch (const std::exception& error) {
         Report(file, KelError(error.what())); // most likely a file larger than the memory
     }

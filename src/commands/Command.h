@@ -8,6 +8,9 @@
 #include <string>
 #include <string_view>
 
+namespace zem::problems {
+struct CheckInput;
+}
 namespace CLI {
 class App;
 }
@@ -35,6 +38,10 @@ public:
     /// error; false when it cannot be read. What may surprise its author is told as a warning.
     bool Load(GameModel& game, const std::string& file);
 
+    /// Loads a game with what is known of it besides: its file, the libraries and the names of the files
+    /// beside it. What keeps it from being read is told on standard error, and false is given.
+    bool LoadForCheck(problems::CheckInput& input, const std::string& file);
+
     /// Loads the catalogue of script commands. One that cannot be read is told, and what could be read of it
     /// is used: scripts are shown as they stand where no entry tells better.
     void Load(CommandCatalogue& commands);
@@ -50,6 +57,7 @@ public:
     int Report(const std::string& file, const KelError& error);
 
 private:
+    void NameErrors(GameModel& game);
     void Warn(const std::string& file);
 
     std::string programFolder_;
@@ -60,6 +68,7 @@ private:
 /// Each adds one command to the command line, which runs it when it is named and sets the status to end with.
 void AddFormatCommand(CLI::App& app, CommandContext& context, int& status);
 void AddPrintCommand(CLI::App& app, CommandContext& context, int& status);
+void AddCheckCommand(CLI::App& app, CommandContext& context, int& status);
 void AddMapCommand(CLI::App& app, CommandContext& context, int& status);
 
 } // namespace zem

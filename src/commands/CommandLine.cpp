@@ -10,7 +10,7 @@ namespace zem {
 namespace {
 
 /// In the order in which the help lists them.
-constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddMapCommand};
+constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand, AddMapCommand};
 
 } // namespace
 

@@ -84,3 +84,21 @@ std::optional<GameFiles> LoadGameFiles(const std::string& path, std::ostream& er
 }
 
 } // namespace zem::play
+
+namespace zem {
+
+std::optional<std::string> FolderFiles::Read(const std::string& name) const {
+    return play::ReadBesideGame(folder_, name);
+}
+
+std::vector<std::string> FolderFiles::Names() const {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (std::filesystem::directory_iterator at(folder_.empty() ? "." : folder_, error), end;
+         !error && at != end; at.increment(error))
+        if (at->is_regular_file(error))
+            names.push_back(FromUtf8(at->path().filename().string()));
+    return names;
+}
+
+} // namespace zem

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "play/World.h"
+#include "problems/CheckedGame.h"
 
 #include <iosfwd>
 #include <optional>
@@ -17,3 +18,20 @@ std::optional<GameFiles> LoadGameFiles(const std::string& path, std::ostream& er
 std::optional<std::string> ReadBesideGame(const std::string& folder, const std::string& name);
 
 } // namespace zem::play
+
+namespace zem {
+
+/// The files of a folder, as checks ask for them.
+class FolderFiles : public problems::FilesBeside {
+public:
+    /// @param folder  empty for the current one
+    explicit FolderFiles(std::string folder) : folder_(std::move(folder)) {}
+
+    std::optional<std::string> Read(const std::string& name) const override;
+    std::vector<std::string> Names() const override;
+
+private:
+    std::string folder_;
+};
+
+} // namespace zem

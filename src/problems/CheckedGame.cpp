@@ -1,0 +1,187 @@
+#include "problems/CheckedGame.h"
+
+#include "model/Texts.h"
+#include "play/Libraries.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zem::problems {
+
+namespace {
+
+constexpr std::string_view BuiltInVerbs = "standard.kel";
+
+} // namespace
+
+const char* WordFor(Level level) {
+    switch (level) {
+    case Level::Error:
+        return "error";
+    case Level::Warning:
+        return "warning";
+    case Level::Hint:
+        break;
+    }
+    return "hint";
+}
+
+Libraries ReadLibraries(const GameModel& game, const FilesBeside& files) {
+    play::GameFiles all =
+        play::WithLibraries(game, [&](const std::string& name) { return files.Read(name); });
+    Libraries libraries;
+    const auto noteMissing = [&](const GameModel& includer) {
+        for (const std::string& name : includer.Includes)
+            if (name != BuiltInVerbs &&
+                std::find(all.libraryNames.begin(), all.libraryNames.end(), name) == all.libraryNames.end())
+                libraries.missing.push_back(name);
+    };
+    noteMissing(game);
+    for (const GameModel& library : all.libraries)
+        noteMissing(library);
+    libraries.games = std::move(all.libraries);
+    return libraries;
+}
+
+Place CheckedLine::At(TextRange range) const {
+    Place part = place;
+    part.bytes = {place.bytes.begin + range.begin, place.bytes.begin + range.end};
+    return part;
+}
+
+CheckedGame::CheckedGame(CheckInput input) : input_(std::move(input)), owners_(input_.game) {
+    CollectLines();
+    CollectNames(Game(), ownNames_);
+    if (!LibraryGames().empty())
+        names_ = ownNames_;
+    for (const GameModel& library : LibraryGames())
+        CollectNames(library, names_);
+    CollectMentions();
+    mayHoldAnyName_ = !input_.libraries->missing.empty();
+}
+
+void CheckedGame::CollectLines() {
+    ForEachText(Game(), [&](const Place& place, FieldUse use, const std::string& text) {
+        if (use.kind != FieldKind::Script)
+            return;
+        ForEachLine(text, [&](TextRange range, int) {
+            const TextRange line = TrimmedRange(text, range);
+            if (line.IsEmpty() || text[line.begin] == '\'')
+                return;
+            Place at = place;
+            at.bytes = line;
+            const std::string_view words = line.Of(text);
+            lines_.push_back({at, words, TakeApart(words, Commands())});
+        });
+    });
+    for (const CheckedLine& line : lines_) {
+        const auto add = [&](const ScriptCall& call, bool isCondition, bool isNegated) {
+            CheckedCall checked{&line, &call, isCondition, isNegated, {}};
+            if (call.hasParameter) {
+                static const ParameterSyntax noSyntax;
+                ForEachPart(call.parameter.Of(line.text), call.entry ? call.entry->syntax : noSyntax,
+                            [&](TextRange part, NameKind kind) {
+                                const std::size_t at = call.parameter.begin;
+                                checked.parts.push_back({{at + part.begin, at + part.end}, kind});
+                            });
+            }
+            calls_.push_back(std::move(checked));
+        };
+        for (const ScriptCondition& condition : line.parsed.conditions)
+            add(condition.call, true, condition.isNegated);
+        for (const ScriptAction& action : line.parsed.actions)
+            if (!action.IsIf())
+                add(action.call, false, false);
+    }
+    for (const CheckedCall& call : calls_)
+        if (call.call->entry != nullptr)
+            callsOf_[call.call->entry->keyword].push_back(&call);
+}
+
+const std::vector<const CheckedCall*>& CheckedGame::CallsOf(std::string_view keyword) const {
+    static const std::vector<const CheckedCall*> none;
+    const auto found = callsOf_.find(keyword);
+    return found == callsOf_.end() ? none : found->second;
+}
+
+void CheckedGame::CollectNames(const GameModel& game, std::map<NameKind, NameSet>& names) const {
+    const auto addAll = [&](NameKind kind, const auto& records) {
+        for (const auto& record : records)
+            names[kind].Add(record.Name);
+    };
+    addAll(NameKind::Room, game.Rooms);
+    for (const Room& room : game.Rooms) {
+        addAll(NameKind::Object, room.Objects);
+        addAll(NameKind::Character, room.Characters);
+        addAll(NameKind::Thing, room.Characters);
+        addAll(NameKind::Thing, room.Objects);
+    }
+    addAll(NameKind::Item, game.Items);
+    addAll(NameKind::Procedure, game.Procedures);
+    addAll(NameKind::TextSection, game.TextSections);
+    addAll(NameKind::Menu, game.SelectionMenus);
+    addAll(NameKind::Collectable, game.Collectables);
+}
+
+namespace {
+
+const NameSet& Find(const std::map<NameKind, NameSet>& names, NameKind kind) {
+    static const NameSet none;
+    const auto found = names.find(kind);
+    return found == names.end() ? none : found->second;
+}
+
+} // namespace
+
+const NameSet& CheckedGame::Names(NameKind kind) const {
+    return Find(LibraryGames().empty() ? ownNames_ : names_, kind);
+}
+
+const NameSet& CheckedGame::OwnNames(NameKind kind) const {
+    return Find(ownNames_, kind);
+}
+
+void CheckedGame::CollectMentions() {
+    ForEachText(Game(), [&](const Place&, FieldUse use, const std::string& text) {
+        if (use.kind == FieldKind::RawLines)
+            CollectMentionsIn(text);
+    });
+    for (const GameModel& library : LibraryGames())
+        ForEachText(library, [&](const Place&, FieldUse use, const std::string& text) {
+            if (use.kind == FieldKind::RawLines || use.kind == FieldKind::Script)
+                CollectMentionsIn(text);
+            else if (use.kind == FieldKind::Reference || use.kind == FieldKind::Exit)
+                mentions_.insert(text);
+        });
+}
+
+void CheckedGame::CollectMentionsIn(std::string_view text) {
+    for (std::size_t open = text.find('<'); open != std::string_view::npos; open = text.find('<', open + 1)) {
+        const std::size_t close = text.find('>', open);
+        if (close == std::string_view::npos)
+            return;
+        const std::string_view inside = text.substr(open + 1, close - open - 1);
+        for (std::size_t begin = 0; begin <= inside.size();) {
+            const std::size_t end = std::min(inside.find(';', begin), inside.size());
+            mentions_.insert(TrimmedRange(inside, {begin, end}).Of(inside));
+            begin = end + 1;
+        }
+    }
+}
+
+bool CheckedGame::MayBeUnknown(std::string_view name) const {
+    if (mayHoldAnyName_)
+        return true;
+    const auto holdsIt = [name](const GameModel& game) {
+        return game.UnknownBlocks->find(name) != std::string::npos;
+    };
+    return holdsIt(Game()) || std::any_of(LibraryGames().begin(), LibraryGames().end(), holdsIt);
+}
+
+Level CheckedGame::Softened(Level level, std::string_view name) const {
+    if (level == Level::Hint || !MayBeUnknown(name))
+        return level;
+    return level == Level::Error ? Level::Warning : Level::Hint;
+}
+
+} // namespace zem::problems
