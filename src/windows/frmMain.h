@@ -21,6 +21,8 @@
 
 class QAbstractButton;
 class QAction;
+class QDockWidget;
+class QKeySequence;
 class QLabel;
 class QListView;
 
@@ -74,6 +76,13 @@ private:
     void ConnectMenus();
     void ConnectLists();
     void ConnectTools();
+    void AddPanels();
+
+    /// Adds a panel, and the command of the Tools menu that shows and hides it. The panel is made when it is
+    /// first shown, so that the window opens no later for it.
+    /// @param command  the object name of the command
+    QAction* AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
+                      const std::function<QDockWidget*()>& make);
     void Connect(QAction* action, void (frmMain::*handler)());
 
     /// The same for a command that edits the game: what it changes is one step, of this name.

@@ -3,7 +3,6 @@
 #include "forms/RunCommand.h"
 #include "qt/QtText.h"
 #include "ui_frmMain.h"
-#include "windows/HistoryPanel.h"
 #include "windows/frmMain.h"
 #include "windows/frmReadBack.h"
 #include "windows/frmVersions.h"
@@ -40,12 +39,7 @@ void frmMain::ConnectTools() {
     Connect(ui_->mnuToolsVersions, &frmMain::mnuToolsVersions_Click);
     // No shortcut: Shift+F1 tells at once about the control with the focus.
     connect(ui_->mnuToolsWhatsThis, &QAction::triggered, this, &QWhatsThis::enterWhatsThisMode);
-    auto* history = new HistoryPanel(session_, this);
-    addDockWidget(Qt::RightDockWidgetArea, history);
-    history->hide();
-    history->toggleViewAction()->setText(QStringLiteral("&History"));
-    history->toggleViewAction()->setObjectName(QStringLiteral("mnuToolsHistory"));
-    ui_->mnuTools->insertAction(ui_->mnuToolsSep1, history->toggleViewAction());
+    AddPanels();
     connect(&session_, &GameSession::StepsChanged, this, &frmMain::ShowSteps);
     ShowSteps();
 }

@@ -1,4 +1,4 @@
-#include "windows/HistoryPanel.h"
+#include "panels/HistoryPanel.h"
 
 #include "forms/ListRows.h"
 #include "forms/NameListView.h"
