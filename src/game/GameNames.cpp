@@ -20,6 +20,11 @@ public:
     }
 
     void AddAll(const RecordList auto& records) {
+        const std::size_t most = names_.size() + static_cast<std::size_t>(records.Count());
+        if (most > names_.capacity()) {
+            names_.reserve(most * 2);
+            seen_.reserve(most * 2);
+        }
         for (const auto& record : records)
             Add(record.Name);
     }
@@ -85,17 +90,19 @@ std::vector<std::string> GameNames(const GameModel& game, NameKind kind, const C
     return names.Take();
 }
 
-const std::vector<std::string>& NameCache::Names(const GameModel& game, NameKind kind) {
+std::shared_ptr<const std::vector<std::string>> NameCache::Names(const GameModel& game, NameKind kind) {
     if (!SameGame(game_, game)) { // copies of one game share their records, so that this takes no time
         game_ = game;
         names_.clear();
     }
-    if (!names_.contains(kind)) {
+    auto& names = names_[kind];
+    if (!names) {
         const bool isUsedName =
             kind == NameKind::Variable || kind == NameKind::Flag || kind == NameKind::Timer;
-        names_[kind] = isUsedName ? used_.Of(game_, kind) : GameNames(game_, kind, commands_);
+        names = std::make_shared<const std::vector<std::string>>(
+            isUsedName ? used_.Of(game_, kind) : GameNames(game_, kind, commands_));
     }
-    return names_[kind];
+    return names;
 }
 
 } // namespace zem

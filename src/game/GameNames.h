@@ -6,6 +6,7 @@
 #include "model/NameKind.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -22,14 +23,14 @@ public:
     /// @param commands  outlives this object
     explicit NameCache(const CommandLookup& commands) : commands_(commands), used_(commands) {}
 
-    /// As GameNames has them. The list is good until the next call with a changed game.
-    const std::vector<std::string>& Names(const GameModel& game, NameKind kind);
+    /// As GameNames has them. There may be 32,767, so that whoever shows them shares the list.
+    std::shared_ptr<const std::vector<std::string>> Names(const GameModel& game, NameKind kind);
 
 private:
     const CommandLookup& commands_;
     UsedNames used_;
     GameModel game_; // whose names these are
-    std::map<NameKind, std::vector<std::string>> names_;
+    std::map<NameKind, std::shared_ptr<const std::vector<std::string>>> names_;
 };
 
 } // namespace zem

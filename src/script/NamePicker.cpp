@@ -58,9 +58,9 @@ void NamePicker::Refresh() {
     if (kind == shown_)
         return;
     shown_ = kind;
-    const std::vector<std::string>& names = scripts_.Names(kind);
-    list_.Reset(static_cast<int>(names.size()),
-                [names](int row) { return ToQt(names[static_cast<std::size_t>(row)]); });
+    const auto names = scripts_.Names(kind);
+    list_.Reset(static_cast<int>(names->size()),
+                [names](int row) { return ToQt((*names)[static_cast<std::size_t>(row)]); });
     names_.setCurrentIndex(-1);
 }
 

@@ -54,7 +54,7 @@ public:
     const CommandLookup& Commands() const { return commands_; }
 
     /// The names of the game, for choosing one.
-    const std::vector<std::string>& Names(NameKind kind) const {
+    std::shared_ptr<const std::vector<std::string>> Names(NameKind kind) const {
         return names_.Names(context_.door.Game(), kind);
     }
 

@@ -59,14 +59,14 @@ TEST_F(NamesOfAGame, ArePlainAndEachOnce) {
 
 TEST_F(NamesOfAGame, AreKeptUntilTheGameChanges) {
     NameCache cache(commands);
-    EXPECT_EQ(Joined(cache.Names(game, NameKind::Flag)), "loud, seen");
-    const std::vector<std::string>& variables = cache.Names(game, NameKind::Variable);
-    EXPECT_EQ(&cache.Names(GameModel(game), NameKind::Variable), &variables) << "of a copy, too";
+    EXPECT_EQ(Joined(*cache.Names(game, NameKind::Flag)), "loud, seen");
+    const auto variables = cache.Names(game, NameKind::Variable);
+    EXPECT_EQ(cache.Names(GameModel(game), NameKind::Variable), variables) << "of a copy, too";
     game.Rooms.Edit(2).Script = "set <age; 7>";
-    EXPECT_EQ(Joined(cache.Names(game, NameKind::Variable)), "age, mood, turns, words");
+    EXPECT_EQ(Joined(*cache.Names(game, NameKind::Variable)), "age, mood, turns, words");
     game.Rooms.Remove(2);
-    EXPECT_EQ(Joined(cache.Names(game, NameKind::Room)), "Hall");
-    EXPECT_EQ(Joined(cache.Names(game, NameKind::Variable)), "mood, turns, words");
+    EXPECT_EQ(Joined(*cache.Names(game, NameKind::Room)), "Hall");
+    EXPECT_EQ(Joined(*cache.Names(game, NameKind::Variable)), "mood, turns, words");
 }
 
 TEST(ScriptOwners, TellPlacesInInternalProceduresAsTheirOwners) {
