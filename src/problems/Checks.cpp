@@ -7,7 +7,7 @@ namespace zem::problems {
 
 namespace {
 
-constexpr auto Families = {NameChecks};
+constexpr auto Families = {NameChecks, TimerChecks, ScriptChecks, NumberChecks, CollectableChecks};
 
 std::vector<Check> Collect() {
     std::vector<Check> checks;

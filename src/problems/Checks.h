@@ -56,6 +56,16 @@ private:
 
 /// The rows of each family.
 std::span<const Check> NameChecks();
+std::span<const Check> TimerChecks();
+std::span<const Check> ScriptChecks();
+std::span<const Check> NumberChecks();
+std::span<const Check> CollectableChecks();
+std::span<const Check> TwiceChecks();
+std::span<const Check> UnusedChecks();
+std::span<const Check> ReachChecks();
+std::span<const Check> EmptyChecks();
+std::span<const Check> LogicChecks();
+std::span<const Check> GameChecks();
 
 /// All checks, in the order of their ids.
 const std::vector<Check>& AllChecks();

@@ -76,11 +76,16 @@ Fix SetField(std::string button, const Place& field, std::string_view expected, 
 Fix ReplaceLine(std::string button, const Place& line, std::string_view expected, std::string lines) {
     if (MayHoldLines(line) || lines.find("\r\n") == std::string::npos)
         return ReplaceBytes(std::move(button), line, expected, std::move(lines));
+    return ReplaceWithProcedure(std::move(button), line, expected, std::move(lines));
+}
+
+Fix ReplaceWithProcedure(std::string button, const Place& command, std::string_view expected,
+                         std::string lines) {
     return {std::move(button),
-            [line, expected = std::string(expected), lines = std::move(lines)](const GameModel& game) {
+            [command, expected = std::string(expected), lines = std::move(lines)](const GameModel& game) {
                 GameModel changed = game;
                 const std::string name = AddInternalProcedure(changed, lines);
-                GameModel called = WithBytes(changed, line, line.bytes, expected, "do <" + name + ">");
+                GameModel called = WithBytes(changed, command, command.bytes, expected, "do <" + name + ">");
                 return SameGame(called, changed) ? game : called;
             }};
 }

@@ -20,6 +20,10 @@ Fix SetField(std::string button, const Place& field, std::string_view expected, 
 /// for one line only they become an internal procedure, as in the script editor.
 Fix ReplaceLine(std::string button, const Place& line, std::string_view expected, std::string lines);
 
+/// Puts a call of a new internal procedure of these lines in the place of the bytes, which are a command.
+Fix ReplaceWithProcedure(std::string button, const Place& command, std::string_view expected,
+                         std::string lines);
+
 /// Removes a whole line of a script.
 Fix RemoveLine(std::string button, const Place& line, std::string_view expected);
 
