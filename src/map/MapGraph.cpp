@@ -1,6 +1,7 @@
 #include "map/MapGraph.h"
 
 #include "base/LineText.h"
+#include "kel/ScriptLine.h"
 #include "model/GameModel.h"
 
 #include <charconv>
@@ -87,9 +88,11 @@ private:
     void ReadExit(int from, const char* direction, const ScriptPair& exit) {
         if (exit.Key.empty())
             return;
-        Exit read{from, NoRoom, DirectionOf(direction), exit.Key == ActionExit, exit.Key};
-        if (read.scripted)
-            read.target = OnlyGoto(exit.Script);
+        Exit read{from, NoRoom, DirectionOf(direction), exit.Key == ActionExit, exit.Key, {}};
+        if (read.scripted) {
+            read.targets = RoomsOf(exit.Script);
+            read.target = read.targets.size() == 1 ? graph_.names[read.targets.front()] : std::string();
+        }
         read.to = Find(read.target);
         graph_.exits.push_back(std::move(read));
     }
@@ -100,39 +103,37 @@ private:
             graph_.ties.push_back({from, to, out, words});
     }
 
-    /// The one room that the script goes to; empty when it goes to none or to several.
-    std::string OnlyGoto(std::string_view script) const {
-        constexpr std::string_view Do = "do <";
-        std::string found = OnlyGotoOf(script);
-        const std::string_view line = Trim(script);
-        if (!found.empty() || !BeginsWith(line, Do))
-            return found;
-        const std::size_t close = line.find('>');
-        const auto procedure = close == std::string_view::npos
-                                   ? procedures_.end()
-                                   : procedures_.find(line.substr(Do.size(), close - Do.size()));
-        return procedure == procedures_.end() ? found : OnlyGotoOf(procedure->second);
+    /// The rooms to which the script may go, by itself or by a procedure that it calls.
+    std::vector<int> RoomsOf(std::string_view script) const {
+        std::vector<int> rooms;
+        std::vector<std::string_view> called;
+        AddRooms(script, rooms, &called);
+        for (const std::string_view procedure : called)
+            if (const auto found = procedures_.find(procedure); found != procedures_.end())
+                AddRooms(found->second, rooms, nullptr);
+        return rooms;
     }
 
-    std::string OnlyGotoOf(std::string_view script) const {
-        constexpr std::string_view Goto = "goto <";
-        std::string_view only;
-        for (std::size_t at = script.find(Goto); at != std::string_view::npos;
-             at = script.find(Goto, at + 1)) {
-            const std::size_t name = at + Goto.size();
-            const std::size_t close = script.find('>', name);
-            if (close == std::string_view::npos)
-                break;
-            const std::string_view target = script.substr(name, close - name);
-            if (Find(target) == NoRoom || target == only)
-                continue;
-            if (!only.empty())
-                return "";
-            only = target;
-        }
-        return std::string(only);
+    /// @param called  gets the procedures that the script calls
+    void AddRooms(std::string_view script, std::vector<int>& rooms,
+                  std::vector<std::string_view>* called) const {
+        ForEachLine(script, [&](TextRange range, int) {
+            const std::string_view line = range.Of(script);
+            ForEachCall(TakeApart(line, noCatalogue_), [&](const ScriptCall& call) {
+                if (!call.hasParameter)
+                    return;
+                const std::string_view keyword = call.keyword.Of(line);
+                const std::string_view name = call.parameter.Of(line);
+                if (EqualIgnoringCase(keyword, "do") && called != nullptr)
+                    called->push_back(name);
+                const int room = EqualIgnoringCase(keyword, "goto") ? Find(name) : NoRoom;
+                if (room != NoRoom && std::find(rooms.begin(), rooms.end(), room) == rooms.end())
+                    rooms.push_back(room);
+            });
+        });
     }
 
+    CommandLookup noCatalogue_{CommandCatalogue()}; // the two words that are asked for are known without one
     const GameModel& game_;
     MapGraph graph_;
     std::unordered_map<std::string_view, int> rooms_;
@@ -149,6 +150,23 @@ std::optional<Cell> PinOf(const std::string& miscTags) {
         if (const std::optional<Cell> read = PinOfLine(line))
             pin = read;
     return pin;
+}
+
+std::string WithPin(const std::string& miscTags, std::optional<Cell> pin) {
+    std::string tags;
+    for (std::size_t begin = 0; begin < miscTags.size();) {
+        const std::size_t lineEnd = miscTags.find("\r\n", begin);
+        const std::size_t end = lineEnd == std::string::npos ? miscTags.size() : lineEnd + 2;
+        const std::string_view line = std::string_view(miscTags).substr(begin, end - begin);
+        if (!PinOfLine(Trim(line.substr(0, line.find("\r\n")))))
+            tags += line;
+        begin = end;
+    }
+    if (!pin)
+        return tags;
+    if (!tags.empty() && !tags.ends_with("\r\n"))
+        tags += "\r\n";
+    return tags + PinKeyword + '<' + std::to_string(pin->x) + "; " + std::to_string(pin->y) + ">\r\n";
 }
 
 MapGraph ReadMapGraph(const GameModel& game) {

@@ -22,6 +22,7 @@ struct Exit {
     Direction direction = 0;
     bool scripted = false;
     std::string target; // as the exit names it; for a script the room that it goes to, if it names one
+    std::vector<int> targets = {}; // for a script all rooms that it may go to, each once
 };
 
 /// A way without a direction: "out", or a place.
@@ -50,6 +51,9 @@ inline constexpr int MaxPin = 9999;
 
 /// The place that the author chose for a room with these misc tags: that of the last line that can be read.
 std::optional<Cell> PinOf(const std::string& miscTags);
+
+/// The misc tags with this place and no other, or with none. Lines that cannot be read as a place stay.
+std::string WithPin(const std::string& miscTags, std::optional<Cell> pin);
 
 /// Collects what the map needs. A name that several rooms share means the last of them, as in scripts.
 MapGraph ReadMapGraph(const GameModel& game);

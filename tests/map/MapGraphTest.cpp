@@ -27,6 +27,20 @@ TEST(MapGraph, ReadsWhereTheAuthorPutARoom) {
         EXPECT_EQ(map::PinOf(tags), pin) << tags;
 }
 
+TEST(MapGraph, WritesOnePlaceAndLeavesWhatItCannotRead) {
+    for (const auto& [tags, pin, written] : Cases<std::string, std::optional<Cell>, std::string>{
+             {"", Cell{3, -4}, "zem-map <3; -4>\r\n"},
+             {"zem-map <1; 2>\r\n", std::nullopt, ""},
+             {"light <on>\r\n zem-map <1; 2>\r\nzem-map <far; 1>\r\nzem-map <5; 6>\r\n", Cell{0, 0},
+              "light <on>\r\nzem-map <far; 1>\r\nzem-map <0; 0>\r\n"},
+             {"light <on>", Cell{1, 1}, "light <on>\r\nzem-map <1; 1>\r\n"},
+             {"light <on>", std::nullopt, "light <on>"},
+         }) {
+        EXPECT_EQ(map::WithPin(tags, pin), written) << tags;
+        EXPECT_EQ(map::PinOf(written), pin) << tags;
+    }
+}
+
 TEST(MapGraph, KnowsWhereExitsPlacesAndScriptsLead) {
     const map::MapGraph graph = GraphOf(
         RoomBlock("A",
