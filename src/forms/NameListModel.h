@@ -4,6 +4,7 @@
 #include "qt/QtText.h"
 
 #include <QAbstractListModel>
+#include <QIcon>
 
 #include <functional>
 #include <utility>
@@ -27,6 +28,13 @@ public:
         endResetModel();
     }
 
+    /// Marks rows with icons, those that are none with nothing; until the next call.
+    void ShowIcons(std::function<QIcon(int row)> iconAt) {
+        iconAt_ = std::move(iconAt);
+        if (count_ > 0)
+            emit dataChanged(index(0), index(count_ - 1), {Qt::DecorationRole});
+    }
+
     /// Shows the names of records as they are now.
     template <class Record>
     void ShowNames(const Table<Record>& records) {
@@ -36,6 +44,10 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
 
     QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::DecorationRole && index.isValid() && iconAt_) {
+            const QIcon icon = iconAt_(index.row());
+            return icon.isNull() ? QVariant() : QVariant(icon);
+        }
         const bool isText = role == Qt::DisplayRole || role == Qt::EditRole;
         return isText && index.isValid() ? nameAt_(index.row()) : QVariant();
     }
@@ -43,6 +55,7 @@ public:
 private:
     int count_ = 0;
     NameAt nameAt_;
+    std::function<QIcon(int row)> iconAt_;
 };
 
 } // namespace zem

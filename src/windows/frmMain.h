@@ -10,6 +10,7 @@
 #include "session/Versions.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
 #include <cstddef>
@@ -25,12 +26,16 @@ class QDockWidget;
 class QKeySequence;
 class QLabel;
 class QListView;
+class QPushButton;
 
 namespace Ui {
 class frmMain;
 }
 
 namespace zem {
+
+class ProblemWatch;
+class ProblemsPanel;
 
 /// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
 /// Throughout, index 0 of a pair of controls stands for characters and index 1 for objects.
@@ -82,7 +87,10 @@ private:
     /// first shown, so that the window opens no later for it.
     /// @param command  the object name of the command
     QAction* AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
-                      const std::function<QDockWidget*()>& make);
+                      const std::function<QDockWidget*()>& make,
+                      Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
+    void AddProblems();
+    void ShowProblems();
     void Connect(QAction* action, void (frmMain::*handler)());
 
     /// The same for a command that edits the game: what it changes is one step, of this name.
@@ -177,6 +185,9 @@ private:
     QString programFolder_;
     QLabel* status_;
     QLabel* saved_;
+    ProblemWatch* problems_;
+    QPushButton* butProblems_; // tells how many there are
+    QPointer<ProblemsPanel> problemsPanel_;
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;

@@ -9,18 +9,18 @@
 namespace zem {
 
 QAction* frmMain::AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
-                           const std::function<QDockWidget*()>& make) {
+                           const std::function<QDockWidget*()>& make, Qt::DockWidgetArea area) {
     auto* action = new QAction(caption, this);
     action->setObjectName(command);
     action->setShortcut(key);
     action->setCheckable(true);
     ui_->mnuTools->insertAction(ui_->mnuToolsSep1, action);
     connect(action, &QAction::triggered, this,
-            [this, action, make, panel = QPointer<QDockWidget>()](bool isShown) mutable {
+            [this, action, make, area, panel = QPointer<QDockWidget>()](bool isShown) mutable {
                 RunCommand(dialogs_, this, [&] {
                     if (panel == nullptr && isShown) {
                         panel = make();
-                        addDockWidget(Qt::RightDockWidgetArea, panel);
+                        addDockWidget(area, panel);
                         // Closing the panel by its own button unticks the command.
                         connect(panel->toggleViewAction(), &QAction::toggled, action, &QAction::setChecked);
                     }
@@ -36,6 +36,7 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
 void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
+    AddProblems();
 }
 
 } // namespace zem

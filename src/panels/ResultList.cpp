@@ -1,0 +1,248 @@
+#include "panels/ResultList.h"
+
+#include <QAbstractItemModel>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+enum Column { Where, What, Text, ColumnCount };
+constexpr int WidthOfText = 320; // pixels at 100 per cent, until the author chooses
+
+} // namespace
+
+/// Two levels: groups, and the rows in them. The internal id of a row is the number of its group + 1.
+class ResultList::Model : public QAbstractItemModel {
+public:
+    using QAbstractItemModel::QAbstractItemModel;
+
+    struct Group {
+        QString name;
+        std::vector<int> rows;
+    };
+
+    void Fill(const QString& filter) {
+        beginResetModel();
+        groups.clear();
+        for (int number = 0; number < static_cast<int>(rows.size()); ++number) {
+            const ResultRow& row = rows[static_cast<std::size_t>(number)];
+            const auto holds = [&filter](const QString& text) {
+                return text.contains(filter, Qt::CaseInsensitive);
+            };
+            if (!filter.isEmpty() && !holds(row.group) && !holds(row.what) && !holds(row.where) &&
+                !holds(row.text))
+                continue;
+            if (groups.empty() || groups.back().name != row.group)
+                groups.push_back({row.group, {}});
+            groups.back().rows.push_back(number);
+        }
+        endResetModel();
+    }
+
+    /// The number of a row; -1 for a group.
+    int NumberOf(const QModelIndex& index) const {
+        if (!index.isValid() || index.internalId() == 0)
+            return -1;
+        return groups[index.internalId() - 1].rows[static_cast<std::size_t>(index.row())];
+    }
+
+    QModelIndex IndexOf(int number) const {
+        for (std::size_t group = 0; group < groups.size(); ++group) {
+            const auto& inGroup = groups[group].rows;
+            const auto found = std::lower_bound(inGroup.begin(), inGroup.end(), number);
+            if (found != inGroup.end() && *found == number)
+                return createIndex(static_cast<int>(found - inGroup.begin()), 0, quintptr{group + 1});
+        }
+        return {};
+    }
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override {
+        if (!hasIndex(row, column, parent))
+            return {};
+        return createIndex(row, column, parent.isValid() ? quintptr(parent.row()) + 1 : quintptr{0});
+    }
+    QModelIndex parent(const QModelIndex& child) const override {
+        if (!child.isValid() || child.internalId() == 0)
+            return {};
+        return createIndex(static_cast<int>(child.internalId()) - 1, 0, quintptr{0});
+    }
+    int rowCount(const QModelIndex& parent = {}) const override {
+        if (!parent.isValid())
+            return static_cast<int>(groups.size());
+        if (parent.internalId() != 0 || parent.column() != 0)
+            return 0;
+        return static_cast<int>(groups[static_cast<std::size_t>(parent.row())].rows.size());
+    }
+    int columnCount(const QModelIndex& /*parent*/ = {}) const override { return ColumnCount; }
+
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (!index.isValid())
+            return {};
+        const int number = NumberOf(index);
+        if (number < 0)
+            return DataOfGroup(groups[static_cast<std::size_t>(index.row())], index.column(), role);
+        const ResultRow& row = rows[static_cast<std::size_t>(number)];
+        const QString& text = index.column() == Where  ? row.where
+                              : index.column() == What ? row.what
+                                                       : row.text;
+        switch (role) {
+        case Qt::DisplayRole:
+        case Qt::ToolTipRole: // nothing is cut without it
+            return text;
+        case Qt::DecorationRole:
+            return index.column() == Where && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
+        case Qt::AccessibleTextRole: // the whole row is read at once
+            return index.column() == Where
+                       ? row.what + QStringLiteral(", ") + row.where + QStringLiteral(": ") + row.text
+                       : text;
+        default:
+            return {};
+        }
+    }
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+            return {};
+        return section == Where  ? QStringLiteral("Where")
+               : section == What ? QStringLiteral("What")
+                                 : QStringLiteral("Text");
+    }
+
+    std::vector<ResultRow> rows;
+    std::vector<Group> groups;
+    QString filter;
+
+private:
+    static QVariant DataOfGroup(const Group& group, int column, int role) {
+        if (column != 0)
+            return {};
+        if (role == Qt::DisplayRole)
+            return QStringLiteral("%1 (%2)").arg(group.name).arg(group.rows.size());
+        if (role != Qt::FontRole)
+            return {};
+        QFont font;
+        font.setBold(true);
+        return font;
+    }
+};
+
+ResultList::ResultList(QWidget* parent) : QTreeView(parent), model_(std::make_unique<Model>()) {
+    setModel(model_.get());
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setEditTriggers(NoEditTriggers);
+    setExpandsOnDoubleClick(false);
+    header()->setStretchLastSection(true);
+    header()->resizeSection(Where, WidthOfText);
+    connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
+        if (model_->NumberOf(index) >= 0)
+            emit Chosen(model_->NumberOf(index));
+    });
+}
+
+ResultList::~ResultList() = default;
+
+void ResultList::SetRows(std::vector<ResultRow> rows) {
+    std::set<QString> folded;
+    for (int group = 0; group < model_->rowCount(); ++group)
+        if (!isExpanded(model_->index(group, 0)))
+            folded.insert(model_->groups[static_cast<std::size_t>(group)].name);
+    const int before = Selected();
+    const ResultRow selected = before >= 0 ? model_->rows[static_cast<std::size_t>(before)] : ResultRow();
+    const int scrolled = verticalScrollBar()->value();
+    {
+        const QScopedValueRollback<bool> setting(isSetting_, true);
+        model_->rows = std::move(rows);
+        Show();
+        for (int group = 0; group < model_->rowCount(); ++group)
+            if (folded.contains(model_->groups[static_cast<std::size_t>(group)].name))
+                collapse(model_->index(group, 0));
+        const auto same = std::find_if(model_->rows.begin(), model_->rows.end(), [&](const ResultRow& row) {
+            return row.group == selected.group && row.where == selected.where && row.what == selected.what &&
+                   row.text == selected.text;
+        });
+        if (before >= 0) {
+            const auto at = same != model_->rows.end() ? same - model_->rows.begin()
+                                                       : std::min<std::ptrdiff_t>(before, RowCount() - 1);
+            setCurrentIndex(model_->IndexOf(static_cast<int>(at)));
+        }
+        verticalScrollBar()->setValue(scrolled);
+    }
+    emit SelectedChanged(Selected());
+}
+
+void ResultList::SetFilter(const QString& text) {
+    const int before = Selected();
+    {
+        const QScopedValueRollback<bool> setting(isSetting_, true);
+        model_->filter = text;
+        Show();
+        setCurrentIndex(model_->IndexOf(before));
+    }
+    emit SelectedChanged(Selected());
+}
+
+void ResultList::Show() {
+    model_->Fill(model_->filter);
+    for (int group = 0; group < model_->rowCount(); ++group) {
+        setFirstColumnSpanned(group, {}, true);
+        expand(model_->index(group, 0));
+    }
+}
+
+int ResultList::Selected() const {
+    return model_->NumberOf(currentIndex());
+}
+
+void ResultList::Select(int row) {
+    const QModelIndex index = model_->IndexOf(row);
+    expand(index.parent());
+    setCurrentIndex(index);
+    scrollTo(index);
+}
+
+int ResultList::SelectNext(bool backwards) {
+    std::vector<int> shown;
+    for (const Model::Group& group : model_->groups)
+        shown.insert(shown.end(), group.rows.begin(), group.rows.end());
+    if (shown.empty())
+        return -1;
+    const auto at = std::find(shown.begin(), shown.end(), Selected());
+    auto next = shown.begin();
+    if (at == shown.end())
+        next = backwards ? shown.end() - 1 : shown.begin();
+    else if (backwards)
+        next = at == shown.begin() ? shown.end() - 1 : at - 1;
+    else
+        next = at + 1 == shown.end() ? shown.begin() : at + 1;
+    Select(*next);
+    return *next;
+}
+
+int ResultList::RowCount() const {
+    return static_cast<int>(model_->rows.size());
+}
+
+void ResultList::keyPressEvent(QKeyEvent* event) {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && event->modifiers().testFlag(Qt::ControlModifier) == false && Selected() >= 0)
+        emit Chosen(Selected());
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+void ResultList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (!isSetting_)
+        emit SelectedChanged(model_->NumberOf(current));
+}
+
+} // namespace zem

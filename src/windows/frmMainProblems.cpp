@@ -1,0 +1,106 @@
+// The problems of the game in the main window: how many there are, which rooms have some, and their panel.
+#include "forms/RunCommand.h"
+#include "panels/ProblemsPanel.h"
+#include "script/ScriptEditing.h"
+#include "session/ProblemWatch.h"
+#include "ui_frmMain.h"
+#include "windows/frmMain.h"
+
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace zem {
+
+namespace {
+
+QString Plural(int count, const char* word) {
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(word)) +
+           (count == 1 ? QString() : QStringLiteral("s"));
+}
+
+/// The worst level in each room that has an error or a warning; rooms count from 1.
+std::vector<std::optional<problems::Level>> LevelsOfRooms(const FoundProblems& found) {
+    std::vector<std::optional<problems::Level>> levels;
+    if (!found.game)
+        return levels;
+    levels.resize(static_cast<std::size_t>(found.game->Game().Rooms.Count()) + 1);
+    for (const problems::Problem& problem : found.problems) {
+        const Place owner = found.game->Owners().Path(problem.place).front();
+        const PlaceStep& step = owner.steps.front();
+        if (problem.level == problems::Level::Hint || step.list != FieldId::GameRooms || step.entry < 1)
+            continue;
+        auto& level = levels[static_cast<std::size_t>(step.entry)];
+        level = level ? std::min(*level, problem.level) : problem.level;
+    }
+    return levels;
+}
+
+} // namespace
+
+void frmMain::AddProblems() {
+    problems_ = new ProblemWatch(session_, context_.scripts.Commands(), this);
+    butProblems_ = new QPushButton(this);
+    butProblems_->setObjectName(QStringLiteral("butProblems"));
+    butProblems_->setFlat(true);
+    butProblems_->setFocusPolicy(Qt::NoFocus); // the command has a key
+    ui_->StatusBar1->insertPermanentWidget(0, butProblems_);
+
+    QAction* panel = AddPanel(
+        QStringLiteral("mnuToolsProblems"), QStringLiteral("&Problems"), {},
+        [this] {
+            problemsPanel_ = new ProblemsPanel(
+                session_, *problems_, dialogs_, [this](const Place& place) { OpenEditor(place); }, this);
+            return problemsPanel_.data();
+        },
+        Qt::BottomDockWidgetArea);
+    const auto add = [this](const char* name, const char* caption, const char* key,
+                            std::function<void()> run) {
+        auto* action = new QAction(QLatin1String(caption), this);
+        action->setObjectName(QLatin1String(name));
+        action->setShortcut(QKeySequence(QLatin1String(key)));
+        ui_->mnuTools->insertAction(ui_->mnuToolsSep1, action);
+        connect(action, &QAction::triggered, this,
+                [this, run = std::move(run)] { RunCommand(dialogs_, this, run); });
+        return action;
+    };
+    const auto goOn = [this, panel](bool backwards) {
+        if (!panel->isChecked())
+            panel->trigger();
+        problemsPanel_->GoToNext(backwards);
+    };
+    add("mnuToolsNextProblem", "Next Problem", "F8", [goOn] { goOn(false); });
+    add("mnuToolsPreviousProblem", "Previous Problem", "Shift+F8", [goOn] { goOn(true); });
+    add("mnuToolsFixProblem", "Fix Problem", "Ctrl+.", [this] {
+        if (problemsPanel_ != nullptr && problemsPanel_->isVisible())
+            problemsPanel_->FixSelected();
+    });
+    connect(butProblems_, &QPushButton::clicked, panel, &QAction::trigger);
+    connect(problems_, &ProblemWatch::Checked, this, &frmMain::ShowProblems);
+    connect(problems_, &ProblemWatch::NotesDamaged, this, [this](const QString& text) { ShowBar(text, {}); });
+    ShowProblems();
+}
+
+void frmMain::ShowProblems() {
+    const FoundProblems& found = problems_->Found();
+    const int errors = found.CountOf(problems::Level::Error);
+    const int warnings = found.CountOf(problems::Level::Warning);
+    butProblems_->setVisible(found.game != nullptr);
+    butProblems_->setText(errors + warnings == 0
+                              ? QStringLiteral("No problems")
+                              : Plural(errors, "error") + QStringLiteral(", ") + Plural(warnings, "warning"));
+    butProblems_->setAccessibleName(butProblems_->text());
+    butProblems_->setIcon(errors > 0     ? IconOf(problems::Level::Error, palette())
+                          : warnings > 0 ? IconOf(problems::Level::Warning, palette())
+                                         : QIcon());
+    const std::array<QIcon, 2> icons = {IconOf(problems::Level::Error, palette()),
+                                        IconOf(problems::Level::Warning, palette())};
+    rooms_.ShowIcons([levels = LevelsOfRooms(found), icons](int row) {
+        const auto room = static_cast<std::size_t>(row) + 1;
+        if (room >= levels.size() || !levels[room])
+            return QIcon();
+        return icons[static_cast<std::size_t>(*levels[room])];
+    });
+}
+
+} // namespace zem
