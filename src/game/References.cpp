@@ -1,6 +1,7 @@
 #include "game/References.h"
 
 #include "base/LineText.h"
+#include "game/PlaceOrder.h"
 #include "game/RawScripts.h"
 
 #include <algorithm>
@@ -172,16 +173,7 @@ private:
 };
 
 bool ComesBefore(const Reference& a, const Reference& b) {
-    for (std::size_t k = 0; k < Place::Deepest; ++k) {
-        const PlaceStep& one = a.place.steps[k];
-        const PlaceStep& other = b.place.steps[k];
-        if (one.list != other.list)
-            return one.list < other.list;
-        if (one.entry != other.entry)
-            return one.entry < other.entry;
-    }
-    return a.place.field != b.place.field ? a.place.field < b.place.field
-                                          : a.place.bytes.begin < b.place.bytes.begin;
+    return PlaceComesBefore(a.place, b.place);
 }
 
 /// Whether the text is one of those that the game-running program looks for, whatever their capitals.
