@@ -51,6 +51,8 @@ Place CheckedLine::At(TextRange range) const {
 
 CheckedGame::CheckedGame(CheckInput input) : input_(std::move(input)), owners_(input_.game) {
     CollectLines();
+    CollectCalls();
+    CollectScripts();
     CollectNames(Game(), ownNames_);
     if (!LibraryGames().empty())
         names_ = ownNames_;
@@ -74,6 +76,9 @@ void CheckedGame::CollectLines() {
             lines_.push_back({at, words, TakeApart(words, Commands())});
         });
     });
+}
+
+void CheckedGame::CollectCalls() {
     for (const CheckedLine& line : lines_) {
         const auto add = [&](const ScriptCall& call, bool isCondition, bool isNegated) {
             CheckedCall checked{&line, &call, isCondition, isNegated, {}};
@@ -96,6 +101,21 @@ void CheckedGame::CollectLines() {
     for (const CheckedCall& call : calls_)
         if (call.call->entry != nullptr)
             callsOf_[call.call->entry->keyword].push_back(&call);
+}
+
+void CheckedGame::CollectScripts() {
+    std::size_t call = 0;
+    for (std::size_t line = 0; line < lines_.size();) {
+        const std::size_t firstLine = line;
+        const std::size_t firstCall = call;
+        const Place place = lines_[line].place.WholeField();
+        while (line < lines_.size() && lines_[line].place.WholeField() == place)
+            ++line;
+        while (call < calls_.size() && calls_[call].line < lines_.data() + line)
+            ++call;
+        scripts_.push_back({place, std::span(lines_).subspan(firstLine, line - firstLine),
+                            std::span(calls_).subspan(firstCall, call - firstCall)});
+    }
 }
 
 const std::vector<const CheckedCall*>& CheckedGame::CallsOf(std::string_view keyword) const {
@@ -156,6 +176,11 @@ void CheckedGame::CollectMentions() {
 }
 
 void CheckedGame::CollectMentionsIn(std::string_view text) {
+    for (std::size_t at = 0; (at = text.find_first_not_of(" \r\n\t<>;", at)) != std::string_view::npos;) {
+        const std::size_t end = std::min(text.find_first_of(" \r\n\t<>;", at), text.size());
+        words_.insert(text.substr(at, end - at));
+        at = end;
+    }
     for (std::size_t open = text.find('<'); open != std::string_view::npos; open = text.find('<', open + 1)) {
         const std::size_t close = text.find('>', open);
         if (close == std::string_view::npos)

@@ -14,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -86,6 +87,13 @@ struct CheckedCall {
     Place At(std::size_t index) const { return line->At(parts[index].range); }
 };
 
+/// A script that has lines.
+struct CheckedScript {
+    Place place; // the whole field
+    std::span<const CheckedLine> lines;
+    std::span<const CheckedCall> calls;
+};
+
 /// A game made ready for its checks: what several of them ask for is worked out once. Belongs to one thread.
 class CheckedGame {
 public:
@@ -106,6 +114,9 @@ public:
 
     /// All commands and conditions of these lines, in the same order.
     const std::vector<CheckedCall>& Calls() const { return calls_; }
+
+    /// All scripts, in the same order.
+    const std::vector<CheckedScript>& Scripts() const { return scripts_; }
 
     /// Those of a keyword of the catalogue, in small letters: "goto", "if has".
     const std::vector<const CheckedCall*>& CallsOf(std::string_view keyword) const;
@@ -129,12 +140,17 @@ public:
     /// libraries: then it is used, in a way that nobody here understands.
     bool IsMentionedElsewhere(std::string_view name) const { return mentions_.contains(name); }
 
+    /// Whether a word stands in raw lines, in unknown blocks or in the scripts of libraries.
+    bool IsWordElsewhere(std::string_view word) const { return words_.contains(word); }
+
     /// The place in plain words; one in an internal procedure is told as its owner's.
     std::string Describe(const Place& place) const { return owners_.Describe(place); }
     const ScriptOwners& Owners() const { return owners_; }
 
 private:
     void CollectLines();
+    void CollectCalls();
+    void CollectScripts();
     void CollectNames(const GameModel& game, std::map<NameKind, NameSet>& names) const;
     void CollectMentions();
     void CollectMentionsIn(std::string_view text);
@@ -143,10 +159,12 @@ private:
     ScriptOwners owners_;
     std::vector<CheckedLine> lines_;
     std::vector<CheckedCall> calls_;
+    std::vector<CheckedScript> scripts_;
     std::map<std::string, std::vector<const CheckedCall*>, std::less<>> callsOf_;
     std::map<NameKind, NameSet> ownNames_;
     std::map<NameKind, NameSet> names_; // with those of the libraries, when there are any
     std::unordered_set<std::string_view> mentions_;
+    std::unordered_set<std::string_view> words_;
     bool mayHoldAnyName_ = false; // a library is missing
 };
 

@@ -7,7 +7,8 @@ namespace zem::problems {
 
 namespace {
 
-constexpr auto Families = {NameChecks, TimerChecks, ScriptChecks, NumberChecks, CollectableChecks};
+constexpr auto Families = {NameChecks,  TimerChecks,  ScriptChecks, NumberChecks, CollectableChecks,
+                           TwiceChecks, UnusedChecks, ReachChecks,  EmptyChecks,  GameChecks};
 
 std::vector<Check> Collect() {
     std::vector<Check> checks;
