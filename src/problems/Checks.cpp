@@ -7,8 +7,9 @@ namespace zem::problems {
 
 namespace {
 
-constexpr auto Families = {NameChecks,  TimerChecks,  ScriptChecks, NumberChecks, CollectableChecks,
-                           TwiceChecks, UnusedChecks, ReachChecks,  EmptyChecks,  GameChecks};
+constexpr auto Families = {NameChecks,        TimerChecks, ScriptChecks, NumberChecks,
+                           CollectableChecks, TwiceChecks, UnusedChecks, ReachChecks,
+                           EmptyChecks,       LogicChecks, GameChecks};
 
 std::vector<Check> Collect() {
     std::vector<Check> checks;
