@@ -4,6 +4,7 @@
 #include "forms/Dialogs.h"
 #include "forms/Icons.h"
 #include "model/GameModel.h"
+#include "painting/MapPicture.h"
 #include "qt/QtText.h"
 #include "session/StateFolder.h"
 
@@ -36,6 +37,17 @@ bool HasDisplay() {
 #endif
 }
 
+/// A picture needs letters, and letters need an application, though no screen.
+std::string MakeMapPicture(const zem::routing::RoutedMap& map, const std::string& file) {
+    const zem::PictureFormat format = zem::PictureFormatOf(file);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static char name[] = "zem";
+    static char* arguments[] = {name, nullptr};
+    static int count = 1;
+    const QGuiApplication application(count, arguments);
+    return zem::MapPicture(map, format);
+}
+
 int RunEditor(int argc, char** argv, const std::string& programFolder, const std::string& file) {
     if (!HasDisplay()) {
         std::cerr << "zem: there is no display to open a window on; \"zem print FILE\" shows a game here\n";
@@ -63,7 +75,7 @@ int main(int argc, char** argv) {
     try {
         const std::string programFolder = ProgramFolder(argv[0]);
         const zem::CommandLineResult result =
-            zem::RunCommandLine({argv + 1, argv + argc}, programFolder, std::cout, std::cerr);
+            zem::RunCommandLine({argv + 1, argv + argc}, programFolder, std::cout, std::cerr, MakeMapPicture);
         return result.editFile ? RunEditor(argc, argv, programFolder, *result.editFile) : result.exitStatus;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zem: %s\n", error.what());

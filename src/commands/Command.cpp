@@ -46,10 +46,12 @@ std::string ToTerminal(std::string_view text) {
     return line;
 }
 
-CommandContext::CommandContext(std::string programFolder, std::ostream& out, std::ostream& err)
+CommandContext::CommandContext(std::string programFolder, std::ostream& out, std::ostream& err,
+                               MapPictureMaker makePicture)
     : programFolder_(std::move(programFolder)),
       out_(out),
-      err_(err) {}
+      err_(err),
+      makePicture_(std::move(makePicture)) {}
 
 void CommandContext::NameErrors(GameModel& game) {
     if (game.ErrorMessages.Count() != 0)

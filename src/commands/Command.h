@@ -4,6 +4,7 @@
 #include "kel/CommandCatalogue.h"
 #include "model/GameModel.h"
 
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -15,11 +16,19 @@ namespace CLI {
 class App;
 }
 
+namespace zem::routing {
+struct RoutedMap;
+}
+
 /// What all commands of the command line share: loading games, and telling what is wrong with them.
 namespace zem {
 
 /// What a command ends with. Commands that compare or judge say in their own words what FileProblem means.
 enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
+
+/// Makes a picture of a map in the format that the name of the file ends in, and gives its bytes; throws
+/// KelError for other endings. Who can paint brings one along; without one there are no pictures.
+using MapPictureMaker = std::function<std::string(const routing::RoutedMap& map, const std::string& file)>;
 
 /// Text of the core for a terminal: UTF-8 on one line.
 std::string ToTerminal(std::string_view text);
@@ -28,11 +37,13 @@ std::string ToTerminal(std::string_view text);
 class CommandContext {
 public:
     /// @param programFolder  where the data files are, without a trailing separator
-    CommandContext(std::string programFolder, std::ostream& out, std::ostream& err);
+    CommandContext(std::string programFolder, std::ostream& out, std::ostream& err,
+                   MapPictureMaker makePicture = {});
 
     std::ostream& Out() { return out_; }
     std::ostream& Err() { return err_; }
     const std::string& ProgramFolder() const { return programFolder_; }
+    const MapPictureMaker& MakePicture() const { return makePicture_; }
 
     /// Loads a game with the error messages of the catalogue. What is wrong with it is told on standard
     /// error; false when it cannot be read. What may surprise its author is told as a warning.
@@ -63,6 +74,7 @@ private:
     std::string programFolder_;
     std::ostream& out_;
     std::ostream& err_;
+    MapPictureMaker makePicture_;
 };
 
 /// Each adds one command to the command line, which runs it when it is named and sets the status to end with.

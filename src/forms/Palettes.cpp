@@ -161,4 +161,8 @@ void ApplyLook(Look look) {
     QApplication::setPalette(look == Look::Desktop ? QPalette() : PaletteOf(look));
 }
 
+QPalette LightPalette() {
+    return PaletteOf(Look::Light);
+}
+
 } // namespace zem

@@ -1,5 +1,6 @@
 #include "commands/CommandLine.h"
 
+#include "routing/RoutedMap.h"
 #include "support/Cases.h"
 #include "support/Games.h"
 
@@ -15,10 +16,10 @@ struct ZemCall {
     std::string out;
     std::string err;
 
-    explicit ZemCall(const std::vector<std::string>& arguments) {
+    explicit ZemCall(const std::vector<std::string>& arguments, const MapPictureMaker& makePicture = {}) {
         std::ostringstream outStream;
         std::ostringstream errStream;
-        result = RunCommandLine(arguments, ZEM_PROGRAM_FOLDER, outStream, errStream);
+        result = RunCommandLine(arguments, ZEM_PROGRAM_FOLDER, outStream, errStream, makePicture);
         out = outStream.str();
         err = errStream.str();
     }
@@ -124,6 +125,33 @@ TEST(CommandLine, WritesThePlacesOfTheRoomsOnTheMap) {
     const ZemCall failed({"map", game, "--positions", gone});
     EXPECT_EQ(failed.result.exitStatus, 1);
     EXPECT_TRUE(failed.err.starts_with(gone + ": ")) << failed.err;
+}
+
+TEST(CommandLine, DrawsTheMapAndKeepsTheOldPictureWhenThereIsNoNewOne) {
+    const TempFolder folder;
+    const std::string game =
+        folder.Write("game.kel", "define game <x>\nend define\ndefine room <A>\neast <B>\nend define\n"
+                                 "define room <B>\nwest <A>\nend define\n");
+    const std::string out = folder.Write("map.svg", "as it was");
+    const std::string places = folder.Path("places.tsv");
+    const auto paint = [](const routing::RoutedMap& map, const std::string& file) {
+        if (!file.ends_with(".svg"))
+            throw KelError("no such format");
+        return std::to_string(map.rooms.size()) + " rooms, " + std::to_string(map.lines.size()) + " lines";
+    };
+    for (const auto& [file, maker, status, content] : Cases<std::string, MapPictureMaker, int, std::string>{
+             {out, {}, 1, "as it was"},
+             {out, [](const routing::RoutedMap&, const std::string&) -> std::string { throw KelError("no"); },
+              1, "as it was"},
+             {folder.Path("map.gif"), paint, 1, "as it was"},
+             {out, paint, 0, "2 rooms, 1 lines"},
+         }) {
+        const ZemCall run({"map", game, file, "--positions", places}, maker);
+        EXPECT_EQ(run.result.exitStatus, status);
+        EXPECT_EQ(run.err.empty(), status == 0) << run.err;
+        EXPECT_EQ(ReadBytes(out), content);
+        EXPECT_EQ(ReadBytes(places), "A\t0\t0\nB\t1\t0\n");
+    }
 }
 
 } // namespace

@@ -1,0 +1,77 @@
+#include "painting/MapPicture.h"
+
+#include "forms/ColourRoles.h"
+#include "forms/Palettes.h"
+#include "map/MapGames.h"
+#include "painting/MapPainter.h"
+#include "routing/Router.h"
+#include "support/Cases.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <gtest/gtest.h>
+
+namespace zem::test {
+namespace {
+
+/// Two rooms side by side, with a place, a stub, a script, and an exit to itself.
+routing::RoutedMap SmallMap() {
+    return routing::RouteMap(GraphOf(RoomBlock("A", "east <B>\nnorth <Gone>\nwest msg <No.>\nsouth <A>") +
+                                     RoomBlock("B", "west <A>\nplace <up to the; Loft>") +
+                                     RoomBlock("Loft", "out <B>")),
+                             {{0, 0}, {1, 0}, {2, -1}});
+}
+
+TEST(MapPicture, IsAPictureOfItsFormat) {
+    const routing::RoutedMap map = SmallMap();
+    const std::string svg = MapPicture(map, PictureFormatOf("m.SVG"));
+    for (const char* text : {"<svg", ">A<", ">B<", ">Loft<", ">Gone?<"})
+        EXPECT_NE(svg.find(text), std::string::npos) << text;
+    EXPECT_TRUE(MapPicture(map, PictureFormatOf("m.pdf")).starts_with("%PDF"));
+    const std::string png = MapPicture(map, PictureFormatOf("m.png"));
+    QImage image;
+    ASSERT_TRUE(image.loadFromData(QByteArray::fromStdString(png)));
+    EXPECT_GT(image.width(), 3 * 128);
+    for (const char* name : {"m.gif", "png", "m", ""})
+        EXPECT_THROW(PictureFormatOf(name), KelError) << name;
+    EXPECT_FALSE(MapPicture({}, PictureFormat::Png).empty()) << "a game without rooms has a map, too";
+}
+
+TEST(MapPicture, ShowsLessFromAfarAndMarksWhatIsSelected) {
+    const routing::RoutedMap map = SmallMap();
+    const MapPainter painter(map);
+    const auto paint = [&](double zoom, std::set<int> selected) {
+        QImage image(600, 400, QImage::Format_RGB32);
+        MapView view;
+        view.palette = LightPalette();
+        view.zoom = zoom;
+        view.visible = QRectF(-100, -150, 600 / zoom, 400 / zoom);
+        view.selected = std::move(selected);
+        QPainter on(&image);
+        on.fillRect(image.rect(), ColourOf(ColourRole::MapGround, view.palette));
+        on.scale(zoom, zoom);
+        on.translate(100, 150);
+        painter.Paint(on, view);
+        on.end();
+        const auto at = [&](double x, double y) {
+            return image.pixelColor(int((x + 100) * zoom), int((y + 150) * zoom));
+        };
+        return std::array{at(128 + 30, 14), at(64, 0), at(64, -70)};
+    };
+    const QPalette palette = LightPalette();
+    const QColor ground = ColourOf(ColourRole::MapGround, palette);
+    const QColor room = ColourOf(ColourRole::Room, palette);
+    for (const double zoom : {.1, .3, 1.0, 2.0}) {
+        const auto [box, line, beside] = paint(zoom, {});
+        EXPECT_EQ(box, zoom < ZoomOfBoxes ? ColourOf(ColourRole::Frame, palette) : room) << zoom;
+        EXPECT_EQ(beside, ground) << zoom;
+        if (zoom > .5) {
+            EXPECT_NE(line, ground) << zoom;
+        }
+        EXPECT_NE(paint(zoom, {1})[0], box) << zoom;
+    }
+}
+
+} // namespace
+} // namespace zem::test
