@@ -78,6 +78,20 @@ bool CommandContext::Load(GameModel& game, const std::string& file) {
     return false;
 }
 
+bool CommandContext::Load(GameModel& game, const std::string& file, SourceLines& lines) {
+    if (!Load(game, file))
+        return false;
+    try {
+        GameModel again;
+        again.ErrorMessages = game.ErrorMessages;
+        ReadGame(again, ReadFile(file), &lines);
+        return true;
+    } catch (const KelError& error) { // somebody has changed the file since
+        Report(file, error);
+        return false;
+    }
+}
+
 bool CommandContext::LoadForCheck(problems::CheckInput& input, const std::string& file) {
     NameErrors(input.game);
     try {

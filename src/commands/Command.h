@@ -3,6 +3,7 @@
 #include "base/KelError.h"
 #include "kel/CommandCatalogue.h"
 #include "model/GameModel.h"
+#include "reader/SourceLines.h"
 
 #include <functional>
 #include <iosfwd>
@@ -49,6 +50,9 @@ public:
     /// error; false when it cannot be read. What may surprise its author is told as a warning.
     bool Load(GameModel& game, const std::string& file);
 
+    /// The same, with the lines of the file in which its places stand.
+    bool Load(GameModel& game, const std::string& file, SourceLines& lines);
+
     /// Loads a game with what is known of it besides: its file, the libraries and the names of the files
     /// beside it. What keeps it from being read is told on standard error, and false is given.
     bool LoadForCheck(problems::CheckInput& input, const std::string& file);
@@ -81,6 +85,8 @@ private:
 void AddFormatCommand(CLI::App& app, CommandContext& context, int& status);
 void AddPrintCommand(CLI::App& app, CommandContext& context, int& status);
 void AddCheckCommand(CLI::App& app, CommandContext& context, int& status);
+void AddFindCommand(CLI::App& app, CommandContext& context, int& status);
+void AddRenameCommand(CLI::App& app, CommandContext& context, int& status);
 void AddMapCommand(CLI::App& app, CommandContext& context, int& status);
 
 } // namespace zem

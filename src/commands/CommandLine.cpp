@@ -10,7 +10,8 @@ namespace zem {
 namespace {
 
 /// In the order in which the help lists them.
-constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand, AddMapCommand};
+constexpr auto Commands = {AddFormatCommand, AddPrintCommand,  AddCheckCommand,
+                           AddFindCommand,   AddRenameCommand, AddMapCommand};
 
 } // namespace
 

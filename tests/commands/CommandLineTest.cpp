@@ -3,27 +3,13 @@
 #include "routing/RoutedMap.h"
 #include "support/Cases.h"
 #include "support/Games.h"
+#include "support/ZemCall.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sstream>
 
 namespace zem::test {
 namespace {
-
-struct ZemCall {
-    CommandLineResult result;
-    std::string out;
-    std::string err;
-
-    explicit ZemCall(const std::vector<std::string>& arguments, const MapPictureMaker& makePicture = {}) {
-        std::ostringstream outStream;
-        std::ostringstream errStream;
-        result = RunCommandLine(arguments, ZEM_PROGRAM_FOLDER, outStream, errStream, makePicture);
-        out = outStream.str();
-        err = errStream.str();
-    }
-};
 
 TEST(CommandLine, OpensTheEditorExplainsItselfAndRefusesWhatIsWrong) {
     EXPECT_EQ(ZemCall({}).result.editFile, "");
@@ -31,7 +17,7 @@ TEST(CommandLine, OpensTheEditorExplainsItselfAndRefusesWhatIsWrong) {
     EXPECT_EQ(ZemCall({"--version"}).out, "ZEM 1.0\n");
     const ZemCall help({"--help"});
     EXPECT_EQ(help.result.exitStatus, 0);
-    for (const char* verb : {"format", "print", "map", "FILE"})
+    for (const char* verb : {"format", "print", "check", "find", "rename", "map", "FILE"})
         EXPECT_NE(help.out.find(verb), std::string::npos) << verb;
     for (const std::vector<std::string>& wrong : {std::vector<std::string>{"format"},
                                                   {"format", "one.kel"},
