@@ -164,7 +164,7 @@ int CommandContext::Report(const std::string& file, const KelError& error) {
 }
 
 void CommandContext::Warn(const std::string& file) {
-    for (const auto& [line, text] : InspectFile(ReadFile(file)).remarks)
+    for (const auto& [line, text, kind] : InspectFile(ReadFile(file)).remarks)
         err_ << file << ':' << (line == 0 ? "" : std::to_string(line) + ':')
              << " warning: " << ToTerminal(text) << '\n';
 }

@@ -59,6 +59,7 @@ struct CheckInput {
     std::shared_ptr<const Libraries> libraries = std::make_shared<Libraries>();
     std::shared_ptr<const SourceFile> source; // null when nobody has it
     std::shared_ptr<const FilesBeside> files; // null when the game has no folder: nothing is said of files
+    std::string language;                     // of the texts: "en_GB"; empty when the author has not told
 };
 
 /// A line of a script of the game that is no comment and not blank.

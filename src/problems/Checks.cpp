@@ -7,9 +7,12 @@ namespace zem::problems {
 
 namespace {
 
-constexpr auto Families = {NameChecks,        TimerChecks, ScriptChecks, NumberChecks,
-                           CollectableChecks, TwiceChecks, UnusedChecks, ReachChecks,
-                           EmptyChecks,       LogicChecks, GameChecks};
+constexpr auto Families = {
+    NameChecks,         TimerChecks,   ScriptChecks,  NumberChecks,   CollectableChecks, TwiceChecks,
+    UnusedChecks,       ReachChecks,   EmptyChecks,   LogicChecks,    GameChecks,        MapChecks,
+    PatternChecks,      SynonymChecks, FlagChecks,    VariableChecks, CodeChecks,        TextChecks,
+    MisspeltNameChecks, FileChecks,    RawLineChecks, SourceChecks,
+};
 
 std::vector<Check> Collect() {
     std::vector<Check> checks;

@@ -67,6 +67,18 @@ std::span<const Check> EmptyChecks();
 std::span<const Check> LogicChecks();
 std::span<const Check> GameChecks();
 
+std::span<const Check> MapChecks();
+std::span<const Check> PatternChecks();
+std::span<const Check> SynonymChecks();
+std::span<const Check> FlagChecks();
+std::span<const Check> VariableChecks();
+std::span<const Check> CodeChecks();
+std::span<const Check> TextChecks();
+std::span<const Check> MisspeltNameChecks();
+std::span<const Check> FileChecks();
+std::span<const Check> RawLineChecks();
+std::span<const Check> SourceChecks();
+
 /// All checks, in the order of their ids.
 const std::vector<Check>& AllChecks();
 

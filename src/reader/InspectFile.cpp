@@ -64,7 +64,7 @@ private:
     }
 
     void Tell(std::size_t number, const char* what) {
-        remarks_.push_back({number, std::string("this line ") + what});
+        remarks_.push_back({number, std::string("this line ") + what, RemarkKind::MergeMark});
     }
 
     Remarks& remarks_;
@@ -80,36 +80,56 @@ std::string TypeOf(std::string_view firstLine) {
 }
 
 /// What is odd about how a block is read that the author certainly meant to be of a kind that is known.
-std::optional<std::string> OddnessOf(const BlockSpan& block, std::string_view firstLine,
-                                     std::size_t lastGameLine) {
+std::optional<LoadRemark> OddnessOf(const BlockSpan& block, std::string_view firstLine,
+                                    std::size_t lastGameLine) {
     const std::string type = TypeOf(firstLine);
     if (block.Is(GameKind) && block.Is(KeptKind))
-        return "the game's own block must begin \"define game <\": this one is read and kept as it is "
-               "besides, so "
-               "a save writes it twice";
+        return LoadRemark{
+            0,
+            "the game's own block must begin \"define game <\": this one is read and kept as it is "
+            "besides, so "
+            "a save writes it twice",
+            RemarkKind::ReadAndKept};
     if (block.Is(GameKind) && block.FirstLine != lastGameLine)
-        return "of several \"define game\" blocks only the last is read: this one is not, and a save drops "
-               "it";
+        return LoadRemark{
+            0,
+            "of several \"define game\" blocks only the last is read: this one is not, and a save drops "
+            "it",
+            RemarkKind::SecondGame};
     if (block.Is(RoomKind) && block.Is(KeptKind))
-        return "a room must begin \"define room <\": this one is read without its characters and objects, "
-               "and "
-               "kept as it is besides, so a save writes it twice";
+        return LoadRemark{
+            0,
+            "a room must begin \"define room <\": this one is read without its characters and objects, "
+            "and "
+            "kept as it is besides, so a save writes it twice",
+            RemarkKind::ReadAndKept};
     if (block.Is(SynonymsKind) && block.Is(KeptKind))
-        return "synonyms must begin \"define synonyms\" in small letters: these are read and kept as they "
-               "are "
-               "besides, so a save writes them twice";
+        return LoadRemark{
+            0,
+            "synonyms must begin \"define synonyms\" in small letters: these are read and kept as they "
+            "are "
+            "besides, so a save writes them twice",
+            RemarkKind::ReadAndKept};
     if (block.Kinds == 0)
-        return "the word \"game\" after \"define\" must be in small letters: this block is not read, and a "
-               "save drops it";
+        return LoadRemark{
+            0,
+            "the word \"game\" after \"define\" must be in small letters: this block is not read, and a "
+            "save drops it",
+            RemarkKind::GameNotRead};
     if (block.Kinds != KeptKind)
         return std::nullopt;
     if (type == "character" || type == "object")
-        return "a " + type + " must stand inside a room: this one is kept as it is, but not shown";
+        return LoadRemark{0,
+                          (type == "object" ? "an " : "a ") + type +
+                              " must stand inside a room: this one is kept as it is, but not shown",
+                          RemarkKind::ThingOutside};
     for (const char* known : {"game", "room", "text", "procedure", "selection", "synonyms"})
         if (type == known)
-            return "a block must begin \"define " + type +
-                   (type == "synonyms" ? "\" and nothing else" : " <\"") +
-                   ": this one is kept as it is, but not read";
+            return LoadRemark{0,
+                              "a block must begin \"define " + type +
+                                  (type == "synonyms" ? "\" and nothing else" : " <\"") +
+                                  ": this one is kept as it is, but not read",
+                              RemarkKind::OnlyKept};
     return std::nullopt;
 }
 
@@ -134,8 +154,8 @@ public:
 private:
     static bool IsComment(std::string_view line) { return line.starts_with('\''); }
 
-    void Remark(std::size_t index, std::string text) {
-        inspection_.remarks.push_back({source_.LineInFile(index), std::move(text)});
+    void Remark(std::size_t index, std::string text, RemarkKind kind) {
+        inspection_.remarks.push_back({source_.LineInFile(index), std::move(text), kind});
     }
 
     void CountLine(std::string_view line) {
@@ -165,7 +185,7 @@ private:
 
     void InspectBlock(const BlockSpan& block) {
         if (const auto oddness = OddnessOf(block, source_.Line(block.FirstLine), lastGameLine_))
-            Remark(block.FirstLine, *oddness);
+            Remark(block.FirstLine, oddness->text, oddness->kind);
         const bool isUnread =
             block.Kinds == 0 || (block.Kinds == GameKind && block.FirstLine != lastGameLine_);
         if (isUnread) {
@@ -193,7 +213,8 @@ private:
                 if (inUnknown)
                     Remark(index,
                            "inside a room only characters and objects are read: this block is not, and "
-                           "a save drops it");
+                           "a save drops it",
+                           RemarkKind::BlockInRoom);
             }
             if (inUnknown || IsComment(line))
                 CountLine(line);
@@ -215,7 +236,8 @@ void InspectLines(const SourceText& source, FileInspection& inspection) {
     }
     if (!inspection.isGame)
         inspection.remarks.push_back(
-            {0, "no line begins a \"define\" block, so this is no Kel game: it opens as an empty one"});
+            {0, "no line begins a \"define\" block, so this is no Kel game: it opens as an empty one",
+             RemarkKind::NoGame});
 }
 
 } // namespace
@@ -233,6 +255,7 @@ FileInspection InspectFile(std::string bytes) {
         source.TrimLines();
         source.NoteKinds();
         BlockInspector(source, inspection).Run();
+        inspection.lost = FindLostText(source);
     } catch (const KelError&) {
         // LoadGame says why such a file cannot be read.
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/TextEncoding.h"
+#include "reader/LostText.h"
 
 #include <cstddef>
 #include <string>
@@ -11,10 +12,23 @@
 /// changed by any of it.
 namespace zem {
 
+enum class RemarkKind {
+    Encoding,
+    NoGame,
+    MergeMark,
+    GameNotRead,  // "define Game"
+    SecondGame,   // Of several game blocks only the last is read.
+    ReadAndKept,  // A block that every save writes twice.
+    OnlyKept,     // A block of a known kind that is not read.
+    ThingOutside, // A character or an object outside of rooms.
+    BlockInRoom
+};
+
 /// Something that the author may not expect, with what follows from it, in plain words without a final stop.
 struct LoadRemark {
     std::size_t line = 0; // Counted from 1; 0 for the file as a whole.
     std::string text;
+    RemarkKind kind = RemarkKind::Encoding;
 };
 
 /// What a load followed by a save drops without a trace, because no part of the game takes it up. Empty lines
@@ -35,6 +49,9 @@ struct FileInspection {
     /// is no game, too, so that showing them all says everything.
     std::vector<LoadRemark> remarks;
     DroppedLines dropped;
+    /// Text that is read by nothing, although the lines around it are. It is not among the remarks: there may
+    /// be much of it in an older game, which opens as it always did.
+    std::vector<LostText> lost;
 };
 
 /// Looks at the bytes of a game file, in about the time of a load. Never throws for what the bytes are: of a

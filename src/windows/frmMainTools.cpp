@@ -115,7 +115,7 @@ void frmMain::ShowInspection(const FileInspection& found) {
     if (found.remarks.empty())
         return;
     QStringList lines;
-    for (const auto& [line, text] : found.remarks) {
+    for (const auto& [line, text, kind] : found.remarks) {
         if (lines.size() == MostRemarks) {
             lines.append(
                 QStringLiteral("There are %1 in all; \"zem print\" lists them.").arg(found.remarks.size()));
