@@ -333,16 +333,22 @@ bool MayBeLost(const Place& place, FieldUse use, const std::string& text) {
             text.find_first_of(",;=") != std::string::npos);
 }
 
+/// The sentence without the place in front of it, which is told beside it.
+std::string WithoutPlace(const std::string& text) {
+    const std::size_t colon = text.find(": ");
+    return colon == std::string::npos ? text : text.substr(colon + 2);
+}
+
 void FindUnsavable(const CheckedGame& game, Findings& findings) {
     bool mayBeLost = false;
     ForEachText(game.Game(), [&](const Place& place, FieldUse use, const std::string& text) {
-        mayBeLost = mayBeLost || (place.field != FieldId::TextText &&
-                                  place.field != FieldId::ErrorDescription && MayBeLost(place, use, text));
+        mayBeLost = mayBeLost || (place.field != FieldId::ErrorDescription && MayBeLost(place, use, text));
     });
     if (!mayBeLost)
         return;
     for (const LostPlace& lost : ReadBack(game.Game(), GameFile(game.Game())))
-        findings.Add("S14", lost.place, "This would not come back from a save: " + lost.text + '.');
+        findings.Add("S14", lost.place,
+                     "This would not come back from a save: " + WithoutPlace(lost.text) + '.');
 }
 
 constexpr Check Rows[] = {

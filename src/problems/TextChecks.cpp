@@ -87,7 +87,7 @@ void FindStrangeLetters(const CheckedGame& game, Findings& findings) {
         letter.bytes = {at, at + 1};
         findings.Add(
             "T02", letter,
-            "A character stands here that the format does not have: every player shows it differently.");
+            "A character stands here that the format does not have: nobody can tell what players will see.");
     });
 }
 
