@@ -75,25 +75,28 @@ MapPainter::MapPainter(const routing::RoutedMap& map, QStringList details)
     smallestFont_.setPixelSize(9);
     for (const std::string& name : map.graph.names)
         names_.append(ToQt(name));
-    Update(map);
+    regions_ = FindRegions(map);
+    lines_.resize(map.lines.size());
+    for (std::size_t line = 0; line < lines_.size(); ++line)
+        Prepare(line);
 }
 
-void MapPainter::Update(const routing::RoutedMap& map) {
-    map_ = &map;
-    regions_ = FindRegions(map);
-    lines_.clear();
-    lines_.reserve(map.lines.size());
-    for (const MapLine& line : map.lines) {
-        Line drawn;
-        drawn.path = ToQt(line.path);
-        drawn.segments = line.path.Flattened();
-        if (!line.farPath.IsEmpty()) {
-            drawn.path.addPath(ToQt(line.farPath));
-            drawn.far = line.farPath.Flattened();
-        }
-        drawn.bounds = drawn.path.controlPointRect().adjusted(-12, -12, 12, 12);
-        lines_.push_back(std::move(drawn));
+void MapPainter::Update(const std::vector<int>& lines) {
+    for (const int line : lines)
+        Prepare(static_cast<std::size_t>(line));
+}
+
+void MapPainter::Prepare(std::size_t line) {
+    const MapLine& routed = map_->lines[line];
+    Line drawn;
+    drawn.path = ToQt(routed.path);
+    drawn.segments = routed.path.Flattened();
+    if (!routed.farPath.IsEmpty()) {
+        drawn.path.addPath(ToQt(routed.farPath));
+        drawn.far = routed.farPath.Flattened();
     }
+    drawn.bounds = drawn.path.controlPointRect().adjusted(-12, -12, 12, 12);
+    lines_[line] = std::move(drawn);
 }
 
 void MapPainter::Paint(QPainter& painter, const MapView& view) const {

@@ -40,8 +40,8 @@ public:
     /// The painter's units are those of the map, its ground is painted already.
     void Paint(QPainter& painter, const MapView& view) const;
 
-    /// Rooms or lines were moved: what is kept of them is made anew.
-    void Update(const routing::RoutedMap& map);
+    /// These lines of the map have changed, and rooms were moved with them.
+    void Update(const std::vector<int>& lines);
 
 private:
     struct Line {
@@ -51,6 +51,7 @@ private:
         std::vector<routing::Segment> far;
     };
 
+    void Prepare(std::size_t line);
     void PaintRegions(QPainter& painter, const MapView& view) const;
     void PaintRegionNames(QPainter& painter, const MapView& view) const;
     void PaintLines(QPainter& painter, const MapView& view) const;

@@ -7,7 +7,7 @@ namespace zem::routing {
 
 namespace {
 
-constexpr double LetterWidth = 5.4; // of the small letters that names of stubs are set in
+constexpr double LetterWidth = 6.2; // of the small letters that names of stubs are set in
 constexpr double Height = 13;
 constexpr double Gap = 3; // between the end of the stub and its name
 constexpr double Widest = 110;
@@ -18,7 +18,7 @@ public:
     LabelPlacer(const Boxes& boxes, const LineIndex& lines) : boxes_(boxes), lines_(lines) {}
 
     void Place(int line, bool far, Point tip, Port port, const std::string& text) {
-        const double whole = std::min(Widest, static_cast<double>(text.size()) * LetterWidth + 4);
+        const double whole = std::min(Widest, static_cast<double>(text.size()) * LetterWidth + 6);
         for (const bool overLines : {false, true})
             for (const double width : {whole, std::min(whole, Narrowest)})
                 for (const Rect& place : Candidates(tip, port, width))

@@ -179,7 +179,7 @@ void Router::Improve(int line) {
         Lay(line, LineShape::Curve, std::move(Line(line).path));
 }
 
-void Router::MoveRooms(const std::vector<Move>& moves) {
+std::vector<int> Router::MoveRooms(const std::vector<Move>& moves) {
     std::vector<char> redo(map_.lines.size(), 0);
     std::vector<char> moved(map_.rooms.size(), 0);
     for (const Move& move : moves) {
@@ -204,6 +204,7 @@ void Router::MoveRooms(const std::vector<Move>& moves) {
     }
     RouteAll(lines);
     PlaceNames();
+    return lines;
 }
 
 void Router::PlaceNames() {

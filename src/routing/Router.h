@@ -25,8 +25,8 @@ public:
         map::Cell to; // a free cell, or one that another of the moves leaves
     };
 
-    /// Moves rooms and redoes only their own lines and those that they would stand on.
-    void MoveRooms(const std::vector<Move>& moves);
+    /// Moves rooms and redoes only their own lines and those that they would stand on; gives these lines.
+    std::vector<int> MoveRooms(const std::vector<Move>& moves);
 
     /// The curve for a line that is drawn as stubs, from end to end; empty when there is no way.
     Path WholeCurve(const MapLine& line) const;

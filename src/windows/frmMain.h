@@ -35,6 +35,7 @@ class frmMain;
 namespace zem {
 
 class ProblemWatch;
+class MapPanel;
 class ProblemsPanel;
 
 /// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
@@ -90,6 +91,7 @@ private:
                       const std::function<QDockWidget*()>& make,
                       Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
     void AddProblems();
+    void AddMap();
     void ShowProblems();
     void Connect(QAction* action, void (frmMain::*handler)());
 
@@ -187,6 +189,7 @@ private:
     QLabel* saved_;
     ProblemWatch* problems_;
     QPushButton* butProblems_; // tells how many there are
+    QPointer<MapPanel> mapPanel_;
     QPointer<ProblemsPanel> problemsPanel_;
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;

@@ -4,6 +4,7 @@
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "panels/MapPanel.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
@@ -126,6 +127,8 @@ void frmMain::ShowSelectedRoom() {
     const int row = SelectedRow(*ui_->lstRooms);
     if (row < 0)
         return;
+    if (mapPanel_ != nullptr)
+        mapPanel_->SelectRoom(row);
     const Room& room = session_.Game().Rooms[row + 1];
     const QString alias =
         room.Alias.empty() ? QString() : QStringLiteral(" [alias %1]").arg(ToQt(room.Alias));

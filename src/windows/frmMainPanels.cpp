@@ -37,6 +37,7 @@ void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
     AddProblems();
+    AddMap();
 }
 
 } // namespace zem

@@ -57,7 +57,7 @@ TEST(MapPicture, ShowsLessFromAfarAndMarksWhatIsSelected) {
         const auto at = [&](double x, double y) {
             return image.pixelColor(int((x + 100) * zoom), int((y + 150) * zoom));
         };
-        return std::array{at(128 + 30, 14), at(64, 0), at(64, -70)};
+        return std::array{at(128 + 30, 4), at(64, 0), at(64, -70)};
     };
     const QPalette palette = LightPalette();
     const QColor ground = ColourOf(ColourRole::MapGround, palette);

@@ -1,0 +1,33 @@
+// The map in the main window: it and the list of rooms follow each other.
+#include "forms/ListRows.h"
+#include "forms/RunCommand.h"
+#include "panels/MapPanel.h"
+#include "session/StateFolder.h"
+#include "ui_frmMain.h"
+#include "windows/frmMain.h"
+
+namespace zem {
+
+void frmMain::AddMap() {
+    QAction* map = AddPanel(QStringLiteral("mnuToolsMap"), QStringLiteral("&Map"), Qt::Key_F6, [this] {
+        mapPanel_ = new MapPanel(session_, dialogs_, StateFolder() + QLatin1String("/maps"), this);
+        connect(mapPanel_, &MapPanel::RoomChosen, this, [this](int room) {
+            if (SelectedRow(*ui_->lstRooms) != room)
+                ui_->lstRooms->setCurrentIndex(rooms_.index(room));
+        });
+        connect(mapPanel_, &MapPanel::RoomOpened, this, [this](int room) {
+            ui_->lstRooms->setCurrentIndex(rooms_.index(room));
+            RunCommand(dialogs_, this, [this] {
+                session_.AsOneStep(QStringLiteral("edit room"), [this] { butEditRoom_Click(); });
+            });
+        });
+        mapPanel_->SelectRoom(SelectedRow(*ui_->lstRooms));
+        return mapPanel_.data();
+    });
+    connect(map, &QAction::triggered, this, [this](bool isShown) {
+        if (isShown && mapPanel_ != nullptr)
+            mapPanel_->Canvas().setFocus();
+    });
+}
+
+} // namespace zem

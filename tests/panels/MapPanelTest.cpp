@@ -1,0 +1,270 @@
+#include "panels/MapPanel.h"
+
+#include "support/RunningProgram.h"
+
+#include <QAccessible>
+#include <QMenu>
+#include <QTest>
+
+namespace zem::test {
+namespace {
+
+constexpr const char* ThreeRooms =
+    "define game <Map>\r\nstart <Quay>\r\nend define\r\n"
+    "define room <Quay>\r\neast <Mole>\r\nend define\r\n"
+    "define room <Mole>\r\nwest <Quay>\r\nsouth msg <Too deep.>\r\nend define\r\n"
+    "define room <Cliff>\r\nend define\r\n";
+
+/// The editor with the map of a game before it.
+class MapProgram : public RunningProgram {
+public:
+    explicit MapProgram(std::string_view bytes = ThreeRooms) : RunningProgram(bytes) { ShowMap(); }
+
+    void ShowMap() {
+        qputenv("XDG_STATE_HOME", Path("state").toUtf8());
+        Main()->resize(1400, 900);
+        Main()->show();
+        Trigger("mnuToolsMap");
+        Wait();
+        Panel().setFloating(true);
+        Panel().resize(900, 700);
+        QCoreApplication::processEvents();
+        Canvas().FitAll();
+    }
+
+    MapPanel& Panel() const { return *Main()->findChild<MapPanel*>(); }
+    MapCanvas& Canvas() const { return Panel().Canvas(); }
+
+    void Wait() const {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !Panel().IsBusy(); }));
+        QCoreApplication::processEvents();
+    }
+
+    int Number(const char* name) const {
+        const auto& names = Canvas().Map().graph.names;
+        return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
+    }
+    map::Cell CellOf(const char* name) const {
+        return Canvas().Map().rooms[static_cast<std::size_t>(Number(name))].cell;
+    }
+    QPoint Room(const char* name) const { return Canvas().PointOfRoom(Number(name)); }
+    QPoint Port(const char* name, map::Direction port) const {
+        return Canvas().PointOfPort(Number(name), port);
+    }
+
+    void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers keys = {}) const {
+        QTest::mousePress(&Canvas(), Qt::LeftButton, keys, from);
+        QTest::mouseMove(&Canvas(), (from + to) / 2);
+        QTest::mouseMove(&Canvas(), to);
+        QTest::mouseRelease(&Canvas(), Qt::LeftButton, keys, to);
+    }
+    void Key(int key, Qt::KeyboardModifiers keys = {}) const {
+        QTest::keyClick(&Canvas(), static_cast<Qt::Key>(key), keys);
+        Wait();
+    }
+    void Name(const char* name) const {
+        auto* box = Canvas().findChild<QLineEdit*>(QStringLiteral("txtNewRoom"));
+        ASSERT_NE(box, nullptr);
+        QTest::keyClicks(box, QLatin1String(name));
+        QTest::keyClick(box, Qt::Key_Return);
+        Wait();
+    }
+
+    /// All exits of the game, as "Quay east Mole".
+    std::string Exits() const {
+        std::string told;
+        for (const zem::Room& room : game.Rooms)
+            for (map::Direction direction = 0; direction < map::DirectionCount; ++direction)
+                if (const ScriptPair& exit = map::ExitOf(room, direction); !exit.Key.empty())
+                    told += (told.empty() ? "" : ", ") + room.Name + ' ' + map::WordOf(direction) + ' ' +
+                            (exit.Key == ActionExit ? exit.Script : exit.Key);
+        return told;
+    }
+    std::string LastStep() const {
+        return Find<QAction>("mnuToolsUndo")->text().remove(QLatin1String("&Undo ")).toStdString();
+    }
+};
+
+TEST(MapPanel, ShowsTheMapWithoutChangingTheGameAndFollowsTheList) {
+    const MapProgram p;
+    EXPECT_FALSE(p.game.Modified);
+    EXPECT_EQ(p.CellOf("Mole") - p.CellOf("Quay"), (map::Cell{1, 0}));
+    p.Select("lstRooms", 1);
+    EXPECT_EQ(p.Canvas().Current(), p.Number("Mole"));
+    QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, p.Room("Cliff"));
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 2);
+    p.Key(Qt::Key_Q);
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 0) << "a letter finds a room";
+    p.Key(Qt::Key_Right);
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 1) << "an arrow walks the exit";
+    p.Key(Qt::Key_Up);
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 1) << "where there is none it stays";
+    EXPECT_FALSE(p.game.Modified);
+}
+
+TEST(MapPanel, DraggingARoomPlacesItAndEscapeAndUndoTakeItBack) {
+    const MapProgram p;
+    const map::Cell before = p.CellOf("Mole");
+    const QPoint way = p.Canvas().PointOfCell({0, 2}) - p.Canvas().PointOfCell({0, 0});
+    QTest::mousePress(&p.Canvas(), Qt::LeftButton, {}, p.Room("Mole"));
+    const QPoint from = p.Room("Mole");
+    QTest::mouseMove(&p.Canvas(), from + way / 2);
+    QTest::mouseMove(&p.Canvas(), from + way);
+    EXPECT_EQ(p.CellOf("Mole"), before + (map::Cell{0, 2})) << "it follows the mouse";
+    QTest::keyClick(&p.Canvas(), Qt::Key_Escape);
+    QTest::mouseRelease(&p.Canvas(), Qt::LeftButton, {}, from + way);
+    EXPECT_EQ(p.CellOf("Mole"), before);
+    EXPECT_FALSE(p.game.Modified);
+
+    p.Drag(from, from + way);
+    p.Wait();
+    const map::Cell after = before + map::Cell{0, 2};
+    EXPECT_EQ(p.CellOf("Mole"), after);
+    EXPECT_EQ(map::PinOf(p.game.Rooms[2].MiscTags), after);
+    EXPECT_EQ(map::PinOf(p.game.Rooms[1].MiscTags), std::nullopt) << "only what was dragged is placed";
+    EXPECT_EQ(p.LastStep(), "move Mole on the map");
+    p.Trigger("mnuToolsUndo");
+    p.Wait();
+    EXPECT_EQ(p.CellOf("Mole"), before);
+    p.Drag(p.Room("Mole"), p.Room("Quay"));
+    p.Wait();
+    EXPECT_NE(p.CellOf("Mole"), p.CellOf("Quay")) << "no two rooms share a cell";
+}
+
+TEST(MapPanel, DragsFromPortsMakeRoomsAndConnections) {
+    MapProgram p;
+    const map::Cell north = p.CellOf("Quay") + map::Cell{0, -1};
+    p.Drag(p.Port("Quay", 0), p.Canvas().PointOfCell(north));
+    p.Name("Office");
+    EXPECT_EQ(p.Exits(), "Quay north Office, Quay east Mole, Mole south msg <Too deep.>, Mole west Quay, "
+                         "Office south Quay");
+    EXPECT_EQ(p.CellOf("Office"), north);
+    EXPECT_EQ(p.LastStep(), "add room Office");
+    EXPECT_EQ(p.SelectedRow("lstRooms"), 3);
+
+    p.Drag(p.Port("Cliff", 6), p.Room("Office"), Qt::ControlModifier);
+    p.Wait();
+    EXPECT_NE(p.Exits().find("Cliff west Office"), std::string::npos);
+    EXPECT_EQ(p.Exits().find("Office east"), std::string::npos) << "with Ctrl one way";
+    p.Trigger("mnuToolsUndo");
+    p.Wait();
+    p.Drag(p.Port("Cliff", 6), p.Port("Office", 1));
+    p.Wait();
+    EXPECT_NE(p.Exits().find("Office northeast Cliff"), std::string::npos) << "from port to port";
+
+    const QString question = QStringLiteral(
+        "Replace script: The exit runs a script. Replace the script by a plain exit to Cliff?");
+    const std::string before = p.Exits();
+    p.dialogs.Message(question, QMessageBox::No);
+    p.Drag(p.Port("Mole", 4), p.Room("Cliff"));
+    p.Wait();
+    EXPECT_EQ(p.Exits(), before);
+    p.dialogs.Message(question, QMessageBox::Yes);
+    p.Drag(p.Port("Mole", 4), p.Room("Cliff"));
+    p.Wait();
+    EXPECT_NE(p.Exits().find("Mole south Cliff"), std::string::npos);
+}
+
+TEST(MapPanel, ARoomIsNotAddedTwiceAndEscapeAddsNone) {
+    MapProgram p;
+    p.Canvas().setFocus();
+    p.Key(Qt::Key_Q);
+    p.Key(Qt::Key_Up, Qt::ControlModifier);
+    auto* box = p.Canvas().findChild<QLineEdit*>(QStringLiteral("txtNewRoom"));
+    ASSERT_NE(box, nullptr);
+    QTest::keyClicks(box, QStringLiteral("Loft"));
+    QTest::keyClick(box, Qt::Key_Escape);
+    p.Wait();
+    EXPECT_EQ(p.game.Rooms.Count(), 3);
+    p.Key(Qt::Key_Up, Qt::ControlModifier);
+    p.dialogs.Message(
+        QStringLiteral("ZEM: The command was not carried out: there is a room of this name already: Mole."));
+    p.Name("mole");
+    EXPECT_EQ(p.game.Rooms.Count(), 3);
+    EXPECT_FALSE(p.game.Modified);
+}
+
+TEST(MapPanel, IsDrawnByKeyboardSavedAndFoundAsItWas) {
+    MapProgram p("define game <Map>\r\nstart <Hall>\r\nend define\r\ndefine room <Hall>\r\nend define\r\n");
+    p.Key(Qt::Key_H);
+    for (const auto& [key, name] : {std::pair(Qt::Key_Up, "North"), std::pair(Qt::Key_PageUp, "Corner"),
+                                    std::pair(Qt::Key_Right, "East")}) {
+        p.Key(key, Qt::ControlModifier);
+        p.Name(name);
+    }
+    p.Key(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(p.Exits(), "Hall north North, North northeast Corner, North south Hall, Corner east East, "
+                         "Corner southwest North, East west Corner");
+    p.Key(Qt::Key_Insert);
+    p.Name("Isle");
+    const std::vector<map::Cell> cells = p.Canvas().Map().Cells();
+    p.Trigger("mnuFileSave");
+    EXPECT_NE(p.Saved().find("zem-map <"), std::string::npos);
+    p.program.reset();
+    p.Start(p.Path("game.kel"));
+    p.ShowMap();
+    EXPECT_EQ(p.Canvas().Map().Cells(), cells);
+    EXPECT_FALSE(p.game.Modified);
+    p.Key(Qt::Key_E);
+    p.Key(Qt::Key_Delete);
+    EXPECT_EQ(p.game.Rooms.Count(), 4);
+    p.Trigger("mnuToolsUndo");
+    p.Wait();
+    EXPECT_EQ(p.Canvas().Map().Cells(), cells);
+    Find<QAction>(p.Panel(), "actForget").trigger();
+    p.Wait();
+    for (const zem::Room& room : p.game.Rooms)
+        EXPECT_EQ(room.MiscTags.find("zem-map"), std::string::npos);
+}
+
+TEST(MapPanel, TheMenuTurnsAndRemovesConnections) {
+    const MapProgram p;
+    const auto choose = [&](QPoint at, const char* start) {
+        QTest::mousePress(&p.Canvas(), Qt::RightButton, {}, at);
+        QTest::mouseRelease(&p.Canvas(), Qt::RightButton, {}, at);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, p.Canvas().mapToGlobal(at));
+        QCoreApplication::sendEvent(&p.Canvas(), &event);
+        auto* menu = p.Canvas().findChild<QMenu*>(QStringLiteral("mnuMap"));
+        ASSERT_NE(menu, nullptr);
+        bool isFound = false;
+        for (QAction* action : menu->actions())
+            if (action->text().remove(u'&').startsWith(QLatin1String(start)) && action->isEnabled()) {
+                action->trigger();
+                isFound = true;
+                break;
+            }
+        EXPECT_TRUE(isFound) << start;
+        menu->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        p.Wait();
+    };
+    const auto line = [&] { return (p.Room("Quay") + p.Room("Mole")) / 2; };
+    choose(line(), "Turn around");
+    EXPECT_EQ(p.Exits(), "Quay west Mole, Mole east Quay, Mole south msg <Too deep.>");
+    p.Canvas().FitAll();
+    choose(line(), "Only west");
+    EXPECT_EQ(p.Exits(), "Quay west Mole, Mole south msg <Too deep.>");
+    choose(line(), "Add the way back");
+    EXPECT_EQ(p.Exits(), "Quay west Mole, Mole east Quay, Mole south msg <Too deep.>");
+    choose(line(), "Remove connection");
+    EXPECT_EQ(p.Exits(), "Mole south msg <Too deep.>");
+    choose(p.Room("Mole"), "Delete room");
+    EXPECT_EQ(p.game.Rooms.Count(), 2);
+}
+
+TEST(MapPanel, TellsScreenReadersItsRooms) {
+    const MapProgram p;
+    QAccessibleInterface* map = QAccessible::queryAccessibleInterface(&p.Canvas());
+    ASSERT_NE(map, nullptr);
+    ASSERT_EQ(map->childCount(), 3);
+    EXPECT_EQ(map->child(1)->text(QAccessible::Name), QStringLiteral("Mole"));
+    EXPECT_EQ(map->child(1)->text(QAccessible::Description),
+              QStringLiteral("south runs a script, west to Quay"));
+    EXPECT_EQ(map->indexOfChild(map->child(2)), 2);
+    EXPECT_EQ(map->child(3), nullptr);
+    const QPoint middle = p.Canvas().mapToGlobal(p.Room("Cliff"));
+    EXPECT_EQ(map->childAt(middle.x(), middle.y()), map->child(2));
+}
+
+} // namespace
+} // namespace zem::test
