@@ -81,22 +81,26 @@ HitKind HitJudge::KindOf(const RecordText& text, TextRange bytes) {
     return HitKind::Setting;
 }
 
-bool HitJudge::TouchesVariable(std::string_view text, TextRange bytes) const {
-    bool touches = false;
-    ForEachVariable(text, [&](TextRange range, char) {
-        const bool isVariable = index_.References().IsVariable(range.Of(text));
-        touches = touches || (isVariable && Overlap(range, bytes));
-        return isVariable;
-    });
-    return touches;
+bool HitJudge::TouchesVariable(std::string_view text, TextRange bytes) {
+    if (text.data() != textBegin_) {
+        textBegin_ = text.data();
+        variables_.clear();
+        ForEachVariable(text, [&](TextRange range, char) {
+            const bool isVariable = index_.References().IsVariable(range.Of(text));
+            if (isVariable)
+                variables_.push_back(range);
+            return isVariable;
+        });
+    }
+    return std::any_of(variables_.begin(), variables_.end(),
+                       [&](TextRange range) { return Overlap(range, bytes); });
 }
 
 HitKind HitJudge::InScript(std::string_view text, TextRange bytes) {
-    const std::size_t before = text.substr(0, bytes.begin).rfind("\r\n");
-    const std::size_t begin = before == std::string_view::npos ? 0 : before + 2;
-    const TextRange line = {begin, std::min(text.find("\r\n", begin), text.size())};
+    const std::size_t before = text.substr(0, bytes.begin).rfind('\n');
+    const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
     if (text.data() + begin != lineBegin_)
-        ReadLine(text, line);
+        ReadLine(text, {begin, std::min(text.find("\r\n", begin), text.size())});
     for (const Part& part : parts_) {
         if (part.kind == PartKind::Name && Overlap(part.bytes, bytes))
             return HitKind::Reference;

@@ -27,11 +27,13 @@ private:
     HitKind InScript(std::string_view text, TextRange bytes);
     void ReadLine(std::string_view text, TextRange line);
     void ReadParts(std::string_view text, std::size_t begin, const ScriptCall& call);
-    bool TouchesVariable(std::string_view text, TextRange bytes) const;
+    bool TouchesVariable(std::string_view text, TextRange bytes);
 
     const GameIndex& index_;
-    const char* lineBegin_ = nullptr; // of the line that was read last
-    std::vector<Part> parts_;         // its
+    const char* lineBegin_ = nullptr;  // of the line that was read last
+    std::vector<Part> parts_;          // its
+    const char* textBegin_ = nullptr;  // of the text that was searched for variables last
+    std::vector<TextRange> variables_; // its
 };
 
 } // namespace zem

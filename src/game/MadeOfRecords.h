@@ -4,8 +4,10 @@
 #include "model/Place.h"
 #include "model/Texts.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <string>
@@ -91,31 +93,36 @@ private:
         own_.insert_or_assign(id, make_(texts));
     }
 
+    /// Records are compared by their addresses. What stands between the first and the last difference is
+    /// looked up, as it may have moved.
     template <class Record>
     void GoOnToTable(const Table<Record>& table, FieldId id, FieldUse use) {
         std::vector<Entry>& kept = tables_[id];
-        std::vector<Entry> entries;
-        entries.reserve(static_cast<std::size_t>(table.Count()));
-        std::unordered_map<const void*, const Entry*> elsewhere; // filled when an entry is not in its place
-        std::size_t next = 0;
-        for (const Record& record : table) {
-            if (next < kept.size() && kept[next].record == &record) {
-                entries.push_back(kept[next++]);
-                continue;
-            }
-            if (elsewhere.empty())
-                for (const Entry& entry : kept)
-                    elsewhere.emplace(entry.record, &entry);
-            const auto found = elsewhere.find(&record);
-            if (found == elsewhere.end()) {
-                entries.push_back({&record, MakeOne(record, use)});
-                next += kept.size() >= static_cast<std::size_t>(table.Count()) ? 1 : 0;
-            } else {
-                entries.push_back(*found->second);
-                next = static_cast<std::size_t>(found->second - kept.data()) + 1;
-            }
+        std::vector<const Record*> records;
+        records.reserve(static_cast<std::size_t>(table.Count()));
+        for (const Record& record : table)
+            records.push_back(&record);
+        const std::size_t common = std::min(kept.size(), records.size());
+        std::size_t first = 0;
+        while (first < common && kept[first].record == records[first])
+            ++first;
+        std::size_t same = 0; // entries at the end
+        while (same < common - first &&
+               kept[kept.size() - 1 - same].record == records[records.size() - 1 - same])
+            ++same;
+
+        std::unordered_map<const void*, const Entry*> moved;
+        for (std::size_t k = first; k < kept.size() - same; ++k)
+            moved.emplace(kept[k].record, &kept[k]);
+        std::vector<Entry> between;
+        for (std::size_t k = first; k < records.size() - same; ++k) {
+            const auto found = moved.find(records[k]);
+            between.push_back(found != moved.end() ? *found->second
+                                                   : Entry{records[k], MakeOne(*records[k], use)});
         }
-        kept = std::move(entries);
+        const auto begin = kept.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto after = kept.erase(begin, kept.end() - static_cast<std::ptrdiff_t>(same));
+        kept.insert(after, std::make_move_iterator(between.begin()), std::make_move_iterator(between.end()));
     }
 
     template <class Record>

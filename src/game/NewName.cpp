@@ -147,7 +147,8 @@ private:
             return false;
         if (!uses.empty())
             answer_.taken = uses.front().place;
-        if (IsDefined(oldName_) && IsDefined(answer_.name))
+        // Of these kinds, timers alone have blocks of their own.
+        if (kind_ == NameKind::Timer && IsDefined(oldName_) && IsDefined(answer_.name))
             return Refuse("There is already " + WithArticle(kind_) + " " + answer_.name + ".");
         return Answer(NameVerdict::Merges,
                       "Make them one? " + answer_.name + " is used in " + Places(uses.size()) + ".");

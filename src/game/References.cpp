@@ -12,11 +12,14 @@ namespace {
 
 using detail::RecordReferences;
 
-/// True for a text with something between two of the same signs, which may be a variable.
-bool MayHoldVariable(std::string_view text) {
-    bool may = false;
-    ForEachVariable(text, [&](TextRange, char) { return may = true; });
-    return may;
+/// What stands between two of the same signs, and so may be a variable.
+std::vector<std::string_view> CandidatesIn(std::string_view text) {
+    std::vector<std::string_view> candidates;
+    ForEachVariable(text, [&](TextRange range, char) {
+        candidates.push_back(range.Of(text));
+        return false; // the second sign may be the first one of another
+    });
+    return candidates;
 }
 
 /// The range without the blanks around it, of the whole text.
@@ -41,7 +44,12 @@ public:
         ReadField(text.use);
     }
 
-    RecordReferences Take() { return std::move(found_); }
+    RecordReferences Take() {
+        std::sort(found_.variables.begin(), found_.variables.end());
+        const auto last = std::unique(found_.variables.begin(), found_.variables.end());
+        found_.variables.erase(last, found_.variables.end());
+        return std::move(found_);
+    }
 
 private:
     void ReadField(FieldUse use) {
@@ -98,11 +106,12 @@ private:
 
     void AddPrinted(TextRange bytes, const CommandEntry* command) {
         const std::string_view text = bytes.Of(text_);
-        if (!MayHoldVariable(text))
+        std::vector<std::string_view> candidates = CandidatesIn(text);
+        if (candidates.empty())
             return;
         Place place = place_;
         place.bytes = bytes;
-        found_.printed.push_back({place, text, command});
+        found_.printed.push_back({place, text, command, std::move(candidates)});
     }
 
     void ReadPattern() {
@@ -225,8 +234,10 @@ void ReferenceIndex::Finish(Reference& reference, PlaceStep record) const {
         reference.role = ReferenceRole::MayMean;
 }
 
-template <class Fits>
-std::vector<Reference> ReferenceIndex::Select(NameKind kind, Fits fits) const {
+/// @param fits    whether a reference of the kind is wanted
+/// @param mayFit  whether a variable of the name may be, which is asked of many texts
+template <class Fits, class MayFit>
+std::vector<Reference> ReferenceIndex::Select(NameKind kind, Fits fits, MayFit mayFit) const {
     std::vector<Reference> found;
     const auto take = [&](const Reference& reference) { found.push_back(reference); };
     records_.ForEach([&](PlaceStep record, const RecordReferences& made) {
@@ -238,7 +249,8 @@ std::vector<Reference> ReferenceIndex::Select(NameKind kind, Fits fits) const {
         }
         if (kind == NameKind::Variable)
             for (const RecordReferences::Printed& printed : made.printed)
-                VisitVariables(printed, record, variables_, take);
+                if (std::any_of(printed.candidates.begin(), printed.candidates.end(), mayFit))
+                    VisitVariables(printed, record, variables_, take);
     });
     return found;
 }
@@ -251,8 +263,9 @@ std::vector<Reference> ReferenceIndex::Of(NameKind kind, std::string_view name) 
     const auto mayBecome = [&](const Reference& reference) {
         return reference.part >= 0 && reference.name.find_first_of("#%") != std::string_view::npos;
     };
-    std::vector<Reference> found =
-        Select(kind, [&](const Reference& reference) { return isName(reference) || mayBecome(reference); });
+    std::vector<Reference> found = Select(
+        kind, [&](const Reference& reference) { return isName(reference) || mayBecome(reference); },
+        [&](std::string_view candidate) { return candidate == name; });
     std::erase_if(found, [&](Reference& reference) {
         if (isName(reference)) {
             if (reference.role == ReferenceRole::MayMean)
@@ -266,12 +279,12 @@ std::vector<Reference> ReferenceIndex::Of(NameKind kind, std::string_view name) 
 }
 
 std::vector<Reference> ReferenceIndex::InOtherCapitals(NameKind kind, std::string_view name) const {
-    std::vector<Reference> found = Select(kind, [&](const Reference& reference) {
-        return reference.name != name && EqualIgnoringCase(reference.name, name);
-    });
-    std::erase_if(found, [&](const Reference& reference) {
-        return reference.name == name || !EqualIgnoringCase(reference.name, name);
-    });
+    const auto isAlike = [&](std::string_view other) {
+        return other != name && EqualIgnoringCase(other, name);
+    };
+    std::vector<Reference> found = Select(
+        kind, [&](const Reference& reference) { return isAlike(reference.name); }, isAlike);
+    std::erase_if(found, [&](const Reference& reference) { return !isAlike(reference.name); });
     std::sort(found.begin(), found.end(), ComesBefore);
     return found;
 }
@@ -288,7 +301,7 @@ std::vector<Reference> ReferenceIndex::WouldBeVariable(std::string_view name) co
     };
     records_.ForEach([&](PlaceStep record, const RecordReferences& made) {
         for (const RecordReferences::Printed& printed : made.printed)
-            if (printed.text.find(name) != std::string_view::npos)
+            if (printed.MayHold(name))
                 VisitVariables(printed, record, variables, take);
     });
     return found;

@@ -7,6 +7,7 @@
 #include "model/NameKind.h"
 #include "model/Place.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <unordered_set>
@@ -44,10 +45,15 @@ struct RecordReferences {
         Place place; // its bytes are those of the text
         std::string_view text;
         const CommandEntry* command = nullptr;
+        std::vector<std::string_view> candidates; // what stands between two of the same signs
+
+        bool MayHold(std::string_view name) const {
+            return std::find(candidates.begin(), candidates.end(), name) != candidates.end();
+        }
     };
     std::vector<Reference> references; // parts that hold a variable are still called uses
     std::vector<Printed> printed;
-    std::vector<std::string_view> variables; // that the record uses in commands or patterns
+    std::vector<std::string_view> variables; // that the record uses in commands or patterns, each once
 };
 
 RecordReferences FindReferences(const std::vector<RecordText>& texts, const CommandLookup& commands);
@@ -124,8 +130,8 @@ private:
     }
 
     void Finish(Reference& reference, PlaceStep record) const;
-    template <class Fits>
-    std::vector<Reference> Select(NameKind kind, Fits fits) const;
+    template <class Fits, class MayFit>
+    std::vector<Reference> Select(NameKind kind, Fits fits, MayFit mayFit) const;
 
     MadeOfRecords<detail::RecordReferences> records_;
     std::unordered_set<std::string_view> variables_;

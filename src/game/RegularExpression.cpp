@@ -123,4 +123,24 @@ std::optional<TextRange> RegularExpression::Next() {
     return std::nullopt;
 }
 
+std::string RegularExpression::Expand(std::string_view words) const {
+    const PCRE2_SIZE* ends = pcre2_get_ovector_pointer(compiled_->match.get());
+    const std::uint32_t groups = pcre2_get_ovector_count(compiled_->match.get());
+    std::string expanded;
+    for (std::size_t at = 0; at < words.size(); ++at) {
+        const char next = at + 1 < words.size() ? words[at + 1] : '\0';
+        if (words[at] != '$' || (next != '$' && (next < '0' || next > '9'))) {
+            expanded += words[at];
+            continue;
+        }
+        ++at;
+        const auto group = static_cast<std::uint32_t>(next - '0');
+        if (next == '$')
+            expanded += '$';
+        else if (group < groups && ends[2 * group] != PCRE2_UNSET && ends[2 * group] <= ends[2 * group + 1])
+            expanded += FromUtf8(utf8_.substr(ends[2 * group], ends[2 * group + 1] - ends[2 * group]));
+    }
+    return expanded;
+}
+
 } // namespace zem

@@ -32,6 +32,10 @@ public:
     /// The next match in the text that is not empty. Nothing behind the last one, and after a problem.
     std::optional<TextRange> Next();
 
+    /// The words with what the groups of the last match hold: "$1" to "$9" for a group, "$0" for all of it,
+    /// "$$" for one "$". A group that took no part is empty.
+    std::string Expand(std::string_view words) const;
+
 private:
     struct Compiled;
 
