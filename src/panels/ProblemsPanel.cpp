@@ -2,7 +2,7 @@
 
 #include "forms/ColourRoles.h"
 #include "forms/RunCommand.h"
-#include "panels/PlaceWords.h"
+#include "game/PlaceLine.h"
 #include "panels/ResultList.h"
 #include "problems/Checks.h"
 #include "problems/FindProblems.h"
@@ -31,6 +31,24 @@ constexpr int IconSize = 32; // pixels; shown smaller
 QString Plural(int count, const char* word) {
     return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(word),
                                                     count == 1 ? QString() : QStringLiteral("s"));
+}
+
+/// Errors and warnings stand where they are, hints under what they are, because there may be many of a kind.
+ResultRow RowOf(const problems::CheckedGame& game, const problems::Problem& problem,
+                const QPalette& palette) {
+    ResultRow row;
+    if (problem.level == problems::Level::Hint) {
+        const problems::Check* check = problems::FindCheck(problem.id);
+        row.group = QStringLiteral("Hints: ") + QLatin1String(check == nullptr ? problem.id : check->title);
+    } else {
+        row.group = ToQt(GroupTitle(game.Game(), GroupOf(game.Owners(), problem.place)));
+    }
+    row.what = QLatin1String(problems::WordFor(problem.level));
+    row.where = problem.fileLine != 0 ? QStringLiteral("line %1 of the file").arg(problem.fileLine)
+                                      : ToQt(game.Describe(problem.place));
+    row.text = ToQt(problem.text);
+    row.icon = IconOf(problem.level, palette);
+    return row;
 }
 
 bool IsSameKind(const problems::Problem& a, const problems::Problem& b) {
@@ -152,40 +170,16 @@ void ProblemsPanel::ShowFound() {
         counts += QStringLiteral(", %1 silenced").arg(found.silenced);
     lblCounts_->setText(found.game ? counts : QStringLiteral("Not checked yet"));
 
-    // Errors and warnings by where they stand; hints by what they are, because there may be many of a kind.
     shown_.clear();
-    std::vector<ResultRow> rows;
-    std::vector<std::pair<QString, std::size_t>> order;
-    const auto groupOf = [&](const problems::Problem& problem) {
-        if (problem.level == problems::Level::Hint) {
-            const problems::Check* check = problems::FindCheck(problem.id);
-            return QStringLiteral("Hints: ") + QLatin1String(check == nullptr ? problem.id : check->title);
-        }
-        return GroupOf(found.game->Game(), found.game->Owners().Path(problem.place).front());
-    };
     for (std::size_t number = 0; number < found.problems.size(); ++number)
         if (found.problems[number].level != problems::Level::Hint || chkHints_->isChecked())
-            order.emplace_back(groupOf(found.problems[number]), number);
-    // In the order of the game; groups whose rows do not stand together are brought together.
-    std::vector<QString> groups;
-    for (const auto& [group, number] : order)
-        if (std::find(groups.begin(), groups.end(), group) == groups.end())
-            groups.push_back(group);
-    const auto rank = [&](const std::pair<QString, std::size_t>& row) {
-        const auto level = found.problems[row.second].level == problems::Level::Hint ? 1 : 0;
-        return std::pair(level, std::find(groups.begin(), groups.end(), row.first) - groups.begin());
-    };
-    std::stable_sort(order.begin(), order.end(),
-                     [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
-    for (const auto& [group, number] : order) {
-        const problems::Problem& problem = found.problems[number];
-        shown_.push_back(number);
-        const QString where = problem.fileLine != 0
-                                  ? QStringLiteral("line %1 of the file").arg(problem.fileLine)
-                                  : ToQt(found.game->Describe(problem.place));
-        rows.push_back({group, QLatin1String(problems::WordFor(problem.level)), where, ToQt(problem.text),
-                        IconOf(problem.level, palette())});
-    }
+            shown_.push_back(number);
+    std::stable_partition(shown_.begin(), shown_.end(), [&](std::size_t number) {
+        return found.problems[number].level != problems::Level::Hint;
+    });
+    std::vector<ResultRow> rows;
+    for (const std::size_t number : shown_)
+        rows.push_back(RowOf(*found.game, found.problems[number], palette()));
     lstProblems_->SetRows(std::move(rows));
 }
 

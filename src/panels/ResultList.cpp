@@ -7,6 +7,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -32,6 +33,7 @@ public:
     void Fill(const QString& filter) {
         beginResetModel();
         groups.clear();
+        std::map<QString, std::size_t> numbers; // of the groups
         for (int number = 0; number < static_cast<int>(rows.size()); ++number) {
             const ResultRow& row = rows[static_cast<std::size_t>(number)];
             const auto holds = [&filter](const QString& text) {
@@ -40,9 +42,10 @@ public:
             if (!filter.isEmpty() && !holds(row.group) && !holds(row.what) && !holds(row.where) &&
                 !holds(row.text))
                 continue;
-            if (groups.empty() || groups.back().name != row.group)
+            const auto [group, isNew] = numbers.try_emplace(row.group, groups.size());
+            if (isNew)
                 groups.push_back({row.group, {}});
-            groups.back().rows.push_back(number);
+            groups[group->second].rows.push_back(number);
         }
         endResetModel();
     }
@@ -237,6 +240,16 @@ void ResultList::keyPressEvent(QKeyEvent* event) {
         emit Chosen(Selected());
     else
         QTreeView::keyPressEvent(event);
+}
+
+/// Up and Down go from row to row; Left goes to the group, which can be folded there.
+QModelIndex ResultList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex next = QTreeView::moveCursor(action, modifiers);
+    if ((action != MoveUp && action != MoveDown) || !next.isValid() || next.parent().isValid() ||
+        !isExpanded(next))
+        return next;
+    const QModelIndex beyond = action == MoveUp ? indexAbove(next) : indexBelow(next);
+    return beyond.isValid() ? beyond : currentIndex();
 }
 
 void ResultList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

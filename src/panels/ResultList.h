@@ -31,7 +31,7 @@ public:
     explicit ResultList(QWidget* parent = nullptr);
     ~ResultList() override;
 
-    /// Shows other rows. Rows of one group stand together, in the order in which they come.
+    /// Shows other rows, those of one group together, groups in the order of their first rows.
     void SetRows(std::vector<ResultRow> rows);
 
     /// Hides the rows that hold this text nowhere, in small or capital letters.
@@ -55,6 +55,7 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:

@@ -3,6 +3,8 @@
 #include "forms/EditorContext.h"
 #include "forms/MessageBar.h"
 #include "forms/NameListModel.h"
+#include "model/NameKind.h"
+#include "qt/LatestWork.h"
 #include "session/GameDocument.h"
 #include "session/GameSession.h"
 #include "session/SaveCheck.h"
@@ -17,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -34,9 +37,12 @@ class frmMain;
 
 namespace zem {
 
+class FindPanel;
 class ProblemWatch;
 class MapPanel;
 class ProblemsPanel;
+class SearchIndex;
+class WhereUsedPanel;
 
 /// The main window: the rooms of the game, the characters and objects of the selected room, and the commands.
 /// Throughout, index 0 of a pair of controls stands for characters and index 1 for objects.
@@ -90,8 +96,15 @@ private:
     QAction* AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
                       const std::function<QDockWidget*()>& make,
                       Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
+    QAction* AddCommand(const char* name, const char* caption, const char* key, std::function<void()> run);
     void AddProblems();
     void AddMap();
+    void AddSearch();
+    void FilterRooms();
+    std::pair<NameKind, std::string> SelectedName() const;
+    void ShowWhereUsed(NameKind kind, const std::string& name);
+    void Rename(NameKind kind, const std::string& name);
+    void OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName = {});
     void ShowProblems();
     void Connect(QAction* action, void (frmMain::*handler)());
 
@@ -191,6 +204,12 @@ private:
     QPushButton* butProblems_; // tells how many there are
     QPointer<MapPanel> mapPanel_;
     QPointer<ProblemsPanel> problemsPanel_;
+    std::shared_ptr<SearchIndex> index_;
+    QAction* findCommand_ = nullptr; // of the panel
+    QPointer<FindPanel> findPanel_;
+    QAction* usedCommand_ = nullptr;
+    QPointer<WhereUsedPanel> usedPanel_;
+    LatestWork lookup_; // for what uses a name that has gone
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;

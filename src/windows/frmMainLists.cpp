@@ -86,6 +86,8 @@ void frmMain::RefreshLists(const Selection& wanted) {
         // In between no row is selected. A button that was disabled then would lose the focus.
         const QScopedValueRollback<bool> refreshing(refreshing_, true);
         rooms_.ShowNames(session_.Game().Rooms);
+        if (!ui_->txtRoomFilter->text().isEmpty())
+            FilterRooms();
         ui_->lstRooms->verticalScrollBar()->setValue(scrolled);
         SelectRow(*ui_->lstRooms, wanted.room);
         FillThings();
@@ -198,8 +200,12 @@ void frmMain::butAddNewRoom_Click() {
 
 void frmMain::butEditRoom_Click() {
     const int row = SelectedRow(*ui_->lstRooms);
-    if (row >= 0)
-        frmRoomProperties(context_, row + 1, this).exec();
+    if (row < 0)
+        return;
+    const std::string name = session_.Game().Rooms[row + 1].Name;
+    frmRoomProperties(context_, row + 1, this).exec();
+    if (row < session_.Game().Rooms.Count() && session_.Game().Rooms[row + 1].Name != name)
+        OfferAfterNameHasGone(NameKind::Room, name, session_.Game().Rooms[row + 1].Name);
 }
 
 void frmMain::butDeleteRoom_Click() {
@@ -208,7 +214,9 @@ void frmMain::butDeleteRoom_Click() {
         return;
     Selection selection;
     selection.room = row;
+    const std::string name = session_.Game().Rooms[row + 1].Name;
     ChangeGame(selection, [row](GameModel& game) { game.Rooms.Remove(row + 1); });
+    OfferAfterNameHasGone(NameKind::Room, name);
 }
 
 void frmMain::butAddObj_Click(std::size_t index) {
@@ -243,7 +251,11 @@ void frmMain::butEditObj_Click(std::size_t index) {
         return;
     const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
     const ThingKind kind = index == 0 ? ThingKind::Character : ThingKind::Object;
+    const auto name = [&] { return Things(session_.Game().Rooms[place.room], index)[place.thing].Name; };
+    const std::string before = name();
     frmThingProperties(context_, kind, place.room, place.thing, this).exec();
+    if (name() != before)
+        OfferAfterNameHasGone(index == 0 ? NameKind::Character : NameKind::Object, before, name());
 }
 
 void frmMain::butDeleteObj_Click(std::size_t index) {
@@ -251,8 +263,10 @@ void frmMain::butDeleteObj_Click(std::size_t index) {
     if (row < 0)
         return;
     const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
+    const std::string name = Things(session_.Game().Rooms[place.room], index)[place.thing].Name;
     ChangeGame(CurrentSelection(),
                [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
+    OfferAfterNameHasGone(index == 0 ? NameKind::Character : NameKind::Object, name);
 }
 
 } // namespace zem

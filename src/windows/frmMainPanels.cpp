@@ -33,11 +33,23 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
     return action;
 }
 
+QAction* frmMain::AddCommand(const char* name, const char* caption, const char* key,
+                             std::function<void()> run) {
+    auto* action = new QAction(QLatin1String(caption), this);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(QKeySequence(QLatin1String(key)));
+    ui_->mnuTools->insertAction(ui_->mnuToolsSep1, action);
+    connect(action, &QAction::triggered, this,
+            [this, run = std::move(run)] { RunCommand(dialogs_, this, run); });
+    return action;
+}
+
 void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
     AddProblems();
     AddMap();
+    AddSearch();
 }
 
 } // namespace zem

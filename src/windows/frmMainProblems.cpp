@@ -45,6 +45,8 @@ void frmMain::AddProblems() {
     butProblems_->setFlat(true);
     butProblems_->setFocusPolicy(Qt::NoFocus); // the command has a key
     ui_->StatusBar1->insertPermanentWidget(0, butProblems_);
+    const int height = fontMetrics().ascent();
+    ui_->lstRooms->setIconSize(QSize(height, height));
 
     QAction* panel = AddPanel(
         QStringLiteral("mnuToolsProblems"), QStringLiteral("&Problems"), {},
@@ -54,24 +56,14 @@ void frmMain::AddProblems() {
             return problemsPanel_.data();
         },
         Qt::BottomDockWidgetArea);
-    const auto add = [this](const char* name, const char* caption, const char* key,
-                            std::function<void()> run) {
-        auto* action = new QAction(QLatin1String(caption), this);
-        action->setObjectName(QLatin1String(name));
-        action->setShortcut(QKeySequence(QLatin1String(key)));
-        ui_->mnuTools->insertAction(ui_->mnuToolsSep1, action);
-        connect(action, &QAction::triggered, this,
-                [this, run = std::move(run)] { RunCommand(dialogs_, this, run); });
-        return action;
-    };
     const auto goOn = [this, panel](bool backwards) {
         if (!panel->isChecked())
             panel->trigger();
         problemsPanel_->GoToNext(backwards);
     };
-    add("mnuToolsNextProblem", "Next Problem", "F8", [goOn] { goOn(false); });
-    add("mnuToolsPreviousProblem", "Previous Problem", "Shift+F8", [goOn] { goOn(true); });
-    add("mnuToolsFixProblem", "Fix Problem", "Ctrl+.", [this] {
+    AddCommand("mnuToolsNextProblem", "Next Problem", "F8", [goOn] { goOn(false); });
+    AddCommand("mnuToolsPreviousProblem", "Previous Problem", "Shift+F8", [goOn] { goOn(true); });
+    AddCommand("mnuToolsFixProblem", "Fix Problem", "Ctrl+.", [this] {
         if (problemsPanel_ != nullptr && problemsPanel_->isVisible())
             problemsPanel_->FixSelected();
     });
@@ -95,11 +87,13 @@ void frmMain::ShowProblems() {
                                          : QIcon());
     const std::array<QIcon, 2> icons = {IconOf(problems::Level::Error, palette()),
                                         IconOf(problems::Level::Warning, palette())};
-    rooms_.ShowIcons([levels = LevelsOfRooms(found), icons](int row) {
+    QPixmap nothing(1, 1); // so that all names stand in one line
+    nothing.fill(Qt::transparent);
+    const bool isNone = errors + warnings == 0;
+    rooms_.ShowIcons([levels = LevelsOfRooms(found), icons,
+                      none = isNone ? QIcon() : QIcon(nothing)](int row) {
         const auto room = static_cast<std::size_t>(row) + 1;
-        if (room >= levels.size() || !levels[room])
-            return QIcon();
-        return icons[static_cast<std::size_t>(*levels[room])];
+        return room < levels.size() && levels[room] ? icons[static_cast<std::size_t>(*levels[room])] : none;
     });
 }
 

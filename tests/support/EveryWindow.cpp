@@ -68,6 +68,10 @@ constexpr Way Ways[] = {
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > lstFriendlyLines=If, butEdit >"},
     {"mnuViewOptions > chkFriendlyScript, butOK"},
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstScriptLines=", "Raw"},
+    {"lstRooms=Quay, mnuToolsRename >"},
+    {"mnuToolsProblems, mnuToolsNextProblem", "Problems"},
+    {"mnuToolsFind", "Find"},
+    {"lstRooms=Quay, mnuToolsWhereUsed", "WhereUsed"},
     // Last, because it changes the game.
     {"lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, mnuToolsUndo, "
      "mnuToolsHistory",

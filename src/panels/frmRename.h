@@ -1,0 +1,63 @@
+#pragma once
+
+#include "game/Rename.h"
+#include "qt/LatestWork.h"
+
+#include <QDialog>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace zem {
+
+class ChangeList;
+class Dialogs;
+class SearchIndex;
+
+/// Asks for another name, and shows all that would change with it before anything does. What may be a name
+/// and what follows from it is told while it is typed.
+class frmRename : public QDialog {
+    Q_OBJECT
+
+public:
+    /// All arguments but `index` outlive the window.
+    /// @param show  shows what has the new name already
+    frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, NameKind kind, std::string name,
+              Dialogs& dialogs, QWidget* parent = nullptr);
+
+    /// What the author wants; for the caller when the window was closed with OK.
+    RenamePlan Plan() const;
+
+    /// Whether the plan of what is typed is still to come.
+    bool IsBusy() const { return work_.IsRunning(); }
+
+private:
+    void MakeControls();
+    void MakePlan();
+    void ShowPlan(RenamePlan plan);
+    void EnableRename();
+
+    GameModel game_;
+    std::shared_ptr<SearchIndex> index_;
+    NameKind kind_;
+    std::string name_;
+    Dialogs& dialogs_;
+    QLineEdit* txtNew_;
+    QLabel* lblAnswer_;
+    QCheckBox* chkTwin_;
+    QCheckBox* chkMerge_;
+    ChangeList* lstChanges_;
+    QLabel* lblCount_;
+    QPushButton* butOK_;
+    QPushButton* butCancel_;
+    RenamePlan plan_;
+    LatestWork work_;
+};
+
+} // namespace zem

@@ -1,0 +1,174 @@
+// Finding, "where used" and renaming in the main window, and what is offered when a name has gone.
+#include "forms/RunCommand.h"
+#include "game/NotePlaces.h"
+#include "game/WhereUsed.h"
+#include "panels/FindPanel.h"
+#include "panels/WhereUsedPanel.h"
+#include "panels/frmRename.h"
+#include "script/ScriptEditing.h"
+#include "session/SearchIndex.h"
+#include "ui_frmMain.h"
+#include "windows/frmMain.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+/// How often the name is used in the game, unless something else is still called so.
+int UsesOfGoneName(const GameIndex& index, NameKind kind, const std::string& name) {
+    int uses = 0;
+    for (const Reference& reference : index.References().Of(kind, name))
+        if (reference.role == ReferenceRole::Definition)
+            return 0;
+    for (const Reference& use : WhereUsed(index, kind, name))
+        uses += use.role == ReferenceRole::Use ? 1 : 0;
+    return uses;
+}
+
+QString Places(int count) {
+    return count == 1 ? QStringLiteral("1 place") : QStringLiteral("%1 places").arg(count);
+}
+
+QString NameInWords(NameKind kind, const std::string& name) {
+    return QLatin1String(Describe(kind)) + u' ' + ToQt(name);
+}
+
+} // namespace
+
+void frmMain::AddSearch() {
+    index_ = std::make_shared<SearchIndex>(context_.scripts.Commands());
+    const auto open = [this](const Place& place) { OpenEditor(place); };
+    findCommand_ = AddPanel(
+        QStringLiteral("mnuToolsFindPanel"), QStringLiteral("Find Panel"), {},
+        [this, open] { return findPanel_ = new FindPanel(session_, index_, dialogs_, open, this); },
+        Qt::BottomDockWidgetArea);
+    usedCommand_ = AddPanel(
+        QStringLiteral("mnuToolsWhereUsedPanel"), QStringLiteral("Where Used Panel"), {},
+        [this, open] {
+            return usedPanel_ = new WhereUsedPanel(
+                       session_, index_, context_.scripts, dialogs_, open,
+                       [this](NameKind kind, const std::string& name) { Rename(kind, name); }, this);
+        },
+        Qt::BottomDockWidgetArea);
+    AddCommand("mnuToolsFind", "&Find...", "Ctrl+F", [this] {
+        if (!findCommand_->isChecked())
+            findCommand_->trigger();
+        findPanel_->raise();
+        findPanel_->Begin();
+    });
+    const auto goOn = [this](bool backwards) {
+        if (findPanel_ != nullptr && findPanel_->isVisible())
+            findPanel_->GoToNext(backwards);
+    };
+    AddCommand("mnuToolsFindNext", "Find Next", "F3", [goOn] { goOn(false); });
+    AddCommand("mnuToolsFindPrevious", "Find Previous", "Shift+F3", [goOn] { goOn(true); });
+    QAction* used = AddCommand("mnuToolsWhereUsed", "W&here Used", "Shift+F12", [this] {
+        const auto [kind, name] = SelectedName();
+        ShowWhereUsed(kind, name);
+    });
+    QAction* rename = AddCommand("mnuToolsRename", "Rena&me...", "F2", [this] {
+        const auto [kind, name] = SelectedName();
+        if (!name.empty())
+            Rename(kind, name);
+    });
+    const std::array<std::pair<QListView*, std::array<QPushButton*, 3>>, 3> lists = {{
+        {ui_->lstRooms, {ui_->butEditRoom, ui_->butAddNewRoom, ui_->butDeleteRoom}},
+        {ui_->lstCharacters, {ui_->butEditObj_0, ui_->butAddObj_0, ui_->butDeleteObj_0}},
+        {ui_->lstObjects, {ui_->butEditObj_1, ui_->butAddObj_1, ui_->butDeleteObj_1}},
+    }};
+    for (const auto& [list, buttons] : lists) {
+        list->setContextMenuPolicy(Qt::ActionsContextMenu);
+        for (QPushButton* button : buttons) {
+            auto* action = new QAction(button->accessibleName(), list);
+            connect(action, &QAction::triggered, button, &QPushButton::click);
+            list->addAction(action);
+        }
+        list->addAction(rename);
+        list->addAction(used);
+    }
+    connect(ui_->txtRoomFilter, &QLineEdit::textChanged, this, &frmMain::FilterRooms);
+}
+
+std::pair<NameKind, std::string> frmMain::SelectedName() const {
+    const GameModel& game = session_.Game();
+    const int room = ui_->lstRooms->currentIndex().row();
+    for (const std::size_t index : {0U, 1U}) {
+        const int row = ThingList(index)->hasFocus() ? ThingList(index)->currentIndex().row() : -1;
+        if (row < 0 || static_cast<std::size_t>(row) >= thingPlaces_[index].size())
+            continue;
+        const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
+        if (index == 0)
+            return {NameKind::Character, game.Rooms[place.room].Characters[place.thing].Name};
+        return {NameKind::Object, game.Rooms[place.room].Objects[place.thing].Name};
+    }
+    return {NameKind::Room, room < 0 ? std::string() : game.Rooms[room + 1].Name};
+}
+
+void frmMain::ShowWhereUsed(NameKind kind, const std::string& name) {
+    if (!usedCommand_->isChecked())
+        usedCommand_->trigger();
+    usedPanel_->raise();
+    usedPanel_->Show(kind, name);
+}
+
+void frmMain::Rename(NameKind kind, const std::string& name) {
+    frmRename form(session_.Game(), index_, kind, name, dialogs_, this);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    const RenamePlan plan = form.Plan();
+    session_.AsOneStep(QStringLiteral("rename %1 to %2").arg(ToQt(name), ToQt(plan.answer.name)),
+                       [&] { session_.Change([&](GameModel& game) { CarryOut(plan, game); }); });
+    if (session_.FileName().isEmpty())
+        return;
+    ChangeNotes(PathFromQt(session_.FileName()), [&](GameNotes& notes) {
+        for (const NameChange& change : plan.names)
+            RenameInNotes(notes, change.kind, change.from, change.to, context_.scripts.Commands());
+    });
+}
+
+/// Tells, when a name has gone, what still says it. Nothing is asked before: there is Undo.
+void frmMain::OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName) {
+    if (name.empty())
+        return;
+    const std::size_t step = session_.Steps().Done() + 1; // that this command is becoming
+    lookup_.Run(
+        *this,
+        [index = index_, game = session_.Game(), kind, name](const IsOutdated&) {
+            return index->Ask(game,
+                              [&](const GameIndex& asked) { return UsesOfGoneName(asked, kind, name); });
+        },
+        [this, kind, name, newName, step](int uses) {
+            if (uses == 0)
+                return;
+            std::vector<MessageBar::Button> buttons = {
+                {QStringLiteral("Sho&w"), [this, kind, name] { ShowWhereUsed(kind, name); }}};
+            if (newName.empty())
+                buttons.push_back({QStringLiteral("U&ndo"), [this, step] {
+                                       if (session_.Steps().Done() == step)
+                                           mnuToolsUndo_Click();
+                                       else
+                                           ShowStatus(
+                                               QStringLiteral("Other steps came after it: undo them first."));
+                                   }});
+            ShowBar(newName.empty()
+                        ? QStringLiteral("%1 used the %2.").arg(Places(uses), NameInWords(kind, name))
+                        : QStringLiteral("%1 still say %2.").arg(Places(uses), NameInWords(kind, name)),
+                    buttons);
+        });
+}
+
+void frmMain::FilterRooms() {
+    const QString text = ui_->txtRoomFilter->text();
+    for (int row = 0; row < rooms_.rowCount(); ++row) {
+        const bool isHidden =
+            !text.isEmpty() &&
+            !rooms_.data(rooms_.index(row), Qt::DisplayRole).toString().contains(text, Qt::CaseInsensitive);
+        if (isHidden != ui_->lstRooms->isRowHidden(row))
+            ui_->lstRooms->setRowHidden(row, isHidden);
+    }
+}
+
+} // namespace zem

@@ -1,0 +1,233 @@
+// Problems, finding, "where used" and renaming, in the real main window on a real file.
+#include "editors/frmRoomProperties.h"
+#include "game/Notes.h"
+#include "panels/ChangeList.h"
+#include "panels/FindPanel.h"
+#include "panels/ProblemsPanel.h"
+#include "panels/ResultList.h"
+#include "panels/WhereUsedPanel.h"
+#include "panels/frmRename.h"
+#include "session/ProblemWatch.h"
+#include "support/RunningProgram.h"
+
+#include <QLabel>
+
+#include <gtest/gtest.h>
+
+namespace zem::test {
+namespace {
+
+constexpr std::string_view Faulty =
+    "define game <Test>\r\nstart <Hall>\r\nend define\r\n"
+    "define room <Hall>\r\nlook <A long hall with a lamp.>\r\nnorth <Atic>\r\n"
+    "define object <chest>\r\nlook msg <It is shut.>\r\ntake give <kee>\r\nend define\r\nend define\r\n"
+    "define room <Attic>\r\nlook <Dust, and a Lamp.>\r\nsouth <Hall>\r\nscript if in <Hall> then win\r\nend define\r\n"
+    "define text <win>\r\nDone.\r\nend define\r\n";
+
+/// Waits for the work of a panel on its other thread.
+template <class Busy>
+void WaitFor(const Busy& isBusy) {
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !isBusy(); }, 10000));
+}
+
+QStringList TextsOf(const RunningProgram& p, const char* list) {
+    QStringList rows;
+    const auto* model = p.Find<ResultList>(list)->model();
+    for (int group = 0; group < model->rowCount(); ++group) {
+        const QModelIndex parent = model->index(group, 0);
+        for (int row = 0; row < model->rowCount(parent); ++row) {
+            QStringList columns = {parent.data().toString().section(u' ', 0, 0)};
+            for (int column = 0; column < model->columnCount(); ++column)
+                columns.append(model->index(row, column, parent).data().toString());
+            rows.append(columns.join(u'|'));
+        }
+    }
+    return rows;
+}
+
+struct Problems : RunningProgram {
+    explicit Problems(std::string_view bytes = Faulty) : RunningProgram(bytes) {
+        Trigger("mnuToolsProblems");
+        Wait();
+    }
+    void Wait() const {
+        auto* watch = Main()->findChild<ProblemWatch*>();
+        WaitFor([&] { return watch->IsChecking() || Find<ProblemsPanel>("dckProblems")->IsBusy(); });
+    }
+    QStringList Rows() const { return TextsOf(*this, "lstProblems"); }
+
+    /// Selects the first row that holds the text.
+    void SelectRow(const char* text) const {
+        for (int row = 0; row < Rows().size(); ++row)
+            if (Rows()[row].contains(QLatin1String(text))) {
+                Find<ResultList>("lstProblems")->Select(row);
+                return;
+            }
+        ADD_FAILURE() << "no problem " << text;
+    }
+    QString InStatusBar() const { return Find<QPushButton>("butProblems")->text(); }
+};
+
+TEST(ProblemsPanel, IsAStateThatFollowsTheGame) {
+    const Problems p;
+    ASSERT_EQ(p.Rows().size(), 2) << p.Rows().join(u'\n').toStdString();
+    EXPECT_TRUE(p.Rows()[0].startsWith("Hall|room Hall, exit north|error|")) << p.Rows()[0].toStdString();
+    EXPECT_TRUE(p.Rows()[1].startsWith("Hall|object chest in Hall, take|error|"))
+        << p.Rows()[1].toStdString();
+    EXPECT_EQ(p.InStatusBar(), "2 errors, 0 warnings");
+    const auto* rooms = p.Find<QAbstractItemView>("lstRooms")->model();
+    EXPECT_FALSE(rooms->index(0, 0).data(Qt::DecorationRole).isNull());
+    EXPECT_TRUE(rooms->index(1, 0).data(Qt::DecorationRole).isNull()) << "the attic has none";
+
+    p.Trigger("mnuToolsNextProblem");
+    p.Trigger("mnuToolsNextProblem");
+    EXPECT_EQ(p.Find<ResultList>("lstProblems")->Selected(), 1);
+    p.Trigger("mnuToolsNextProblem");
+    EXPECT_EQ(p.Find<ResultList>("lstProblems")->Selected(), 0) << "after the last the first";
+    p.Wait();
+    EXPECT_EQ(p.Find<QPushButton>("butFix_0")->text(), "Change to Attic");
+    p.Trigger("mnuToolsFixProblem");
+    EXPECT_EQ(p.game.Rooms[1].North->Key, "Attic");
+    p.Wait();
+    ASSERT_EQ(p.Rows().size(), 1);
+    EXPECT_EQ(p.Find<ResultList>("lstProblems")->Selected(), 0) << "the next one, so that the key goes on";
+    p.Trigger("mnuToolsUndo");
+    EXPECT_EQ(p.game.Rooms[1].North->Key, "Atic");
+    p.Wait();
+    EXPECT_EQ(p.Rows().size(), 2);
+}
+
+TEST(ProblemsPanel, ReturnOpensTheEditorAtThePlace) {
+    const Problems p;
+    p.SelectRow("exit north");
+    WhenOpen<frmRoomProperties>([](frmRoomProperties& form) {
+        EXPECT_EQ(form.focusWidget()->objectName(), "cmbRoomNames_1");
+        Click(form, "butCancel");
+    });
+    PressKey(*p.Main(), "lstProblems", Qt::Key_Return);
+}
+
+TEST(ProblemsPanel, SilencesWithAReasonBesideTheGame) {
+    Problems p;
+    p.SelectRow("exit north");
+    p.dialogs.Text("Silence: Why is this no problem? The reason is kept beside the game. []", "part two");
+    PressKey(*p.Main(), "lstProblems", Qt::Key_Delete);
+    p.Wait();
+    EXPECT_EQ(p.Rows().size(), 1);
+    EXPECT_EQ(p.Find<QLabel>("lblProblemCounts")->text().section(u',', -1), " 1 silenced");
+    EXPECT_EQ(LoadNotes(p.folder.Path("game.kel")).silences.begin()->reason, "part two");
+    EXPECT_FALSE(p.game.Modified);
+}
+
+TEST(ProblemsPanel, FixesAllOfAKindAsOneStep) {
+    Problems p("define game <T>\r\nstart <Hall>\r\nend define\r\ndefine room <Hall>\r\nlook <x>\r\n"
+               "north <hall>\r\neast <hall>\r\nend define\r\n");
+    const auto wrong = p.Rows().filter("exit").filter("error").size();
+    ASSERT_EQ(wrong, 2) << p.Rows().join(u'\n').toStdString();
+    p.Find<ResultList>("lstProblems")->Select(0);
+    p.dialogs.Message(
+        "Fix all of this kind: This will be done, as one step, wherever it makes no new error:\n\n"
+        "room Hall, exit north: Change to Hall\nroom Hall, exit east: Change to Hall");
+    p.Click("butFixAll");
+    p.Wait();
+    EXPECT_EQ(p.game.Rooms[1].East->Key + p.game.Rooms[1].North->Key, "HallHall");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_EQ(p.game.Rooms[1].East->Key + p.game.Rooms[1].North->Key, "hallhall");
+}
+
+TEST(FindPanel, FindsWhileOneTypesAndGoesOnWhileTheGameChanges) {
+    RunningProgram p(Faulty);
+    p.Trigger("mnuToolsFind");
+    auto* panel = p.Find<FindPanel>("dckFind");
+    const auto find = [&](const QString& text) {
+        p.Find<QLineEdit>("txtFind")->clear();
+        TypeText(*p.Main(), "txtFind", text);
+        WaitFor([&] { return panel->IsBusy(); });
+        return TextsOf(p, "lstHits");
+    };
+    EXPECT_EQ(find("lamp"), (QStringList{"Hall|room Hall, description|printed text|A long hall with a lamp.",
+                                         "Attic|room Attic, description|printed text|Dust, and a Lamp."}))
+        << find("lamp").join(u'\n').toStdString();
+    EXPECT_EQ(p.Find<QLabel>("lblFindCount")->text(), "2 places");
+    p.Find<QCheckBox>("chkFindCapitals")->click();
+    EXPECT_EQ(find("Lamp").size(), 1);
+    p.Find<QCheckBox>("chkFindExpression")->click();
+    EXPECT_EQ(find("[Ll]amp").size(), 2);
+    EXPECT_EQ(find("[").size(), 0);
+    EXPECT_GT(p.Find<QLabel>("lblFindCount")->text().size(), 10) << "says what is wrong with the expression";
+    EXPECT_EQ(find("Hall").size(), 4) << "the start, the name, an exit and a script";
+
+    p.Find<ResultList>("lstHits")->Select(0);
+    p.Find<QAbstractItemView>("lstRooms")
+        ->setCurrentIndex(p.Find<QAbstractItemView>("lstRooms")->model()->index(1, 0));
+    p.Click("butDeleteRoom");
+    WaitFor([&] { return panel->IsBusy(); });
+    EXPECT_EQ(TextsOf(p, "lstHits").size(), 2);
+}
+
+TEST(WhereUsed, TellsEveryUseAndWhatALostNameLeavesBehind) {
+    RunningProgram p(Faulty);
+    p.Select("lstRooms", 0);
+    p.Trigger("mnuToolsWhereUsed");
+    auto* panel = p.Find<WhereUsedPanel>("dckWhereUsed");
+    WaitFor([&] { return panel->IsBusy(); });
+    EXPECT_EQ(p.Find<QLabel>("lblUsedCount")->text(), "3 places use it") << "start, exit, script";
+    p.Click("butDeleteRoom");
+    const auto bar = [&] {
+        const auto bars = p.Main()->findChildren<MessageBar*>();
+        return bars.isEmpty() ? QString() : bars.front()->Text();
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !bar().isEmpty(); }, 10000));
+    EXPECT_EQ(bar(), "3 places used the room Hall.");
+    QPushButton* undo = nullptr;
+    for (QPushButton* button : p.Main()->findChildren<MessageBar*>().front()->findChildren<QPushButton*>())
+        if (button->text() == "U&ndo")
+            undo = button;
+    ASSERT_NE(undo, nullptr);
+    undo->click();
+    EXPECT_EQ(p.game.Rooms.Count(), 2);
+}
+
+TEST(Rename, ShowsWhatChangesAndIsOneStep) {
+    RunningProgram p(Faulty);
+    p.Select("lstRooms", 0);
+    const GameModel before = p.game;
+    p.Open<frmRename>("mnuToolsRename", [](frmRename& form) {
+        EXPECT_EQ(form.windowTitle(), "Rename room Hall");
+        const auto type = [&](const QString& name) {
+            Find<QLineEdit>(form, "txtNewName").clear();
+            TypeText(form, "txtNewName", name);
+            WaitFor([&] { return form.IsBusy(); });
+        };
+        type("Attic");
+        EXPECT_FALSE(IsEnabled(form, "butOK")) << "there is one already";
+        EXPECT_FALSE(Find<QLabel>(form, "lblAnswer").text().isEmpty());
+        type("a<b");
+        EXPECT_FALSE(IsEnabled(form, "butOK"));
+        type("Parlour");
+        EXPECT_TRUE(IsEnabled(form, "butOK"));
+        auto& changes = Find<ChangeList>(form, "lstChanges");
+        EXPECT_EQ(changes.TickedCount(), 4) << "its name, the start, an exit, a script";
+        EXPECT_EQ(changes.topLevelItemCount(), 5) << "and the word in a description, not ticked";
+        Click(form, "butOK");
+    });
+    EXPECT_EQ(p.game.Rooms[1].Name + p.game.StartRoom + p.game.Rooms[2].South->Key, "ParlourParlourParlour");
+    EXPECT_EQ(p.game.Rooms[2].Script, "if in <Parlour> then win");
+    EXPECT_EQ(p.game.Rooms[1].Look, "A long hall with a lamp.");
+    EXPECT_EQ(p.Find<QAction>("mnuToolsUndo")->text(), "&Undo rename Hall to Parlour");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_TRUE(SameGame(p.game, before));
+}
+
+TEST(RoomFilter, HidesTheRoomsThatDoNotMatch) {
+    RunningProgram p(Faulty);
+    TypeText(*p.Main(), "txtRoomFilter", "att");
+    const auto* list = p.Find<QListView>("lstRooms");
+    EXPECT_TRUE(list->isRowHidden(0));
+    EXPECT_FALSE(list->isRowHidden(1));
+    p.Find<QLineEdit>("txtRoomFilter")->clear();
+    EXPECT_FALSE(list->isRowHidden(0));
+}
+
+} // namespace
+} // namespace zem::test
