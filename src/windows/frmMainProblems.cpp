@@ -44,7 +44,7 @@ void frmMain::AddProblems() {
     butProblems_->setObjectName(QStringLiteral("butProblems"));
     butProblems_->setFlat(true);
     butProblems_->setFocusPolicy(Qt::NoFocus); // the command has a key
-    ui_->StatusBar1->insertPermanentWidget(0, butProblems_);
+    ui_->StatusBar1->addPermanentWidget(butProblems_);
     const int height = fontMetrics().ascent();
     ui_->lstRooms->setIconSize(QSize(height, height));
 
