@@ -2,6 +2,8 @@
 
 #include "model/Texts.h"
 #include "play/Libraries.h"
+#include "problems/NameUses.h"
+#include "problems/ScriptFlow.h"
 
 #include <algorithm>
 #include <utility>
@@ -152,6 +154,20 @@ const NameSet& Find(const std::map<NameKind, NameSet>& names, NameKind kind) {
 }
 
 } // namespace
+
+CheckedGame::~CheckedGame() = default;
+
+const std::vector<NameUse>& CheckedGame::NameUses() const {
+    if (nameUses_ == nullptr)
+        nameUses_ = std::make_unique<std::vector<NameUse>>(FindNameUses(*this));
+    return *nameUses_;
+}
+
+const ScriptFlow& CheckedGame::Flow() const {
+    if (flow_ == nullptr)
+        flow_ = std::make_unique<ScriptFlow>(*this);
+    return *flow_;
+}
 
 const NameSet& CheckedGame::Names(NameKind kind) const {
     return Find(LibraryGames().empty() ? ownNames_ : names_, kind);

@@ -95,10 +95,14 @@ struct CheckedScript {
     std::span<const CheckedCall> calls;
 };
 
+class ScriptFlow;
+struct NameUse;
+
 /// A game made ready for its checks: what several of them ask for is worked out once. Belongs to one thread.
 class CheckedGame {
 public:
     explicit CheckedGame(CheckInput input);
+    ~CheckedGame();
 
     CheckedGame(const CheckedGame&) = delete; // the parts point at one another
     CheckedGame& operator=(const CheckedGame&) = delete;
@@ -141,6 +145,12 @@ public:
     /// libraries: then it is used, in a way that nobody here understands.
     bool IsMentionedElsewhere(std::string_view name) const { return mentions_.contains(name); }
 
+    /// Every use of a name of the kinds that lists hold: see NameUses.h. Found when it is first asked for.
+    const std::vector<NameUse>& NameUses() const;
+
+    /// Which scripts run which others. Found when it is first asked for.
+    const ScriptFlow& Flow() const;
+
     /// Whether a word stands in raw lines, in unknown blocks or in the scripts of libraries.
     bool IsWordElsewhere(std::string_view word) const { return words_.contains(word); }
 
@@ -167,6 +177,8 @@ private:
     std::unordered_set<std::string_view> mentions_;
     std::unordered_set<std::string_view> words_;
     bool mayHoldAnyName_ = false; // a library is missing
+    mutable std::unique_ptr<const std::vector<NameUse>> nameUses_;
+    mutable std::unique_ptr<const ScriptFlow> flow_;
 };
 
 } // namespace zem::problems

@@ -118,7 +118,7 @@ Fix RemoveCalls(const CheckedGame& game, const std::string& name) {
 void FindEmptyProcedures(const CheckedGame& game, Findings& findings) {
     std::map<std::string_view, int> uses;
     std::map<std::string_view, int> lines;
-    for (const NameUse& use : NameUses(game)) {
+    for (const NameUse& use : game.NameUses()) {
         if (use.kind != NameKind::Procedure)
             continue;
         ++uses[use.name];

@@ -30,7 +30,7 @@ void FindBeginning(const CheckedGame& game, Findings& findings) {
 
 /// Whether a script says so, those in raw lines, unknown blocks and libraries included.
 bool IsSaid(const CheckedGame& game, std::string_view keyword) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     for (const CheckedScript& script : game.Scripts())
         for (const CheckedCall& call : script.calls)
             if (Is(call, keyword) && flow.CanRun(script))

@@ -72,7 +72,7 @@ const CheckedCall* WayBackTo(const CheckedScript& target, const ScriptFlow& flow
 }
 
 void FindEndlessProcedures(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     for (const CheckedScript& script : game.Scripts())
         if (script.place.field == FieldId::ProcedureScript &&
             flow.Procedure(game.Game().Procedures[script.place.steps[0].entry].Name) == &script)
@@ -84,7 +84,7 @@ void FindEndlessProcedures(const CheckedGame& game, Findings& findings) {
 }
 
 void FindEndlessLoops(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     for (const CheckedCall* loop : game.CallsOf("while")) {
         const std::string_view flag = loop->Part(0);
         const CheckedScript* body = flow.Procedure(loop->Part(1));
@@ -235,7 +235,7 @@ std::string_view SentTo(const CheckedScript& script, const ScriptFlow& flow) {
 }
 
 void FindRoundTrips(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     std::map<std::string_view, std::string_view> sent;
     std::map<std::string_view, Place> places;
     for (const CheckedScript& script : game.Scripts())
@@ -261,7 +261,7 @@ void FindRoundTrips(const CheckedGame& game, Findings& findings) {
 }
 
 void FindTypingItself(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     for (const CheckedScript& script : game.Scripts()) {
         const auto resolved = Resolve(game.Game(), script.place);
         if (!resolved || resolved->steps.empty() || resolved->steps.back().key == nullptr)
@@ -280,7 +280,7 @@ void FindTypingItself(const CheckedGame& game, Findings& findings) {
 }
 
 void FindEndsOfEveryTurn(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     for (const CheckedScript& script : game.Scripts()) {
         if (script.place.field != FieldId::GameBeforeTurnScript &&
             script.place.field != FieldId::GameAfterTurnScript)

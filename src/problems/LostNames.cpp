@@ -158,7 +158,7 @@ bool ReportWrongKind(const CheckedGame& game, const NameUse& use, Findings& find
 }
 
 void FindLostNames(const CheckedGame& game, Findings& findings) {
-    for (const NameUse& use : NameUses(game)) {
+    for (const NameUse& use : game.NameUses()) {
         const NameSet& names = game.Names(use.kind);
         if (names.Has(use.name) || IsStandardText(use))
             continue;

@@ -21,7 +21,7 @@ TextRange NameIn(const std::string& text, FieldKind kind) {
 
 } // namespace
 
-std::vector<NameUse> NameUses(const CheckedGame& game) {
+std::vector<NameUse> FindNameUses(const CheckedGame& game) {
     std::vector<NameUse> uses;
     ForEachText(game.Game(), [&](const Place& place, FieldUse use, const std::string& text) {
         if (use.kind != FieldKind::Reference && use.kind != FieldKind::Exit && use.kind != FieldKind::Target)

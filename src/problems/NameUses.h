@@ -19,7 +19,8 @@ struct NameUse {
 
 /// Every use of a name of the kinds that lists hold: rooms, things, items, procedures, texts, menus and
 /// collectables. Fields first, in the order of the game, then scripts. Empty names are none.
-std::vector<NameUse> NameUses(const CheckedGame& game);
+/// Checks ask CheckedGame::NameUses, which keeps them.
+std::vector<NameUse> FindNameUses(const CheckedGame& game);
 
 /// Whether a name has a variable in it, so that nobody can say before the game is played what it will be.
 bool IsMadeOfVariables(std::string_view name);

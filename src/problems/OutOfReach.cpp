@@ -44,7 +44,7 @@ Fix AddTakeScript(const ObjectAt& object, const std::string& name) {
 }
 
 void FindItemsOutOfReach(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     const std::set<std::string_view> had = ItemsToBeHad(game, flow);
     const auto objects = FirstObjects(game.Game());
     std::set<std::string_view> lost;
@@ -67,7 +67,7 @@ void FindItemsOutOfReach(const CheckedGame& game, Findings& findings) {
                                                          item.Name.find_first_of("<>{}") == std::string::npos)
             problem.fixes.push_back(AddTakeScript(object->second, item.Name));
     }
-    for (const NameUse& use : NameUses(game)) {
+    for (const NameUse& use : game.NameUses()) {
         if (use.kind != NameKind::Item || !lost.contains(use.name))
             continue;
         if (use.call == nullptr)
@@ -91,7 +91,7 @@ std::set<std::string_view> ShownBy(const CheckedGame& game, const ScriptFlow& fl
 }
 
 void FindHiddenThings(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     const std::set<std::string_view> objects = ShownBy(game, flow, "show");
     const std::set<std::string_view> characters = ShownBy(game, flow, "reveal");
     const auto check = [&](const Thing& thing, const Place& place, NameKind kind) {
@@ -167,7 +167,7 @@ void CheckTake(const CheckedGame& game, const ScriptFlow& flow, const Thing& obj
 }
 
 void FindTakes(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     for (const CheckedScript& take : game.Scripts())
         if (take.place.field == FieldId::ThingTake) {
             const Room& room = game.Game().Rooms[take.place.steps[0].entry];
@@ -178,9 +178,9 @@ void FindTakes(const CheckedGame& game, Findings& findings) {
 }
 
 void FindDeadScripts(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow flow(game);
+    const ScriptFlow& flow = game.Flow();
     std::set<std::string_view> called;
-    for (const NameUse& use : NameUses(game))
+    for (const NameUse& use : game.NameUses())
         if (use.kind == NameKind::Procedure)
             called.insert(use.name);
     for (const CheckedScript& script : game.Scripts()) {

@@ -108,7 +108,7 @@ const char* WordOf(NameKind kind) {
 
 void FindThingsTwice(const CheckedGame& game, Findings& findings) {
     std::set<std::string_view> called; // things that scripts name
-    for (const NameUse& use : NameUses(game))
+    for (const NameUse& use : game.NameUses())
         if (use.kind == NameKind::Object || use.kind == NameKind::Character || use.kind == NameKind::Thing)
             called.insert(use.name);
     std::map<std::pair<NameKind, std::string_view>, std::set<int>> rooms;

@@ -21,7 +21,7 @@ namespace {
 class Uses {
 public:
     explicit Uses(const CheckedGame& game) : game_(game) {
-        for (const NameUse& use : NameUses(game))
+        for (const NameUse& use : game.NameUses())
             if (IsMadeOfVariables(use.name))
                 made_.push_back(use);
             else
@@ -76,7 +76,7 @@ void FindUnusedRecords(const CheckedGame& game, Findings& findings) {
 void FindUnusedItems(const CheckedGame& game, Findings& findings) {
     std::set<std::string_view> asked;
     bool isAnyAsked = false;
-    for (const NameUse& use : NameUses(game)) {
+    for (const NameUse& use : game.NameUses()) {
         if (use.kind != NameKind::Item || (use.call != nullptr && Is(*use.call, "give")))
             continue;
         asked.insert(use.name);
@@ -110,7 +110,7 @@ Fix OwnCopy(const NameUse& use) {
 
 void FindInternalScripts(const CheckedGame& game, Findings& findings) {
     std::set<std::string_view> seen;
-    for (const NameUse& use : NameUses(game))
+    for (const NameUse& use : game.NameUses())
         if (use.kind == NameKind::Procedure && use.name.starts_with(InternalProcedure) &&
             !seen.insert(use.name).second)
             findings
