@@ -96,11 +96,20 @@ bool HitJudge::TouchesVariable(std::string_view text, TextRange bytes) {
                        [&](TextRange range) { return Overlap(range, bytes); });
 }
 
+TextRange HitJudge::LineAt(std::string_view text, std::size_t byte) {
+    if (text.data() == lineText_ && line_.begin <= byte && byte <= line_.end)
+        return line_;
+    const std::size_t before = text.substr(0, byte).rfind('\n');
+    lineText_ = text.data();
+    line_.begin = before == std::string_view::npos ? 0 : before + 1;
+    line_.end = std::min(text.find("\r\n", line_.begin), text.size());
+    return line_;
+}
+
 HitKind HitJudge::InScript(std::string_view text, TextRange bytes) {
-    const std::size_t before = text.substr(0, bytes.begin).rfind('\n');
-    const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
-    if (text.data() + begin != lineBegin_)
-        ReadLine(text, {begin, std::min(text.find("\r\n", begin), text.size())});
+    const TextRange line = LineAt(text, bytes.begin);
+    if (text.data() + line.begin != readLine_)
+        ReadLine(text, line);
     for (const Part& part : parts_) {
         if (part.kind == PartKind::Name && Overlap(part.bytes, bytes))
             return HitKind::Reference;
@@ -111,7 +120,7 @@ HitKind HitJudge::InScript(std::string_view text, TextRange bytes) {
 }
 
 void HitJudge::ReadLine(std::string_view text, TextRange line) {
-    lineBegin_ = text.data() + line.begin;
+    readLine_ = text.data() + line.begin;
     parts_.clear();
     const ScriptLine parsed = TakeApart(line.Of(text), index_.Commands());
     ForEachCall(parsed, [&](const ScriptCall& call) {

@@ -2,9 +2,8 @@
 
 #include "game/Find.h"
 
-#include <optional>
+#include <cstddef>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace zem {
@@ -16,6 +15,9 @@ public:
     explicit HitJudge(const GameIndex& index) : index_(index) {}
 
     HitKind KindOf(const RecordText& text, TextRange bytes);
+
+    /// The line of the text in which the byte stands. A line is searched for once, however many hits it has.
+    TextRange LineAt(std::string_view text, std::size_t byte);
 
 private:
     enum class PartKind { Name, Printed, Other };
@@ -30,7 +32,9 @@ private:
     bool TouchesVariable(std::string_view text, TextRange bytes);
 
     const GameIndex& index_;
-    const char* lineBegin_ = nullptr;  // of the line that was read last
+    const char* lineText_ = nullptr;   // of the text whose line was searched for last
+    TextRange line_;                   // its
+    const char* readLine_ = nullptr;   // the begin of the line that was taken apart last
     std::vector<Part> parts_;          // its
     const char* textBegin_ = nullptr;  // of the text that was searched for variables last
     std::vector<TextRange> variables_; // its

@@ -35,10 +35,12 @@ bool Overlaps(const std::vector<Place>& taken, const Place& place) {
     return false;
 }
 
-bool IsComment(std::string_view text, std::size_t at) {
-    const std::size_t before = text.substr(0, at).rfind('\n');
-    const std::string_view line = TrimLeft(text.substr(before == std::string_view::npos ? 0 : before + 1));
-    return line.starts_with('\'');
+/// Whether the byte stands in a command that the script types for the player, which is no long one.
+bool IsTyped(std::string_view script, std::size_t byte) {
+    const std::size_t begin = byte - std::min<std::size_t>(byte, 500);
+    const std::string_view before = script.substr(begin, byte - begin);
+    const std::size_t type = before.rfind("type <");
+    return type != std::string_view::npos && before.find('>', type) == std::string_view::npos;
 }
 
 char Upper(char letter) {
@@ -67,11 +69,10 @@ std::vector<Place> FindMentions(const GameIndex& index, NameKind kind, std::stri
         case HitKind::Pattern:
             return IsSpoken(kind);
         case HitKind::Script: {
-            if (IsComment(text.text, bytes.begin))
-                return false;
-            const bool isTyped =
-                IsSpoken(kind) && text.text.substr(0, bytes.begin).rfind("type <") != std::string_view::npos;
-            return FillsPart(text.text, bytes) || isTyped;
+            const std::string_view line = judge.LineAt(text.text, bytes.begin).Of(text.text);
+            if (TrimLeft(line).starts_with('\''))
+                return false; // a comment
+            return FillsPart(text.text, bytes) || (IsSpoken(kind) && IsTyped(text.text, bytes.begin));
         }
         case HitKind::RawLine:
             return FillsPart(text.text, bytes);
