@@ -367,8 +367,7 @@ void MapCanvas::paintEvent(QPaintEvent*) {
     painter_->Paint(painter, view_);
     PaintGesture(painter);
     painter.restore();
-    if (isOverviewShown_)
-        PaintOverview(painter);
+    PaintOverview(painter);
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(ColourOf(ColourRole::Accent, palette()), 2));
@@ -402,6 +401,11 @@ QRect MapCanvas::OverviewRect() const {
             height() - OverviewSize.height() - OverviewMargin, OverviewSize.width(), OverviewSize.height()};
 }
 
+bool MapCanvas::IsOverviewSeen() const {
+    return isOverviewShown_ && !view_.visible.contains(ToQt(Map().Bounds())) &&
+           width() >= 2 * OverviewSize.width() && height() >= 2 * OverviewSize.height();
+}
+
 void MapCanvas::DrawOverview() {
     const double scale = devicePixelRatioF();
     overview_ = QImage(OverviewSize * scale, QImage::Format_RGB32);
@@ -423,8 +427,7 @@ void MapCanvas::DrawOverview() {
 /// A small picture of all with a frame around what is seen; only where not all is seen.
 void MapCanvas::PaintOverview(QPainter& painter) {
     const QRectF bounds = ToQt(Map().Bounds());
-    if (view_.visible.contains(bounds) || width() < 3 * OverviewSize.width() ||
-        height() < 2 * OverviewSize.height())
+    if (!IsOverviewSeen())
         return;
     if (overview_.isNull())
         DrawOverview();

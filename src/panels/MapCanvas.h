@@ -143,6 +143,7 @@ private:
     void PaintOverview(QPainter& painter);
     void DrawOverview();
     QRect OverviewRect() const;
+    bool IsOverviewSeen() const;
     void EndName(bool isTaken);
 
     Dialogs& dialogs_;

@@ -87,8 +87,7 @@ void MapCanvas::mousePressEvent(QMouseEvent* event) {
         return;
     }
     const QRectF bounds = ToQt(Map().Bounds());
-    if (isOverviewShown_ && !overview_.isNull() && !view_.visible.contains(bounds) &&
-        OverviewRect().contains(event->pos()) && width() >= 3 * OverviewRect().width()) {
+    if (IsOverviewSeen() && OverviewRect().contains(event->pos())) {
         const double zoom = std::min(
             {OverviewRect().width() / bounds.width(), OverviewRect().height() / bounds.height(), .2});
         const QPointF middle = (event->position() - QRectF(OverviewRect()).center()) / zoom + bounds.center();

@@ -92,10 +92,10 @@ void MapPanel::MakeTools() {
     tools_->addSeparator();
     add("actTidy", QStringLiteral("Tidy"), QStringLiteral("Find new places for the selected rooms"),
         [this] { TidySelected(); });
-    add("actForget", QStringLiteral("Forget places"),
+    add("actForget", QStringLiteral("Forget"),
         QStringLiteral("Let go of all places that you chose, and lay out the whole map anew"),
         [this] { ForgetPlaces(); });
-    add("actExport", QStringLiteral("Save picture..."), QStringLiteral("Save the map as SVG, PDF or PNG"),
+    add("actExport", QStringLiteral("Export"), QStringLiteral("Save the map as SVG, PDF or PNG"),
         [this] { ExportPicture(); });
 }
 

@@ -218,7 +218,10 @@ Path Router::WholeCurve(const MapLine& line) const {
     constexpr double AnyCost = 1e9;
     std::optional<PricedPath> curve = PlainCurve(boxes_[line.from.room], line.from.port, boxes_[line.to.room],
                                                  line.to.port, ground, AnyCost);
-    return curve ? std::move(curve->path) : Path();
+    if (curve)
+        return std::move(curve->path);
+    const std::vector<Point> corners = Lanes(boxes_, index_).Find(line.from, line.to);
+    return corners.empty() ? Path() : RoundedWay(corners, ground).path;
 }
 
 RoutedMap RouteMap(const map::MapGraph& graph, const std::vector<map::Cell>& cells) {

@@ -31,6 +31,8 @@ struct Settings::Keys {
     static constexpr Key TagEditorWindowWidth{"Editor", "TagEditorWindowWidth", "6000"}; // twips
     static constexpr Key TagEditorWindowHeight{"Editor", "TagEditorWindowHeight", "6000"};
     static constexpr Key MainWindowGeometry{"Editor", "MainWindowGeometry", ""}; // in Base64
+    static constexpr Key MainWindowState{"Editor", "MainWindowState", ""};       // in Base64
+    static constexpr Key ShownPanels{"Editor", "ShownPanels", ""};               // with blanks between them
 };
 
 namespace {
@@ -87,6 +89,19 @@ QByteArray Settings::MainWindowGeometry() const {
 
 void Settings::StoreMainWindowGeometry(const QByteArray& geometry) {
     Write(Keys::MainWindowGeometry, QString::fromLatin1(geometry.toBase64()));
+}
+
+QByteArray Settings::MainWindowState() const {
+    return QByteArray::fromBase64(Read(Keys::MainWindowState).toLatin1());
+}
+
+QStringList Settings::ShownPanels() const {
+    return Read(Keys::ShownPanels).split(u' ', Qt::SkipEmptyParts);
+}
+
+void Settings::StorePanels(const QByteArray& state, const QStringList& shown) {
+    Write(Keys::MainWindowState, QString::fromLatin1(state.toBase64()));
+    Write(Keys::ShownPanels, shown.join(u' '));
 }
 
 bool Settings::IsReadable() const {

@@ -63,6 +63,12 @@ public:
     QByteArray MainWindowGeometry() const;
     void StoreMainWindowGeometry(const QByteArray& geometry);
 
+    /// Where its panels stand as QMainWindow::saveState tells it, and the commands of those that are shown;
+    /// both empty if none were stored.
+    QByteArray MainWindowState() const;
+    QStringList ShownPanels() const;
+    void StorePanels(const QByteArray& state, const QStringList& shown);
+
 private:
     struct Key;
     struct Keys;

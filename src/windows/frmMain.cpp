@@ -74,8 +74,13 @@ frmMain::frmMain(GameSession& session, Settings& settings, const EditorContext& 
     RefreshRecentMenu();
     GameReplaced();
     // This refuses what comes from a screen of another size, and moves what lies outside of all screens.
-    if (!restoreGeometry(settings.MainWindowGeometry()))
+    const bool isFirst = !restoreGeometry(settings.MainWindowGeometry());
+    if (isFirst)
         StandInTheMiddle();
+    if (isFirst && settings.MainWindowState().isEmpty())
+        ArrangePanels();
+    else
+        RestorePanels();
 }
 
 frmMain::~frmMain() = default;

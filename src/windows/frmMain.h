@@ -105,6 +105,9 @@ private:
     void ShowWhereUsed(NameKind kind, const std::string& name);
     void Rename(NameKind kind, const std::string& name);
     void OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName = {});
+    void ArrangePanels();
+    void RestorePanels();
+    void StorePanels();
     void ShowProblems();
     void Connect(QAction* action, void (frmMain::*handler)());
 
@@ -203,6 +206,7 @@ private:
     ProblemWatch* problems_;
     QPushButton* butProblems_; // tells how many there are
     QPointer<MapPanel> mapPanel_;
+    std::vector<QAction*> panelCommands_;
     QPointer<ProblemsPanel> problemsPanel_;
     std::shared_ptr<SearchIndex> index_;
     QAction* findCommand_ = nullptr; // of the panel

@@ -61,6 +61,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     if (!close)
         return;
     settings_.StoreMainWindowGeometry(saveGeometry());
+    StorePanels();
     emit Unloaded();
 }
 

@@ -6,6 +6,8 @@
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
+#include <QBoxLayout>
+
 namespace zem {
 
 void frmMain::AddMap() {
@@ -21,6 +23,12 @@ void frmMain::AddMap() {
                 session_.AsOneStep(QStringLiteral("edit room"), [this] { butEditRoom_Click(); });
             });
         });
+        // Beside the map the lists are narrow: objects stand below the characters then.
+        const auto makeRoom = [this](bool isShown) {
+            ui_->things->setDirection(isShown ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+        };
+        connect(mapPanel_->toggleViewAction(), &QAction::toggled, this, makeRoom);
+        makeRoom(true);
         mapPanel_->SelectRoom(SelectedRow(*ui_->lstRooms));
         return mapPanel_.data();
     });

@@ -1,10 +1,12 @@
 // The panels beside the lists of the main window.
 #include "forms/RunCommand.h"
 #include "panels/HistoryPanel.h"
+#include "panels/MapPanel.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
 #include <QPointer>
+#include <QScreen>
 
 namespace zem {
 
@@ -15,12 +17,14 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
     action->setShortcut(key);
     action->setCheckable(true);
     ui_->mnuTools->insertAction(ui_->mnuToolsSep1, action);
+    panelCommands_.push_back(action);
     connect(action, &QAction::triggered, this,
             [this, action, make, area, panel = QPointer<QDockWidget>()](bool isShown) mutable {
                 RunCommand(dialogs_, this, [&] {
                     if (panel == nullptr && isShown) {
                         panel = make();
-                        addDockWidget(area, panel);
+                        if (!restoreDockWidget(panel)) // where it stood when the window was closed last
+                            addDockWidget(area, panel);
                         // Closing the panel by its own button unticks the command.
                         connect(panel->toggleViewAction(), &QAction::toggled, action, &QAction::setChecked);
                     }
@@ -50,6 +54,51 @@ void frmMain::AddPanels() {
     AddProblems();
     AddMap();
     AddSearch();
+    auto* arrange = new QAction(QStringLiteral("Standard &layout"), this);
+    arrange->setObjectName(QStringLiteral("mnuToolsArrange"));
+    ui_->mnuTools->insertAction(ui_->mnuToolsSep1, arrange);
+    connect(arrange, &QAction::triggered, this, &frmMain::ArrangePanels);
+}
+
+/// The layout of the first start: on a screen that has room for it the lists take the left third and the map
+/// the rest, other panels are folded away.
+void frmMain::ArrangePanels() {
+    constexpr QSize RoomForMap(1280, 800);
+    constexpr QSize Largest(1600, 1000); // of the window itself; on a larger screen the author widens it
+    const QSize available = screen()->availableSize();
+    const QSize screenSize = screen()->size();
+    if (screenSize.boundedTo(RoomForMap) != RoomForMap)
+        return;
+    for (QAction* command : panelCommands_)
+        if (command->isChecked() != (command->objectName() == QLatin1String("mnuToolsMap")))
+            command->trigger();
+    if (mapPanel_ == nullptr)
+        return;
+    mapPanel_->setFloating(false);
+    addDockWidget(Qt::RightDockWidgetArea, mapPanel_);
+    if (!isMaximized() && !isFullScreen()) {
+        resize((available * 0.94).boundedTo(Largest).expandedTo(size().boundedTo(available)));
+        StandInTheMiddle();
+    }
+    resizeDocks({mapPanel_}, {width() * 2 / 3}, Qt::Horizontal);
+    ui_->lstRooms->setFocus();
+}
+
+void frmMain::RestorePanels() {
+    restoreState(settings_.MainWindowState());
+    const QStringList shown = settings_.ShownPanels();
+    for (QAction* command : panelCommands_)
+        if (shown.contains(command->objectName()))
+            command->trigger();
+    ui_->lstRooms->setFocus();
+}
+
+void frmMain::StorePanels() {
+    QStringList shown;
+    for (const QAction* command : panelCommands_)
+        if (command->isChecked())
+            shown.append(command->objectName());
+    settings_.StorePanels(saveState(), shown);
 }
 
 } // namespace zem

@@ -76,6 +76,7 @@ constexpr Way Ways[] = {
     {"lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, mnuToolsUndo, "
      "mnuToolsHistory",
      "History"},
+    {"lstRooms=Harbour Street, mnuToolsHistory, mnuToolsMap", "Map"},
 };
 
 void Use(const QWidget& window, const QString& step) {
