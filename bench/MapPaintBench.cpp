@@ -62,8 +62,8 @@ Times PaintAt(const MapPainter& painter, const QRectF& bounds, double zoom) {
         view.palette = LightPalette();
         view.zoom = zoom;
         const QSizeF seen = QSizeF(Window) / zoom;
-        const double x = bounds.width() * (random() % 100) / 100.0;
-        const double y = bounds.height() * (random() % 100) / 100.0;
+        const double x = bounds.width() * static_cast<int>(random() % 100) / 100.0;
+        const double y = bounds.height() * static_cast<int>(random() % 100) / 100.0;
         view.visible =
             QRectF(bounds.topLeft() + QPointF(x, y) - QPointF(seen.width(), seen.height()) / 2, seen);
         if (seen.width() >= bounds.width())
