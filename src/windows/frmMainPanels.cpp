@@ -54,10 +54,7 @@ void frmMain::AddPanels() {
     AddProblems();
     AddMap();
     AddSearch();
-    auto* arrange = new QAction(QStringLiteral("Standard &layout"), this);
-    arrange->setObjectName(QStringLiteral("mnuToolsArrange"));
-    ui_->mnuTools->insertAction(ui_->mnuToolsSep1, arrange);
-    connect(arrange, &QAction::triggered, this, &frmMain::ArrangePanels);
+    AddCommand("mnuToolsArrange", "Standard &layout", "", [this] { ArrangePanels(); });
 }
 
 /// The layout of the first start: on a screen that has room for it the lists take the left third and the map
