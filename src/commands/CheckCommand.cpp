@@ -1,11 +1,11 @@
 // The command that tells what is wrong with a game, and puts right what needs no choice.
 #include "base/TextEncoding.h"
 #include "commands/Command.h"
-#include "game/NotePlaces.h"
 #include "game/Notes.h"
 #include "kel/CommandLookup.h"
 #include "problems/Checks.h"
 #include "problems/FindProblems.h"
+#include "problems/Silenced.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -94,6 +94,7 @@ public:
             return FileProblem;
         CheckInput input;
         input.commands = &commands_;
+        input.language = notes_.language;
         if (!context_.LoadForCheck(input, arguments_.file))
             return FileProblem;
         const CheckedGame game(std::move(input));
@@ -113,12 +114,9 @@ private:
     }
 
     std::vector<Problem> Unsilenced(const CheckedGame& game) {
-        std::vector<Problem> problems = FindProblems(game, arguments_.choice);
-        told_.silenced = static_cast<int>(std::erase_if(problems, [&](const Problem& problem) {
-            return !notes_.silences.empty() &&
-                   notes_.IsSilenced(problem.id,
-                                     TellByNames(game.Game(), game.Owners(), commands_, problem.place));
-        }));
+        const std::vector<Problem> all = FindProblems(game, arguments_.choice);
+        std::vector<Problem> problems = WithoutSilenced(game, notes_, all);
+        told_.silenced = static_cast<int>(all.size() - problems.size());
         return problems;
     }
 
@@ -126,6 +124,7 @@ private:
     bool FixFile() {
         CheckInput input;
         input.commands = &commands_;
+        input.language = notes_.language;
         if (!context_.LoadForCheck(input, arguments_.file))
             return false;
         const CheckedGame read(input);

@@ -1,5 +1,6 @@
 #include "problems/CheckedGame.h"
 
+#include "base/LineText.h"
 #include "model/Texts.h"
 #include "play/Libraries.h"
 #include "problems/NameUses.h"
@@ -64,19 +65,42 @@ CheckedGame::CheckedGame(CheckInput input) : input_(std::move(input)), owners_(i
     mayHoldAnyName_ = !input_.libraries->missing.empty();
 }
 
+namespace {
+
+/// Calls visit(range) for the scripts of timers, which stand in blocks that no editor knows.
+template <class Visit>
+void ForEachTimerScript(std::string_view blocks, Visit visit) {
+    constexpr std::string_view Keyword = "action ";
+    bool isInTimer = false;
+    ForEachLine(blocks, [&](TextRange range, int) {
+        const std::string_view line = range.Of(blocks);
+        if (BeginsWith(line, "define timer "))
+            isInTimer = true;
+        else if (BeginsWith(line, "end define"))
+            isInTimer = false;
+        else if (isInTimer && BeginsWith(line, Keyword))
+            visit(TextRange{range.begin + Keyword.size(), range.end});
+    });
+}
+
+} // namespace
+
+void CheckedGame::AddLine(const Place& place, std::string_view text, TextRange range) {
+    const TextRange line = TrimmedRange(text, range);
+    if (line.IsEmpty() || text[line.begin] == '\'')
+        return;
+    Place at = place;
+    at.bytes = line;
+    const std::string_view words = line.Of(text);
+    lines_.push_back({at, words, TakeApart(words, Commands())});
+}
+
 void CheckedGame::CollectLines() {
     ForEachText(Game(), [&](const Place& place, FieldUse use, const std::string& text) {
-        if (use.kind != FieldKind::Script)
-            return;
-        ForEachLine(text, [&](TextRange range, int) {
-            const TextRange line = TrimmedRange(text, range);
-            if (line.IsEmpty() || text[line.begin] == '\'')
-                return;
-            Place at = place;
-            at.bytes = line;
-            const std::string_view words = line.Of(text);
-            lines_.push_back({at, words, TakeApart(words, Commands())});
-        });
+        if (use.kind == FieldKind::Script)
+            ForEachLine(text, [&](TextRange range, int) { AddLine(place, text, range); });
+        else if (place.field == FieldId::GameUnknownBlocks)
+            ForEachTimerScript(text, [&](TextRange range) { AddLine(place, text, range); });
     });
 }
 

@@ -114,7 +114,7 @@ public:
     const FilesBeside* Files() const { return input_.files.get(); }
     const std::vector<GameModel>& LibraryGames() const { return input_.libraries->games; }
 
-    /// All lines of all scripts, in the order of the game.
+    /// All lines of all scripts, those of timers included, in the order of the game.
     const std::vector<CheckedLine>& Lines() const { return lines_; }
 
     /// All commands and conditions of these lines, in the same order.
@@ -160,6 +160,7 @@ public:
 
 private:
     void CollectLines();
+    void AddLine(const Place& place, std::string_view text, TextRange range);
     void CollectCalls();
     void CollectScripts();
     void CollectNames(const GameModel& game, std::map<NameKind, NameSet>& names) const;

@@ -312,7 +312,9 @@ int RoomNamedIn(const GameModel& game, std::string_view sentence, int except) {
     return found;
 }
 
-void FindDirectionsInText(const CheckedGame& game, int number, const Room& room, Findings& findings) {
+/// @param mostFixes  how many fixes may still be looked for; each looks at the names of all rooms
+void FindDirectionsInText(const CheckedGame& game, int number, const Room& room, int& mostFixes,
+                          Findings& findings) {
     constexpr std::string_view Phrase = " to the ";
     const std::string& look = room.Look;
     for (std::size_t at = look.find(Phrase); at != std::string::npos; at = look.find(Phrase, at + 1)) {
@@ -333,6 +335,8 @@ void FindDirectionsInText(const CheckedGame& game, int number, const Room& room,
         Problem& problem = findings.Add("M08", place,
                                         "The text tells of something to the " +
                                             std::string(named->direction) + ", but there is no exit.");
+        if (--mostFixes < 0)
+            continue;
         if (const int to = RoomNamedIn(game.Game(), SentenceAt(look, at), number); to != 0)
             problem.fixes = {MakeExit(game.Game(), number, *named, to)};
     }
@@ -342,8 +346,9 @@ void FindToldExits(const CheckedGame& game, Findings& findings) {
     if (!IsEnglish(game, PrintedTexts(game)))
         return;
     int number = 0;
+    int mostFixes = 50;
     for (const Room& room : game.Game().Rooms)
-        FindDirectionsInText(game, ++number, room, findings);
+        FindDirectionsInText(game, ++number, room, mostFixes, findings);
 }
 
 constexpr Check Rows[] = {

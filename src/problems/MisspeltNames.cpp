@@ -6,6 +6,8 @@
 #include "problems/PrintedTexts.h"
 
 #include <algorithm>
+#include <array>
+#include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,6 +18,7 @@ namespace zem::problems {
 namespace {
 
 constexpr std::size_t ShortestWord = 4; // of shorter ones any two look alike
+constexpr std::size_t Shortest = 3;     // where there are few to compare with
 
 /// A word of a name or a pattern.
 struct TypedWord {
@@ -27,7 +30,7 @@ using TypedWords = std::unordered_map<std::string, TypedWord>;
 
 void AddWords(const Place& place, std::string_view text, TypedWords& words) {
     ForEachWord(text, [&](TextRange range) {
-        if (range.Size() < ShortestWord)
+        if (range.Size() < Shortest)
             return;
         Place at = place;
         at.bytes = range;
@@ -63,37 +66,100 @@ TypedWords CollectTyped(const CheckedGame& game) {
     return words;
 }
 
-/// All words that players read, and those of synonyms, which the author knows to be typed.
-std::unordered_set<std::string> CollectRead(const CheckedGame& game) {
-    std::unordered_set<std::string> words;
-    std::string lower;
-    const auto add = [&](std::string_view text) {
-        ForEachWord(text, [&](TextRange range) {
-            if (range.Size() + 1 < ShortestWord)
-                return;
-            lower.clear();
-            bool isPlain = true;
-            for (const char c : range.Of(text)) {
-                lower += Lower(c);
-                isPlain = isPlain && c >= 0;
-            }
-            words.insert(isPlain ? lower : play::Fold(lower));
-        });
-    };
-    for (const PrintedText& text : PrintedTexts(game))
-        add(text.text);
-    for (const SynonymEntry& synonym : game.Game().Synonyms) {
-        add(synonym.Words);
-        add(synonym.ConvertTo);
+/// Words of the verbs that every game has, and those that may stand around names.
+constexpr std::string_view BuiltInWords =
+    "north n northeast ne east e southeast se south s southwest sw west w northwest nw out o exit leave up "
+    "down in go walk run enter look l around at examine x read inspect take get pick up drop put down use on "
+    "with give to offer show speak talk ask greet inventory inv i items wait z help save restore load "
+    "restart "
+    "quit q undo about version transcript off oops again g the a an some my it him her them me myself self "
+    "yourself of from for and";
+
+/// Words as they are compared. A large game has millions, nearly all of which are there already, so that
+/// finding one must not make a text.
+class WordSet {
+public:
+    /// @param word  of a text, in any capitals
+    void Add(std::string_view word) {
+        if (std::any_of(word.begin(), word.end(),
+                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
+            const std::string folded = play::Fold(word);
+            AddFolded(folded);
+            return;
+        }
+        std::array<char, 40> lower;
+        if (word.size() > lower.size())
+            return; // no word
+        std::transform(word.begin(), word.end(), lower.begin(), [](char c) { return Lower(c); });
+        AddFolded({lower.data(), word.size()});
     }
+
+    bool contains(std::string_view folded) const { return known_.contains(folded); }
+    auto begin() const { return words_.begin(); }
+    auto end() const { return words_.end(); }
+
+private:
+    void AddFolded(std::string_view word) {
+        if (!known_.contains(word))
+            known_.insert(words_.emplace_back(word));
+    }
+
+    std::deque<std::string> words_; // do not move
+    std::unordered_set<std::string_view> known_;
+};
+
+void AddTo(WordSet& words, std::string_view text) {
+    ForEachWord(text, [&](TextRange range) { words.Add(range.Of(text)); });
+}
+
+/// All words that players read, and what else the game calls things by.
+WordSet CollectRead(const CheckedGame& game) {
+    WordSet words;
+    AddTo(words, BuiltInWords);
+    for (const PrintedText& text : PrintedTexts(game))
+        AddTo(words, text.text);
+    for (const SynonymEntry& synonym : game.Game().Synonyms) {
+        AddTo(words, synonym.Words);
+        AddTo(words, synonym.ConvertTo);
+    }
+    for (const Procedure& procedure : game.Game().Procedures)
+        AddTo(words, procedure.Name);
     return words;
 }
 
+/// All words that mean something when a player types them. A library that is missing may know others.
+WordSet CollectUnderstood(const CheckedGame& game) {
+    WordSet words;
+    AddTo(words, BuiltInWords);
+    const auto addGame = [&](const GameModel& model) {
+        ForEachText(model, [&](const Place& place, FieldUse use, const std::string& text) {
+            const bool isPart = place.field == FieldId::ThingPrefix || place.field == FieldId::ThingSuffix ||
+                                place.field == FieldId::RoomPrefix || place.field == FieldId::RoomAlias;
+            if (use.kind == FieldKind::Name || isPart || place.field == FieldId::SynonymWords)
+                AddTo(words, text);
+            else if (use.kind == FieldKind::Pattern)
+                AddTo(words, WithoutVariables(text));
+        });
+    };
+    addGame(game.Game());
+    for (const GameModel& library : game.LibraryGames())
+        addGame(library);
+    return words;
+}
+
+/// Whether one is the plural of the other: "lamp" and "lamps".
+bool IsFormOf(std::string_view a, std::string_view b) {
+    const auto isPlural = [](std::string_view one, std::string_view many) {
+        return many.size() == one.size() + 1 && many.starts_with(one) && many.back() == 's';
+    };
+    return isPlural(a, b) || isPlural(b, a);
+}
+
 /// A word that players read and that differs by one letter; empty for none.
-std::string_view NeighbourOf(std::string_view word, const std::unordered_set<std::string>& read) {
+std::string_view NeighbourOf(std::string_view word, const WordSet& read) {
     for (const std::string& other : read) {
-        const bool isForm = other.starts_with(word) || word.starts_with(other); // "lamp" and "lamps"
-        if (!isForm && LettersApart(other, word, 1) <= 1)
+        if (other != word && other.size() >= Shortest && !IsFormOf(other, word) &&
+            LettersApart(other, word, 1) <= 1)
             return other;
     }
     return {};
@@ -101,22 +167,83 @@ std::string_view NeighbourOf(std::string_view word, const std::unordered_set<std
 
 void FindMisspelt(const CheckedGame& game, Findings& findings) {
     const TypedWords typed = CollectTyped(game);
-    const std::unordered_set<std::string> read = CollectRead(game);
+    const WordSet read = CollectRead(game);
     constexpr int MostAsked = 300; // a game that has more has a language of its own
     int asked = 0;
+    WordSet names;
+    for (const auto& [word, use] : typed)
+        names.Add(word);
     for (const auto& [word, use] : typed) {
         if (use.count > 1 || read.contains(word) || ++asked > MostAsked)
             continue;
-        const std::string_view neighbour = NeighbourOf(word, read);
+        std::string_view neighbour =
+            word.size() < ShortestWord ? std::string_view() : NeighbourOf(word, read);
+        const bool isRead = !neighbour.empty();
+        if (!isRead)
+            neighbour = NeighbourOf(word, names);
         if (!neighbour.empty())
-            findings.Add("T14", use.place,
-                         "No text has the word " + QuoteShortly(word) +
-                             ", which players must type here, but one has " + QuoteShortly(neighbour) + '.');
+            findings.Add(
+                "T14", use.place,
+                "No text has the word " + QuoteShortly(word) + ", which players must type here, but " +
+                    (isRead ? "one has " : "another name or pattern has ") + QuoteShortly(neighbour) + '.');
     }
 }
 
+/// What a synonym or a script makes of the player's line should be words that mean something. Others may
+/// still be what a pattern's variable takes, so only those are told that look like one that does.
+void FindNotUnderstood(const CheckedGame& game, Findings& findings) {
+    const WordSet understood = CollectUnderstood(game);
+    const auto look = [&](const Place& place, std::string_view text) {
+        const std::string words = WithoutVariables(text);
+        ForEachWord(words, [&](TextRange range) {
+            const std::string word = play::Fold(range.Of(words));
+            if (word.size() < Shortest || understood.contains(word))
+                return;
+            const std::string_view neighbour = NeighbourOf(word, understood);
+            if (neighbour.empty())
+                return;
+            Place at = place;
+            at.bytes = {place.bytes.begin + range.begin, place.bytes.begin + range.end};
+            findings.Add("T14", at,
+                         "No verb, pattern or name has the word " + QuoteShortly(word) + ", but one has " +
+                             QuoteShortly(neighbour) + '.');
+        });
+    };
+    int entry = 0;
+    for (const SynonymEntry& synonym : game.Game().Synonyms)
+        look(Place::Of({{FieldId::GameSynonyms, ++entry}}, FieldId::SynonymConvertTo), synonym.ConvertTo);
+    for (const CheckedCall* call : game.CallsOf("type"))
+        if (!call->parts.empty())
+            look(call->At(0), call->Part(0));
+}
+
+/// Words on the left of synonyms that are a letter away from one that every game knows.
+void FindMisspeltSynonyms(const CheckedGame& game, Findings& findings) {
+    WordSet verbs;
+    AddTo(verbs, BuiltInWords);
+    int entry = 0;
+    for (const SynonymEntry& synonym : game.Game().Synonyms) {
+        ++entry;
+        ForEachWord(synonym.Words, [&](TextRange range) {
+            const std::string word = play::Fold(range.Of(synonym.Words));
+            if (word.size() < ShortestWord + 1 || verbs.contains(word))
+                return;
+            const std::string_view neighbour = NeighbourOf(word, verbs);
+            if (!neighbour.empty())
+                findings.Add("T14", Place::Of({{FieldId::GameSynonyms, entry}}, FieldId::SynonymWords, range),
+                             QuoteShortly(word) + " is a letter away from " + QuoteShortly(neighbour) + '.');
+        });
+    }
+}
+
+void FindInTypedWords(const CheckedGame& game, Findings& findings) {
+    FindMisspelt(game, findings);
+    FindMisspeltSynonyms(game, findings);
+    FindNotUnderstood(game, findings);
+}
+
 constexpr Check Rows[] = {
-    {"T14", Level::Hint, "Words to type that look misspelt", FindMisspelt},
+    {"T14", Level::Hint, "Words to type that look misspelt", FindInTypedWords},
 };
 
 } // namespace

@@ -284,7 +284,8 @@ void ReportBlank(const CheckedCall& call, Findings& findings) {
                  "A blank belongs between " + QuoteShortly(call.Keyword()) + " and its bracket.")
             .fixes = {
             ReplaceInLine("Put the blank there", line, {open, isInside ? open + 2 : open + 1}, " <")};
-    } else if (call.isCondition && behind < line.text.size() && line.text[behind] != ' ') {
+    } else if ((call.isCondition || call.call->rest.IsEmpty()) && behind < line.text.size() &&
+               line.text[behind] != ' ') {
         findings
             .Add("B18", line.At({behind - 1, behind}),
                  "A blank belongs behind the \">\" of " + QuoteShortly(call.Keyword()) + '.')

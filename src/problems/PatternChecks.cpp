@@ -61,8 +61,7 @@ void ForEachPiece(std::string_view text, Visit visit) {
     }
 }
 
-void AddPieces(CommandList& list, int entry, std::string_view text) {
-    play::Names names;
+void AddPieces(CommandList& list, int entry, std::string_view text, play::Names& names) {
     ForEachPiece(text, [&](TextRange range) {
         const std::string_view part = range.Of(text);
         std::vector<play::Pattern> patterns = play::ReadPatterns(names, part);
@@ -74,10 +73,11 @@ void AddPieces(CommandList& list, int entry, std::string_view text) {
 }
 
 std::vector<CommandList> CommandLists(const GameModel& game) {
+    play::Names names; // takes its time to make
     std::vector<CommandList> lists = {{FieldId::GamePlayerCommands, 0, {}}};
     int entry = 0;
     for (const PlayerCommand& command : game.PlayerCommands)
-        AddPieces(lists.front(), ++entry, command.Pattern);
+        AddPieces(lists.front(), ++entry, command.Pattern, names);
     int number = 0;
     for (const Room& room : game.Rooms) {
         ++number;
@@ -86,7 +86,7 @@ std::vector<CommandList> CommandLists(const GameModel& game) {
         lists.push_back({FieldId::RoomCommands, number, {}});
         entry = 0;
         for (const ScriptPair& command : room.Commands)
-            AddPieces(lists.back(), ++entry, command.Key);
+            AddPieces(lists.back(), ++entry, command.Key, names);
     }
     return lists;
 }

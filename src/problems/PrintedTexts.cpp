@@ -75,11 +75,4 @@ bool IsEnglish(const CheckedGame& game, const std::vector<PrintedText>& texts) {
     return english * 10 >= words; // nearly every fifth word is one of them in most texts
 }
 
-bool IsLetter(char c) {
-    const auto code = static_cast<unsigned char>(c);
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-           (code >= 0xC0 && code != 0xD7 && code != 0xF7) || code == 0x8A || code == 0x8C || code == 0x8E ||
-           code == 0x9A || code == 0x9C || code == 0x9E || code == 0x9F;
-}
-
 } // namespace zem::problems

@@ -2,6 +2,7 @@
 
 #include "problems/CheckedGame.h"
 
+#include <array>
 #include <string_view>
 #include <vector>
 
@@ -24,8 +25,25 @@ std::vector<PrintedText> PrintedTexts(const CheckedGame& game);
 /// nothing, what the commonest words are.
 bool IsEnglish(const CheckedGame& game, const std::vector<PrintedText>& texts);
 
+namespace detail {
+
+constexpr std::array<bool, 256> MakeLetterTable() {
+    std::array<bool, 256> table{};
+    for (unsigned code = 0; code < 256; ++code)
+        table[code] = (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z') ||
+                      (code >= 0xC0 && code != 0xD7 && code != 0xF7) || code == 0x8A || code == 0x8C ||
+                      code == 0x8E || code == 0x9A || code == 0x9C || code == 0x9E || code == 0x9F;
+    return table;
+}
+
+inline constexpr std::array<bool, 256> LetterTable = MakeLetterTable();
+
+} // namespace detail
+
 /// Whether a character of the format's encoding is a letter.
-bool IsLetter(char c);
+constexpr bool IsLetter(char c) {
+    return detail::LetterTable[static_cast<unsigned char>(c)];
+}
 
 /// Calls visit(range) for each word of a text: letters, with apostrophes between them. Format codes are none.
 template <class Visit>

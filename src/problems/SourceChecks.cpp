@@ -1,6 +1,7 @@
 // What stands in the file and not in the game that was read from it: a save drops it, or makes something else
 // of it.
 #include "base/LineText.h"
+#include "base/TextFile.h"
 #include "model/Texts.h"
 #include "problems/Checks.h"
 #include "problems/Fixes.h"
@@ -8,6 +9,7 @@
 #include "readback/ReadBack.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 namespace zem::problems {
@@ -34,8 +36,11 @@ public:
         : game_(game),
           source_(*game.Source()),
           findings_(findings) {
-        for (const ItemEntry& item : game.Game().Items)
+        int entry = 0;
+        for (const ItemEntry& item : game.Game().Items) {
             items_.Add(item.Name);
+            itemEntries_.emplace(Lower(item.Name), ++entry);
+        }
     }
 
     void Run() {
@@ -88,9 +93,17 @@ private:
         return repaired && SameGame(*repaired, game_.Game());
     }
 
+    /// FileLine for who asks for many.
+    std::string_view LineOf(std::size_t line) {
+        if (lines_.empty())
+            for (std::string_view bytes = source_.bytes; !bytes.empty();)
+                lines_.push_back(Trim(TakeLine(bytes)));
+        return line == 0 || line > lines_.size() ? std::string_view() : lines_[line - 1];
+    }
+
     void AddRemark(const LoadRemark& remark) {
         const std::string text = Sentence(remark.text);
-        const std::string line(FileLine(source_, remark.line));
+        const std::string line(LineOf(remark.line));
         switch (remark.kind) {
         case RemarkKind::Encoding:
             findings_.AddAtLine("T01", remark.line, text);
@@ -194,7 +207,7 @@ private:
     }
 
     void AddOutside(const LostText& lost) {
-        const std::string line(FileLine(source_, lost.line));
+        const std::string line(LineOf(lost.line));
         const std::size_t open = line.find('<');
         const std::size_t close = line.find('>', open);
         std::string repaired;
@@ -215,13 +228,8 @@ private:
 
     /// The entry of an item by its name, whatever its capitals; 0 for none.
     int ItemOf(std::string_view name) const {
-        int entry = 0;
-        for (const ItemEntry& item : game_.Game().Items) {
-            ++entry;
-            if (EqualIgnoringCase(item.Name, name))
-                return entry;
-        }
-        return 0;
+        const auto found = itemEntries_.find(Lower(name));
+        return found == itemEntries_.end() ? 0 : found->second;
     }
 
     bool IsStartItem(std::string_view name) const {
@@ -277,7 +285,9 @@ private:
     const SourceFile& source_;
     Findings& findings_;
     NameSet items_;
-    std::optional<bool> isAsRead_; // whether the game is what the file holds
+    std::unordered_map<std::string, int> itemEntries_; // by their names in small letters
+    std::vector<std::string_view> lines_;              // of the file, once one is asked for
+    std::optional<bool> isAsRead_;                     // whether the game is what the file holds
     int readings_ = 0;
 };
 

@@ -186,11 +186,12 @@ private:
     void Look(const std::string& name, const std::string& prefix, const std::string& suffix) {
         if (rules_.rules.empty() || !seen_.insert(name).second)
             return;
-        const play::NameForms forms{play::Fold(name), play::Fold(prefix), play::Fold(suffix)};
-        const std::vector<std::string_view> parts = play::WordsOf(forms.name);
+        const std::string folded = play::Fold(name);
+        const std::vector<std::string_view> parts = play::WordsOf(folded);
         if (std::none_of(parts.begin(), parts.end(),
                          [&](std::string_view part) { return beginnings_.contains(std::string(part)); }))
             return;
+        const play::NameForms forms{folded, play::Fold(prefix), play::Fold(suffix)};
         const play::Sentence typed(name);
         const std::string made = play::ReplaceSynonyms(typed, rules_.rules).folded.text;
         if (made == forms.name || play::FitOf(play::WithoutArticles(made), forms) != play::Fit::No)

@@ -43,11 +43,21 @@ std::string Repaired(std::string_view text) {
     return repaired;
 }
 
+/// Whether a letter of UTF-8 may stand in the text; most texts are told apart by this alone.
+bool MayBeSpoilt(std::string_view text) {
+    for (std::size_t at = 1; at < text.size(); ++at)
+        if (IsHighByte(text[at]) && static_cast<unsigned char>(text[at]) < 0xC0 &&
+            static_cast<unsigned char>(text[at - 1]) >= 0xC2)
+            return true;
+    return false;
+}
+
 /// The first byte that no text of the format should have; npos for none.
 std::size_t FindStrangeByte(std::string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         const auto code = static_cast<unsigned char>(text[at]);
-        const bool isLineEnd = code == '\r' || code == '\n';
+        const bool isLineEnd = (code == '\r' && text.substr(at, 2) == "\r\n") ||
+                               (code == '\n' && at > 0 && text[at - 1] == '\r');
         if ((code < 0x20 && !isLineEnd) || code == 0x7F || code == 0x81 || code == 0x8D || code == 0x8F ||
             code == 0x90 || code == 0x9D)
             return at;
@@ -63,7 +73,8 @@ void FindStrangeLetters(const CheckedGame& game, Findings& findings) {
     ForEachText(game.Game(), [&](const Place& place, FieldUse, const std::string& text) {
         if (IsPlain(text))
             return;
-        if (const std::string repaired = Repaired(text); repaired != text) {
+        const std::string repaired = MayBeSpoilt(text) ? Repaired(text) : text;
+        if (repaired != text) {
             const std::size_t at = static_cast<std::size_t>(
                 std::mismatch(text.begin(), text.end(), repaired.begin(), repaired.end()).first -
                 text.begin());
@@ -199,6 +210,18 @@ void FindGaps(const PrintedText& text, Findings& findings) {
     });
 }
 
+/// A blank at the end of a text that stands between others, where one is printed anyway.
+void FindEndBlanks(const PrintedText& text, Findings& findings) {
+    const bool isInLine = text.place.field == FieldId::PairKey || text.place.field == FieldId::RoomAlias ||
+                          text.place.field == FieldId::RoomPrefix ||
+                          text.place.field == FieldId::ThingPrefix ||
+                          text.place.field == FieldId::ThingSuffix;
+    const std::string_view trimmed = Trim(text.text);
+    if (isInLine && trimmed.size() < text.text.size())
+        findings.Add("T11", text.place, "A blank stands at the end of " + QuoteShortly(trimmed) + '.')
+            .fixes = {SetField("Remove it", text.place, text.text, std::string(trimmed))};
+}
+
 bool IsQuote(char c) {
     return c == '"' || c == '\x93' || c == '\x94' || c == '\x84';
 }
@@ -221,11 +244,23 @@ void FindQuotes(const PrintedText& text, Findings& findings) {
                      "Straight and typographic quotation marks stand in one text.");
 }
 
+/// The same of what a field refers to: other names are compared to the letter.
+void FindBlanksAtReferences(const CheckedGame& game, Findings& findings) {
+    ForEachText(game.Game(), [&](const Place& place, FieldUse use, const std::string& text) {
+        const bool isReference = use.kind == FieldKind::Reference || use.kind == FieldKind::Exit;
+        if (isReference && (text.front() == ' ' || text.back() == ' '))
+            findings.Add("T11", place, "A blank stands at the end of " + QuoteShortly(text) + '.').fixes = {
+                SetField("Remove it", place, text, std::string(Trim(text)))};
+    });
+}
+
 void FindInWords(const CheckedGame& game, Findings& findings) {
+    FindBlanksAtReferences(game, findings);
     const std::vector<PrintedText> texts = PrintedTexts(game);
     for (const PrintedText& text : texts) {
         FindDoubledWords(text, findings);
         FindGaps(text, findings);
+        FindEndBlanks(text, findings);
         FindQuotes(text, findings);
     }
     if (IsEnglish(game, texts))
