@@ -88,5 +88,7 @@ void AddCheckCommand(CLI::App& app, CommandContext& context, int& status);
 void AddFindCommand(CLI::App& app, CommandContext& context, int& status);
 void AddRenameCommand(CLI::App& app, CommandContext& context, int& status);
 void AddMapCommand(CLI::App& app, CommandContext& context, int& status);
+void AddTestCommand(CLI::App& app, CommandContext& context, int& status);
+void AddWalkCommand(CLI::App& app, CommandContext& context, int& status);
 
 } // namespace zem

@@ -11,7 +11,8 @@ namespace {
 
 /// In the order in which the help lists them.
 constexpr auto Commands = {AddFormatCommand, AddPrintCommand,  AddCheckCommand,
-                           AddFindCommand,   AddRenameCommand, AddMapCommand};
+                           AddFindCommand,   AddRenameCommand, AddMapCommand,
+                           AddTestCommand,   AddWalkCommand};
 
 } // namespace
 

@@ -173,6 +173,7 @@ void Interpreter::EndGame(bool isWon) {
 }
 
 void Interpreter::TellLimit() {
+    result_.metLimit = true;
     printer_.RaiseLimit();
     printer_.Begin({});
     const std::vector<Piece>& pieces = printer_.Pieces();

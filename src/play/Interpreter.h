@@ -31,12 +31,15 @@ struct TurnResult {
     Verb verb = Verb::NotUnderstood; // of the line
     bool isDone = true;              // false when an answer is missing; the state is then to be taken back
     bool isStep = false;             // something that UNDO takes back
+    bool metLimit = false;           // it would have cost more than a turn may
     Meaning notUnderstood;           // with the choices of an ambiguous line
+    std::vector<Hit> hits;           // in the order in which they came, if they were asked for
 };
 
 struct TurnOptions {
     bool withTrace = false;
     bool askBeforeQuit = false; // turns were made since the last save
+    bool withHits = false;
 };
 
 /// Plays one turn: a function of state and input. It never waits; when the input has too few answers, the
@@ -80,6 +83,13 @@ private:
     bool Spend(std::size_t characters);
     bool Warn(const Source& source, std::string text, bool isOnce = false);
     bool WarnLacks(const Source& source, std::string_view what, const std::string& name);
+    void NoteHit(const Book& book, std::uint32_t part = Hit::Record) {
+        if (options_.withHits)
+            result_.hits.push_back({&book, part});
+    }
+    void NoteHit(const Book& book, const Node& node, bool answer = true) {
+        NoteHit(book, Hit::OfNode(static_cast<std::size_t>(&node - book.nodes.data()), answer));
+    }
     void Trace(const Source& source, TraceEntry::Result result, std::int32_t condition = -1,
                std::string note = {});
 

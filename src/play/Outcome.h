@@ -2,6 +2,7 @@
 
 #include "play/Book.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -70,6 +71,18 @@ struct TraceEntry {
     Result result = Ran;
     std::int32_t condition = -1; // which of the line's conditions, from 0; -1 for the whole line
     std::string note;            // what went wrong, or was chosen; mostly empty
+};
+
+/// Something of the game that a turn has reached.
+struct Hit {
+    static constexpr std::uint32_t Record = 0; // the room was entered, the thing met, the text printed
+    /// A command that ran, or an "if" line with its answer.
+    static constexpr std::uint32_t OfNode(std::size_t node, bool answer) {
+        return static_cast<std::uint32_t>(2 * node + (answer ? 1 : 2));
+    }
+
+    const Book* book = nullptr;
+    std::uint32_t part = Record;
 };
 
 struct Outcome {

@@ -32,6 +32,7 @@ bool Interpreter::PrintText(const WorldText& text) {
     std::string_view rest = text.record->Text;
     if (rest.empty())
         return true;
+    NoteHit(text.book);
     printer_.Begin({&text.book, ScriptField::Body, 0, 1});
     while (true) {
         const std::size_t end = rest.find("\r\n");

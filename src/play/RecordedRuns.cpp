@@ -55,6 +55,8 @@ void WriteStory(std::string& text, std::string_view story) {
 RecordedRuns ReadRuns(std::string_view text) {
     RecordedRuns read;
     std::size_t number = 0;
+    if (const std::string_view mark = "\xEF\xBB\xBF"; text.starts_with(mark)) // which some editors add
+        text.remove_prefix(mark.size());
     const auto fail = [&](const char* problem) {
         read.problem = problem;
         read.problemLine = number;
@@ -104,12 +106,18 @@ std::string WriteRuns(const std::vector<RecordedRun>& runs) {
     return text;
 }
 
-RunResult PlayRun(std::shared_ptr<const World> world, const RecordedRun& run) {
+RunResult PlayRun(std::shared_ptr<const World> world, const RecordedRun& run,
+                  const std::function<bool()>& goesOn, Coverage* coverage) {
     Session session(std::move(world), run.seed);
+    session.SetCoverage(coverage);
     TranscriptPlayer player(session);
     RunResult result;
     result.played = {run.name, run.seed, player.Begin(), {}, run.number};
     for (const RunStep& step : run.steps) {
+        if (goesOn && !goesOn()) {
+            result.isCutOff = true;
+            break;
+        }
         const std::optional<std::string> told = player.Play(step.input);
         if (!told) {
             result.problem = player.Problem();
@@ -119,7 +127,8 @@ RunResult PlayRun(std::shared_ptr<const World> world, const RecordedRun& run) {
         const std::size_t begin = told->find(step.input.written) + step.input.written.size() + 1;
         result.played.steps.push_back({step.input, told->front() == '\n', told->substr(begin)});
     }
-    LastStory(result.played) = WithoutEmptyEnd(std::move(LastStory(result.played)));
+    if (result.played.steps.size() == run.steps.size())
+        LastStory(result.played) = WithoutEmptyEnd(std::move(LastStory(result.played)));
     result.warnings = player.Warnings();
     result.need = session.Needs();
     return result;

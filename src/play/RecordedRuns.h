@@ -3,6 +3,7 @@
 #include "play/Transcript.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,8 @@
 /// "run NAME seed N" begins a run; then come its lines of input, "> line", "< answer" and "@ seconds", with
 /// the story between them indented by two blanks.
 namespace zem::play {
+
+class Coverage;
 
 /// A line of input and the story that follows it.
 struct RunStep {
@@ -42,13 +45,17 @@ std::string WriteRuns(const std::vector<RecordedRun>& runs);
 
 /// What playing a run again came to.
 struct RunResult {
-    RecordedRun played;  // with the story as it is now, as far as it went
-    std::string problem; // a line that was not asked for; empty when all were
+    RecordedRun played;    // with the story as it is now, as far as it went
+    std::string problem;   // a line that was not asked for; empty when all were
+    bool isCutOff = false; // the time was over
     std::vector<Warning> warnings;
     Need need = Need::Line; // what the game waits for at the end
 };
 
-RunResult PlayRun(std::shared_ptr<const World> world, const RecordedRun& run);
+/// @param goesOn    asked before each line; false ends the run there. Runs have no clock of their own
+/// @param coverage  counts what runs, if given
+RunResult PlayRun(std::shared_ptr<const World> world, const RecordedRun& run,
+                  const std::function<bool()>& goesOn = {}, Coverage* coverage = nullptr);
 
 /// The number of the first step whose story differs, 0 for the beginning; nothing when the runs are alike.
 std::optional<std::size_t> FirstDifference(const RecordedRun& approved, const RecordedRun& played);

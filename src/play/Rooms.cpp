@@ -43,9 +43,10 @@ bool Interpreter::Enter(Number room, Message whenClosed) {
     state_.Set(PlayerRoom, packed);
     const Cell visits = CellOf(Kind::Room, room) + Visits;
     state_.Set(visits, state_[visits] + 1);
+    const WorldRoom* entered = world_.FindRoom(room);
+    NoteHit(entered->book);
     if (!Describe())
         return false;
-    const WorldRoom* entered = world_.FindRoom(room);
     ++enterDepth_;
     const bool goesOn = Run({&entered->book, entered->enter});
     --enterDepth_;
@@ -95,7 +96,10 @@ bool Interpreter::Describe() {
         if (!Spend(1))
             return false;
         const WorldThing* there = world_.FindThing(thing);
-        if (!IsThere(world_, state_, thing) || there->record->Invisible)
+        if (!IsThere(world_, state_, thing))
+            continue;
+        NoteHit(there->book);
+        if (there->record->Invisible)
             continue;
         std::string name = Joined({there->record->Prefix, there->record->Name, there->record->Suffix});
         if (!name.empty()) // of a thing without a name a list can say nothing

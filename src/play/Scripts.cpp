@@ -54,6 +54,7 @@ bool Interpreter::RunNode(const Book& book, const Node* node) {
             const bool holds = Holds(book, *command);
             if (stop_ != Stop::None)
                 return false;
+            NoteHit(book, *command, holds);
             command = at(holds ? command->thenNode : command->elseNode);
         }
         if (command == nullptr)
@@ -76,6 +77,7 @@ bool Interpreter::RunProcedure(Number procedure, const Source& from) {
 bool Interpreter::Execute(const Book& book, const Node& node) {
     const Source source = SourceOf(book, node);
     Trace(source, TraceEntry::Ran);
+    NoteHit(book, node);
     switch (node.op) {
     case Op::Nothing:
         return Warn(source, "the line does nothing: " + node.arguments.text, true);

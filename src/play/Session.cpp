@@ -1,6 +1,7 @@
 #include "play/Session.h"
 
 #include "base/LineText.h"
+#include "play/Coverage.h"
 #include "play/InputLog.h"
 #include "play/Limits.h"
 #include "play/SaveFile.h"
@@ -181,13 +182,15 @@ Outcome Session::Play(Input input) {
         shownPieces_ = 0;
         shownLength_ = 0;
         shownWarnings_ = 0;
+        countedHits_ = 0;
     }
     const State::Mark before = state_.Here();
     if (input.kind == Input::BeginAt)
         ApplyPoint(point_);
-    const TurnOptions options{withTrace_, isUnsaved_};
+    const TurnOptions options{withTrace_, isUnsaved_, coverage_ != nullptr};
     TurnResult result = Interpreter(*world_, state_, input, options).Run();
     KeepNew(result.outcome);
+    CountNew(result.hits);
     need_ = result.outcome.need;
     if (!result.isDone) {
         state_.GoBackTo(before);
@@ -215,6 +218,13 @@ Outcome Session::Play(Input input) {
     if (isStart)
         NoteStart();
     return std::move(result.outcome);
+}
+
+void Session::CountNew(const std::vector<Hit>& hits) {
+    if (coverage_ == nullptr || hits.size() < countedHits_)
+        return;
+    coverage_->Add(std::span(hits).subspan(countedHits_));
+    countedHits_ = hits.size();
 }
 
 void Session::NoteStart() {

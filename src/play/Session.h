@@ -16,6 +16,8 @@
 
 namespace zem::play {
 
+class Coverage;
+
 /// A name that has changed in the game, with the state that belongs to it.
 struct Renamed {
     Kind kind; // of a thing: the names are its ThingKeys
@@ -102,6 +104,9 @@ public:
     /// Whether outcomes have a trace.
     void SetTrace(bool isOn) { withTrace_ = isOn; }
 
+    /// Where all that turns reach is counted, null for nowhere; it must live as long as the session.
+    void SetCoverage(Coverage* coverage) { coverage_ = coverage; }
+
     const World& GetWorld() const { return *world_; }
     const State& GetState() const { return state_; }
     std::uint64_t Fingerprint() const { return state_.Fingerprint(); }
@@ -135,6 +140,7 @@ private:
 
     Outcome Play(Input input);
     void KeepNew(Outcome& outcome);
+    void CountNew(const std::vector<Hit>& hits);
     Outcome Say(Message message);
     Outcome Refuse() const;
     Outcome TypeOops(std::string_view words);
@@ -157,6 +163,7 @@ private:
     State state_;
     std::uint64_t seed_;
     bool withTrace_ = false;
+    Coverage* coverage_ = nullptr;
     bool isUnsaved_ = false;
     Need need_ = Need::Nothing;
 
@@ -165,6 +172,7 @@ private:
     std::size_t shownPieces_ = 0;
     std::size_t shownLength_ = 0; // of the last piece that was shown
     std::size_t shownWarnings_ = 0;
+    std::size_t countedHits_ = 0;
     std::vector<Source> told_; // lines that were named to the author once and for all
 
     // What was ambiguous in the last line, and what may have been meant.

@@ -44,6 +44,8 @@ void Interpreter::Remember(const Reference& named) {
     if (named.kind != Reference::Thing && named.kind != Reference::Item)
         return;
     state_.Set(LastAny, named.Packed());
+    if (named.kind == Reference::Thing)
+        NoteHit(world_.FindThing(named.number)->book);
     Cell cell = LastIt;
     if (named.kind == Reference::Thing && world_.FindThing(named.number)->isCharacter) {
         const std::string gender = Fold(world_.FindThing(named.number)->record->Gender);

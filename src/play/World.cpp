@@ -265,6 +265,25 @@ const WorldText* World::FindTextOfScript(Number number) const {
     return nullptr;
 }
 
+std::vector<const Book*> World::OwnBooks() const {
+    // Each list begins with the records of the game; those of its libraries follow.
+    std::vector<const Book*> books = {&games_.front()->book};
+    for (std::size_t k = 0; k < static_cast<std::size_t>(files_.game.Rooms.Count()); ++k) {
+        books.push_back(&roomList_[k]->book);
+        for (const WorldThing& thing : roomList_[k]->things)
+            books.push_back(&thing.book);
+    }
+    const auto add = [&](const auto& list, int count) {
+        for (std::size_t k = 0; k < static_cast<std::size_t>(count); ++k)
+            books.push_back(&list[k]->book);
+    };
+    add(procedureList_, files_.game.Procedures.Count());
+    add(menuList_, files_.game.SelectionMenus.Count());
+    add(textList_, files_.game.TextSections.Count());
+    books.push_back(&timerBook_);
+    return books;
+}
+
 bool World::IsKnownWord(std::string_view word) const {
     const Number number = names_->Find(Kind::Word, word);
     return number < isWord_.size() && isWord_[number];

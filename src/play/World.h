@@ -182,6 +182,9 @@ public:
     /// All rooms in the order of the files, those included that share a name with a later one.
     const std::vector<std::shared_ptr<const WorldRoom>>& AllRooms() const { return roomList_; }
 
+    /// The scripts of all records of the game itself, in the order in which the editor lists them.
+    std::vector<const Book*> OwnBooks() const;
+
 private:
     friend class WorldMaker;
     World() = default;

@@ -17,7 +17,7 @@ TEST(CommandLine, OpensTheEditorExplainsItselfAndRefusesWhatIsWrong) {
     EXPECT_EQ(ZemCall({"--version"}).out, "ZEM 1.0\n");
     const ZemCall help({"--help"});
     EXPECT_EQ(help.result.exitStatus, 0);
-    for (const char* verb : {"format", "print", "check", "find", "rename", "map", "FILE"})
+    for (const char* verb : {"format", "print", "check", "find", "rename", "map", "test", "walk", "FILE"})
         EXPECT_NE(help.out.find(verb), std::string::npos) << verb;
     for (const std::vector<std::string>& wrong : {std::vector<std::string>{"format"},
                                                   {"format", "one.kel"},
