@@ -13,6 +13,7 @@
 #include "writer/SaveGame.h"
 
 #include <filesystem>
+#include <optional>
 #include <ostream>
 
 namespace zem {
@@ -36,6 +37,16 @@ private:
     std::ostream& err_;
     std::string file_; // that messages are about
 };
+
+/// Why a file is no version of a game that can be compared.
+std::optional<KelError> WhyNoVersion(const FileInspection& inspection) {
+    if (inspection.firstConflict != 0)
+        return KelError("a conflict that git left begins here; settle it first", inspection.firstConflict,
+                        "");
+    if (!inspection.isGame)
+        return KelError("no line begins a \"define\" block, so this is no Kel game");
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -103,6 +114,27 @@ bool CommandContext::LoadForCheck(problems::CheckInput& input, const std::string
         input.source = source;
         input.files = std::make_shared<FolderFiles>(std::filesystem::path(file).parent_path().string());
         input.libraries = std::make_shared<problems::Libraries>(ReadLibraries(input.game, *input.files));
+        return true;
+    } catch (const KelError& error) {
+        Report(file, error);
+    } catch (const std::exception& error) {
+        Report(file, KelError(error.what())); // most likely a file larger than the memory
+    }
+    return false;
+}
+
+bool CommandContext::LoadVersion(GameModel& game, const std::string& file, EmptyFile empty) {
+    NameErrors(game);
+    try {
+        std::string bytes = ReadFile(file);
+        if (bytes.empty() && empty == EmptyFile::IsEmptyGame) {
+            NewGame(game);
+            game.GameInfo.clear(); // is what a new game says of itself
+            return true;
+        }
+        if (const auto problem = WhyNoVersion(InspectFile(bytes)))
+            throw *problem;
+        ReadGame(game, std::move(bytes));
         return true;
     } catch (const KelError& error) {
         Report(file, error);

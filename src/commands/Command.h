@@ -34,6 +34,9 @@ using MapPictureMaker = std::function<std::string(const routing::RoutedMap& map,
 /// Text of the core for a terminal: UTF-8 on one line.
 std::string ToTerminal(std::string_view text);
 
+/// What a file without a byte is. Git gives one as the base of two games that began as none.
+enum class EmptyFile { IsRefused, IsEmptyGame };
+
 /// Where a command reads its data and writes what it has to say.
 class CommandContext {
 public:
@@ -56,6 +59,10 @@ public:
     /// Loads a game with what is known of it besides: its file, the libraries and the names of the files
     /// beside it. What keeps it from being read is told on standard error, and false is given.
     bool LoadForCheck(problems::CheckInput& input, const std::string& file);
+
+    /// Loads a version of a game to compare it, whatever its file is called. One that is no game or holds
+    /// conflicts that git left is refused, like one that cannot be read: that is told on standard error.
+    bool LoadVersion(GameModel& game, const std::string& file, EmptyFile empty = EmptyFile::IsRefused);
 
     /// Loads the catalogue of script commands. One that cannot be read is told, and what could be read of it
     /// is used: scripts are shown as they stand where no entry tells better.
@@ -90,5 +97,10 @@ void AddRenameCommand(CLI::App& app, CommandContext& context, int& status);
 void AddMapCommand(CLI::App& app, CommandContext& context, int& status);
 void AddTestCommand(CLI::App& app, CommandContext& context, int& status);
 void AddWalkCommand(CLI::App& app, CommandContext& context, int& status);
+void AddDiffCommand(CLI::App& app, CommandContext& context, int& status);
+void AddMergeCommand(CLI::App& app, CommandContext& context, int& status);
+void AddGitSetupCommand(CLI::App& app, CommandContext& context, int& status);
+void AddExportCommand(CLI::App& app, CommandContext& context, int& status);
+void AddStatsCommand(CLI::App& app, CommandContext& context, int& status);
 
 } // namespace zem

@@ -13,6 +13,7 @@ namespace {
 constexpr auto Commands = {AddFormatCommand, AddPrintCommand,  AddCheckCommand,
                            AddFindCommand,   AddRenameCommand, AddMapCommand,
                            AddTestCommand,   AddWalkCommand};
+constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand, AddFindCommand, AddRenameCommand, AddMapCommand, AddDiffCommand, AddMergeCommand, AddGitSetupCommand, AddStatsCommand, AddExportCommand};
 
 } // namespace
 

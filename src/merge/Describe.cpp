@@ -7,18 +7,6 @@ namespace zem::merge {
 
 namespace {
 
-/// The name that entries of a list of fields are known by, in front of what stands in them.
-const char* NameInLines(const TreeField& field) {
-    switch (field.exit) {
-    case FieldId::None:
-        return field.name;
-    case FieldId::RoomOut:
-        return field.id == FieldId::PairKey ? field.name : "exit out, action";
-    default:
-        return field.name;
-    }
-}
-
 bool IsBlock(const TreeRecord& record) {
     return record.list == FieldId::GameUnknownBlocks;
 }
@@ -36,6 +24,17 @@ void AppendLines(std::string& text, std::size_t indent, const std::string& name,
             text.append(indent + 2, ' ').append(line).append("\r\n");
 }
 
+/// What stands between the first and the last line of a block.
+std::string BlockText(std::string_view block, std::size_t indent) {
+    std::string text;
+    const std::string plain = WithoutMarks(block);
+    const auto lines = LinesOf(plain);
+    for (std::size_t k = 1; k < lines.size(); ++k)
+        if (!lines[k].empty() && !BeginsWith(lines[k], "end define"))
+            text.append(indent, ' ').append(lines[k]).append("\r\n");
+    return text;
+}
+
 } // namespace
 
 std::string DescribeRecord(const RecordTree& tree, int record) {
@@ -45,7 +44,10 @@ std::string DescribeRecord(const RecordTree& tree, int record) {
 }
 
 std::string FieldName(const TreeField& field) {
-    return NameInLines(field);
+    if (field.exitName == nullptr)
+        return field.name;
+    // An exit is where it leads to.
+    return field.id == FieldId::PairKey ? field.exitName : std::string(field.exitName) + ", action";
 }
 
 std::string DescribeField(const RecordTree& tree, int record, const TreeField& field) {
@@ -54,20 +56,23 @@ std::string DescribeField(const RecordTree& tree, int record, const TreeField& f
     return DescribePlace(tree.Game(), tree.PlaceOf(record, &field));
 }
 
-std::string RecordText(const RecordTree& tree, int record, std::size_t indent) {
+std::string RecordText(const RecordTree& tree, int record, std::size_t indent,
+                       const std::function<bool(int)>& isLeftOut) {
     std::string text;
+    if (IsBlock(tree[record]))
+        return BlockText(tree[record].Text(0), indent);
     for (const TreeField& field : tree[record].fields)
         if (field.number != tree[record].keyNumber && field.id != FieldId::None)
             AppendLines(text, indent, FieldName(field), field.text);
-        else if (IsBlock(tree[record]))
-            AppendLines(text, indent, FieldName(field), field.text);
     for (const int child : tree[record].children) {
+        if (isLeftOut != nullptr && isLeftOut(child))
+            continue;
         text.append(indent, ' ')
             .append(tree[child].listName)
             .append(" ")
             .append(tree[child].key)
             .append("\r\n");
-        text += RecordText(tree, child, indent + 2);
+        text += RecordText(tree, child, indent + 2, isLeftOut);
     }
     return text;
 }

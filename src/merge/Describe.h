@@ -2,6 +2,7 @@
 
 #include "merge/RecordTree.h"
 
+#include <functional>
 #include <string>
 
 namespace zem::merge {
@@ -16,7 +17,9 @@ std::string DescribeField(const RecordTree& tree, int record, const TreeField& f
 std::string FieldName(const TreeField& field);
 
 /// All that stands in the record, a field or an entry of a list on each line, without its name.
-/// @param indent  blanks before each line
-std::string RecordText(const RecordTree& tree, int record, std::size_t indent = 0);
+/// @param indent    blanks before each line
+/// @param isLeftOut  asked for each entry of a list; null for none
+std::string RecordText(const RecordTree& tree, int record, std::size_t indent = 0,
+                       const std::function<bool(int)>& isLeftOut = nullptr);
 
 } // namespace zem::merge

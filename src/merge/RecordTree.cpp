@@ -68,20 +68,20 @@ private:
             tree_.Edit(current_).keyNumber = number;
         }
         if (!text.empty() && !IsLeftOut(id))
-            tree_.Edit(current_).fields.push_back({number, exit_, id, name, use.kind, text});
+            tree_.Edit(current_).fields.push_back({number, exit_, id, name, exitName_, use.kind, text});
     }
 
     void ReadValue(bool mark, FieldId id, const char* name, FieldUse use) {
         const int number = number_++;
         if (mark)
-            tree_.Edit(current_).fields.push_back({number, exit_, id, name, use.kind, Set});
+            tree_.Edit(current_).fields.push_back({number, exit_, id, name, exitName_, use.kind, Set});
     }
 
     void ReadValue(std::int16_t value, FieldId id, const char* name, FieldUse use) {
         const int number = number_++;
         if (value != 0 && !IsLeftOut(id))
             tree_.Edit(current_).fields.push_back(
-                {number, exit_, id, name, use.kind, tree_.Keep(std::to_string(value))});
+                {number, exit_, id, name, exitName_, use.kind, tree_.Keep(std::to_string(value))});
     }
 
     void ReadValue(const Shared<std::string>& text, FieldId id, const char* name, FieldUse use) {
@@ -93,12 +93,12 @@ private:
 
     void ReadValue(const Shared<ScriptPair>& exit, FieldId id, const char* name, FieldUse use) {
         exit_ = id;
+        exitName_ = name;
         ForEachField<ScriptPair>([&](const auto& field) {
-            // An exit is called by its direction, and so is where it leads to.
-            ReadValue((*exit).*field.member, field.id, field.id == FieldId::PairKey ? name : field.name,
-                      detail::UseInside(use, field.use));
+            ReadValue((*exit).*field.member, field.id, field.name, detail::UseInside(use, field.use));
         });
         exit_ = FieldId::None;
+        exitName_ = nullptr;
     }
 
     template <RecordList Records>
@@ -131,7 +131,7 @@ private:
                 TreeRecord& record = tree_.Edit(current_);
                 record.key = block.substr(0, block.find("\r\n"));
                 record.fields.push_back(
-                    {0, FieldId::None, FieldId::None, "lines", FieldKind::RawLines, block});
+                    {0, FieldId::None, FieldId::None, "lines", nullptr, FieldKind::RawLines, block});
             });
             begin += block.size();
         }
@@ -159,6 +159,7 @@ private:
     int current_ = 0;
     int number_ = 0;
     FieldId exit_ = FieldId::None;
+    const char* exitName_ = nullptr;
     FieldId key_ = FieldId::None; // of the kind of record being read
 };
 
@@ -250,6 +251,10 @@ std::string_view TreeRecord::Text(int number) const {
     return found == fields.end() || found->number != number ? std::string_view() : found->text;
 }
 
+bool IsHidden(const TreeRecord& record) {
+    return record.list == FieldId::GameProcedures && record.key.starts_with(InternalProcedure);
+}
+
 RecordTree::RecordTree(const GameModel& game, char version) : inline_(WithInlineScripts(game, version)) {
     TreeBuilder(*this).Run();
 }
@@ -257,6 +262,16 @@ RecordTree::RecordTree(const GameModel& game, char version) : inline_(WithInline
 int RecordTree::Append(TreeRecord record) {
     records_.push_back(std::move(record));
     return Count() - 1;
+}
+
+int RecordTree::VisibleEntry(int record) const {
+    int entry = 1;
+    for (const int sibling : (*this)[(*this)[record].parent].children) {
+        if (sibling == record)
+            break;
+        entry += (*this)[sibling].list == (*this)[record].list && !IsHidden((*this)[sibling]) ? 1 : 0;
+    }
+    return entry;
 }
 
 Place RecordTree::PlaceOf(int record, const TreeField* field) const {

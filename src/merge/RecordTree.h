@@ -14,10 +14,11 @@ namespace zem::merge {
 
 /// A field that is not empty, a mark that is set, or a number that is not 0.
 struct TreeField {
-    int number = 0;               // counts the fields of a kind of record, those of its exits included
-    FieldId exit = FieldId::None; // the record of its own in which it stands
-    FieldId id = FieldId::None;   // None for a list of texts
-    const char* name = nullptr;   // in plain words
+    int number = 0;                 // counts the fields of a kind of record, those of its exits included
+    FieldId exit = FieldId::None;   // the record of its own in which it stands
+    FieldId id = FieldId::None;     // None for a list of texts
+    const char* name = nullptr;     // in plain words
+    const char* exitName = nullptr; // null where it stands in no exit
     FieldKind kind = FieldKind::Value;
     std::string_view text;
 };
@@ -35,6 +36,9 @@ struct TreeRecord {
     /// Its text; empty where it has none.
     std::string_view Text(int number) const;
 };
+
+/// Whether no author knows of the record: an internal procedure that no script calls.
+bool IsHidden(const TreeRecord& record);
 
 /// The first record is the game itself, parents come before their children. Internal procedures stand in the
 /// scripts that call them; the counter of their numbers, and the version of the language, which every load
@@ -57,6 +61,9 @@ public:
 
     /// Keeps a text for a field to look at.
     std::string_view Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
+
+    /// The number of the record among those of its list that authors know of, from 1.
+    int VisibleEntry(int record) const;
 
     /// The place of a record or of one of its fields in the game.
     /// @param field  null for the record as a whole
