@@ -14,6 +14,9 @@ constexpr auto Commands = {AddFormatCommand, AddPrintCommand,  AddCheckCommand,
                            AddFindCommand,   AddRenameCommand, AddMapCommand,
                            AddTestCommand,   AddWalkCommand};
 constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand, AddFindCommand, AddRenameCommand, AddMapCommand, AddDiffCommand, AddMergeCommand, AddGitSetupCommand, AddStatsCommand, AddExportCommand};
+constexpr auto Commands = {AddFormatCommand,   AddPrintCommand, AddCheckCommand, AddFindCommand,
+                           AddRenameCommand,   AddMapCommand,   AddDiffCommand,  AddMergeCommand,
+                           AddGitSetupCommand, AddStatsCommand, AddExportCommand};
 
 } // namespace
 

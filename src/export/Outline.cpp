@@ -3,6 +3,7 @@
 #include "base/LineText.h"
 #include "base/TextEncoding.h"
 #include "game/References.h"
+#include "game/ScriptOwners.h"
 #include "kel/FormatCodes.h"
 #include "kel/IfLine.h"
 #include "map/MapGraph.h"
@@ -57,9 +58,11 @@ private:
     // Who uses what
 
     void FindUses() {
-        ForEachReference(game_, commands_, [&](const Reference& reference) {
+        const ScriptOwners owners(original_); // no page shows internal procedures
+        ForEachReference(original_, commands_, [&](const Reference& reference) {
             if (reference.role == ReferenceRole::Use && reference.kind != NameKind::Variable)
-                uses_[KeyOf(reference.kind, reference.name)].insert(UserOf(reference.place));
+                uses_[KeyOf(reference.kind, reference.name)].insert(
+                    UserOf(owners.Path(reference.place).front()));
         });
     }
 
@@ -84,6 +87,9 @@ private:
         case FieldId::GameRooms:
             return {ToUtf8(game_.Rooms[entry].Name), Anchor("room", entry)};
         case FieldId::GameProcedures:
+            if (inline_
+                    .inlined[static_cast<std::size_t>(entry)]) // of a script that is no script of the story
+                return {"the game itself", "game"};
             return {ToUtf8("procedure " + game_.Procedures[entry].Name), Anchor("procedure", entry)};
         case FieldId::GameSelectionMenus:
             return {ToUtf8("menu " + game_.SelectionMenus[entry].Name), Anchor("menu", entry)};

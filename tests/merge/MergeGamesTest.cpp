@@ -2,6 +2,7 @@
 
 #include "merge/Edits.h"
 #include "support/Games.h"
+#include "support/RandomGame.h"
 
 #include <gtest/gtest.h>
 #include <set>
@@ -244,6 +245,25 @@ TEST(MergeGames, SettlesWhatTouches) {
             EXPECT_EQ(AsSet(MergeGames(Parse(c.base), Parse(c.ours), Parse(c.theirs), theirs).game),
                       AsSet(Parse(c.withTheirs.empty() ? c.theirs : c.withTheirs)));
         }
+    }
+}
+
+/// Games of all that means something in a file, as files give them.
+TEST(MergeGames, AlwaysGivesAGameThatLoads) {
+    std::vector<GameModel> games;
+    for (unsigned seed = 1; games.size() < 60; ++seed) {
+        GameModel game = RandomGame(seed, 6).Make();
+        if (ProblemOf([&] { game = Saved(game); }).empty())
+            games.push_back(game);
+    }
+    for (std::size_t k = 0; k + 2 < games.size(); ++k) {
+        const MergeResult result = MergeGames(games[k], games[k + 1], games[k + 2]);
+        EXPECT_EQ(ProblemOf([&] { Saved(result.game); }), "") << k;
+        for (const merge::Conflict& conflict : result.conflicts)
+            EXPECT_TRUE(!conflict.inMerged || Exists(result.game, *conflict.inMerged)) << conflict.where;
+        const MergeResult same = MergeGames(games[k], games[k + 1], games[k + 1]);
+        EXPECT_EQ(Conflicts(same), "");
+        EXPECT_EQ(SaveToBytes(same.game), SaveToBytes(games[k + 1]));
     }
 }
 
