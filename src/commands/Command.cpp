@@ -40,9 +40,9 @@ private:
 
 /// Why a file is no version of a game that can be compared.
 std::optional<KelError> WhyNoVersion(const FileInspection& inspection) {
-    if (inspection.firstConflict != 0)
-        return KelError("a conflict that git left begins here; settle it first", inspection.firstConflict,
-                        "");
+    for (const LoadRemark& remark : inspection.remarks)
+        if (remark.kind == RemarkKind::MergeMark)
+            return KelError("a conflict that git left begins here; settle it first", remark.line, "");
     if (!inspection.isGame)
         return KelError("no line begins a \"define\" block, so this is no Kel game");
     return std::nullopt;

@@ -47,7 +47,6 @@ public:
     void Look(std::string_view line, std::size_t number) {
         if (IsMark(line, '<')) {
             isInside_ = true;
-            first_ = first_ == 0 ? number : first_;
             Tell(number, "begins a conflict that git left: the lines of both versions are read one after the "
                          "other");
         } else if (IsMark(line, '>')) {
@@ -57,9 +56,6 @@ public:
             Tell(number, "begins the other version in a conflict that git left");
         }
     }
-
-    /// The line at which the first conflict begins; 0 for none.
-    std::size_t First() const { return first_; }
 
 private:
     static bool IsMark(std::string_view line, char c) {
@@ -73,7 +69,6 @@ private:
 
     Remarks& remarks_;
     bool isInside_ = false;
-    std::size_t first_ = 0;
 };
 
 /// The word after "define", in small letters, whatever stands around it: that of "define  Room<x>" is "room".
@@ -239,7 +234,6 @@ void InspectLines(const SourceText& source, FileInspection& inspection) {
         inspection.isGame = inspection.isGame || BeginsWith(source.Line(index), "define");
         marks.Look(source.Line(index), index);
     }
-    inspection.firstConflict = marks.First();
     if (!inspection.isGame)
         inspection.remarks.push_back(
             {0, "no line begins a \"define\" block, so this is no Kel game: it opens as an empty one",

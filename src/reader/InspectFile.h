@@ -45,8 +45,6 @@ struct FileInspection {
     /// Whether a line begins a "define" block. A file without one opens as an empty game, and a save would
     /// put that in its place.
     bool isGame = false;
-    /// The line at which the first conflict begins that git left; 0 for none.
-    std::size_t firstConflict = 0;
     /// In the order of lines, those about the whole file first. They tell of the encoding and of a file that
     /// is no game, too, so that showing them all says everything.
     std::vector<LoadRemark> remarks;
