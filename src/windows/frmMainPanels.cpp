@@ -10,6 +10,30 @@
 
 namespace zem {
 
+namespace {
+
+// The part of the window that a panel takes when it is first shown.
+constexpr double Share = 0.6;
+
+} // namespace
+
+void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
+    if (panel.parentWidget() != this || dockWidgetArea(&panel) == Qt::NoDockWidgetArea) {
+        if (!restoreDockWidget(&panel)) // where it stood when the window was closed last
+            addDockWidget(area, &panel);
+        if (panel.property("isLarge").toBool())
+            resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
+        // Panels that want all the room they can get lie on one another.
+        for (QDockWidget* other : findChildren<QDockWidget*>())
+            if (other != &panel && other->property("isLarge").toBool() &&
+                panel.property("isLarge").toBool() && dockWidgetArea(other) == Qt::RightDockWidgetArea &&
+                !other->isFloating())
+                tabifyDockWidget(other, &panel);
+    }
+    panel.show();
+    panel.raise();
+}
+
 QAction* frmMain::AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
                            const std::function<QDockWidget*()>& make, Qt::DockWidgetArea area) {
     auto* action = new QAction(caption, this);
@@ -23,15 +47,13 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
                 RunCommand(dialogs_, this, [&] {
                     if (panel == nullptr && isShown) {
                         panel = make();
-                        if (!restoreDockWidget(panel)) // where it stood when the window was closed last
-                            addDockWidget(area, panel);
                         // Closing the panel by its own button unticks the command.
                         connect(panel->toggleViewAction(), &QAction::toggled, action, &QAction::setChecked);
                     }
-                    if (panel != nullptr)
-                        panel->setVisible(isShown);
                     if (isShown)
-                        panel->raise();
+                        ShowPanel(*panel, area);
+                    else if (panel != nullptr)
+                        panel->hide();
                 });
             });
     return action;
@@ -54,6 +76,7 @@ void frmMain::AddPanels() {
     AddProblems();
     AddMap();
     AddSearch();
+    AddPlaying();
     AddCommand("mnuToolsArrange", "Standard &layout", "", [this] { ArrangePanels(); });
 }
 
