@@ -36,7 +36,7 @@ PlayFromDialog::PlayFromDialog(const play::World& world, const play::Session* ru
       running_(running),
       lastVisit_(std::move(lastVisit)),
       room_(new QComboBox(this)),
-      fromStart_(new QRadioButton(tr("With what the game As when the game &beginsbegins with"), this)),
+      fromStart_(new QRadioButton(tr("With what the game &begins with"), this)),
       asNow_(new QRadioButton(tr("With what the running game has &now"), this)),
       asLastVisit_(new QRadioButton(tr("As it was when the player was &last in this room"), this)),
       values_(MakeValues()) {

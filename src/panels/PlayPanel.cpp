@@ -20,9 +20,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QResizeEvent>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
-#include <QToolButton>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -60,11 +61,15 @@ PlayPanel::PlayPanel(CompiledGame& game, const EditorContext& context, QWidget* 
     layout->setContentsMargins(Gap, Gap, Gap, Gap);
     layout->setSpacing(Gap);
     layout->addWidget(MakeButtons());
+    status_->setObjectName(QStringLiteral("lblPlay"));
+    status_->setTextFormat(Qt::PlainText);
+    status_->setWordWrap(true);
+    layout->addWidget(status_);
     splitter_->setChildrenCollapsible(false);
     MakeStory();
     tabs_->setObjectName(QStringLiteral("tabPlay"));
-    tabs_->addTab(watch_, tr("Wa&tch"));
-    tabs_->addTab(trace_, tr("Tra&ce"));
+    tabs_->addTab(watch_, tr("&Watch"));
+    tabs_->addTab(trace_, tr("Trace"));
     tabs_->addTab(turns_, tr("T&urns"));
     tabs_->setDocumentMode(true);
     splitter_->addWidget(tabs_);
@@ -73,6 +78,11 @@ PlayPanel::PlayPanel(CompiledGame& game, const EditorContext& context, QWidget* 
     layout->addWidget(splitter_, 1);
     setWidget(body);
     setFocusProxy(input_);
+    auto* toTrace = new QShortcut(QKeySequence(tr("Ctrl+Shift+T")), this);
+    connect(toTrace, &QShortcut::activated, this, [this] {
+        tabs_->setCurrentWidget(trace_);
+        trace_->setFocus();
+    });
 
     control_->SetShowsWarnings(true);
     connect(control_, &PlayControl::Played, this, &PlayPanel::NotePlayed);
@@ -93,44 +103,30 @@ PlayPanel::PlayPanel(CompiledGame& game, const EditorContext& context, QWidget* 
 
 PlayPanel::~PlayPanel() = default;
 
-QToolButton* PlayPanel::AddButton(const char* name, const QString& caption, const QKeySequence& key,
-                                  void (PlayPanel::*handler)()) {
+void PlayPanel::AddButton(QToolBar& buttons, const char* name, const QString& caption,
+                          const QKeySequence& key, void (PlayPanel::*handler)()) {
     auto* action = new QAction(caption, this);
     action->setObjectName(QLatin1String(name));
     action->setShortcut(key);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    const QString words = action->iconText();
-    action->setToolTip(
-        key.isEmpty() ? words : QStringLiteral("%1 (%2)").arg(words, key.toString(QKeySequence::NativeText)));
+    action->setIconText(caption);
+    action->setToolTip(QStringLiteral("%1 (%2)").arg(caption, key.toString(QKeySequence::NativeText)));
     connect(action, &QAction::triggered, this,
             [this, handler] { RunCommand(context_.dialogs, this, [&] { (this->*handler)(); }); });
     addAction(action);
-    auto* button = new QToolButton(this);
-    button->setDefaultAction(action);
-    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
-    return button;
+    buttons.addAction(action);
 }
 
+/// Those for which a narrow panel has no room are in a menu at their end.
 QWidget* PlayPanel::MakeButtons() {
-    auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(
-        AddButton("actPlayRestart", tr("Restart"), QKeySequence(tr("Ctrl+Shift+R")), &PlayPanel::Restart));
-    layout->addWidget(
-        AddButton("actPlayUndo", tr("Undo a turn"), QKeySequence(tr("Ctrl+Shift+U")), &PlayPanel::Undo));
-    layout->addWidget(
-        AddButton("actPlayLook", tr("Look again"), QKeySequence(Qt::Key_F9), &PlayPanel::LookAgain));
-    layout->addWidget(AddButton("actPlayFrom", tr("Play from..."), QKeySequence(tr("Ctrl+Shift+G")),
-                                &PlayPanel::AskForRoom));
-    status_->setObjectName(QStringLiteral("lblPlay"));
-    status_->setTextFormat(Qt::PlainText);
-    status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    status_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    layout->addWidget(status_, 1);
-    return row;
+    auto* buttons = new QToolBar(this);
+    buttons->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    AddButton(*buttons, "actPlayRestart", tr("Restart"), QKeySequence(tr("Ctrl+Shift+R")),
+              &PlayPanel::Restart);
+    AddButton(*buttons, "actPlayUndo", tr("Undo a turn"), QKeySequence(tr("Ctrl+Shift+U")), &PlayPanel::Undo);
+    AddButton(*buttons, "actPlayLook", tr("Look again"), QKeySequence(Qt::Key_F9), &PlayPanel::LookAgain);
+    AddButton(*buttons, "actPlayFrom", tr("Play from..."), QKeySequence(tr("Ctrl+Shift+G")),
+              &PlayPanel::AskForRoom);
+    return buttons;
 }
 
 void PlayPanel::MakeStory() {
@@ -148,7 +144,7 @@ void PlayPanel::MakeStory() {
     whereText_->setObjectName(QStringLiteral("lblPrinted"));
     whereText_->setTextFormat(Qt::PlainText);
     whereText_->setWordWrap(true);
-    auto* open = new QPushButton(tr("&Open it"), where_);
+    auto* open = new QPushButton(tr("O&pen it"), where_);
     open->setObjectName(QStringLiteral("butOpenPrinted"));
     connect(open, &QPushButton::clicked, this, [this] { OpenSource(shownSource_); });
     whereLayout->addWidget(whereText_, 1);
@@ -273,8 +269,9 @@ void PlayPanel::Refresh() {
     rooms_.resize(session->StepCount() + 1);
     rooms_.back() = session->RoomName();
     const QString room = ToQt(session->RoomName());
-    status_->setText((room.isEmpty() ? tr("in no room") : room) + QStringLiteral(", ") +
-                     tr("%n turn(s)", nullptr, static_cast<int>(session->TurnCount())));
+    const auto turns = static_cast<int>(session->TurnCount());
+    status_->setText((room.isEmpty() ? tr("In no room") : room) + QStringLiteral(", ") +
+                     (turns == 1 ? tr("1 turn") : tr("%1 turns").arg(turns)));
     RefreshTab();
 }
 
@@ -289,6 +286,11 @@ void PlayPanel::RefreshTab() {
     if (places_ == nullptr)
         places_ = std::make_shared<play::RunningPlaces>(world_);
     trace_->Show(play::DescribeTrace(traced_, *places_, context_.scripts.Commands()));
+        places_ = std::make_shared<play::SourcePlaces>(world_);
+    std::vector<play::TraceRow> rows = play::DescribeTrace(traced_, *places_, context_.scripts.Commands());
+    if (rows.empty())
+        rows.push_back({0, "No script has run.", play::TraceRow::Script, "", {}});
+    trace_->Show(rows);
 }
 
 void PlayPanel::ShowWarning(const play::Warning& warning) {
@@ -330,7 +332,7 @@ void PlayPanel::TakeOverChange() {
     std::erase_if(traced_, [](const play::TraceEntry& entry) { return entry.source.book == nullptr; });
     where_->hide();
     control_->Show(session->Reload(now, play::FindRenames(before->Game(), now->Game())));
-    status_->setText(tr("%1 - the game has changed; F9 looks again").arg(status_->text()));
+    status_->setText(tr("%1. The game has changed; F9 looks again.").arg(status_->text()));
 }
 
 // ---- Turns

@@ -15,7 +15,7 @@
 class QLabel;
 class QSplitter;
 class QTabWidget;
-class QToolButton;
+class QToolBar;
 
 namespace zem {
 
@@ -57,8 +57,8 @@ protected:
 private:
     void MakeStory();
     QWidget* MakeButtons();
-    QToolButton* AddButton(const char* name, const QString& caption, const QKeySequence& key,
-                           void (PlayPanel::*handler)());
+    void AddButton(QToolBar& buttons, const char* name, const QString& caption, const QKeySequence& key,
+                   void (PlayPanel::*handler)());
     void Begin(const std::optional<play::StartingPoint>& point);
     void Restart();
     void Undo();

@@ -74,7 +74,7 @@ bool HasTwoValues(int kind) {
 WatchView::WatchView(QWidget* parent)
     : QWidget(parent),
       filter_(new QLineEdit(this)),
-      all_(new QCheckBox(tr("Sho&w all"), this)),
+      all_(new QCheckBox(tr("Show al&l"), this)),
       values_(new QTreeWidget(this)) {
     filter_->setObjectName(QStringLiteral("txtWatch"));
     filter_->setAccessibleName(tr("Names to watch"));
@@ -191,7 +191,7 @@ void WatchView::Toggle(QTreeWidgetItem* item, int /*column*/) {
 }
 
 void WatchView::Set(const QTreeWidgetItem* item) {
-    if (isFilling_)
+    if (isFilling_ || item->text(Value) == item->data(Value, ValueRole).toString())
         return;
     // The list is filled anew by what follows, which must not happen while it closes the box.
     const auto kind = static_cast<play::Kind>(item->data(Value, KindRole).toInt());

@@ -76,6 +76,7 @@ signals:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// A thing in the lists: several rooms may share the selected name, and the lists show the things of all.

@@ -6,7 +6,11 @@
 #include "windows/frmMain.h"
 
 #include <QPointer>
+<<<<<<< HEAD
 #include <QScreen>
+=======
+#include <QResizeEvent>
+>>>>>>> 114a700 (Keys of the play panel work wherever the author is in its window)
 
 namespace zem {
 
@@ -21,8 +25,6 @@ void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
     if (panel.parentWidget() != this || dockWidgetArea(&panel) == Qt::NoDockWidgetArea) {
         if (!restoreDockWidget(&panel)) // where it stood when the window was closed last
             addDockWidget(area, &panel);
-        if (panel.property("isLarge").toBool())
-            resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
         // Panels that want all the room they can get lie on one another.
         for (QDockWidget* other : findChildren<QDockWidget*>())
             if (other != &panel && other->property("isLarge").toBool() &&
@@ -30,8 +32,24 @@ void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
                 !other->isFloating())
                 tabifyDockWidget(other, &panel);
     }
+    const bool isFirst = !panel.property("isSized").toBool();
     panel.show();
     panel.raise();
+    if (isFirst && panel.property("isLarge").toBool())
+        resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
+    panel.setProperty("isSized", true);
+}
+
+/// A larger window gives its room to the panel beside the lists, which have enough.
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    const int more = event->size().width() - event->oldSize().width();
+    for (QDockWidget* panel : findChildren<QDockWidget*>())
+        if (event->oldSize().isValid() && panel->isVisible() && !panel->isFloating() &&
+            panel->property("isLarge").toBool() && dockWidgetArea(panel) == Qt::RightDockWidgetArea) {
+            resizeDocks({panel}, {panel->width() + more}, Qt::Horizontal);
+            return;
+        }
 }
 
 QAction* frmMain::AddPanel(const QString& command, const QString& caption, const QKeySequence& key,

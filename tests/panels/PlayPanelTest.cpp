@@ -120,7 +120,7 @@ TEST(PlayPanel, PlaysTheGameAsItIsAndGoesOnInTheChangedOne) {
     EXPECT_NE(p.Page().substr(before.size()).find("Flowers."), std::string::npos) << p.Page();
     EXPECT_NE(p.Told("undo").size(), 0U);
     EXPECT_NE(p.Told("undo").size(), 0U);
-    EXPECT_EQ(p.Status(), "Shed, 0 turn(s)") << "taking back goes over the change";
+    EXPECT_EQ(p.Status(), "Shed, 0 turns") << "taking back goes over the change";
     EXPECT_NE(p.Told("north").find("Flowers."), std::string::npos);
 
     p.Trigger("mnuToolsUndo"); // of the editor
@@ -155,7 +155,7 @@ TEST(PlayPanel, PlaysFromARoomWithWhatIsChosen) {
     EXPECT_NE(p.Page().find("Hay."), std::string::npos);
     EXPECT_EQ(p.Page().find("Dust."), std::string::npos);
     p.Trigger("mnuToolsPlay");
-    EXPECT_EQ(p.Status(), "Loft, 0 turn(s)") << "a game that runs goes on";
+    EXPECT_EQ(p.Status(), "Loft, 0 turns") << "a game that runs goes on";
 
     WhenOpen<PlayFromDialog>([](PlayFromDialog& form) {
         EXPECT_EQ(TextOf(form, "cmbPlayRoom"), "Loft");
@@ -191,7 +191,7 @@ TEST(PlayPanel, PlaysFromTheLastVisitOfARoom) {
         test::Click(form, "butOK");
     });
     p.Trigger("actPlayFrom");
-    EXPECT_EQ(p.Status(), "Yard, 2 turn(s)");
+    EXPECT_EQ(p.Status(), "Yard, 2 turns");
     EXPECT_NE(p.Values("lstWatch").find("variable who=Bob → Ann;"), std::string::npos)
         << p.Values("lstWatch");
 }
@@ -220,14 +220,14 @@ TEST(PlayPanel, WatchMarksWhatTheTurnChangedAndSetsValuesByHand) {
     ASSERT_NE(box, nullptr);
     box->setText("Yard, hidden");
     QTest::keyClick(box, Qt::Key_Return);
-    QCoreApplication::processEvents();
+    QTest::qWait(50); // The box closes first, and then the value is set.
     EXPECT_NE(p.Values("lstWatch").find("Yard, hidden"), std::string::npos) << p.Values("lstWatch");
     activate(1);
     box = qobject_cast<QLineEdit*>(p.Main()->focusWidget());
     ASSERT_NE(box, nullptr);
     box->setText("Moon");
     QTest::keyClick(box, Qt::Key_Return);
-    QCoreApplication::processEvents();
+    QTest::qWait(50); // The box closes first, and then the value is set.
     EXPECT_NE(p.Page().find("\"Moon\" is no value that this can have."), std::string::npos);
     p.Type("undo");
     EXPECT_NE(p.Values("lstWatch").find("object box=Shed"), std::string::npos) << p.Values("lstWatch");
@@ -245,7 +245,7 @@ TEST(PlayPanel, TraceSaysWhyAndReturnOpensTheLine) {
     trace.setFocus();
     trace.setCurrentItem(trace.findItems("*rope*", Qt::MatchWildcard | Qt::MatchRecursive).value(0));
     const std::string line = ScriptLineOpenedBy([&] { QTest::keyClick(&trace, Qt::Key_Return); });
-    EXPECT_EQ(line.substr(0, 27), "If the player has \"rope\", t");
+    EXPECT_EQ(line.find("If the player has \"rope\""), 0U) << line;
 
     auto& watch = test::Find<QTreeWidget>(p.Panel(), "lstWatch");
     TypeText(p.Panel(), "txtWatch", "item rope");
@@ -272,19 +272,19 @@ TEST(PlayPanel, GoesToAnyTurnAndPlaysOneAgainAfterAnEdit) {
     };
     choose(1, "butGoToTurn");
     EXPECT_EQ(turns(), "the beginning|1  name / Ann|2  north (taken back)|3  look (taken back)");
-    EXPECT_EQ(p.Status(), "Shed, 1 turn(s)");
+    EXPECT_EQ(p.Status(), "Shed, 1 turn");
     p.ChangeRoom(1, "Flowers.");
     choose(3, "butGoToTurn");
-    EXPECT_EQ(p.Status(), "Yard, 3 turn(s)");
+    EXPECT_EQ(p.Status(), "Yard, 3 turns");
     EXPECT_NE(p.Page().find("> north\n\nYard\nFlowers."), std::string::npos) << p.Page();
     p.ChangeRoom(1, "Stones.");
     choose(2, "butPlayAgain");
-    EXPECT_EQ(p.Status(), "Yard, 2 turn(s)");
+    EXPECT_EQ(p.Status(), "Yard, 2 turns");
     EXPECT_NE(p.Page().find("> north\n\nYard\nStones."), std::string::npos) << p.Page();
     EXPECT_EQ(turns(), "the beginning|1  name / Ann|2  north|3  look (taken back)");
     p.Type("name"); // A question is open.
     choose(0, "butGoToTurn");
-    EXPECT_EQ(p.Status(), "Shed, 0 turn(s)");
+    EXPECT_EQ(p.Status(), "Shed, 0 turns");
 }
 
 TEST(PlayPanel, AClickOnAWordTellsWhereItWasPrinted) {
