@@ -88,6 +88,7 @@ PlayFromDialog::PlayFromDialog(const play::World& world, const play::Session* ru
 QTreeWidget* PlayFromDialog::MakeValues() {
     auto* values = new QTreeWidget(this);
     values->setObjectName(QStringLiteral("lstPlayValues"));
+    values->setAccessibleName(tr("Items, flags and variables"));
     values->setHeaderHidden(true);
     values->setColumnCount(2);
     values->setUniformRowHeights(true);

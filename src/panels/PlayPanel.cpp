@@ -22,6 +22,7 @@
 #include <QResizeEvent>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -72,12 +73,13 @@ PlayPanel::PlayPanel(CompiledGame& game, const EditorContext& context, QWidget* 
     tabs_->addTab(trace_, tr("Trace"));
     tabs_->addTab(turns_, tr("T&urns"));
     tabs_->setDocumentMode(true);
+    tabs_->setFocusPolicy(Qt::NoFocus); // the bar with the tabs has the focus, and a name for each
+    tabs_->tabBar()->setFocusPolicy(Qt::TabFocus);
     splitter_->addWidget(tabs_);
     splitter_->setStretchFactor(0, 3);
     splitter_->setStretchFactor(1, 2);
     layout->addWidget(splitter_, 1);
     setWidget(body);
-    setFocusProxy(input_);
     auto* toTrace = new QShortcut(QKeySequence(tr("Ctrl+Shift+T")), this);
     connect(toTrace, &QShortcut::activated, this, [this] {
         tabs_->setCurrentWidget(trace_);
