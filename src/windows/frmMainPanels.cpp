@@ -6,11 +6,8 @@
 #include "windows/frmMain.h"
 
 #include <QPointer>
-<<<<<<< HEAD
 #include <QScreen>
-=======
 #include <QResizeEvent>
->>>>>>> 114a700 (Keys of the play panel work wherever the author is in its window)
 
 namespace zem {
 
