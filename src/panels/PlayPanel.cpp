@@ -288,7 +288,7 @@ void PlayPanel::RefreshTab() {
     if (places_ == nullptr)
         places_ = std::make_shared<play::RunningPlaces>(world_);
     trace_->Show(play::DescribeTrace(traced_, *places_, context_.scripts.Commands()));
-        places_ = std::make_shared<play::SourcePlaces>(world_);
+        places_ = std::make_shared<play::RunningPlaces>(world_);
     std::vector<play::TraceRow> rows = play::DescribeTrace(traced_, *places_, context_.scripts.Commands());
     if (rows.empty())
         rows.push_back({0, "No script has run.", play::TraceRow::Script, "", {}});
