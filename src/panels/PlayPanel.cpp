@@ -286,9 +286,7 @@ void PlayPanel::RefreshTab() {
     if (tabs_->currentWidget() != trace_)
         return;
     if (places_ == nullptr)
-        places_ = std::make_shared<play::RunningPlaces>(world_);
-    trace_->Show(play::DescribeTrace(traced_, *places_, context_.scripts.Commands()));
-        places_ = std::make_shared<play::RunningPlaces>(world_);
+        places_ = std::make_shared<play::StoryPlaces>(world_);
     std::vector<play::TraceRow> rows = play::DescribeTrace(traced_, *places_, context_.scripts.Commands());
     if (rows.empty())
         rows.push_back({0, "No script has run.", play::TraceRow::Script, "", {}});
@@ -297,7 +295,7 @@ void PlayPanel::RefreshTab() {
 
 void PlayPanel::ShowWarning(const play::Warning& warning) {
     if (places_ == nullptr)
-        places_ = std::make_shared<play::RunningPlaces>(world_);
+        places_ = std::make_shared<play::StoryPlaces>(world_);
     const QString where = ToQt(places_->Describe(warning.source));
     story_->ShowWarning((where.isEmpty() ? QString() : where + QStringLiteral(": ")) + ToQt(warning.text),
                         warning.source);
@@ -382,7 +380,7 @@ void PlayPanel::SetByHand(play::Kind kind, const std::string& name, const std::s
 
 void PlayPanel::ShowSource(const play::Source& source) {
     if (places_ == nullptr)
-        places_ = std::make_shared<play::RunningPlaces>(world_);
+        places_ = std::make_shared<play::StoryPlaces>(world_);
     const QString where = ToQt(places_->Describe(source));
     shownSource_ = source;
     whereText_->setText(tr("From %1").arg(where));
@@ -392,7 +390,7 @@ void PlayPanel::ShowSource(const play::Source& source) {
 
 void PlayPanel::OpenSource(const play::Source& source) {
     if (places_ == nullptr)
-        places_ = std::make_shared<play::RunningPlaces>(world_);
+        places_ = std::make_shared<play::StoryPlaces>(world_);
     if (const std::optional<Place> place = places_->PlaceOf(source))
         emit PlaceChosen(*place);
 }

@@ -3,7 +3,7 @@
 #include "forms/EditorContext.h"
 #include "model/Place.h"
 #include "play/Session.h"
-#include "play/RunningPlaces.h"
+#include "play/StoryPlaces.h"
 
 #include <QDockWidget>
 
@@ -94,7 +94,7 @@ private:
     QLabel* whereText_;
     play::Source shownSource_;
     std::shared_ptr<const play::World> world_; // of the running game; keeps its texts alive
-    std::shared_ptr<play::RunningPlaces> places_;
+    std::shared_ptr<play::StoryPlaces> places_;
     std::vector<play::TraceEntry> traced_;
     std::vector<std::string> rooms_; // that the player was in after each turn
 };

@@ -88,6 +88,7 @@ Outcome Session::PlayEntry(const std::vector<std::string>& fields) {
         shownPieces_ = 0;
         shownLength_ = 0;
         shownWarnings_ = 0;
+        countedHits_ = 0;
         return Play(Unpack(fields));
     }
     outcome.need = need_;

@@ -30,7 +30,7 @@ std::optional<IfLine> ReadIf(const std::string& line) {
 
 class TraceWriter {
 public:
-    TraceWriter(const RunningPlaces& places, const CommandLookup& commands)
+    TraceWriter(const StoryPlaces& places, const CommandLookup& commands)
         : places_(places),
           commands_(commands) {}
 
@@ -209,7 +209,7 @@ private:
             rows_.push_back(std::move(row));
     }
 
-    const RunningPlaces& places_;
+    const StoryPlaces& places_;
     const CommandLookup& commands_;
     std::vector<Frame> frames_;
     std::vector<TraceRow> rows_;
@@ -217,7 +217,7 @@ private:
 
 } // namespace
 
-std::vector<TraceRow> DescribeTrace(const std::vector<TraceEntry>& trace, const RunningPlaces& places,
+std::vector<TraceRow> DescribeTrace(const std::vector<TraceEntry>& trace, const StoryPlaces& places,
                                     const CommandLookup& commands) {
     return TraceWriter(places, commands).Write(trace);
 }

@@ -2,7 +2,7 @@
 
 #include "kel/CommandLookup.h"
 #include "play/Outcome.h"
-#include "play/RunningPlaces.h"
+#include "play/StoryPlaces.h"
 
 #include <string>
 #include <vector>
@@ -28,7 +28,7 @@ struct TraceRow {
 
 /// What ran in a turn, in the order in which it ran, for the author. Calls of internal procedures are left
 /// out: authors know their lines as those of the script that calls them. At most 5,000 rows.
-std::vector<TraceRow> DescribeTrace(const std::vector<TraceEntry>& trace, const RunningPlaces& places,
+std::vector<TraceRow> DescribeTrace(const std::vector<TraceEntry>& trace, const StoryPlaces& places,
                                     const CommandLookup& commands);
 
 } // namespace zem::play

@@ -85,7 +85,7 @@ std::string TextOf(const Outcome& outcome) {
 }
 
 /// Where each text of the outcomes was printed, "text: place".
-std::string Places(const RunningPlaces& places, const std::vector<Outcome>& outcomes) {
+std::string Places(const StoryPlaces& places, const std::vector<Outcome>& outcomes) {
     std::string all;
     for (const Outcome& outcome : outcomes)
         for (const Piece& piece : outcome.pieces) {
@@ -102,9 +102,9 @@ std::string Places(const RunningPlaces& places, const std::vector<Outcome>& outc
     return all;
 }
 
-TEST(RunningPlaces, EveryTextLeadsToWhereItStands) {
+TEST(StoryPlaces, EveryTextLeadsToWhereItStands) {
     const auto world = WorldOf(Game);
-    const RunningPlaces places(world);
+    const StoryPlaces places(world);
     Session session(world, 1);
     std::vector<Outcome> outcomes = {session.Begin()};
     session.SetByHand(Kind::Item, "key", "had");
@@ -148,7 +148,7 @@ TEST(RunningPlaces, EveryTextLeadsToWhereItStands) {
         EXPECT_NE(all.find(line), std::string::npos) << line << " is not in\n" << all;
 }
 
-TEST(RunningPlaces, AfterAChangeTheSameTextsAreFoundByName) {
+TEST(StoryPlaces, AfterAChangeTheSameTextsAreFoundByName) {
     const auto world = WorldOf(Game);
     Session session(world, 1);
     session.Begin();
@@ -158,7 +158,7 @@ TEST(RunningPlaces, AfterAChangeTheSameTextsAreFoundByName) {
     hall.Objects.Edit(1).Look = "line\r\nmsg <object look>";
     files.game.Rooms.Append().Name = "Cellar";
     const auto changed = World::Compile(files, *world);
-    const RunningPlaces places(changed);
+    const StoryPlaces places(changed);
     bool isFound = false;
     for (const Piece& piece : outcome.pieces) {
         if (piece.text != "object look\n")
@@ -175,7 +175,7 @@ TEST(RunningPlaces, AfterAChangeTheSameTextsAreFoundByName) {
               outcome.pieces.front().source.book->owner == Owner::Thing);
 }
 
-TEST(RunningPlaces, WhatStandsInALibraryIsTold) {
+TEST(StoryPlaces, WhatStandsInALibraryIsTold) {
     GameFiles files;
     NameMessages(files.game);
     ReadGame(files.game, "!include <lib.kel>\ndefine game <G>\nstart <R>\ncommand <x> do <far>\nend define\n"
@@ -186,7 +186,7 @@ TEST(RunningPlaces, WhatStandsInALibraryIsTold) {
     const auto world = World::Compile(std::move(files));
     Session session(world, 1);
     session.Begin();
-    const RunningPlaces places(world);
+    const StoryPlaces places(world);
     const Source source = session.Type("x").pieces.front().source;
     EXPECT_FALSE(places.PlaceOf(source));
     EXPECT_EQ(places.Describe(source), "procedure \"far\" of a library");
@@ -203,7 +203,7 @@ std::string TraceOf(const std::string& game, const char* line, const char* answe
     if (answer != nullptr)
         outcome = session.Answer(answer);
     std::string all;
-    for (const TraceRow& row : DescribeTrace(outcome.trace, RunningPlaces(world), commands)) {
+    for (const TraceRow& row : DescribeTrace(outcome.trace, StoryPlaces(world), commands)) {
         all.append(static_cast<std::size_t>(row.level) * 2, ' ').append(row.text);
         const char* const results[] = {"", "", " = true", " = false", " = not run", " = "};
         all.append(results[row.what]).append(row.what == TraceRow::Faulty ? row.note : "").append("\n");

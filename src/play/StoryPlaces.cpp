@@ -1,4 +1,4 @@
-#include "play/RunningPlaces.h"
+#include "play/StoryPlaces.h"
 
 #include "kel/ScriptLine.h"
 
@@ -111,7 +111,7 @@ bool IsScript(FieldId field) {
 
 } // namespace
 
-RunningPlaces::RunningPlaces(std::shared_ptr<const World> world) : world_(std::move(world)) {
+StoryPlaces::StoryPlaces(std::shared_ptr<const World> world) : world_(std::move(world)) {
     const GameModel& game = world_->Game();
     // The lists of the world begin with the game's own records, in the order of the game.
     for (int k = 1; k <= game.Rooms.Count(); ++k) {
@@ -136,7 +136,7 @@ RunningPlaces::RunningPlaces(std::shared_ptr<const World> world) : world_(std::m
     records_.insert({&world_->TimerBook(), {}});
 }
 
-std::optional<Place> RunningPlaces::FieldOf(const Source& source) const {
+std::optional<Place> StoryPlaces::FieldOf(const Source& source) const {
     const auto found = records_.find(source.book);
     if (source.book == nullptr || found == records_.end())
         return std::nullopt;
@@ -160,7 +160,7 @@ std::optional<Place> RunningPlaces::FieldOf(const Source& source) const {
     return std::nullopt;
 }
 
-std::optional<Place> RunningPlaces::PlaceOf(const Source& source) const {
+std::optional<Place> StoryPlaces::PlaceOf(const Source& source) const {
     std::optional<Place> place = FieldOf(source);
     if (!place)
         return std::nullopt;
@@ -175,7 +175,7 @@ std::optional<Place> RunningPlaces::PlaceOf(const Source& source) const {
     return place;
 }
 
-std::string RunningPlaces::LineOf(const Source& source) const {
+std::string StoryPlaces::LineOf(const Source& source) const {
     const std::optional<Place> place = PlaceOf(source);
     if (!place)
         return {};
@@ -185,7 +185,7 @@ std::string RunningPlaces::LineOf(const Source& source) const {
     return place->bytes.IsEmpty() ? *text : std::string(place->bytes.Of(*text));
 }
 
-std::string RunningPlaces::Describe(const Source& source) const {
+std::string StoryPlaces::Describe(const Source& source) const {
     if (const std::optional<Place> place = PlaceOf(source))
         return DescribePlace(world_->Game(), *place);
     if (source.book == nullptr)

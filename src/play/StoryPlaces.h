@@ -11,9 +11,9 @@
 namespace zem::play {
 
 /// Where the lines of a running game stand in the game that it was made of.
-class RunningPlaces {
+class StoryPlaces {
 public:
-    explicit RunningPlaces(std::shared_ptr<const World> world);
+    explicit StoryPlaces(std::shared_ptr<const World> world);
 
     /// The line of the script, or the whole text for what is no script. Nothing for what stands in a library,
     /// is a message of the player program, or belongs to another version of the game.
