@@ -41,6 +41,7 @@ const Picture Pictures[] = {
      "lstRooms=Gatehouse, lstCharacters=, butEditObj_0 > butActions",
      {600, 360}},
     {"frmTextSectionEdit", "gatehouse", "mnuViewTextSectionEditor > cmbTextSections=win", {600, 260}},
+    {"PlayPanel", "gatehouse", "lstRooms=Gatehouse, mnuToolsPlay", {1000, 560}},
     {"frmEditItems", "gatehouse", "mnuViewItems > lstItems=", {420, 220}},
     {"frmEditCollectableSettings",
      "lighthouse",

@@ -3,6 +3,7 @@
 #include <QAbstractProxyModel>
 #include <QComboBox>
 #include <QCompleter>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 
@@ -32,12 +33,39 @@ void Choose(QComboBox& box, const QCompleter& matches, const QModelIndex& match)
     box.setEditText(box.itemText(entry.row())); // It was the current one already when its text was changed.
 }
 
+/// In a box whose text was typed, an arrow key would put the neighbour of that entry in its place, unseen.
+class ArrowKeys : public QObject {
+public:
+    explicit ArrowKeys(QComboBox& box) : QObject(&box), box_(box) {
+        box.installEventFilter(this);
+        connect(box.lineEdit(), &QLineEdit::textEdited, this, [this] { isTyped_ = true; });
+        connect(&box, &QComboBox::activated, this, [this] { isTyped_ = false; });
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress || !isTyped_)
+            return QObject::eventFilter(watched, event);
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const bool isArrow = key.key() == Qt::Key_Down || key.key() == Qt::Key_Up;
+        if (!isArrow || (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+            return QObject::eventFilter(watched, event);
+        box_.showPopup();
+        return true;
+    }
+
+private:
+    QComboBox& box_;
+    bool isTyped_ = false;
+};
+
 } // namespace
 
 void OfferMatches(QComboBox& box) {
     // Its own completer would put a name of the list in the place of one that differs in its capitals.
     box.setCompleter(nullptr);
     auto* matches = new QCompleter(&box);
+    new ArrowKeys(box);
     auto* popup = new QListView;
     popup->setUniformItemSizes(true);
     matches->setPopup(popup);

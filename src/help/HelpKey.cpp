@@ -3,6 +3,7 @@
 #include "help/frmManual.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QStackedWidget>
@@ -20,6 +21,14 @@ QString ClassName(const QWidget& window) {
 QString PageSuffix(const QWidget& window) {
     const auto* pages = window.findChild<QStackedWidget*>(QStringLiteral("pages"));
     return pages == nullptr ? QString() : u'-' + pages->currentWidget()->objectName().mid(3);
+}
+
+/// The panel that the widget is in, which has a page of its own, or else the window.
+QWidget& PanelOrWindow(QWidget& widget) {
+    for (QWidget* outer = &widget; outer != nullptr; outer = outer->parentWidget())
+        if (qobject_cast<QDockWidget*>(outer) != nullptr)
+            return *outer;
+    return *widget.window();
 }
 
 bool IsHelpKey(const QEvent& event) {
@@ -55,7 +64,7 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
         window = QApplication::activeWindow();
     }
     if (window != nullptr)
-        Show(*window);
+        Show(widget.window() == window ? PanelOrWindow(widget) : *window);
     return true;
 }
 
@@ -71,7 +80,7 @@ void HelpKey::Show(QWidget& window) {
     if (!manual_)
         manual_ = std::make_unique<frmManual>(file_, dialogs_);
     manual_->show();
-    LetUseBeside(window);
+    LetUseBeside(*window.window());
     manual_->GoTo(PlaceOf(window)); // Where the place is depends on the size of the shown window.
     manual_->setWindowState(manual_->windowState() & ~Qt::WindowMinimized);
     manual_->raise();

@@ -28,6 +28,7 @@ public:
     frmManual* Manual() const { return manual_.get(); }
 
 private:
+    /// @param window  or a panel in one
     void Show(QWidget& window);
     QString PlaceOf(const QWidget& window) const;
     void LetUseBeside(const QWidget& window);

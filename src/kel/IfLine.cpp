@@ -33,6 +33,8 @@ void CheckCanBeWritten(const IfLine& line, const std::string& written) {
     throw KelError("no line can be made of this: it would be read as something else");
 }
 
+} // namespace
+
 /// "If the player has "key" ..." without its frame: "the player has "key"".
 std::string DescribeCondition(const Condition& condition, const CommandLookup& commands) {
     const std::string raw =
@@ -50,8 +52,6 @@ std::string DescribeCondition(const Condition& condition, const CommandLookup& c
     }
     return condition.Negated ? "it is not so that " + text : text;
 }
-
-} // namespace
 
 IfLine ParseIfLine(std::string_view line) {
     static const CommandLookup noCommands{CommandCatalogue()};

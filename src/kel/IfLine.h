@@ -36,6 +36,9 @@ IfLine ParseIfLine(std::string_view line);
 /// can be made, among them an "else" that an inner "if" without one would take for itself.
 std::string WriteIfLine(const IfLine& line);
 
+/// A condition in plain English: "the player has "key"".
+std::string DescribeCondition(const Condition& condition, const CommandLookup& commands);
+
 /// The line in plain English, its actions rendered too; the line itself when it is not understood.
 std::string DescribeIfLine(std::string_view line, const CommandLookup& commands);
 

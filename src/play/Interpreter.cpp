@@ -30,6 +30,9 @@ TurnResult Interpreter::Run() {
     case Input::Seconds:
         PassSeconds(input_.seconds);
         break;
+    case Input::LookAt:
+        LookAt({Reference::Thing, input_.thing});
+        break;
     case Input::Restart:
         result_.isStep = true;
         StopAt(Stop::Restart);
@@ -215,9 +218,21 @@ bool Interpreter::Warn(const Source& source, std::string text, bool isOnce) {
 }
 
 bool Interpreter::WarnLacks(const Source& source, std::string_view what, const std::string& name) {
-    if (options_.withTrace && !result_.outcome.trace.empty())
-        result_.outcome.trace.back().result = TraceEntry::Faulty;
-    return Warn(source, "there is no " + std::string(what) + " \"" + name + "\"");
+    const std::string text = "there is no " + std::string(what) + " \"" + name + "\"";
+    NoteFault(text);
+    return Warn(source, text);
+}
+
+/// Marks the line, or the condition, that is being traced.
+void Interpreter::NoteFault(const std::string& text) {
+    if (!options_.withTrace || result_.outcome.trace.empty())
+        return;
+    if (isAsking_) {
+        fault_ = text;
+        return;
+    }
+    result_.outcome.trace.back().result = TraceEntry::Faulty;
+    result_.outcome.trace.back().note = text;
 }
 
 void Interpreter::Trace(const Source& source, TraceEntry::Result result, std::int32_t condition,

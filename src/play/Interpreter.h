@@ -14,14 +14,16 @@
 
 namespace zem::play {
 
-/// What happens to the game: the beginning, a line of the player, or time that passes at the prompt.
+/// What happens to the game: the beginning, a line of the player, or time that passes at the prompt. LookAt
+/// shows a thing to the author and is no turn.
 struct Input {
-    enum Kind : std::uint8_t { Begin, BeginAt, Line, Seconds, Restart };
+    enum Kind : std::uint8_t { Begin, BeginAt, Line, Seconds, Restart, LookAt };
     Kind kind = Begin;
     std::string line;
     std::optional<Choice> choice; // settles what was ambiguous in the line
     std::int64_t seconds = 0;
     Number room = None;               // where BeginAt enters
+    Number thing = None;              // that LookAt shows
     std::vector<std::string> answers; // to the questions of this turn, in order
 };
 
@@ -90,6 +92,7 @@ private:
     void NoteHit(const Book& book, const Node& node, bool answer = true) {
         NoteHit(book, Hit::OfNode(static_cast<std::size_t>(&node - book.nodes.data()), answer));
     }
+    void NoteFault(const std::string& text);
     void Trace(const Source& source, TraceEntry::Result result, std::int32_t condition = -1,
                std::string note = {});
 
@@ -168,6 +171,8 @@ private:
     int enterDepth_ = 0;
     int restarts_ = 0;
     bool gaveItem_ = false;
+    bool isAsking_ = false; // a condition
+    std::string fault_;     // of the condition that is asked, for the trace
     std::vector<const Book*> running_; // the scripts that run, inside one another
     std::string circle_;               // what ran when a limit was met
 };

@@ -70,7 +70,7 @@ struct TraceEntry {
     std::uint16_t depth = 0; // scripts inside one another, from 0
     Result result = Ran;
     std::int32_t condition = -1; // which of the line's conditions, from 0; -1 for the whole line
-    std::string note;            // what went wrong, or was chosen; mostly empty
+    std::string note;            // what is wrong with the line or condition, or was chosen; mostly empty
 };
 
 /// Something of the game that a turn has reached.

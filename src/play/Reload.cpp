@@ -102,6 +102,7 @@ Outcome Session::Reload(std::shared_ptr<const World> world, const std::vector<Re
     std::vector<std::int64_t> oldStart = before->Start();
     oldStart.resize(world_->Start().size());
     state_.Rebase(oldStart, world_->Start(), world_->ThingOrder());
+    startMark_ = state_.Here();
     for (const Renamed& rename : renamed) {
         const Number from = names.Find(rename.kind, rename.before);
         const Number to = names.Find(rename.kind, rename.after);

@@ -80,6 +80,7 @@ bool Interpreter::Execute(const Book& book, const Node& node) {
     NoteHit(book, node);
     switch (node.op) {
     case Op::Nothing:
+        NoteFault("the line does nothing");
         return Warn(source, "the line does nothing: " + node.arguments.text, true);
     case Op::Win:
         return StopAt(Stop::Win);

@@ -13,25 +13,8 @@ namespace zem::play {
 
 namespace {
 
-/// The first letter of the first field of a log entry.
-constexpr char BeginEntry = 'B';
-constexpr char LineEntry = 'L';
-constexpr char RestartLineEntry = 'P'; // a line that began the game again, which is no turn
-constexpr char ChoiceEntry = 'C';
-constexpr char SecondsEntry = 'S';
-constexpr char RestartEntry = 'R';
-constexpr char RestoreEntry = 'V';
-constexpr char HandEntry = 'H';
-
 /// A day; longer waits have no player.
 constexpr std::int64_t MostSeconds = 86'400;
-
-std::string JoinedFrom(const std::vector<std::string>& fields, std::size_t first) {
-    std::string joined;
-    for (std::size_t k = first; k < fields.size(); ++k)
-        joined.append(k == first ? "" : " ").append(fields[k]);
-    return joined;
-}
 
 } // namespace
 
@@ -59,6 +42,8 @@ Outcome Session::Begin() {
     NewState();
     steps_.clear();
     log_.clear();
+    undone_.clear();
+    secondsAt_ = 0;
     replayed_ = 0;
     pending_.reset();
     choices_.clear();
@@ -85,6 +70,8 @@ Outcome Session::BeginAt(const StartingPoint& point) {
 void Session::ApplyPoint(const StartingPoint& point) {
     for (const std::string& item : point.items)
         PutValue(Kind::Item, item, "had");
+    for (const std::string& item : point.itemsNotHad)
+        PutValue(Kind::Item, item, "not had");
     for (const std::string& flag : point.flags)
         PutValue(Kind::Flag, flag, "on");
     for (const auto& [name, value] : point.variables)
@@ -214,7 +201,7 @@ Outcome Session::Play(Input input) {
     }
     const bool isStart = log_.empty();
     if (result.isStep || input.kind == Input::Seconds || isStart)
-        log_ += Pack(input, result.isStep && !result.outcome.wasTurn);
+        AddToLog(input, before, result.isStep && !result.outcome.wasTurn);
     if (isStart)
         NoteStart();
     return std::move(result.outcome);
@@ -225,6 +212,33 @@ void Session::CountNew(const std::vector<Hit>& hits) {
         return;
     coverage_->Add(std::span(hits).subspan(countedHits_));
     countedHits_ = hits.size();
+}
+
+/// Whether nothing has happened but that time went by.
+bool Session::HasOnlyWaited(const State::Mark& before) const {
+    bool hasOnlyWaited = true;
+    state_.ForEachWriteSince(before,
+                             [&](Cell cell, std::int64_t) { hasOnlyWaited = hasOnlyWaited && cell == Now; });
+    return hasOnlyWaited;
+}
+
+/// A clock that ticks while nothing happens must not make the log and the journal grow: such seconds are
+/// added to those before them.
+void Session::AddToLog(const Input& input, const State::Mark& before, bool beginsAgain) {
+    const bool isTime = input.kind == Input::Seconds && input.answers.empty();
+    if (!isTime || secondsAt_ == 0 || !HasOnlyWaited(before) || seconds_ + input.seconds > MostSeconds) {
+        secondsAt_ = isTime ? log_.size() : 0;
+        seconds_ = input.seconds;
+        log_ += Pack(input, beginsAgain);
+        return;
+    }
+    seconds_ += input.seconds;
+    Input all = input;
+    all.seconds = seconds_;
+    log_.resize(secondsAt_);
+    log_ += Pack(all, false);
+    const bool isTurnKept = steps_.size() > replayed_;
+    state_.Tidy(isTurnKept ? State::Mark{steps_.back().writes, steps_.back().texts} : startMark_);
 }
 
 void Session::NoteStart() {
@@ -290,6 +304,8 @@ Outcome Session::Refuse() const {
 }
 
 void Session::AddStep(const State::Mark& before) {
+    undone_.clear();
+    secondsAt_ = 0;
     steps_.push_back(
         {static_cast<std::uint32_t>(before.writes), before.texts, static_cast<std::uint32_t>(log_.size())});
 }
@@ -306,6 +322,9 @@ bool Session::Undo() {
     if (log_.size() <= startLog_)
         return false;
     const bool isFirst = steps_.empty(); // only time has passed since the beginning
+    if (!isFirst)
+        KeepUndone(steps_.back().log);
+    secondsAt_ = 0;
     if (steps_.size() <= replayed_ && (!isFirst || isStartReplayed_))
         Replay(isFirst ? startLog_ : steps_.back().log);
     else if (isFirst) {
@@ -403,6 +422,8 @@ std::string Session::Pack(const Input& input, bool beginsAgain) const {
     case Input::Restart:
         fields = {std::string(1, RestartEntry)};
         break;
+    case Input::LookAt: // no turn
+        break;
     }
     fields.insert(fields.end(), input.answers.begin(), input.answers.end());
     std::string packed;
@@ -477,25 +498,6 @@ void Session::ReplayEntry(const std::vector<std::string>& fields) {
     const TurnResult result = Interpreter(*world_, state_, input, {}).Run();
     if (!result.isDone) // the changed game asks something that was not asked then
         state_.GoBackTo(before);
-}
-
-std::vector<PlayedTurn> Session::Played() const {
-    std::vector<PlayedTurn> turns;
-    std::string_view log = log_;
-    while (!log.empty()) {
-        const std::vector<std::string> fields = TakeEntry(log);
-        const char kind = fields[0].front();
-        const std::size_t answers = kind == ChoiceEntry ? 3 : 1;
-        if (kind == LineEntry || kind == RestartLineEntry || kind == ChoiceEntry || kind == BeginEntry ||
-            kind == RestartEntry)
-            turns.push_back({kind == RestartEntry ? "restart" : fields[0].substr(1),
-                             {fields.begin() + static_cast<std::ptrdiff_t>(answers), fields.end()}});
-        else if (kind == RestoreEntry)
-            turns.push_back({"restore", {}});
-        else if (kind == HandEntry)
-            turns.push_back({JoinedFrom(fields, 1), {}});
-    }
-    return turns;
 }
 
 std::size_t Session::BytesForUndo() const {

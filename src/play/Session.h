@@ -31,6 +31,7 @@ struct StartingPoint {
     std::vector<std::string> items; // had besides the start items
     std::vector<std::string> flags; // that are on
     std::vector<std::pair<std::string, std::string>> variables;
+    std::vector<std::string> itemsNotHad = {}; // start items among them
 };
 
 /// One value of the state, for whoever watches it.
@@ -78,6 +79,11 @@ public:
     bool CanUndo() const { return log_.size() > startLog_ || (pending_.has_value() && !log_.empty()); }
     /// How many turns can be taken back.
     std::size_t StepCount() const { return steps_.size(); }
+
+    /// Plays the turn again that was taken back last, with its answers, in the game as it is now. Nothing
+    /// when there is none; a new turn forgets all of them.
+    Outcome Redo();
+    bool CanRedo() const { return !undone_.empty() && !pending_; }
 
     /// Begins the game again; a turn like any other to Undo().
     Outcome Restart();
@@ -127,6 +133,9 @@ public:
     /// The turns so far, the beginning first.
     std::vector<PlayedTurn> Played() const;
 
+    /// The turns that Redo() would play, the next one first.
+    std::vector<PlayedTurn> Undone() const;
+
     /// How many bytes the way back takes, for each turn that can be taken back.
     std::size_t BytesForUndo() const;
 
@@ -147,6 +156,10 @@ private:
     Outcome TypeAgain();
     void NoteLine(const std::string& line, const Meaning& meaning);
     void AddStep(const State::Mark& before);
+    void AddToLog(const Input& input, const State::Mark& before, bool beginsAgain);
+    bool HasOnlyWaited(const State::Mark& before) const;
+    Outcome PlayEntry(const std::vector<std::string>& fields);
+    void KeepUndone(std::size_t from);
     std::string Pack(const Input& input, bool beginsAgain) const;
     Input Unpack(const std::vector<std::string>& fields) const;
     std::string PackReference(const Reference& reference) const;
@@ -181,10 +194,13 @@ private:
     std::string ambiguousPhrase_;
     std::string ambiguousLine_;
 
-    StartingPoint point_;      // where play began; without a room, at the beginning
-    std::string log_;          // of all input so far, packed
-    std::deque<Step> steps_;   // turns that can be taken back
-    std::size_t startLog_ = 0; // the length of the log when the game had begun
+    StartingPoint point_;             // where play began; without a room, at the beginning
+    std::string log_;                 // of all input so far, packed
+    std::deque<Step> steps_;          // turns that can be taken back
+    std::vector<std::string> undone_; // what the log held of the turns that were taken back, the last first
+    std::size_t secondsAt_ = 0;       // where in the log the seconds stand with which it ends; 0 for none
+    std::int64_t seconds_ = 0;        // how many they are
+    std::size_t startLog_ = 0;        // the length of the log when the game had begun
     State::Mark startMark_;
     bool isStartReplayed_ = false; // the way back to the start is to play it again
     std::size_t replayed_ = 0;     // so many of them can only be taken back by playing again

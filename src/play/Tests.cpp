@@ -4,6 +4,8 @@
 #include "play/NameSearch.h"
 #include "play/WorldRecords.h"
 
+#include <utility>
+
 /// The conditions of "if" lines.
 namespace zem::play {
 
@@ -19,10 +21,13 @@ bool Interpreter::Holds(const Book& book, const Node& node) {
             continue;
         if (!Spend(Limits::PerCondition))
             return false;
+        isAsking_ = true;
         holds = Holds(condition, source) != condition.isNegated;
+        isAsking_ = false;
         if (stop_ != Stop::None)
             return false;
-        Trace(source, holds ? TraceEntry::True : TraceEntry::False, static_cast<std::int32_t>(k));
+        Trace(source, holds ? TraceEntry::True : TraceEntry::False, static_cast<std::int32_t>(k),
+              std::exchange(fault_, {}));
     }
     return holds;
 }
@@ -31,6 +36,7 @@ bool Interpreter::Holds(const BookCondition& condition, const Source& source) {
     const Arguments& arguments = condition.arguments;
     switch (condition.test) {
     case Test::Unknown:
+        NoteFault("this is no condition");
         Warn(source, "\"if " + arguments.text + "\" is no condition", true);
         return false;
     case Test::Has:

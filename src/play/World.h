@@ -171,6 +171,12 @@ public:
     const std::vector<std::shared_ptr<const WorldGame>>& GameBlocks() const { return games_; }
     const std::vector<SynonymRule>& Synonyms() const { return synonyms_; }
 
+    const std::vector<std::shared_ptr<const WorldProcedure>>& AllProcedures() const { return procedureList_; }
+    const std::vector<std::shared_ptr<const WorldMenu>>& AllMenus() const { return menuList_; }
+    const std::vector<std::shared_ptr<const WorldText>>& AllTexts() const { return textList_; }
+    /// The scripts of all timers.
+    const Book& TimerBook() const { return timerBook_; }
+
     Number StartRoom() const { return startRoom_; }
     const std::string& TextOf(Message message) const { return messages_[static_cast<std::size_t>(message)]; }
     bool IsReplaced(Message message) const { return isReplaced_[static_cast<std::size_t>(message)]; }

@@ -59,6 +59,7 @@ void PlayControl::Start(std::unique_ptr<play::Session> session, const QString& f
     session_ = std::move(session);
     folder_ = folder;
     queue_.clear();
+    warnings_.clear();
     pause_.stop();
     sound_->Silence();
     story_.ClearPage();
@@ -66,6 +67,20 @@ void PlayControl::Start(std::unique_ptr<play::Session> session, const QString& f
     input_.ForgetHistory();
     Show(begin(*session_));
     clock_.start();
+}
+
+void PlayControl::Stop() {
+    clock_.stop();
+    pause_.stop();
+    queue_.clear();
+    warnings_.clear();
+    sound_->Silence();
+    session_ = nullptr;
+    story_.ClearPage();
+    transcript_.clear();
+    input_.ForgetHistory();
+    input_.clear();
+    input_.setPlaceholderText(QString());
 }
 
 void PlayControl::Type(const QString& line) {
@@ -79,6 +94,31 @@ void PlayControl::Undo() {
     queue_.clear();
     pause_.stop();
     Enter(QStringLiteral("undo"));
+}
+
+void PlayControl::Redo() {
+    if (!session_ || !session_->CanRedo())
+        return;
+    const QString line = ToQt(session_->Undone().front().line);
+    story_.EndChoices();
+    story_.BeginTurn();
+    story_.ShowInput(line);
+    transcript_ += QStringLiteral("\n> ") + line + u'\n';
+    play::Outcome outcome = session_->Redo();
+    std::erase_if(outcome.pieces, [](const play::Piece& piece) { return piece.kind == play::Piece::Pause; });
+    Show(std::move(outcome));
+}
+
+void PlayControl::CloseQuestion() {
+    if (!session_)
+        return;
+    pause_.stop();
+    ShowQueue();
+    const play::Need need = session_->Needs();
+    if (need != play::Need::Line && need != play::Need::Nothing)
+        session_->Undo();
+    story_.EndChoices();
+    AskForInput();
 }
 
 void PlayControl::Restart() {
@@ -108,12 +148,24 @@ void PlayControl::Show(play::Outcome outcome) {
     emit Played(outcome);
     queue_.insert(queue_.end(), std::make_move_iterator(outcome.pieces.begin()),
                   std::make_move_iterator(outcome.pieces.end()));
-    for (const play::Warning& warning : outcome.warnings)
-        emit Warned(warning);
+    warnings_.insert(warnings_.end(), outcome.warnings.begin(), outcome.warnings.end());
     request_ = outcome.request;
     if (!IsWaiting())
         ShowQueue();
+    OfferWords();
     emit Changed();
+}
+
+/// Names of things that the player has not met would give them away.
+void PlayControl::OfferWords() {
+    QStringList words = {QStringLiteral("examine"), QStringLiteral("inventory"),
+                         QStringLiteral("restore"), QStringLiteral("restart"),
+                         QStringLiteral("speak"),   QStringLiteral("transcript")};
+    for (const std::string& item : session_->ItemsHad())
+        words.append(ToQt(item));
+    for (const std::string& direction : session_->OpenDirections())
+        words.append(ToQt(direction));
+    input_.SetWords(words);
 }
 
 void PlayControl::ShowQueue() {
@@ -127,6 +179,8 @@ void PlayControl::ShowQueue() {
         }
         ShowPiece(piece);
     }
+    for (const play::Warning& warning : std::exchange(warnings_, {}))
+        emit Warned(warning);
     AskForInput();
     if (request_ != play::Request::None)
         emit Requested(std::exchange(request_, play::Request::None));

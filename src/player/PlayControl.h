@@ -36,9 +36,16 @@ public:
     /// Null before Start.
     play::Session* Session() const { return session_.get(); }
 
+    /// Ends play: there is no session any more, and the page is empty.
+    void Stop();
+
     /// Types a line at the prompt, as if the player had.
     void Type(const QString& line);
     void Undo();
+    /// Plays the turn again that was taken back last. What it waits for by itself is not waited for.
+    void Redo();
+    /// Gives an open question up, and the turn that asked it.
+    void CloseQuestion();
     void Restart();
 
     /// Shows what a call of the session has given.
@@ -66,6 +73,7 @@ private:
     static play::Outcome BeginGame(play::Session& session) { return session.Begin(); }
 
     void Enter(const QString& line);
+    void OfferWords();
     void ShowQueue();
     void ShowPiece(const play::Piece& piece);
     void ShowFile(const play::Piece& piece);
@@ -79,7 +87,8 @@ private:
     std::unique_ptr<StorySound> sound_;
     QString folder_;
     QString transcript_;
-    std::deque<play::Piece> queue_; // to be shown; a pause stops it
+    std::deque<play::Piece> queue_;       // to be shown; a pause stops it
+    std::vector<play::Warning> warnings_; // to be told behind what is to be shown
     play::Request request_ = play::Request::None;
     QTimer pause_;
     QTimer clock_;

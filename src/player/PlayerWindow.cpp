@@ -187,14 +187,6 @@ void PlayerWindow::Refresh() {
     };
     fill(*carried_, session->ItemsHad());
     fill(*exits_, session->OpenDirections());
-    // Names of things that the player has not met would give them away.
-    QStringList words = {QStringLiteral("examine"), QStringLiteral("inventory"),
-                         QStringLiteral("restore"), QStringLiteral("restart"),
-                         QStringLiteral("speak"),   QStringLiteral("transcript")};
-    for (const QListWidget* list : {carried_, exits_})
-        for (int row = 0; row < list->count(); ++row)
-            words.append(list->item(row)->text());
-    input_->SetWords(words);
 }
 
 void PlayerWindow::Handle(play::Request request) {

@@ -86,6 +86,18 @@ void StoryPane::ShowWarning(const QString& text, const play::Source& source) {
     Add(std::move(entry));
 }
 
+void StoryPane::ShowNote(const QString& text) {
+    Entry entry;
+    entry.kind = Entry::Note;
+    entry.text = text + u'\n';
+    Add(std::move(entry));
+}
+
+void StoryPane::MapSources(const std::function<play::Source(const play::Source&)>& moved) {
+    for (Entry& entry : entries_)
+        entry.source = moved(entry.source);
+}
+
 void StoryPane::ShowPicture(const QImage& picture, const QString& name) {
     Entry entry;
     entry.kind = Entry::Picture;
@@ -180,8 +192,9 @@ QTextCharFormat StoryPane::FormatOf(const Entry& entry, int number) const {
         format.setForeground(tone);
     if (entry.kind == Entry::Input)
         format.setForeground(ColourOf(ColourRole::Accent, palette()));
-    if (entry.kind == Entry::Warning) {
-        format.setForeground(ColourOf(ColourRole::Warning, palette()));
+    if (entry.kind == Entry::Warning || entry.kind == Entry::Note) {
+        format.setForeground(ColourOf(
+            entry.kind == Entry::Warning ? ColourRole::Warning : ColourRole::SecondaryText, palette()));
         format.setFontFamilies({font().family()});
         format.setFontPointSize(textSize_ * 0.85);
     }

@@ -7,6 +7,7 @@
 #include <QTextBrowser>
 
 #include <deque>
+#include <functional>
 
 namespace zem {
 
@@ -31,6 +32,12 @@ public:
     /// Adds a remark that is no part of the story, in the colour of warnings.
     /// @param source  given to SourceChosen when the remark is clicked
     void ShowWarning(const QString& text, const play::Source& source);
+
+    /// Adds a remark of the program, which is neither part of the story nor wrong.
+    void ShowNote(const QString& text);
+
+    /// Gives everything on the page another source: the game has changed, and its texts with it.
+    void MapSources(const std::function<play::Source(const play::Source&)>& moved);
 
     /// Shows a picture, with its name for who cannot see it.
     void ShowPicture(const QImage& picture, const QString& name);
@@ -60,7 +67,7 @@ protected:
 private:
     /// What stands on the page, so that it can be set anew in other colours and sizes.
     struct Entry {
-        enum Kind { Story, Input, Warning, Picture };
+        enum Kind { Story, Input, Warning, Note, Picture };
         Kind kind = Story;
         QString text;
         play::Style style;

@@ -28,6 +28,8 @@ NamePicker::NamePicker(QLineEdit& parameter, QLabel& label, QComboBox& names, co
     names.setMinimumContentsLength(ShownCharacters);
     names.setModel(&list_);
     static_cast<QListView*>(names.view())->setUniformItemSizes(true);
+    names.installEventFilter(this);
+    names.view()->installEventFilter(this);
     connect(&parameter, &QLineEdit::cursorPositionChanged, this, &NamePicker::Refresh);
     connect(&names, &QComboBox::textActivated, this, &NamePicker::Insert);
     Refresh();
@@ -70,7 +72,17 @@ void NamePicker::Insert(const QString& name) {
     text.replace(static_cast<qsizetype>(part.range.begin), static_cast<qsizetype>(part.range.Size()), name);
     parameter_.setText(text);
     parameter_.setCursorPosition(static_cast<int>(part.range.begin) + static_cast<int>(name.size()));
-    parameter_.setFocus();
+    // A letter or an arrow key chooses in the closed box, too; the next one belongs to the same name.
+    if (isFromList_)
+        parameter_.setFocus();
+}
+
+bool NamePicker::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == names_.view() && event->type() == QEvent::Show)
+        isFromList_ = true;
+    else if (watched == &names_ && (event->type() == QEvent::KeyPress || event->type() == QEvent::Wheel))
+        isFromList_ = false;
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace zem

@@ -29,6 +29,9 @@ public:
     /// The syntax of the command that is chosen now; "!" or empty for one without names.
     void SetSyntax(const std::string& syntax);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void Refresh();
     void Insert(const QString& name);
@@ -40,6 +43,7 @@ private:
     NameListModel list_; // what the box shows
     ParameterSyntax syntax_;
     NameKind shown_ = NameKind::None;
+    bool isFromList_ = false; // what is chosen now was clicked in the open list
 };
 
 } // namespace zem

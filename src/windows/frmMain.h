@@ -38,6 +38,8 @@ class frmMain;
 namespace zem {
 
 class FindPanel;
+class CompiledGame;
+class PlayPanel;
 class ProblemWatch;
 class MapPanel;
 class ProblemsPanel;
@@ -68,9 +70,13 @@ signals:
     /// The author has closed the window, and it stays closed.
     void Unloaded();
 
+    /// Another room, character or object is selected, or none.
+    void SelectionChanged();
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// A thing in the lists: several rooms may share the selected name, and the lists show the things of all.
@@ -89,6 +95,11 @@ private:
     void ConnectLists();
     void ConnectTools();
     void AddPanels();
+    void AddPlaying();
+    PlayPanel& Player();
+    void ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
+    void OpenFromPanel(const Place& place);
+    Place SelectedPlace() const;
 
     /// Adds a panel, and the command of the Tools menu that shows and hides it. The panel is made when it is
     /// first shown, so that the window opens no later for it.
@@ -219,6 +230,8 @@ private:
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;
     std::vector<QAction*> mnuFileRecent; // Element 0 always exists and may be hidden.
     std::optional<Selection> wanted_;    // Set while a command runs.
+    CompiledGame* compiled_ = nullptr;   // Made with the panels.
+    PlayPanel* player_ = nullptr;        // Made when it is first shown.
     bool refreshing_ = false;            // True while the lists are filled anew.
 };
 

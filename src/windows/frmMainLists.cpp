@@ -123,6 +123,7 @@ void frmMain::EnableButtons() {
     Enable(*ui_->butDeleteObj_0, isCharacter, *ui_->lstCharacters);
     Enable(*ui_->butEditObj_1, isObject, *ui_->lstObjects);
     Enable(*ui_->butDeleteObj_1, isObject, *ui_->lstObjects);
+    emit SelectionChanged();
 }
 
 void frmMain::ShowSelectedRoom() {

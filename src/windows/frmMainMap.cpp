@@ -13,6 +13,7 @@ namespace zem {
 void frmMain::AddMap() {
     QAction* map = AddPanel(QStringLiteral("mnuToolsMap"), QStringLiteral("&Map"), Qt::Key_F6, [this] {
         mapPanel_ = new MapPanel(session_, dialogs_, StateFolder() + QLatin1String("/maps"), this);
+        mapPanel_->setProperty("isLarge", true);
         connect(mapPanel_, &MapPanel::RoomChosen, this, [this](int room) {
             if (SelectedRow(*ui_->lstRooms) != room)
                 ui_->lstRooms->setCurrentIndex(rooms_.index(room));

@@ -7,8 +7,47 @@
 
 #include <QPointer>
 #include <QScreen>
+#include <QResizeEvent>
 
 namespace zem {
+
+namespace {
+
+// The part of the window that a panel takes when it is first shown.
+constexpr double Share = 0.6;
+
+} // namespace
+
+void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
+    if (panel.parentWidget() != this || dockWidgetArea(&panel) == Qt::NoDockWidgetArea) {
+        if (!restoreDockWidget(&panel)) // where it stood when the window was closed last
+            addDockWidget(area, &panel);
+        // Panels that want all the room they can get lie on one another.
+        for (QDockWidget* other : findChildren<QDockWidget*>())
+            if (other != &panel && other->property("isLarge").toBool() &&
+                panel.property("isLarge").toBool() && dockWidgetArea(other) == Qt::RightDockWidgetArea &&
+                !other->isFloating())
+                tabifyDockWidget(other, &panel);
+    }
+    const bool isFirst = !panel.property("isSized").toBool();
+    panel.show();
+    panel.raise();
+    if (isFirst && panel.property("isLarge").toBool())
+        resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
+    panel.setProperty("isSized", true);
+}
+
+/// A larger window gives its room to the panel beside the lists, which have enough.
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    const int more = event->size().width() - event->oldSize().width();
+    for (QDockWidget* panel : findChildren<QDockWidget*>())
+        if (event->oldSize().isValid() && panel->isVisible() && !panel->isFloating() &&
+            panel->property("isLarge").toBool() && dockWidgetArea(panel) == Qt::RightDockWidgetArea) {
+            resizeDocks({panel}, {panel->width() + more}, Qt::Horizontal);
+            return;
+        }
+}
 
 QAction* frmMain::AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
                            const std::function<QDockWidget*()>& make, Qt::DockWidgetArea area) {
@@ -23,15 +62,13 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
                 RunCommand(dialogs_, this, [&] {
                     if (panel == nullptr && isShown) {
                         panel = make();
-                        if (!restoreDockWidget(panel)) // where it stood when the window was closed last
-                            addDockWidget(area, panel);
                         // Closing the panel by its own button unticks the command.
                         connect(panel->toggleViewAction(), &QAction::toggled, action, &QAction::setChecked);
                     }
-                    if (panel != nullptr)
-                        panel->setVisible(isShown);
                     if (isShown)
-                        panel->raise();
+                        ShowPanel(*panel, area);
+                    else if (panel != nullptr)
+                        panel->hide();
                 });
             });
     return action;
@@ -54,6 +91,7 @@ void frmMain::AddPanels() {
     AddProblems();
     AddMap();
     AddSearch();
+    AddPlaying();
     AddCommand("mnuToolsArrange", "Standard &layout", "", [this] { ArrangePanels(); });
 }
 

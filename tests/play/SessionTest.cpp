@@ -307,7 +307,8 @@ TEST(Session, WarningsTellWhatANameLacksAndWhere) {
                   : entry.result == TraceEntry::False ? "-"
                                                       : "") +
                  " ";
-    EXPECT_EQ(trace, "1:1 2:1! 2:2 2:3! 2:3- 2:4 ");
+    EXPECT_EQ(trace, "1:1 2:1! 2:2 2:3 2:3- 2:4! ");
+    EXPECT_EQ(outcome.trace[4].note, "there is no character or object \"Tim\"") << "of the condition itself";
     // A line that is no command is named once and for all, a name that lacks whenever it is met.
     EXPECT_EQ(session.Type("go").warnings.size(), 2U);
 }
@@ -329,6 +330,76 @@ TEST(Session, WatchShowsAndSetsValues) {
     session.BeginAt({"Sea Cave", {"herring"}, {"low tide"}, {{"visitor", "Ann"}}});
     EXPECT_EQ(session.RoomName(), "Sea Cave");
     EXPECT_NE(TextOf(session.Type("e")).find("The tide is out."), std::string::npos);
+}
+
+TEST(Session, WhatWasTakenBackIsPlayedAgainInTheGameAsItIsNow) {
+    GameModel game = Read("define game <G>\nstart <R>\nitems <coin>\ncommand <name> do <name>\nend define\n"
+                          "define room <R>\nlook <Here.>\nnorth <S>\nend define\n"
+                          "define room <S>\nlook <There.>\nend define\n"
+                          "define procedure <name>\nask <who; Who?>\nmsg <Hello, #who#.>\nend define\n");
+    Session session(World::Compile(FilesOf(game)), 1);
+    session.Begin();
+    session.Type("name");
+    session.Answer("Ann");
+    session.Pass(5);
+    session.SetByHand(Kind::Item, "coin", "had");
+    session.Type("n");
+    const std::uint64_t last = session.Fingerprint();
+    while (session.Undo()) {
+    }
+    std::string lines;
+    for (const PlayedTurn& turn : session.Undone())
+        lines += turn.line + (turn.answers.empty() ? "" : "/" + turn.answers[0]) + "; ";
+    EXPECT_EQ(lines, "name/Ann; coin = had; n; ");
+    EXPECT_EQ(TextOf(session.Redo()), "Who?\nHello, Ann.\n");
+    session.Redo();
+    EXPECT_EQ(TextOf(session.Redo()), "\nS\nThere.\n");
+    EXPECT_EQ(session.Fingerprint(), last);
+    EXPECT_FALSE(session.CanRedo());
+
+    session.Undo();
+    game.Rooms.Edit(2).Look = "Elsewhere.";
+    session.Reload(World::Compile(FilesOf(game), session.GetWorld()));
+    EXPECT_EQ(TextOf(session.Redo()), "\nS\nElsewhere.\n");
+    session.Undo();
+    session.Type("look");
+    EXPECT_FALSE(session.CanRedo()) << "a new turn takes the place of those that were taken back";
+}
+
+TEST(Session, AClockThatTicksWhileNothingHappensCostsNothing) {
+    const std::string text = "define game <G>\nstart <R>\ncommand <set> after <100; ring>\nend define\n"
+                             "define room <R>\nend define\n"
+                             "define procedure <ring>\nmsg <Ring!>\nend define\n";
+    Session ticking(World::Compile(FilesOf(Read(text))), 1);
+    Session waiting(World::Compile(FilesOf(Read(text))), 1);
+    for (Session* session : {&ticking, &waiting}) {
+        session->Begin();
+        session->Pass(3);
+        session->Type("set");
+    }
+    std::string told;
+    std::size_t bytes = 0;
+    for (int second = 1; second <= 3000; ++second) {
+        told += TextOf(ticking.Pass(1));
+        if (second == 200)
+            bytes = ticking.BytesForUndo();
+    }
+    EXPECT_EQ(told, "Ring!\n");
+    EXPECT_LE(ticking.BytesForUndo(), bytes + 1) << "the number itself takes a byte more";
+    waiting.Pass(3000);
+    EXPECT_EQ(ticking.Fingerprint(), waiting.Fingerprint());
+    for (Session* session : {&ticking, &waiting}) {
+        session->Type("look");
+        EXPECT_TRUE(session->Undo());
+    }
+    EXPECT_EQ(ticking.Fingerprint(), waiting.Fingerprint());
+    // The seconds are played again with the turn after which they passed.
+    ticking.Reload(World::Compile(FilesOf(Read(text)), ticking.GetWorld()));
+    ticking.Type("look");
+    EXPECT_TRUE(ticking.Undo());
+    EXPECT_TRUE(ticking.Undo());
+    EXPECT_EQ(TextOf(ticking.Redo()), "Ring!\n");
+    EXPECT_EQ(ticking.Fingerprint(), waiting.Fingerprint());
 }
 
 TEST(Libraries, WhatMayNotBeReadIsToldOfAndLeftOut) {

@@ -170,6 +170,19 @@ TEST(PlayerWindow, BringsEarlierLinesBackAndCompletesWordsOnlyWhenAskedTo) {
     EXPECT_EQ(p.Input().text(), QStringLiteral("look at lamp "));
 }
 
+TEST(PlayerWindow, CompletesTheWordsThatTheGameAllowsAtTheMoment) {
+    Playing p;
+    QTest::keyClicks(&p.Input(), QStringLiteral("no"));
+    EXPECT_EQ(p.Input().text(), QStringLiteral("north"));
+    QTest::keyClick(&p.Input(), Qt::Key_Tab);
+    QTest::keyClick(&p.Input(), Qt::Key_Return);
+    QTest::keyClicks(&p.Input(), QStringLiteral("no"));
+    EXPECT_EQ(p.Input().text(), QStringLiteral("no")) << "from the yard no way leads north";
+    p.Input().clear();
+    QTest::keyClicks(&p.Input(), QStringLiteral("so"));
+    EXPECT_EQ(p.Input().text(), QStringLiteral("south"));
+}
+
 TEST(PlayerWindow, TellsWhyAGameDoesNotOpenAndKeepsTheOneThatIsPlayed) {
     Playing p;
     const QString path = PathToQt(p.folder.Write("bad.kel", "define room <X>\r\n"));

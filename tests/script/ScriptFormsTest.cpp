@@ -169,6 +169,40 @@ TEST_F(ScriptForms, OfferTheNamesOfTheGameForThePartAtTheCaret) {
     EXPECT_EQ(offered(*Open<frmScriptEditor>("msg <x>"), 0), "nothing");
 }
 
+TEST_F(ScriptForms, LettersInTheClosedListOfNamesChooseOneNameAndStayThere) {
+    game = LoadBytes(CrLf("define game <x>\nitems <coin; iron key; rope>\nend define\n"));
+    const auto form = Open<frmScriptEditor>("give <x>");
+    auto& names = Find<QComboBox>(*form, "cmbNames");
+    names.setFocus();
+    for (const char letter : {'i', 'r', 'o', 'n'})
+        QTest::keyClick(form->focusWidget(), letter);
+    EXPECT_EQ(TextOf(*form, "txtParameter"), "iron key");
+    EXPECT_EQ(form->focusWidget(), &names);
+    QTest::keyClick(&names, Qt::Key_Down);
+    EXPECT_EQ(TextOf(*form, "txtParameter"), "rope");
+    names.showPopup();
+    QTest::keyClick(names.view(), Qt::Key_Up);
+    QTest::keyClick(names.view(), Qt::Key_Return);
+    EXPECT_EQ(TextOf(*form, "txtParameter"), "iron key");
+    EXPECT_EQ(form->focusWidget()->objectName(), "txtParameter")
+        << "chosen from the list: it can be typed on";
+}
+
+TEST_F(ScriptForms, AnArrowKeyOpensTheCommandsAndTakesNoneInPlaceOfTheTypedOne) {
+    const auto form = Open<frmScriptEditor>("msg <Hi>");
+    auto& box = Find<QComboBox>(*form, "cmbFriendly");
+    box.lineEdit()->selectAll();
+    TypeText(*form, "cmbFriendly", "Clear the screen");
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up}) {
+        PressKey(*form, "cmbFriendly", key);
+        EXPECT_TRUE(box.view()->isVisible());
+        EXPECT_EQ(box.currentText(), "Clear the screen");
+        box.hidePopup();
+    }
+    Click(*form, "butOK");
+    EXPECT_EQ(form->Line(), "clear <>");
+}
+
 // ---- Several lines
 
 TEST_F(ScriptForms, MakeAProcedureOfTwoLines) {

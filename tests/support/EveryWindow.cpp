@@ -72,6 +72,9 @@ constexpr Way Ways[] = {
     {"mnuToolsProblems, mnuToolsNextProblem", "Problems"},
     {"mnuToolsFind", "Find"},
     {"lstRooms=Quay, mnuToolsWhereUsed", "WhereUsed"},
+    {"lstRooms=Net Loft, mnuToolsPreview", "Preview"},
+    {"mnuToolsPreview, mnuToolsPlay", "Play"},
+    {"mnuToolsPlay, actPlayFrom >"},
     // Last, because it changes the game.
     {"lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, mnuToolsUndo, "
      "mnuToolsHistory",

@@ -88,7 +88,9 @@ std::vector<QWidget*> TabStops(QWidget& window) {
     std::vector<QWidget*> stops;
     QTest::keyClick(window.focusWidget() == nullptr ? &window : window.focusWidget(), Qt::Key_Tab);
     for (QWidget* stop = window.focusWidget(); stop != nullptr; stop = window.focusWidget()) {
-        if (!stops.empty() && stop == stops.back() && qobject_cast<QTextBrowser*>(stop) != nullptr) {
+        const bool hasLinks =
+            qobject_cast<QTextBrowser*>(stop) != nullptr || qobject_cast<QLabel*>(stop) != nullptr;
+        if (!stops.empty() && stop == stops.back() && hasLinks) {
             QTest::keyClick(stop, Qt::Key_Tab); // Tab stops at each link of a page.
             continue;
         }

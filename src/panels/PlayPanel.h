@@ -1,0 +1,102 @@
+#pragma once
+
+#include "forms/EditorContext.h"
+#include "model/Place.h"
+#include "play/Session.h"
+#include "play/StoryPlaces.h"
+
+#include <QDockWidget>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QLabel;
+class QSplitter;
+class QTabWidget;
+class QToolBar;
+
+namespace zem {
+
+class CompiledGame;
+class InputLine;
+class PlayControl;
+class StoryPane;
+class TraceView;
+class TurnsView;
+class WatchView;
+
+/// Plays the open game as it is now. A change of the game is taken over into the running game; beside the
+/// story stand the turns, the state, and what ran in the last turn.
+class PlayPanel : public QDockWidget {
+    Q_OBJECT
+
+public:
+    /// All arguments outlive the panel.
+    PlayPanel(CompiledGame& game, const EditorContext& context, QWidget* parent = nullptr);
+    ~PlayPanel() override;
+
+    /// Begins the game unless it is running, and goes to the line that is typed into.
+    void Play();
+
+    /// Begins in a room.
+    void PlayFrom(const play::StartingPoint& point);
+
+    /// Asks for a room, and for what there is to be when play begins there.
+    /// @param room  what is offered first
+    void AskWhereToPlay(const QString& room);
+
+signals:
+    /// A line was chosen that is to be edited.
+    void PlaceChosen(const Place& place);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void MakeStory();
+    QWidget* MakeButtons();
+    void AddButton(QToolBar& buttons, const char* name, const QString& caption, const QKeySequence& key,
+                   void (PlayPanel::*handler)());
+    void Begin(const std::optional<play::StartingPoint>& point);
+    void Restart();
+    void Undo();
+    void LookAgain();
+    void AskForRoom();
+
+    void NotePlayed(const play::Outcome& outcome);
+    void Refresh();
+    void RefreshTab();
+    void ShowWarning(const play::Warning& warning);
+    void Refuse(play::Request request);
+    void TakeOverChange();
+    void Stop();
+    void GoToTurn(std::size_t turn);
+    void PlayAgain(std::size_t turn);
+    void SetByHand(play::Kind kind, const std::string& name, const std::string& value);
+    void ShowSource(const play::Source& source);
+    void OpenSource(const play::Source& source);
+    std::size_t LastTurnIn(const std::string& room) const;
+
+    CompiledGame& game_;
+    EditorContext context_;
+    StoryPane* story_;
+    InputLine* input_;
+    PlayControl* control_;
+    QSplitter* splitter_;
+    QTabWidget* tabs_;
+    WatchView* watch_;
+    TraceView* trace_;
+    TurnsView* turns_;
+    QLabel* status_;
+    QWidget* where_; // tells where something was printed
+    QLabel* whereText_;
+    play::Source shownSource_;
+    std::shared_ptr<const play::World> world_; // of the running game; keeps its texts alive
+    std::shared_ptr<play::StoryPlaces> places_;
+    std::vector<play::TraceEntry> traced_;
+    std::vector<std::string> rooms_; // that the player was in after each turn
+};
+
+} // namespace zem
