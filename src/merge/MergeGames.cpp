@@ -1,5 +1,6 @@
 #include "merge/MergeGames.h"
 
+#include "base/LineText.h"
 #include "merge/Describe.h"
 
 #include <algorithm>
@@ -27,6 +28,18 @@ bool HasLinesOutsideBraces(std::string_view text) {
             return true;
     }
     return false;
+}
+
+/// Whether blocks inside of a text, which files may have anywhere, begin and end in it. Lines of two versions
+/// may have lost one end, and a file would end in the middle of a block.
+bool BlocksMatch(std::string_view text) {
+    int depth = 0;
+    for (const std::string_view line : SplitAt(text, "\r\n")) {
+        depth += BeginsWith(line, "define") ? 1 : BeginsWith(line, "end define") ? -1 : 0;
+        if (depth < 0)
+            return false;
+    }
+    return depth == 0;
 }
 
 /// A text of several lines in a field that holds one: a script becomes one in braces, a text breaks its line.
@@ -146,7 +159,7 @@ private:
             return theirs;
         if (HasLines(field.kind) && IsNoName(record, field)) {
             const MergedLines lines = MergeLines(base, ours, theirs, field.kind, LineChoices(record, field));
-            if (BracesMatch(lines.text)) {
+            if (BracesMatch(lines.text) && BlocksMatch(lines.text)) {
                 for (std::size_t k = 0; k < lines.conflicts.size(); ++k)
                     Tell(record, field, lines.conflicts[k], static_cast<int>(k));
                 return merged_.Keep(OnOneLine(field, lines.text));
