@@ -25,10 +25,11 @@ void frmMain::AddMap() {
             });
         });
         // Beside the map the lists are narrow: objects stand below the characters then.
-        const auto makeRoom = [this](bool isShown) {
-            ui_->things->setDirection(isShown ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+        // The panel is hidden once more while the window is destroyed, when only the layout is still there.
+        const auto makeRoom = [things = ui_->things](bool isShown) {
+            things->setDirection(isShown ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
         };
-        connect(mapPanel_->toggleViewAction(), &QAction::toggled, this, makeRoom);
+        connect(mapPanel_->toggleViewAction(), &QAction::toggled, ui_->things, makeRoom);
         makeRoom(true);
         mapPanel_->SelectRoom(SelectedRow(*ui_->lstRooms));
         return mapPanel_.data();

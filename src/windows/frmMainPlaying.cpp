@@ -28,7 +28,7 @@ void frmMain::AddPlaying() {
         connect(action, &QAction::triggered, this, [this, handler] { RunCommand(dialogs_, this, handler); });
         return action;
     };
-    add("mnuToolsPlay", QStringLiteral("P&lay"), QKeySequence(Qt::Key_F5), [this] {
+    add("mnuToolsPlay", QStringLiteral("Pla&y"), QKeySequence(Qt::Key_F5), [this] {
         ShowPanel(Player());
         Player().Play();
     });

@@ -28,7 +28,7 @@ end define
 define room <Hall>
 look <room look>
 script msg <room script>
-north <Yard> msg <exit>
+north msg <exit>
 place <the; Attic> msg <place>
 command <dance> msg <room command>
 use <rope> msg <room use>
@@ -141,7 +141,7 @@ TEST(StoryPlaces, EveryTextLeadsToWhereItStands) {
                               "choice: menu menu, choice answer, action\n",
                               "two: procedure talk, script, line 3\n",
                               "note: text block note, text\n",
-                              "exit: room Hall, north, action\n",
+                              "exit: room Hall, exit north, action\n",
                               "place: room Hall, place the; Attic, action\n",
                               "description: room Yard, print description action\n"};
     for (const char* line : expected)
