@@ -89,6 +89,7 @@ QWidget* FindPanel::MakeControls() {
     RefuseUnstorableText(*txtFind_, dialogs_);
     cmbKind_->setObjectName(QStringLiteral("cmbFindKind"));
     cmbKind_->setAccessibleName(QStringLiteral("Where to look"));
+    cmbKind_->setAccessibleDescription(cmbKind_->accessibleName()); // a box is read out as what it shows
     cmbKind_->addItem(QStringLiteral("everywhere"));
     for (const HitKind kind : HitKinds)
         cmbKind_->addItem(QLatin1String(Describe(kind)));

@@ -34,13 +34,13 @@ QString DirectionWord(int direction) {
 } // namespace
 
 MapCanvas::MapCanvas(Dialogs& dialogs, QWidget* parent) : QWidget(parent), dialogs_(dialogs) {
+    InstallMapAccessibility(); // before anything about the map is announced
     setObjectName(QStringLiteral("mapCanvas"));
     setAccessibleName(QStringLiteral("Map"));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(200, 150);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    InstallMapAccessibility();
 }
 
 MapCanvas::~MapCanvas() = default;

@@ -96,11 +96,13 @@ WhereUsedPanel::WhereUsedPanel(GameSession& session, std::shared_ptr<SearchIndex
 
 QWidget* WhereUsedPanel::MakeControls() {
     cmbKind_->setObjectName(QStringLiteral("cmbUsedKind"));
-    cmbKind_->setAccessibleName(QStringLiteral("What"));
+    cmbKind_->setAccessibleName(QStringLiteral("Kind of name"));
+    cmbKind_->setAccessibleDescription(cmbKind_->accessibleName()); // a box is read out as what it shows
     for (const NameKind kind : NamedKinds)
         cmbKind_->addItem(QLatin1String(Describe(kind)));
     cmbName_->setObjectName(QStringLiteral("cmbUsedName"));
     cmbName_->setAccessibleName(QStringLiteral("Name"));
+    cmbName_->setAccessibleDescription(cmbName_->accessibleName());
     cmbName_->setEditable(true);
     cmbName_->setInsertPolicy(QComboBox::NoInsert);
     cmbName_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // there may be 32,767

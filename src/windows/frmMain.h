@@ -30,6 +30,7 @@ class QKeySequence;
 class QLabel;
 class QListView;
 class QPushButton;
+class QToolButton;
 
 namespace Ui {
 class frmMain;
@@ -215,7 +216,7 @@ private:
     QLabel* status_;
     QLabel* saved_;
     ProblemWatch* problems_;
-    QPushButton* butProblems_; // tells how many there are
+    QToolButton* butProblems_; // tells how many there are
     QPointer<MapPanel> mapPanel_;
     std::vector<QAction*> panelCommands_;
     QPointer<ProblemsPanel> problemsPanel_;

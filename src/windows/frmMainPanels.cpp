@@ -5,9 +5,10 @@
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
+#include <QAbstractButton>
 #include <QPointer>
-#include <QScreen>
 #include <QResizeEvent>
+#include <QScreen>
 
 namespace zem {
 
@@ -19,6 +20,10 @@ constexpr double Share = 0.6;
 } // namespace
 
 void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
+    for (const auto& [name, what] : {std::pair("qt_dockwidget_closebutton", "Close %1"),
+                                     std::pair("qt_dockwidget_floatbutton", "Float %1")})
+        if (auto* button = panel.findChild<QAbstractButton*>(QLatin1String(name)))
+            button->setAccessibleName(QString::fromLatin1(what).arg(panel.windowTitle()));
     if (panel.parentWidget() != this || dockWidgetArea(&panel) == Qt::NoDockWidgetArea) {
         if (!restoreDockWidget(&panel)) // where it stood when the window was closed last
             addDockWidget(area, &panel);

@@ -6,7 +6,7 @@
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
-#include <QPushButton>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -40,9 +40,10 @@ std::vector<std::optional<problems::Level>> LevelsOfRooms(const FoundProblems& f
 
 void frmMain::AddProblems() {
     problems_ = new ProblemWatch(session_, context_.scripts.Commands(), this);
-    butProblems_ = new QPushButton(this);
+    butProblems_ = new QToolButton(this);
     butProblems_->setObjectName(QStringLiteral("butProblems"));
-    butProblems_->setFlat(true);
+    butProblems_->setAutoRaise(true);
+    butProblems_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     butProblems_->setFocusPolicy(Qt::NoFocus); // the command has a key
     ui_->StatusBar1->addPermanentWidget(butProblems_);
     const int height = fontMetrics().ascent();
@@ -67,7 +68,7 @@ void frmMain::AddProblems() {
         if (problemsPanel_ != nullptr && problemsPanel_->isVisible())
             problemsPanel_->FixSelected();
     });
-    connect(butProblems_, &QPushButton::clicked, panel, &QAction::trigger);
+    connect(butProblems_, &QToolButton::clicked, panel, &QAction::trigger);
     connect(problems_, &ProblemWatch::Checked, this, &frmMain::ShowProblems);
     connect(problems_, &ProblemWatch::NotesDamaged, this, [this](const QString& text) { ShowBar(text, {}); });
     ShowProblems();

@@ -70,9 +70,9 @@ constexpr Way Ways[] = {
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstScriptLines=", "Raw"},
     {"lstRooms=Quay, mnuToolsRename >"},
     {"mnuToolsProblems, mnuToolsNextProblem", "Problems"},
-    {"mnuToolsFind", "Find"},
-    {"lstRooms=Quay, mnuToolsWhereUsed", "WhereUsed"},
-    {"lstRooms=Net Loft, mnuToolsPreview", "Preview"},
+    {"mnuToolsProblems, mnuToolsFind", "Find"},
+    {"mnuToolsFindPanel, lstRooms=Quay, mnuToolsWhereUsed", "WhereUsed"},
+    {"mnuToolsWhereUsedPanel, lstRooms=Net Loft, mnuToolsPreview", "Preview"},
     {"mnuToolsPreview, mnuToolsPlay", "Play"},
     {"mnuToolsPlay, actPlayFrom >"},
     // Last, because it changes the game.
