@@ -141,6 +141,9 @@ QWidget* ProblemsPanel::MakeControls() {
     lblProblem_->setWordWrap(true);
     lblProblem_->setTextFormat(Qt::PlainText); // quotes what authors wrote
     lblProblem_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QSizePolicy stays = lblProblem_->sizePolicy();
+    stays.setRetainSizeWhenHidden(true); // the buttons keep their places
+    lblProblem_->setSizePolicy(stays);
     offersLayout_->setContentsMargins({});
 
     auto* controls = new QWidget(this);
@@ -195,6 +198,7 @@ void ProblemsPanel::ShowSelected() {
     ShowOffers({});
     butSilence_->setEnabled(problem != nullptr);
     butFixAll_->setEnabled(problem != nullptr && !problem->fixes.empty());
+    lblProblem_->setVisible(problem != nullptr);
     lblProblem_->setText(problem == nullptr ? QString() : ToQt(problem->text));
     offering_.Cancel();
     if (problem == nullptr || problem->fixes.empty())
