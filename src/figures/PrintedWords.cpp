@@ -147,12 +147,13 @@ private:
         const auto [at, isNew] = printedParts_.try_emplace(call.entry, -1);
         if (isNew)
             at->second = PrintedPart(*call.entry);
-        if (!call.hasParameter || at->second < 0)
+        const int printed = at->second;
+        if (!call.hasParameter || printed < 0)
             return;
         const std::string_view parameter = call.parameter.Of(line);
         int part = 0;
         ForEachPart(parameter, call.entry->syntax, [&](TextRange range, NameKind) {
-            if (part++ == at->second)
+            if (part++ == printed)
                 printed_(place, KindInScript(place, call.entry->keyword), CountWords(range.Of(parameter)));
         });
     }
