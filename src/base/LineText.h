@@ -39,6 +39,11 @@ constexpr char Lower(char c) {
     return detail::LowerTable[static_cast<unsigned char>(c)];
 }
 
+/// True for 0 to 9 in any locale.
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 /// The text in small letters.
 std::string Lower(std::string_view text);
 

@@ -27,6 +27,9 @@ namespace zem {
 /// What a command ends with. Commands that compare or judge say in their own words what FileProblem means.
 enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
 
+/// What commands end with that compare: their answer, or that there was none.
+enum ComparisonStatus { AsExpected = 0, Different = 1, Trouble = 2 };
+
 /// Makes a picture of a map in the format that the name of the file ends in, and gives its bytes; throws
 /// KelError for other endings. Who can paint brings one along; without one there are no pictures.
 using MapPictureMaker = std::function<std::string(const routing::RoutedMap& map, const std::string& file)>;

@@ -18,8 +18,6 @@ using merge::DifferenceKind;
 using merge::GameDiff;
 using merge::MarkedPiece;
 
-enum DiffStatus { Same = 0, Different = 1, Trouble = 2 };
-
 struct DiffArguments {
     std::string before;
     std::string after;
@@ -116,7 +114,7 @@ int Diff(CommandContext& context, const DiffArguments& arguments) {
                                                 : ToUtf8Lines(AsText(diff));
     if (context.Write(page, "-") != Success)
         return Trouble;
-    return diff.Differences().empty() ? Same : Different;
+    return diff.Differences().empty() ? AsExpected : Different;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "commands/DiffPages.h"
 
+#include "base/Html.h"
 #include "base/TextEncoding.h"
 #include "commands/Json.h"
 #include "merge/Describe.h"
@@ -44,33 +45,23 @@ del { background: #d333; }
 .line { opacity: 0.7; }
 )";
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : ToUtf8(text)) {
-        if (c == '<')
-            escaped += "&lt;";
-        else if (c == '>')
-            escaped += "&gt;";
-        else if (c == '&')
-            escaped += "&amp;";
-        else if (c != '\r' && (static_cast<unsigned char>(c) >= ' ' || c == '\n'))
-            escaped += c; // a page may not hold control characters
-    }
-    return escaped;
+/// Text of a game as a page holds it.
+std::string PageText(std::string_view text) {
+    return HtmlOf(ToUtf8(text));
 }
 
-std::string HtmlOf(const std::vector<MarkedPiece>& pieces) {
+std::string PageText(const std::vector<MarkedPiece>& pieces) {
     std::string html;
     for (const MarkedPiece& piece : pieces)
         switch (piece.kind) {
         case MarkedPiece::Same:
-            html += Escaped(piece.text);
+            html += PageText(piece.text);
             break;
         case MarkedPiece::Removed:
-            html += "<del>" + Escaped(piece.text) + "</del>";
+            html += "<del>" + PageText(piece.text) + "</del>";
             break;
         case MarkedPiece::Added:
-            html += "<ins>" + Escaped(piece.text) + "</ins>";
+            html += "<ins>" + PageText(piece.text) + "</ins>";
             break;
         case MarkedPiece::LeftOut:
             html += " \xE2\x80\xA6";
@@ -86,28 +77,28 @@ std::string ChangeAsHtml(const Difference& difference) {
         html += "<dd>";
         if (hasLines)
             html += "<span class=\"line\">" + std::to_string(line.line) + "</span> ";
-        html += HtmlOf(line.pieces) + "</dd>\n";
+        html += PageText(line.pieces) + "</dd>\n";
     }
     return html.empty() ? "<dd>other empty lines</dd>\n" : html;
 }
 
 std::string DifferenceAsHtml(const GameDiff& diff, const Difference& difference) {
     const std::string inGroup = diff.WhereInGroup(difference);
-    const std::string where = Escaped(inGroup.empty() ? diff.Group(difference) : inGroup);
+    const std::string where = PageText(inGroup.empty() ? diff.Group(difference) : inGroup);
     switch (difference.kind) {
     case DifferenceKind::Added:
         return "<dt><ins>" + where + "</ins> added</dt>\n<dd>" +
-               Escaped(merge::RecordText(diff.After(), difference.after, 0,
-                                         [&](int record) { return diff.IsMovedIn(record); })) +
+               PageText(merge::RecordText(diff.After(), difference.after, 0,
+                                          [&](int record) { return diff.IsMovedIn(record); })) +
                "</dd>\n";
     case DifferenceKind::Removed:
         return "<dt><del>" + where + "</del> removed</dt>\n<dd>" +
-               Escaped(merge::RecordText(diff.Before(), difference.before, 0,
-                                         [&](int record) { return diff.IsMovedOut(record); })) +
+               PageText(merge::RecordText(diff.Before(), difference.before, 0,
+                                          [&](int record) { return diff.IsMovedOut(record); })) +
                "</dd>\n";
     case DifferenceKind::Moved:
     case DifferenceKind::Reordered:
-        return "<dt>" + where + "</dt>\n<dd>" + Escaped(MovedWords(diff, difference)) + "</dd>\n";
+        return "<dt>" + where + "</dt>\n<dd>" + PageText(MovedWords(diff, difference)) + "</dd>\n";
     case DifferenceKind::Changed:
         break;
     }
@@ -169,15 +160,14 @@ std::string MovedWords(const GameDiff& diff, const Difference& difference) {
 }
 
 std::string DiffAsHtml(const GameDiff& diff, const DiffNames& names) {
-    const std::string title =
-        Escaped(FromUtf8(names.before)) + " \xE2\x86\x92 " + Escaped(FromUtf8(names.after));
+    const std::string title = HtmlOf(names.before) + " \xE2\x86\x92 " + HtmlOf(names.after);
     std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" +
                        title + "</title>\n<style>" + Style + "</style>\n</head>\n<body>\n<h1>" + title +
                        "</h1>\n";
     std::string group;
     for (const Difference& difference : diff.Differences()) {
         if (const std::string next = diff.Group(difference); next != group) {
-            html += (group.empty() ? "<h2>" : "</dl>\n<h2>") + Escaped(next) + "</h2>\n<dl>\n";
+            html += (group.empty() ? "<h2>" : "</dl>\n<h2>") + PageText(next) + "</h2>\n<dl>\n";
             group = next;
         }
         html += DifferenceAsHtml(diff, difference);

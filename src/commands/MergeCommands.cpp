@@ -16,8 +16,6 @@ namespace zem {
 
 namespace {
 
-enum MergeStatus { Clean = 0, Different = 1, Trouble = 2 };
-
 struct MergeArguments {
     std::string base;
     std::string ours;
@@ -142,7 +140,7 @@ int Merge(CommandContext& context, MergeArguments arguments) {
         context.Out() << arguments.path << ": conflict: " << ToTerminal(Sentence(conflict)) << '\n';
     const std::size_t count = result.conflicts.size();
     if (count == 0)
-        return Clean;
+        return AsExpected;
     context.Out() << arguments.path << ": " << count << (count == 1 ? " conflict" : " conflicts")
                   << "; both versions are in " << arguments.conflicts << '\n';
     return Different;

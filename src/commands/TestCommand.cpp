@@ -24,8 +24,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// What this command ends with: as approved, told otherwise, nothing could be judged.
-enum TestStatus { AsApproved = 0, Different = 1, Trouble = 2 };
-
 struct TestOptions {
     std::string file;
     std::string junit;
@@ -209,7 +207,7 @@ private:
         context_.Out() << played.size() - bad << " of " << played.size()
                        << (played.size() == 1 ? " run" : " runs") << " as approved, " << lines
                        << " lines played\n";
-        return bad == 0 ? AsApproved : Different;
+        return bad == 0 ? AsExpected : Different;
     }
 
     std::string Report(const std::vector<PlayedRun>& played) const {

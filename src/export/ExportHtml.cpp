@@ -1,3 +1,4 @@
+#include "base/Html.h"
 #include "export/Export.h"
 #include "export/Outline.h"
 
@@ -20,31 +21,14 @@ dd { margin-left: 1.5rem; }
 @media print { a { color: inherit; text-decoration: none; } h3 { break-after: avoid; } }
 )";
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        if (c == '<')
-            escaped += "&lt;";
-        else if (c == '>')
-            escaped += "&gt;";
-        else if (c == '&')
-            escaped += "&amp;";
-        else if (c == '"')
-            escaped += "&quot;";
-        else if (static_cast<unsigned char>(c) >= ' ' && c != 0x7F)
-            escaped += c; // a page may not hold control characters
-    }
-    return escaped;
-}
-
 class HtmlWriter {
 public:
     std::string Run(const Outline& outline) {
         html_ =
             "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<meta name=\"viewport\" "
             "content=\"width=device-width\">\n<title>" +
-            Escaped(outline.title) + "</title>\n<style>" + Style +
-            "</style>\n</head>\n<body>\n<h1 id=\"game\">" + Escaped(outline.title) + "</h1>\n";
+            HtmlOf(outline.title) + "</title>\n<style>" + Style +
+            "</style>\n</head>\n<body>\n<h1 id=\"game\">" + HtmlOf(outline.title) + "</h1>\n";
         Entries(outline.properties);
         Contents(outline);
         html_ += "<h2 id=\"rooms\">Rooms</h2>\n";
@@ -63,12 +47,12 @@ public:
 
 private:
     void Heading(const char* tag, const std::string& anchor, const std::string& text) {
-        html_ += std::string("<") + tag + " id=\"" + anchor + "\">" + Escaped(text) + "</" + tag + ">\n";
+        html_ += std::string("<") + tag + " id=\"" + anchor + "\">" + HtmlOf(text) + "</" + tag + ">\n";
     }
 
     static std::string LinkText(const Link& link) {
-        return link.anchor.empty() ? Escaped(link.text)
-                                   : "<a href=\"#" + link.anchor + "\">" + Escaped(link.text) + "</a>";
+        return link.anchor.empty() ? HtmlOf(link.text)
+                                   : "<a href=\"#" + link.anchor + "\">" + HtmlOf(link.text) + "</a>";
     }
 
     void Links(const char* kind, const std::vector<Link>& links) {
@@ -94,7 +78,7 @@ private:
     void Lines(const std::vector<std::string>& lines) {
         html_ += "<div class=\"script\">";
         for (std::size_t k = 0; k < lines.size(); ++k)
-            html_ += (k == 0 ? "" : "\n") + Escaped(lines[k]);
+            html_ += (k == 0 ? "" : "\n") + HtmlOf(lines[k]);
         html_ += "</div>\n";
     }
 
@@ -103,7 +87,7 @@ private:
             return;
         html_ += "<dl>\n";
         for (const Entry& entry : entries) {
-            html_ += "<dt>" + Escaped(entry.name) + "</dt>\n<dd>";
+            html_ += "<dt>" + HtmlOf(entry.name) + "</dt>\n<dd>";
             Lines(entry.lines);
             html_ += "</dd>\n";
         }
@@ -124,7 +108,7 @@ private:
             return;
         html_ += "<ul class=\"exits\">\n";
         for (const ExitPart& exit : exits) {
-            html_ += "<li>" + Escaped(exit.name) + (exit.to.text.empty() ? "" : ": " + LinkText(exit.to));
+            html_ += "<li>" + HtmlOf(exit.name) + (exit.to.text.empty() ? "" : ": " + LinkText(exit.to));
             if (!exit.script.empty())
                 Lines(exit.script);
             html_ += "</li>\n";
@@ -135,10 +119,10 @@ private:
     void Room(const RoomPart& room) {
         Heading("h3", room.anchor, room.name);
         if (!room.alias.empty())
-            html_ += "<p><i>" + Escaped(room.alias) + "</i></p>\n";
+            html_ += "<p><i>" + HtmlOf(room.alias) + "</i></p>\n";
         for (const std::string& paragraph : room.description)
             if (!paragraph.empty())
-                html_ += "<p>" + Escaped(paragraph) + "</p>\n";
+                html_ += "<p>" + HtmlOf(paragraph) + "</p>\n";
         Exits(room.exits);
         Entries(room.entries);
         Things("Person: ", room.people);

@@ -10,11 +10,6 @@ namespace zem {
 
 namespace {
 
-bool IsStandardText(std::string_view name) {
-    return std::any_of(std::begin(StandardTexts), std::end(StandardTexts),
-                       [&](const char* standard) { return EqualIgnoringCase(name, standard); });
-}
-
 std::string WithArticle(NameKind kind) {
     const std::string word = Describe(kind);
     return (word[0] == 'o' || word[0] == 'i' ? "an " : "a ") + word;

@@ -186,11 +186,6 @@ bool ComesBefore(const Reference& a, const Reference& b) {
 }
 
 /// Whether the text is one of those that the game-running program looks for, whatever their capitals.
-bool IsStandardText(std::string_view name) {
-    return std::any_of(std::begin(StandardTexts), std::end(StandardTexts),
-                       [&](const char* standard) { return EqualIgnoringCase(name, standard); });
-}
-
 } // namespace
 
 namespace detail {

@@ -28,19 +28,20 @@ PCRE2_SPTR Units(std::string_view text) {
 struct FreeCompile {
     void operator()(pcre2_compile_context* context) const { pcre2_compile_context_free(context); }
 };
-struct FreeCode {
-    void operator()(pcre2_code* code) const { pcre2_code_free(code); }
-};
-struct FreeMatch {
-    void operator()(pcre2_match_context* context) const { pcre2_match_context_free(context); }
-};
-struct FreeData {
-    void operator()(pcre2_match_data* data) const { pcre2_match_data_free(data); }
-};
 
 } // namespace
 
 struct RegularExpression::Compiled {
+    struct FreeCode {
+        void operator()(pcre2_code* code) const { pcre2_code_free(code); }
+    };
+    struct FreeMatch {
+        void operator()(pcre2_match_context* context) const { pcre2_match_context_free(context); }
+    };
+    struct FreeData {
+        void operator()(pcre2_match_data* data) const { pcre2_match_data_free(data); }
+    };
+
     std::unique_ptr<pcre2_code, FreeCode> code;
     std::unique_ptr<pcre2_match_context, FreeMatch> limits;
     std::unique_ptr<pcre2_match_data, FreeData> match;

@@ -13,11 +13,6 @@ namespace zem {
 
 namespace {
 
-std::string_view TextAt(const GameModel& game, const Place& place) {
-    const auto resolved = Resolve(game, place);
-    return resolved && resolved->text != nullptr ? std::string_view(*resolved->text) : std::string_view();
-}
-
 class Planner {
 public:
     Planner(const GameIndex& index, const RenameRequest& request, std::size_t most)

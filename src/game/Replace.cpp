@@ -14,11 +14,6 @@ namespace zem {
 
 namespace {
 
-std::string_view TextAt(const GameModel& game, const Place& place) {
-    const auto resolved = Resolve(game, place);
-    return resolved && resolved->text != nullptr ? std::string_view(*resolved->text) : std::string_view();
-}
-
 /// What comes in the place of each hit.
 class NewWords {
 public:

@@ -7,7 +7,7 @@ namespace zem::map {
 
 namespace {
 
-constexpr Cost Slack = 200; // what a cut may cost before the lines that it frees are counted
+constexpr Cost SlackOfCut = 200; // what a cut may cost before the lines that it frees are counted
 
 /// A line through a point where lines of several slants meet.
 struct Passing {
@@ -124,7 +124,7 @@ bool Parter::Shift(const std::vector<int>& moves, const std::vector<int>& stays,
     for (const int room : moves)
         if (std::find(stays.begin(), stays.end(), room) != stays.end())
             return false;
-    return shifter_.ShiftRoom(moves, stays, shift, window_, Slack);
+    return shifter_.ShiftRoom(moves, stays, shift, window_, SlackOfCut);
 }
 
 /// The room moves off the line, the line off the room, or an end of the line stops before the room.

@@ -7,7 +7,7 @@ namespace zem::map {
 
 namespace {
 
-constexpr Cost Slack = CostOfFarHost + 40;
+constexpr Cost SlackOfDock = CostOfFarHost + 40;
 
 /// Makes room around hosts whose docked rooms are too far away.
 class Widener {
@@ -45,7 +45,7 @@ private:
                 const Cell way = cell - host;
                 if (way.x * shift.x + way.y * shift.y <= 0)
                     continue;
-                if (shifter_.ShiftRoom({blocker}, {dock.a, dock.b}, shift, window, Slack, moveIn))
+                if (shifter_.ShiftRoom({blocker}, {dock.a, dock.b}, shift, window, SlackOfDock, moveIn))
                     return;
             }
         }

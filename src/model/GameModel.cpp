@@ -4,10 +4,15 @@
 #include "model/Fields.h"
 
 #include <algorithm>
-#include <string_view>
+#include <iterator>
 #include <utility>
 
 namespace zem {
+
+bool IsStandardText(std::string_view name) {
+    return std::any_of(std::begin(StandardTexts), std::end(StandardTexts),
+                       [&](const char* standard) { return EqualIgnoringCase(name, standard); });
+}
 
 void AddStandardTexts(GameModel& game) {
     for (const char* name : StandardTexts)

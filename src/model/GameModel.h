@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 /// The game being edited: plain value records whose text is bytes in Windows-1252.
 /// A field of several lines joins them with CR LF.
@@ -183,6 +184,9 @@ inline constexpr const char* CurrentKelVersion = "217";
 
 /// The names of the texts that the game-running program looks for: every game has them.
 inline constexpr const char* StandardTexts[] = {"intro", "win", "lose"};
+
+/// Whether a text of this name is one of them, whatever its capitals.
+bool IsStandardText(std::string_view name);
 
 /// Adds the standard texts that the game has under no such name, whatever its capitals; they are empty.
 void AddStandardTexts(GameModel& game);

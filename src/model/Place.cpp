@@ -152,6 +152,11 @@ std::optional<ResolvedPlace> Resolve(const GameModel& game, const Place& place) 
     return Resolver(place).Run(game);
 }
 
+std::string_view TextAt(const GameModel& game, const Place& place) {
+    const std::optional<ResolvedPlace> resolved = Resolve(game, place);
+    return resolved && resolved->text != nullptr ? std::string_view(*resolved->text) : std::string_view();
+}
+
 bool Exists(const GameModel& game, const Place& place) {
     return Resolve(game, place).has_value();
 }

@@ -63,6 +63,9 @@ struct ResolvedPlace {
 /// Where the place leads to; nothing when the game has no such entry, or no so many bytes there.
 std::optional<ResolvedPlace> Resolve(const GameModel& game, const Place& place);
 
+/// The whole text of the field of a place; empty where the game has no such place or it holds no text.
+std::string_view TextAt(const GameModel& game, const Place& place);
+
 /// Whether the game has the place.
 bool Exists(const GameModel& game, const Place& place);
 

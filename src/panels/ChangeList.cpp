@@ -7,7 +7,7 @@ namespace zem {
 
 namespace {
 
-enum Column { Where, What, Before, After };
+enum ChangeColumn { ChangeWhere, ChangeWhat, ChangeBefore, ChangeAfter };
 constexpr int Widths[] = {220, 90, 280}; // pixels at 100 per cent; the last one takes the rest
 
 } // namespace
@@ -18,7 +18,7 @@ ChangeList::ChangeList(QWidget* parent) : QTreeWidget(parent) {
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
-    for (int column = 0; column < After; ++column)
+    for (int column = 0; column < ChangeAfter; ++column)
         header()->resizeSection(column, Widths[column]);
     connect(this, &QTreeWidget::itemChanged, this, &ChangeList::TicksChanged);
 }
@@ -31,8 +31,8 @@ void ChangeList::SetChanges(const std::vector<ChangeRow>& changes) {
         for (const ChangeRow& change : changes) {
             auto* item = new QTreeWidgetItem({change.where, change.what, change.before, change.after});
             item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
-            item->setCheckState(Where, change.isTicked ? Qt::Checked : Qt::Unchecked);
-            for (const int column : {Where, What, Before, After})
+            item->setCheckState(ChangeWhere, change.isTicked ? Qt::Checked : Qt::Unchecked);
+            for (const int column : {ChangeWhere, ChangeWhat, ChangeBefore, ChangeAfter})
                 item->setToolTip(column, item->text(column));
             items.append(item);
         }
@@ -45,7 +45,7 @@ void ChangeList::SetChanges(const std::vector<ChangeRow>& changes) {
 
 bool ChangeList::IsTicked(std::size_t row) const {
     const QTreeWidgetItem* item = topLevelItem(static_cast<int>(row));
-    return item != nullptr && item->checkState(Where) == Qt::Checked;
+    return item != nullptr && item->checkState(ChangeWhere) == Qt::Checked;
 }
 
 int ChangeList::TickedCount() const {

@@ -20,11 +20,11 @@ namespace zem {
 
 namespace {
 
-enum Column { Name, Value };
+enum BeginningColumn { BeginningName, BeginningValue };
 
 /// What a value is when the game begins; items that are had at the start need not be told.
 bool IsChosen(const QTreeWidgetItem& item) {
-    return item.checkState(Name) == Qt::Checked;
+    return item.checkState(BeginningName) == Qt::Checked;
 }
 
 } // namespace
@@ -92,12 +92,12 @@ QTreeWidget* PlayFromDialog::MakeValues() {
     values->setHeaderHidden(true);
     values->setColumnCount(2);
     values->setUniformRowHeights(true);
-    values->header()->setSectionResizeMode(Name, QHeaderView::Stretch);
+    values->header()->setSectionResizeMode(BeginningName, QHeaderView::Stretch);
     // Return on a variable types its value; on anything else it is the button's.
     values->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     connect(values, &QTreeWidget::itemDoubleClicked, this, [values](QTreeWidgetItem* item) {
         if ((item->flags() & Qt::ItemIsEditable) != 0)
-            values->editItem(item, Value);
+            values->editItem(item, BeginningValue);
     });
     return values;
 }
@@ -105,7 +105,7 @@ QTreeWidget* PlayFromDialog::MakeValues() {
 void PlayFromDialog::AddGroup(const QString& caption, play::Kind kind) {
     auto* group = new QTreeWidgetItem(values_, {caption});
     group->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-    group->setData(Name, Qt::UserRole, static_cast<int>(kind));
+    group->setData(BeginningName, Qt::UserRole, static_cast<int>(kind));
 }
 
 /// Lists all names, with the state of the running game or of the beginning.
@@ -121,16 +121,16 @@ void PlayFromDialog::FillValues(bool isNow) {
     for (const play::WatchedValue& value : state.Watch(true))
         for (int k = 0; k < values_->topLevelItemCount(); ++k) {
             QTreeWidgetItem* group = values_->topLevelItem(k);
-            if (group->data(Name, Qt::UserRole).toInt() != static_cast<int>(value.kind))
+            if (group->data(BeginningName, Qt::UserRole).toInt() != static_cast<int>(value.kind))
                 continue;
             auto* item = new QTreeWidgetItem(group, {ToQt(value.name)});
-            item->setData(Name, Qt::UserRole, QByteArray::fromStdString(value.name));
+            item->setData(BeginningName, Qt::UserRole, QByteArray::fromStdString(value.name));
             if (value.kind == play::Kind::Variable) {
-                item->setText(Value, ToQt(value.value));
+                item->setText(BeginningValue, ToQt(value.value));
                 item->setFlags(item->flags() | Qt::ItemIsEditable);
             } else
-                item->setCheckState(Name, value.value == "had" || value.value == "on" ? Qt::Checked
-                                                                                      : Qt::Unchecked);
+                item->setCheckState(
+                    BeginningName, value.value == "had" || value.value == "on" ? Qt::Checked : Qt::Unchecked);
         }
     values_->expandAll();
 }
@@ -153,12 +153,12 @@ play::StartingPoint PlayFromDialog::Point() const {
     point.room = FromQtForPlayer(room_->currentText());
     for (int k = 0; k < values_->topLevelItemCount(); ++k) {
         const QTreeWidgetItem* group = values_->topLevelItem(k);
-        const auto kind = static_cast<play::Kind>(group->data(Name, Qt::UserRole).toInt());
+        const auto kind = static_cast<play::Kind>(group->data(BeginningName, Qt::UserRole).toInt());
         for (int row = 0; row < group->childCount(); ++row) {
             const QTreeWidgetItem& item = *group->child(row);
-            const std::string name = item.data(Name, Qt::UserRole).toByteArray().toStdString();
+            const std::string name = item.data(BeginningName, Qt::UserRole).toByteArray().toStdString();
             if (kind == play::Kind::Variable)
-                point.variables.emplace_back(name, FromQtForPlayer(item.text(Value)));
+                point.variables.emplace_back(name, FromQtForPlayer(item.text(BeginningValue)));
             else if (kind == play::Kind::Item)
                 (IsChosen(item) ? point.items : point.itemsNotHad).push_back(name);
             else if (IsChosen(item))

@@ -17,7 +17,7 @@ namespace zem {
 
 namespace {
 
-constexpr int Gap = 8; // device-independent pixels
+constexpr int GapOfText = 8; // device-independent pixels
 
 struct CompassField {
     FieldId field;
@@ -65,8 +65,8 @@ PreviewPanel::PreviewPanel(CompiledGame& game, QWidget* parent)
     links_->setTextInteractionFlags(Qt::TextBrowserInteraction);
     auto* body = new QWidget(this);
     auto* layout = new QVBoxLayout(body);
-    layout->setContentsMargins(Gap, Gap, Gap, Gap);
-    layout->setSpacing(Gap);
+    layout->setContentsMargins(GapOfText, GapOfText, GapOfText, GapOfText);
+    layout->setSpacing(GapOfText);
     layout->addWidget(page_, 1);
     layout->addWidget(links_);
     setWidget(body);

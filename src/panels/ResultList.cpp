@@ -15,7 +15,7 @@ namespace zem {
 
 namespace {
 
-enum Column { Where, What, Text, ColumnCount };
+enum ResultColumn { Where, What, Text, ColumnCount };
 constexpr int WidthOfText = 320; // pixels at 100 per cent, until the author chooses
 
 } // namespace

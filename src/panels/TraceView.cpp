@@ -11,7 +11,7 @@ namespace zem {
 
 namespace {
 
-enum Column { Line, Outcome };
+enum TraceColumn { Line, Outcome };
 
 /// Says in words what the colours and the line through a text say.
 QString OutcomeOf(const play::TraceRow& row) {

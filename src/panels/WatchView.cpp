@@ -19,7 +19,7 @@ namespace zem {
 
 namespace {
 
-enum Column { Name, Value };
+enum WatchColumn { Name, Value };
 enum Role { KindRole = Qt::UserRole, NameRole, ValueRole };
 
 constexpr int MostRows = 1000; // more is found with the filter

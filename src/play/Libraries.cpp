@@ -13,9 +13,6 @@ namespace {
 constexpr std::size_t MostLibraries = 64;
 constexpr std::size_t MostBytes = 64 * 1024 * 1024;
 
-/// Stands for the verbs that every game has, where no such file is there.
-constexpr std::string_view BuiltInVerbs = "standard.kel";
-
 class Loader {
 public:
     Loader(GameFiles& files, const ReadLibrary& read) : files_(files), read_(read) {}

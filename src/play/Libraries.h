@@ -5,8 +5,12 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace zem::play {
+
+/// Stands for the verbs that every game has, where no such file is there.
+inline constexpr std::string_view BuiltInVerbs = "standard.kel";
 
 /// Gives the bytes of a file in the folder of the game; nothing when it cannot be read.
 using ReadLibrary = std::function<std::optional<std::string>(const std::string& name)>;

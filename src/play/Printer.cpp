@@ -31,10 +31,6 @@ constexpr CodeRow StyleCodes[] = {
     {"jr", [](Style& style) { style.alignment = Alignment::Right; }},
 };
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// True for a "s" with two digits behind it.
 bool IsSize(std::string_view code) {
     return code.size() >= 3 && code[0] == 's' && IsDigit(code[1]) && IsDigit(code[2]);

@@ -1,22 +1,23 @@
 #pragma once
 
 #include "game/ScriptOwners.h"
-#include "play/World.h"
+#include "play/StoryPlaces.h"
 #include "reader/SourceLines.h"
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 
 namespace zem::play {
 
-/// Says where in a game something stands that was played: a command, an "if" line, a printed text.
+/// Says in which line of a game's file something stands that was played: a command, an "if" line, a printed
+/// text.
 class SourcePlaces {
 public:
     explicit SourcePlaces(std::shared_ptr<const World> world);
 
-    /// Nothing for what stands in no file of the author's game: a library, or the player program itself.
+    /// The line of a text or script; the record where no line is told. Nothing for what stands in no file of
+    /// the author's game: a library, or the player program itself.
     std::optional<Place> PlaceOf(const Source& source) const;
 
     /// In plain words, as its owner's: "object lamp in Hall, take, line 2". Empty for a place that is none.
@@ -26,9 +27,10 @@ public:
     std::size_t LineOf(const Source& source, const SourceLines& lines) const;
 
 private:
-    std::shared_ptr<const World> world_;
+    const GameModel& Game() const { return places_.GetWorld().Game(); }
+
+    StoryPlaces places_;
     ScriptOwners owners_;
-    std::unordered_map<const Book*, Place> records_;
 };
 
 } // namespace zem::play

@@ -175,6 +175,17 @@ std::optional<Place> StoryPlaces::PlaceOf(const Source& source) const {
     return place;
 }
 
+std::optional<Place> StoryPlaces::RecordOf(const Source& source) const {
+    const auto found = records_.find(source.book);
+    if (source.book == nullptr || found == records_.end())
+        return std::nullopt;
+    Place place;
+    for (const PlaceStep& step : {found->second.first, found->second.second})
+        if (step.list != FieldId::None)
+            place.steps[place.Depth()] = step;
+    return place;
+}
+
 std::string StoryPlaces::LineOf(const Source& source) const {
     const std::optional<Place> place = PlaceOf(source);
     if (!place)

@@ -25,6 +25,9 @@ public:
     /// The place in plain words; what stands in a library is told, too. Empty without a book.
     std::string Describe(const Source& source) const;
 
+    /// The record in which the source stands; nothing where PlaceOf could not tell it either.
+    std::optional<Place> RecordOf(const Source& source) const;
+
     const World& GetWorld() const { return *world_; }
 
 private:

@@ -6,10 +6,6 @@ namespace zem::play {
 
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// True when writing out the number of the text gives the text again.
 bool IsUsualNumber(std::string_view text) {
     const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;

@@ -11,12 +11,6 @@
 
 namespace zem::problems {
 
-namespace {
-
-constexpr std::string_view BuiltInVerbs = "standard.kel";
-
-} // namespace
-
 const char* WordFor(Level level) {
     switch (level) {
     case Level::Error:
@@ -35,7 +29,7 @@ Libraries ReadLibraries(const GameModel& game, const FilesBeside& files) {
     Libraries libraries;
     const auto noteMissing = [&](const GameModel& includer) {
         for (const std::string& name : includer.Includes)
-            if (name != BuiltInVerbs &&
+            if (name != play::BuiltInVerbs &&
                 std::find(all.libraryNames.begin(), all.libraryNames.end(), name) == all.libraryNames.end())
                 libraries.missing.push_back(name);
     };

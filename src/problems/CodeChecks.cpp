@@ -22,10 +22,6 @@ struct Code {
     bool isKnown = true; // also false for a "|" at the end
 };
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 Code ReadCode(std::string_view text, std::size_t at) {
     const auto letter = [&](std::size_t offset) {
         return at + offset < text.size() ? text[at + offset] : '\0';
@@ -210,18 +206,17 @@ void FindInCodes(const CheckedGame& game, Findings& findings) {
     CodeSearch(game, findings).Run();
 }
 
-constexpr Check Rows[] = {
-    {"T03", Level::Warning, "Unknown format codes", FindInCodes},
-    {"T04", Level::Warning, "Sizes without two digits", FindInCodes},
-    {"T05", Level::Hint, "Codes that are never switched off", FindInCodes},
-    {"T06", Level::Hint, "Codes that switch nothing", FindInCodes},
-    {"T07", Level::Warning, "Colours that begin a word", FindInCodes},
-    {"T08", Level::Hint, "New lines by code in text blocks", FindInCodes},
-};
-
 } // namespace
 
 std::span<const Check> CodeChecks() {
+    static constexpr Check Rows[] = {
+        {"T03", Level::Warning, "Unknown format codes", FindInCodes},
+        {"T04", Level::Warning, "Sizes without two digits", FindInCodes},
+        {"T05", Level::Hint, "Codes that are never switched off", FindInCodes},
+        {"T06", Level::Hint, "Codes that switch nothing", FindInCodes},
+        {"T07", Level::Warning, "Colours that begin a word", FindInCodes},
+        {"T08", Level::Hint, "New lines by code in text blocks", FindInCodes},
+    };
     return Rows;
 }
 

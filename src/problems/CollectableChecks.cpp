@@ -165,19 +165,18 @@ void FindSpendingUnasked(const CheckedGame& game, Findings& findings) {
                              QuoteShortly(call->Part(0)) + '.');
 }
 
-constexpr Check Rows[] = {
-    {"C10", Level::Error, "Settings of collectables that are not understood", FindOddCollectables},
-    {"C11", Level::Error, "Collectables that begin outside of their range", FindOddCollectables},
-    {"C12", Level::Error, "Ranges with a lowest value above the highest", FindOddCollectables},
-    {"C13", Level::Warning, "Stars that have no other", FindOddCollectables},
-    {"C14", Level::Hint, "Displays without a value", FindOddCollectables},
-    {"C15", Level::Warning, "Amounts beyond the range", FindAmountsBeyond},
-    {"C16", Level::Hint, "Spending without asking", FindSpendingUnasked, true},
-};
-
 } // namespace
 
 std::span<const Check> CollectableChecks() {
+    static constexpr Check Rows[] = {
+        {"C10", Level::Error, "Settings of collectables that are not understood", FindOddCollectables},
+        {"C11", Level::Error, "Collectables that begin outside of their range", FindOddCollectables},
+        {"C12", Level::Error, "Ranges with a lowest value above the highest", FindOddCollectables},
+        {"C13", Level::Warning, "Stars that have no other", FindOddCollectables},
+        {"C14", Level::Hint, "Displays without a value", FindOddCollectables},
+        {"C15", Level::Warning, "Amounts beyond the range", FindAmountsBeyond},
+        {"C16", Level::Hint, "Spending without asking", FindSpendingUnasked, true},
+    };
     return Rows;
 }
 

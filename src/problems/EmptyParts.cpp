@@ -155,23 +155,22 @@ void FindEmptyMenus(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"E01", Level::Warning, "Rooms without a description", FindEmptyRoomParts},
-    {"E02", Level::Hint, "Descriptions that nobody reads", FindEmptyRoomParts},
-    {"E03", Level::Hint, "Things without a look", FindEmptyRoomParts},
-    {"E04", Level::Hint, "Characters without an answer", FindEmptyRoomParts},
-    {"E05", Level::Warning, "Empty procedures that are run", FindEmptyProcedures},
-    {"E06", Level::Error, "Menus without choices", FindEmptyMenus},
-    {"E07", Level::Hint, "Menus that do nothing", FindEmptyMenus},
-    {"E08", Level::Hint, "Menus that ask nothing", FindEmptyMenus},
-    {"E09", Level::Hint, "Characters without a gender", FindEmptyRoomParts},
-    {"E10", Level::Hint, "Hidden and invisible", FindEmptyRoomParts},
-    {"E11", Level::Hint, "Aliases without a prefix", FindEmptyRoomParts},
-};
-
 } // namespace
 
 std::span<const Check> EmptyChecks() {
+    static constexpr Check Rows[] = {
+        {"E01", Level::Warning, "Rooms without a description", FindEmptyRoomParts},
+        {"E02", Level::Hint, "Descriptions that nobody reads", FindEmptyRoomParts},
+        {"E03", Level::Hint, "Things without a look", FindEmptyRoomParts},
+        {"E04", Level::Hint, "Characters without an answer", FindEmptyRoomParts},
+        {"E05", Level::Warning, "Empty procedures that are run", FindEmptyProcedures},
+        {"E06", Level::Error, "Menus without choices", FindEmptyMenus},
+        {"E07", Level::Hint, "Menus that do nothing", FindEmptyMenus},
+        {"E08", Level::Hint, "Menus that ask nothing", FindEmptyMenus},
+        {"E09", Level::Hint, "Characters without a gender", FindEmptyRoomParts},
+        {"E10", Level::Hint, "Hidden and invisible", FindEmptyRoomParts},
+        {"E11", Level::Hint, "Aliases without a prefix", FindEmptyRoomParts},
+    };
     return Rows;
 }
 

@@ -107,12 +107,6 @@ void FindLostTimers(const CheckedGame& game, Findings& findings) {
         }
 }
 
-constexpr Check Rows[] = {
-    {"A12", Level::Warning, "Timers that nothing defines", FindLostTimers},
-    {"A13", Level::Warning, "Exits that the room lacks", FindMissingExits},
-    {"A14", Level::Hint, "Timers that nothing starts", FindLostTimers},
-};
-
 } // namespace
 
 bool IsDirection(std::string_view text) {
@@ -121,6 +115,11 @@ bool IsDirection(std::string_view text) {
 }
 
 std::span<const Check> TimerChecks() {
+    static constexpr Check Rows[] = {
+        {"A12", Level::Warning, "Timers that nothing defines", FindLostTimers},
+        {"A13", Level::Warning, "Exits that the room lacks", FindMissingExits},
+        {"A14", Level::Hint, "Timers that nothing starts", FindLostTimers},
+    };
     return Rows;
 }
 

@@ -1,6 +1,7 @@
 // The files that a game wants to find beside it.
 #include "base/LineText.h"
 #include "play/FileNames.h"
+#include "play/Libraries.h"
 #include "problems/Checks.h"
 #include "problems/Fixes.h"
 
@@ -9,8 +10,6 @@
 namespace zem::problems {
 
 namespace {
-
-constexpr std::string_view BuiltInVerbs = "standard.kel";
 
 /// The last part of a path.
 std::string_view FileNameOf(std::string_view path) {
@@ -67,7 +66,7 @@ void FindFiles(const CheckedGame& game, Findings& findings) {
     int entry = 0;
     for (const std::string& library : game.Game().Includes) {
         ++entry;
-        if (library == BuiltInVerbs || folder.names.Has(library))
+        if (library == play::BuiltInVerbs || folder.names.Has(library))
             continue;
         const Place place = Place::Of({{FieldId::GameIncludes, entry}});
         Problem& problem = findings.Add("F04", place,
@@ -81,16 +80,15 @@ void FindFiles(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"F01", Level::Warning, "Files that are missing", FindFiles},
-    {"F02", Level::Warning, "Files with other capitals", FindFiles},
-    {"F03", Level::Warning, "Files of this machine", FindFiles},
-    {"F04", Level::Hint, "Libraries that are missing", FindFiles},
-};
-
 } // namespace
 
 std::span<const Check> FileChecks() {
+    static constexpr Check Rows[] = {
+        {"F01", Level::Warning, "Files that are missing", FindFiles},
+        {"F02", Level::Warning, "Files with other capitals", FindFiles},
+        {"F03", Level::Warning, "Files of this machine", FindFiles},
+        {"F04", Level::Hint, "Libraries that are missing", FindFiles},
+    };
     return Rows;
 }
 

@@ -62,10 +62,6 @@ Fix RenameFlag(const FlagUses& uses, std::string_view from, std::string_view to)
                       });
 }
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 std::string WithoutDigits(std::string_view text) {
     std::string rest;
     for (const char c : text)
@@ -125,16 +121,15 @@ void FindInFlags(const CheckedGame& game, Findings& findings) {
     FindNeighbours(flags, findings);
 }
 
-constexpr Check Rows[] = {
-    {"V01", Level::Hint, "Flags that nothing asks for", FindInFlags},
-    {"V02", Level::Warning, "Flags that nothing sets", FindInFlags},
-    {"V03", Level::Hint, "Flags that are only cleared", FindInFlags},
-    {"V09", Level::Hint, "Flags with almost the same name", FindInFlags},
-};
-
 } // namespace
 
 std::span<const Check> FlagChecks() {
+    static constexpr Check Rows[] = {
+        {"V01", Level::Hint, "Flags that nothing asks for", FindInFlags},
+        {"V02", Level::Warning, "Flags that nothing sets", FindInFlags},
+        {"V03", Level::Hint, "Flags that are only cleared", FindInFlags},
+        {"V09", Level::Hint, "Flags with almost the same name", FindInFlags},
+    };
     return Rows;
 }
 

@@ -95,22 +95,21 @@ void FindSettings(const CheckedGame& game, Findings& findings) {
             ChangeGame("Leave it to the player", [](GameModel& changed) { changed.DefaultFontSize = 0; })};
 }
 
-constexpr Check Rows[] = {
-    {"G01", Level::Error, "No room to begin in", FindBeginning},
-    {"G02", Level::Warning, "Nothing ever wins", FindEnds},
-    {"G03", Level::Warning, "Nothing to read for the winner", FindEnds},
-    {"G04", Level::Warning, "Nothing to read for the loser", FindEnds},
-    {"G05", Level::Hint, "Texts for an end that never comes", FindEnds},
-    {"G06", Level::Hint, "No text at the beginning", FindSettings},
-    {"G07", Level::Warning, "No name", FindSettings},
-    {"G08", Level::Hint, "No author", FindSettings},
-    {"G09", Level::Warning, "Odd sizes of text", FindSettings},
-    {"G10", Level::Error, "No rooms", FindBeginning},
-};
-
 } // namespace
 
 std::span<const Check> GameChecks() {
+    static constexpr Check Rows[] = {
+        {"G01", Level::Error, "No room to begin in", FindBeginning},
+        {"G02", Level::Warning, "Nothing ever wins", FindEnds},
+        {"G03", Level::Warning, "Nothing to read for the winner", FindEnds},
+        {"G04", Level::Warning, "Nothing to read for the loser", FindEnds},
+        {"G05", Level::Hint, "Texts for an end that never comes", FindEnds},
+        {"G06", Level::Hint, "No text at the beginning", FindSettings},
+        {"G07", Level::Warning, "No name", FindSettings},
+        {"G08", Level::Hint, "No author", FindSettings},
+        {"G09", Level::Warning, "Odd sizes of text", FindSettings},
+        {"G10", Level::Error, "No rooms", FindBeginning},
+    };
     return Rows;
 }
 

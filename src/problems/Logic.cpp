@@ -343,22 +343,21 @@ void FindImpossibleTexts(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"X01", Level::Error, "Procedures that run themselves", FindEndlessProcedures},
-    {"X02", Level::Error, "Loops that never end", FindEndlessLoops},
-    {"X03", Level::Warning, "Lines behind the end", FindLinesBehindTheEnd},
-    {"X04", Level::Warning, "Conditions that are asked twice", FindConditionsTwice},
-    {"X06", Level::Hint, "Rooms that ask for themselves", FindOwnRoomAsked},
-    {"X08", Level::Warning, "Then and else that do the same", FindSameBranches},
-    {"X09", Level::Error, "Rooms that send the player to and fro", FindRoundTrips},
-    {"X10", Level::Error, "Commands that type themselves", FindTypingItself},
-    {"X11", Level::Warning, "Ends in every turn", FindEndsOfEveryTurn},
-    {"X12", Level::Hint, "Texts that a variable never gets", FindImpossibleTexts},
-};
-
 } // namespace
 
 std::span<const Check> LogicChecks() {
+    static constexpr Check Rows[] = {
+        {"X01", Level::Error, "Procedures that run themselves", FindEndlessProcedures},
+        {"X02", Level::Error, "Loops that never end", FindEndlessLoops},
+        {"X03", Level::Warning, "Lines behind the end", FindLinesBehindTheEnd},
+        {"X04", Level::Warning, "Conditions that are asked twice", FindConditionsTwice},
+        {"X06", Level::Hint, "Rooms that ask for themselves", FindOwnRoomAsked},
+        {"X08", Level::Warning, "Then and else that do the same", FindSameBranches},
+        {"X09", Level::Error, "Rooms that send the player to and fro", FindRoundTrips},
+        {"X10", Level::Error, "Commands that type themselves", FindTypingItself},
+        {"X11", Level::Warning, "Ends in every turn", FindEndsOfEveryTurn},
+        {"X12", Level::Hint, "Texts that a variable never gets", FindImpossibleTexts},
+    };
     return Rows;
 }
 

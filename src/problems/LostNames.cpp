@@ -189,24 +189,23 @@ void FindLostNames(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"A01", Level::Error, "Rooms that are not there", FindLostNames},
-    {"A02", Level::Error, "Objects that are not there", FindLostNames},
-    {"A03", Level::Error, "Characters that are not there", FindLostNames},
-    {"A04", Level::Error, "Neither characters nor objects", FindLostNames},
-    {"A05", Level::Error, "Items that are not in the list", FindLostNames},
-    {"A06", Level::Error, "Procedures that are not there", FindLostNames},
-    {"A07", Level::Error, "Texts that are not there", FindLostNames},
-    {"A08", Level::Error, "Menus that are not there", FindLostNames},
-    {"A09", Level::Error, "Collectables that are not there", FindLostNames},
-    {"A10", Level::Error, "Names with other capitals", FindLostNames},
-    {"A11", Level::Error, "Objects taken for characters, and the other way round", FindLostNames},
-    {"A15", Level::Hint, "Names made of variables", FindLostNames, true},
-};
-
 } // namespace
 
 std::span<const Check> NameChecks() {
+    static constexpr Check Rows[] = {
+        {"A01", Level::Error, "Rooms that are not there", FindLostNames},
+        {"A02", Level::Error, "Objects that are not there", FindLostNames},
+        {"A03", Level::Error, "Characters that are not there", FindLostNames},
+        {"A04", Level::Error, "Neither characters nor objects", FindLostNames},
+        {"A05", Level::Error, "Items that are not in the list", FindLostNames},
+        {"A06", Level::Error, "Procedures that are not there", FindLostNames},
+        {"A07", Level::Error, "Texts that are not there", FindLostNames},
+        {"A08", Level::Error, "Menus that are not there", FindLostNames},
+        {"A09", Level::Error, "Collectables that are not there", FindLostNames},
+        {"A10", Level::Error, "Names with other capitals", FindLostNames},
+        {"A11", Level::Error, "Objects taken for characters, and the other way round", FindLostNames},
+        {"A15", Level::Hint, "Names made of variables", FindLostNames, true},
+    };
     return Rows;
 }
 

@@ -351,22 +351,21 @@ void FindToldExits(const CheckedGame& game, Findings& findings) {
         FindDirectionsInText(game, ++number, room, mostFixes, findings);
 }
 
-constexpr Check Rows[] = {
-    {"M01", Level::Warning, "Rooms to which no way leads", FindInMap},
-    {"M02", Level::Warning, "Rooms from which no way leads on", FindInMap},
-    {"M03", Level::Hint, "Exits with no way back", FindInMap},
-    {"M04", Level::Hint, "Exits to the room itself", FindInMap},
-    {"M05", Level::Hint, "There and back do not fit", FindInMap},
-    {"M06", Level::Warning, "Exits that run an empty script", FindEmptyExits},
-    {"M07", Level::Hint, "Two directions to one room", FindInMap},
-    {"M08", Level::Hint, "Directions in texts without an exit", FindToldExits},
-    {"M09", Level::Error, "Places with two \";\"", FindEmptyExits},
-    {"M10", Level::Hint, "Rooms on one place of the map", FindSharedCells},
-};
-
 } // namespace
 
 std::span<const Check> MapChecks() {
+    static constexpr Check Rows[] = {
+        {"M01", Level::Warning, "Rooms to which no way leads", FindInMap},
+        {"M02", Level::Warning, "Rooms from which no way leads on", FindInMap},
+        {"M03", Level::Hint, "Exits with no way back", FindInMap},
+        {"M04", Level::Hint, "Exits to the room itself", FindInMap},
+        {"M05", Level::Hint, "There and back do not fit", FindInMap},
+        {"M06", Level::Warning, "Exits that run an empty script", FindEmptyExits},
+        {"M07", Level::Hint, "Two directions to one room", FindInMap},
+        {"M08", Level::Hint, "Directions in texts without an exit", FindToldExits},
+        {"M09", Level::Error, "Places with two \";\"", FindEmptyExits},
+        {"M10", Level::Hint, "Rooms on one place of the map", FindSharedCells},
+    };
     return Rows;
 }
 

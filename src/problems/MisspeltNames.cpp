@@ -242,13 +242,12 @@ void FindInTypedWords(const CheckedGame& game, Findings& findings) {
     FindNotUnderstood(game, findings);
 }
 
-constexpr Check Rows[] = {
-    {"T14", Level::Hint, "Words to type that look misspelt", FindInTypedWords},
-};
-
 } // namespace
 
 std::span<const Check> MisspeltNameChecks() {
+    static constexpr Check Rows[] = {
+        {"T14", Level::Hint, "Words to type that look misspelt", FindInTypedWords},
+    };
     return Rows;
 }
 

@@ -364,30 +364,29 @@ void FindDoubtfulElse(const CheckedGame& game, Findings& findings) {
         }
 }
 
-constexpr Check Rows[] = {
-    {"B01", Level::Error, "Brackets that are never closed", FindLinesWithoutSense},
-    {"B02", Level::Warning, "Brackets inside of brackets", FindLinesWithoutSense},
-    {"B03", Level::Error, "Text behind a command", FindOddCalls},
-    {"B04", Level::Error, "An else without an if", FindLinesWithoutSense},
-    {"B05", Level::Error, "An if without then", FindLinesWithoutSense},
-    {"B06", Level::Warning, "And and or in one line", FindMixedConditions},
-    {"B07", Level::Warning, "Commands that nobody knows", FindOddCalls},
-    {"B08", Level::Warning, "Misspelt commands and conditions", FindOddCalls},
-    {"B09", Level::Error, "Nothing after then or else", FindLinesWithoutSense},
-    {"B10", Level::Warning, "Empty brackets", FindOddCalls},
-    {"B11", Level::Error, "Missing brackets", FindOddCalls},
-    {"B12", Level::Error, "Too few or too many parts in brackets", FindOddCalls},
-    {"B13", Level::Warning, "Brackets where none belong", FindOddCalls},
-    {"B14", Level::Hint, "A choice of one", FindOddCalls},
-    {"B15", Level::Hint, "An else for the inner if", FindDoubtfulElse},
-    {"B16", Level::Error, "Braces in commands", FindLinesWithoutSense},
-    {"B17", Level::Hint, "Very long lines", FindLinesWithoutSense},
-    {"B18", Level::Warning, "Blanks at brackets", FindOddCalls},
-};
-
 } // namespace
 
 std::span<const Check> ScriptChecks() {
+    static constexpr Check Rows[] = {
+        {"B01", Level::Error, "Brackets that are never closed", FindLinesWithoutSense},
+        {"B02", Level::Warning, "Brackets inside of brackets", FindLinesWithoutSense},
+        {"B03", Level::Error, "Text behind a command", FindOddCalls},
+        {"B04", Level::Error, "An else without an if", FindLinesWithoutSense},
+        {"B05", Level::Error, "An if without then", FindLinesWithoutSense},
+        {"B06", Level::Warning, "And and or in one line", FindMixedConditions},
+        {"B07", Level::Warning, "Commands that nobody knows", FindOddCalls},
+        {"B08", Level::Warning, "Misspelt commands and conditions", FindOddCalls},
+        {"B09", Level::Error, "Nothing after then or else", FindLinesWithoutSense},
+        {"B10", Level::Warning, "Empty brackets", FindOddCalls},
+        {"B11", Level::Error, "Missing brackets", FindOddCalls},
+        {"B12", Level::Error, "Too few or too many parts in brackets", FindOddCalls},
+        {"B13", Level::Warning, "Brackets where none belong", FindOddCalls},
+        {"B14", Level::Hint, "A choice of one", FindOddCalls},
+        {"B15", Level::Hint, "An else for the inner if", FindDoubtfulElse},
+        {"B16", Level::Error, "Braces in commands", FindLinesWithoutSense},
+        {"B17", Level::Hint, "Very long lines", FindLinesWithoutSense},
+        {"B18", Level::Warning, "Blanks at brackets", FindOddCalls},
+    };
     return Rows;
 }
 

@@ -130,16 +130,15 @@ void FindOddDirections(const CheckedGame& game, Findings& findings) {
         }
 }
 
-constexpr Check Rows[] = {
-    {"C01", Level::Error, "Words where a number belongs", FindOddNumbers},
-    {"C02", Level::Warning, "Numbers that make no sense", FindOddNumbers},
-    {"C03", Level::Hint, "Numbers that do nothing", FindOddNumbers},
-    {"C04", Level::Error, "Words where a direction belongs", FindOddDirections},
-};
-
 } // namespace
 
 std::span<const Check> NumberChecks() {
+    static constexpr Check Rows[] = {
+        {"C01", Level::Error, "Words where a number belongs", FindOddNumbers},
+        {"C02", Level::Warning, "Numbers that make no sense", FindOddNumbers},
+        {"C03", Level::Hint, "Numbers that do nothing", FindOddNumbers},
+        {"C04", Level::Error, "Words where a direction belongs", FindOddDirections},
+    };
     return Rows;
 }
 

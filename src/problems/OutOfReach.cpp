@@ -195,19 +195,18 @@ void FindDeadScripts(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"L01", Level::Warning, "Items that nobody can have", FindItemsOutOfReach},
-    {"L02", Level::Warning, "Hidden things that nothing shows", FindHiddenThings},
-    {"L03", Level::Warning, "Things that stay where they were taken", FindTakes},
-    {"L04", Level::Hint, "Things that are taken and not had", FindTakes},
-    {"L06", Level::Hint, "Rules for items that nobody can have", FindItemsOutOfReach},
-    {"L07", Level::Hint, "Scripts that can never run", FindDeadScripts},
-    {"X05", Level::Warning, "Conditions about items that nobody can have", FindItemsOutOfReach},
-};
-
 } // namespace
 
 std::span<const Check> ReachChecks() {
+    static constexpr Check Rows[] = {
+        {"L01", Level::Warning, "Items that nobody can have", FindItemsOutOfReach},
+        {"L02", Level::Warning, "Hidden things that nothing shows", FindHiddenThings},
+        {"L03", Level::Warning, "Things that stay where they were taken", FindTakes},
+        {"L04", Level::Hint, "Things that are taken and not had", FindTakes},
+        {"L06", Level::Hint, "Rules for items that nobody can have", FindItemsOutOfReach},
+        {"L07", Level::Hint, "Scripts that can never run", FindDeadScripts},
+        {"X05", Level::Warning, "Conditions about items that nobody can have", FindItemsOutOfReach},
+    };
     return Rows;
 }
 

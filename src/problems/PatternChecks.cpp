@@ -306,18 +306,17 @@ void FindInPatterns(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"K01", Level::Error, "Empty patterns", FindInPatterns},
-    {"K02", Level::Error, "Patterns with an odd number of \"#\"", FindInPatterns},
-    {"K03", Level::Hint, "Patterns that a synonym changes", FindInPatterns},
-    {"K04", Level::Warning, "Patterns behind others that take them", FindInPatterns},
-    {"K05", Level::Warning, "Variables in a pattern that get in each other's way", FindInPatterns},
-    {"K06", Level::Hint, "Patterns that take the place of a direction", FindInPatterns},
-};
-
 } // namespace
 
 std::span<const Check> PatternChecks() {
+    static constexpr Check Rows[] = {
+        {"K01", Level::Error, "Empty patterns", FindInPatterns},
+        {"K02", Level::Error, "Patterns with an odd number of \"#\"", FindInPatterns},
+        {"K03", Level::Hint, "Patterns that a synonym changes", FindInPatterns},
+        {"K04", Level::Warning, "Patterns behind others that take them", FindInPatterns},
+        {"K05", Level::Warning, "Variables in a pattern that get in each other's way", FindInPatterns},
+        {"K06", Level::Hint, "Patterns that take the place of a direction", FindInPatterns},
+    };
     return Rows;
 }
 

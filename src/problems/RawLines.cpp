@@ -216,16 +216,15 @@ void FindInRawLines(const CheckedGame& game, Findings& findings) {
     RawLineSearch(game, findings).Run();
 }
 
-constexpr Check Rows[] = {
-    {"S01", Level::Warning, "Lines that look like known ones", FindInRawLines},
-    {"S02", Level::Warning, "Misspelt keywords", FindInRawLines},
-    {"S03", Level::Hint, "Lines that are kept as they are", FindInRawLines},
-    {"S10", Level::Warning, "Texts for messages that do not exist", FindInRawLines},
-};
-
 } // namespace
 
 std::span<const Check> RawLineChecks() {
+    static constexpr Check Rows[] = {
+        {"S01", Level::Warning, "Lines that look like known ones", FindInRawLines},
+        {"S02", Level::Warning, "Misspelt keywords", FindInRawLines},
+        {"S03", Level::Hint, "Lines that are kept as they are", FindInRawLines},
+        {"S10", Level::Warning, "Texts for messages that do not exist", FindInRawLines},
+    };
     return Rows;
 }
 

@@ -361,26 +361,25 @@ void FindUnsavable(const CheckedGame& game, Findings& findings) {
                      "This would not come back from a save: " + WithoutPlace(lost.text) + '.');
 }
 
-constexpr Check Rows[] = {
-    {"S04", Level::Warning, "Start items between semicolons", FindLeftovers},
-    {"S05", Level::Hint, "Scripts behind exits to rooms", FindLeftovers},
-    {"S06", Level::Error, "Blocks whose first line has capitals", FindLeftovers},
-    {"S07", Level::Warning, "Lines of which only the last counts", FindLeftovers},
-    {"S08", Level::Warning, "Lines that menus do not have", FindLeftovers},
-    {"S09", Level::Warning, "Start items that are no items", FindLeftovers},
-    {"S11", Level::Hint, "Comments that a save drops", FindLeftovers},
-    {"S12", Level::Hint, "Lines outside of all blocks", FindLeftovers},
-    {"S13", Level::Warning, "Several game blocks", FindLeftovers},
-    {"S14", Level::Error, "What does not come back from a save", FindUnsavable},
-    {"S15", Level::Error, "Marks of a merge that failed", FindLeftovers},
-    {"S16", Level::Warning, "Letters outside of brackets", FindLeftovers},
-    {"S17", Level::Error, "Blocks in the wrong place", FindLeftovers},
-    {"S18", Level::Error, "Blocks whose first line is not understood", FindLeftovers},
-};
-
 } // namespace
 
 std::span<const Check> SourceChecks() {
+    static constexpr Check Rows[] = {
+        {"S04", Level::Warning, "Start items between semicolons", FindLeftovers},
+        {"S05", Level::Hint, "Scripts behind exits to rooms", FindLeftovers},
+        {"S06", Level::Error, "Blocks whose first line has capitals", FindLeftovers},
+        {"S07", Level::Warning, "Lines of which only the last counts", FindLeftovers},
+        {"S08", Level::Warning, "Lines that menus do not have", FindLeftovers},
+        {"S09", Level::Warning, "Start items that are no items", FindLeftovers},
+        {"S11", Level::Hint, "Comments that a save drops", FindLeftovers},
+        {"S12", Level::Hint, "Lines outside of all blocks", FindLeftovers},
+        {"S13", Level::Warning, "Several game blocks", FindLeftovers},
+        {"S14", Level::Error, "What does not come back from a save", FindUnsavable},
+        {"S15", Level::Error, "Marks of a merge that failed", FindLeftovers},
+        {"S16", Level::Warning, "Letters outside of brackets", FindLeftovers},
+        {"S17", Level::Error, "Blocks in the wrong place", FindLeftovers},
+        {"S18", Level::Error, "Blocks whose first line is not understood", FindLeftovers},
+    };
     return Rows;
 }
 

@@ -232,17 +232,16 @@ void FindInSynonyms(const CheckedGame& game, Findings& findings) {
     NameSearch(game, words, rules, findings).Run();
 }
 
-constexpr Check Rows[] = {
-    {"Y01", Level::Warning, "Synonyms that hide a name", FindInSynonyms},
-    {"Y02", Level::Warning, "Words replaced by themselves", FindInSynonyms},
-    {"Y03", Level::Error, "Words with two replacements", FindInSynonyms},
-    {"Y04", Level::Warning, "Replacements that are replaced themselves", FindInSynonyms},
-    {"Y05", Level::Error, "Synonyms with an empty side", FindInSynonyms},
-};
-
 } // namespace
 
 std::span<const Check> SynonymChecks() {
+    static constexpr Check Rows[] = {
+        {"Y01", Level::Warning, "Synonyms that hide a name", FindInSynonyms},
+        {"Y02", Level::Warning, "Words replaced by themselves", FindInSynonyms},
+        {"Y03", Level::Error, "Words with two replacements", FindInSynonyms},
+        {"Y04", Level::Warning, "Replacements that are replaced themselves", FindInSynonyms},
+        {"Y05", Level::Error, "Synonyms with an empty side", FindInSynonyms},
+    };
     return Rows;
 }
 

@@ -267,19 +267,18 @@ void FindInWords(const CheckedGame& game, Findings& findings) {
         FindArticles(game, findings);
 }
 
-constexpr Check Rows[] = {
-    {"T01", Level::Error, "Letters spoiled by another encoding", FindStrangeLetters},
-    {"T02", Level::Warning, "Characters that the format lacks", FindStrangeLetters},
-    {"T09", Level::Hint, "\"a\" and \"an\"", FindInWords},
-    {"T10", Level::Hint, "Words that stand twice", FindInWords},
-    {"T11", Level::Hint, "Several blanks between words", FindInWords},
-    {"T12", Level::Hint, "Quotation marks in what somebody says", FindInWords},
-    {"T13", Level::Hint, "Two kinds of quotation marks", FindInWords, true},
-};
-
 } // namespace
 
 std::span<const Check> TextChecks() {
+    static constexpr Check Rows[] = {
+        {"T01", Level::Error, "Letters spoiled by another encoding", FindStrangeLetters},
+        {"T02", Level::Warning, "Characters that the format lacks", FindStrangeLetters},
+        {"T09", Level::Hint, "\"a\" and \"an\"", FindInWords},
+        {"T10", Level::Hint, "Words that stand twice", FindInWords},
+        {"T11", Level::Hint, "Several blanks between words", FindInWords},
+        {"T12", Level::Hint, "Quotation marks in what somebody says", FindInWords},
+        {"T13", Level::Hint, "Two kinds of quotation marks", FindInWords, true},
+    };
     return Rows;
 }
 

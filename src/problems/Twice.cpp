@@ -305,27 +305,26 @@ void FindChoicesTwice(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"D01", Level::Error, "Rooms of one name", FindNamesTwice},
-    {"D02", Level::Error, "Things of one name in a room", FindThingsTwice},
-    {"D03", Level::Warning, "Things of one name in several rooms", FindThingsTwice},
-    {"D04", Level::Error, "Procedures of one name", FindNamesTwice},
-    {"D05", Level::Error, "Texts of one name", FindNamesTwice},
-    {"D06", Level::Error, "Menus of one name", FindNamesTwice},
-    {"D07", Level::Warning, "Items that are listed twice", FindNamesTwice},
-    {"D08", Level::Error, "Collectables of one name", FindNamesTwice},
-    {"D09", Level::Error, "The same pattern twice", FindPatternsTwice},
-    {"D10", Level::Error, "Two rules for one item", FindRulesTwice},
-    {"D11", Level::Warning, "Objects that share their name with a character", FindThingsTwice},
-    {"D12", Level::Error, "Names that separate", FindImpossibleNames},
-    {"D13", Level::Error, "Names that are none", FindImpossibleNames},
-    {"D14", Level::Error, "Numbers of scripts that will be given again", FindNumbersToBeGivenAgain},
-    {"D15", Level::Warning, "The same choice twice", FindChoicesTwice},
-};
-
 } // namespace
 
 std::span<const Check> TwiceChecks() {
+    static constexpr Check Rows[] = {
+        {"D01", Level::Error, "Rooms of one name", FindNamesTwice},
+        {"D02", Level::Error, "Things of one name in a room", FindThingsTwice},
+        {"D03", Level::Warning, "Things of one name in several rooms", FindThingsTwice},
+        {"D04", Level::Error, "Procedures of one name", FindNamesTwice},
+        {"D05", Level::Error, "Texts of one name", FindNamesTwice},
+        {"D06", Level::Error, "Menus of one name", FindNamesTwice},
+        {"D07", Level::Warning, "Items that are listed twice", FindNamesTwice},
+        {"D08", Level::Error, "Collectables of one name", FindNamesTwice},
+        {"D09", Level::Error, "The same pattern twice", FindPatternsTwice},
+        {"D10", Level::Error, "Two rules for one item", FindRulesTwice},
+        {"D11", Level::Warning, "Objects that share their name with a character", FindThingsTwice},
+        {"D12", Level::Error, "Names that separate", FindImpossibleNames},
+        {"D13", Level::Error, "Names that are none", FindImpossibleNames},
+        {"D14", Level::Error, "Numbers of scripts that will be given again", FindNumbersToBeGivenAgain},
+        {"D15", Level::Warning, "The same choice twice", FindChoicesTwice},
+    };
     return Rows;
 }
 

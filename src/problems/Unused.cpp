@@ -190,21 +190,20 @@ void FindIdleThings(const CheckedGame& game, Findings& findings) {
     }
 }
 
-constexpr Check Rows[] = {
-    {"U01", Level::Hint, "Procedures that nothing runs", FindUnusedRecords},
-    {"U02", Level::Hint, "Texts that nothing prints", FindUnusedRecords},
-    {"U03", Level::Hint, "Menus that nothing shows", FindUnusedRecords},
-    {"U04", Level::Hint, "Items that nothing asks for", FindUnusedItems},
-    {"U05", Level::Hint, "Scripts of what is gone", FindInternalScripts},
-    {"U06", Level::Warning, "Scripts that two places share", FindInternalScripts},
-    {"U07", Level::Hint, "Collectables that never change", FindIdleCollectables},
-    {"U08", Level::Hint, "Collectables that nobody sees", FindIdleCollectables},
-    {"U09", Level::Hint, "Things that nothing mentions", FindIdleThings},
-};
-
 } // namespace
 
 std::span<const Check> UnusedChecks() {
+    static constexpr Check Rows[] = {
+        {"U01", Level::Hint, "Procedures that nothing runs", FindUnusedRecords},
+        {"U02", Level::Hint, "Texts that nothing prints", FindUnusedRecords},
+        {"U03", Level::Hint, "Menus that nothing shows", FindUnusedRecords},
+        {"U04", Level::Hint, "Items that nothing asks for", FindUnusedItems},
+        {"U05", Level::Hint, "Scripts of what is gone", FindInternalScripts},
+        {"U06", Level::Warning, "Scripts that two places share", FindInternalScripts},
+        {"U07", Level::Hint, "Collectables that never change", FindIdleCollectables},
+        {"U08", Level::Hint, "Collectables that nobody sees", FindIdleCollectables},
+        {"U09", Level::Hint, "Things that nothing mentions", FindIdleThings},
+    };
     return Rows;
 }
 

@@ -160,17 +160,16 @@ void FindInVariables(const CheckedGame& game, Findings& findings) {
             FindLoneSigns(text, variables, findings);
 }
 
-constexpr Check Rows[] = {
-    {"V04", Level::Warning, "Variables that nothing sets", FindInVariables},
-    {"V05", Level::Hint, "A sign of a variable without its second one", FindInVariables},
-    {"V06", Level::Warning, "Texts printed as numbers", FindInVariables},
-    {"V07", Level::Hint, "Variables that nothing uses", FindInVariables},
-    {"V08", Level::Hint, "Variables that are texts and numbers", FindInVariables},
-};
-
 } // namespace
 
 std::span<const Check> VariableChecks() {
+    static constexpr Check Rows[] = {
+        {"V04", Level::Warning, "Variables that nothing sets", FindInVariables},
+        {"V05", Level::Hint, "A sign of a variable without its second one", FindInVariables},
+        {"V06", Level::Warning, "Texts printed as numbers", FindInVariables},
+        {"V07", Level::Hint, "Variables that nothing uses", FindInVariables},
+        {"V08", Level::Hint, "Variables that are texts and numbers", FindInVariables},
+    };
     return Rows;
 }
 

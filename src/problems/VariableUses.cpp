@@ -2,6 +2,7 @@
 
 #include "base/LineText.h"
 #include "model/Texts.h"
+#include "problems/NameUses.h"
 
 #include <algorithm>
 #include <array>
@@ -9,10 +10,6 @@
 namespace zem::problems {
 
 namespace {
-
-bool IsMadeOfVariables(std::string_view name) {
-    return name.find_first_of("#%") != std::string_view::npos;
-}
 
 /// Whether a text counts as a number, or may turn out to be one.
 bool MayBeNumber(std::string_view value) {

@@ -31,7 +31,7 @@ GameModel Load(const GameModel& game, std::string bytes) {
 }
 
 /// Whether the game comes back from its own file.
-bool ComesBack(const GameModel& game) {
+bool GameComesBack(const GameModel& game) {
     try {
         return IsSameInFile(game, Load(game, GameFile(game)));
     } catch (const KelError&) {
@@ -88,7 +88,7 @@ std::vector<LostPlace> ReadBack(const GameModel& game, const std::string& bytes,
     } catch (const KelError& error) {
         problem = std::string("The file cannot be read again: ") + error.what();
     }
-    std::vector<LostPlace> places = FindLostParts(game, ComesBack, most);
+    std::vector<LostPlace> places = FindLostParts(game, GameComesBack, most);
     FindRoomsOfOneName(game, places, most);
     FindItemsOfOneName(game, places, most);
     if (places.empty())

@@ -26,7 +26,7 @@ void ReadOutExit(Room& room, std::string_view line, std::string_view /*word*/) {
         room.Out.Edit().Script = script;
 }
 
-constexpr Keyword<Room> RoomRows[] = {
+constexpr Keyword<Room> RoomKeywords[] = {
     {"alias ", FieldId::RoomAlias, reads::Parameter<&Room::Alias>},
     {"look ", FieldId::RoomLook, reads::Parameter<&Room::Look>},
     {"out ", FieldId::RoomOut, ReadOutExit},
@@ -56,7 +56,8 @@ void ReadRoom(Room& room, const RecordNotes& notes, const BlockSpan& block) {
             inThing = !BeginsWith(line, "end define");
         else if (BeginsWith(line, "define "))
             inThing = true;
-        else if (!ReadByKeyword<Room>(RoomRows, room, line, notes, index) && KeepLine(room.MiscTags, line))
+        else if (!ReadByKeyword<Room>(RoomKeywords, room, line, notes, index) &&
+                 KeepLine(room.MiscTags, line))
             notes.Field(FieldId::RoomMiscTags, index);
     });
 }

@@ -6,7 +6,7 @@ namespace zem {
 
 namespace {
 
-constexpr Keyword<SelectionMenu> MenuRows[] = {
+constexpr Keyword<SelectionMenu> MenuKeywords[] = {
     {"choice ", FieldId::MenuChoices, reads::AppendPair<&SelectionMenu::Choices>},
     {"info ", FieldId::MenuInfo, reads::Parameter<&SelectionMenu::Info>},
 };
@@ -22,7 +22,8 @@ void ReadSelectionMenus(GameModel& game, const SourceText& source) {
                                     Place::Of({{FieldId::GameSelectionMenus, game.SelectionMenus.Count()}})};
             notes.Record(block.FirstLine);
             source.UseInnerLines(block, [&](std::string_view line, std::size_t index) {
-                ReadByKeyword<SelectionMenu>(MenuRows, menu, line, notes, index); // any other line is dropped
+                ReadByKeyword<SelectionMenu>(MenuKeywords, menu, line, notes,
+                                             index); // any other line is dropped
             });
         });
     });

@@ -20,7 +20,7 @@ constexpr auto ScriptOrText = [](Thing& thing, std::string_view line, std::strin
         thing.*Field = Trim(rest);
 };
 
-constexpr Keyword<Thing> CharacterRows[] = {
+constexpr Keyword<Thing> CharacterKeywords[] = {
     {"look ", FieldId::ThingLook, ScriptOrText<&Thing::Look>},
     {"speak ", FieldId::ThingSpeak, ScriptOrText<&Thing::Speak>},
     {"gender ", FieldId::ThingGender, reads::Parameter<&Thing::Gender>},
@@ -32,7 +32,7 @@ constexpr Keyword<Thing> CharacterRows[] = {
 };
 
 // Objects neither speak nor have a gender, and nothing is given to them: such lines are kept as they are.
-constexpr Keyword<Thing> ObjectRows[] = {
+constexpr Keyword<Thing> ObjectKeywords[] = {
     {"look ", FieldId::ThingLook, ScriptOrText<&Thing::Look>},
     {"take ", FieldId::ThingTake, reads::Rest<&Thing::Take>},
     {"prefix ", FieldId::ThingPrefix, reads::Parameter<&Thing::Prefix>},
@@ -71,10 +71,10 @@ void ReadThingsOfRoom(Room& room, const RecordNotes& roomNotes, const BlockSpan&
         } else if (thing != nullptr) {
             ReadThingLine(*thing, keywords, line, notes, index);
         } else if (BeginsWith(line, "define character")) {
-            startThing(room.Characters, FieldId::RoomCharacters, CharacterRows, line);
+            startThing(room.Characters, FieldId::RoomCharacters, CharacterKeywords, line);
             notes.Record(index);
         } else if (BeginsWith(line, "define object")) {
-            startThing(room.Objects, FieldId::RoomObjects, ObjectRows, line);
+            startThing(room.Objects, FieldId::RoomObjects, ObjectKeywords, line);
             notes.Record(index);
         }
     });

@@ -24,10 +24,6 @@ std::uint64_t Mix(std::uint64_t a, std::uint64_t b) {
     return NextRandom(state);
 }
 
-/// What a cell says about how far the game has come. The number of a turn, chance and the like change all the
-/// time; values that only count make states without end.
-enum class CellRole : std::uint8_t { Ignored, Item, Told };
-
 } // namespace
 
 class Walker::Walk {
@@ -57,6 +53,10 @@ public:
     std::uint64_t Seed() const { return limits_.seed; }
 
 private:
+    /// What a cell says about how far the game has come. The number of a turn, chance and the like change all
+    /// the time; values that only count make states without end.
+    enum class CellRole : std::uint8_t { Ignored, Item, Told };
+
     std::shared_ptr<const World> world_;
     WalkLimits limits_;
 

@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Game(const std::string& look, const std::string& north) {
+std::string Version(const std::string& look, const std::string& north) {
     return "' /home/someone/own/folder/game.kel created by ZEM 1.0\r\n\r\ndefine game <x>\r\nstart "
            "<Hall>\r\nend define\r\ndefine room <Hall>\r\nlook <" +
            look + ">\r\nnorth <" + north + ">\r\nend define\r\n";
@@ -37,7 +37,8 @@ struct Versions {
 };
 
 TEST(MergeCommand, MergesIntoOursUnderTheNameOfTheGame) {
-    const Versions versions(Game("Dark.", "Attic"), Game("Bright.", "Attic"), Game("Dark.", "Cellar"));
+    const Versions versions(Version("Dark.", "Attic"), Version("Bright.", "Attic"),
+                            Version("Dark.", "Cellar"));
     const std::string old = versions.folder.Write("game.kel.conflicts", "of an earlier merge");
     const ZemCall run = versions.Merge(versions.ours, {"--path", "tales/game.kel", "--conflicts", old});
     EXPECT_EQ(run.result.exitStatus, 0) << run.err;
@@ -49,7 +50,8 @@ TEST(MergeCommand, MergesIntoOursUnderTheNameOfTheGame) {
 }
 
 TEST(MergeCommand, KeepsOursAtAConflictAndTheOtherSideBesideIt) {
-    const Versions versions(Game("Dark.", "Attic"), Game("Caf\xE9.", "Attic"), Game("Grey.", "Cellar"));
+    const Versions versions(Version("Dark.", "Attic"), Version("Caf\xE9.", "Attic"),
+                            Version("Grey.", "Cellar"));
     const std::string out = versions.folder.Path("out.kel");
     const ZemCall run = versions.Merge(out);
     EXPECT_EQ(run.result.exitStatus, 1);
@@ -71,14 +73,14 @@ TEST(MergeCommand, KeepsOursAtAConflictAndTheOtherSideBesideIt) {
 }
 
 TEST(MergeCommand, TakesAnEmptyBaseForNoGame) {
-    const Versions versions("", Game("Dark.", "Attic"), Game("Dark.", "Attic"));
+    const Versions versions("", Version("Dark.", "Attic"), Version("Dark.", "Attic"));
     const std::string out = versions.folder.Path("out.kel");
     EXPECT_EQ(versions.Merge(out).result.exitStatus, 0);
     EXPECT_NE(ReadBytes(out).find("north <Attic>"), std::string::npos);
 }
 
 TEST(MergeCommand, NamesWhatItCannotMergeAndLeavesTheOutput) {
-    const std::string good = Game("Dark.", "Attic");
+    const std::string good = Version("Dark.", "Attic");
     const std::string marked = "define game <x>\r\n<<<<<<< ours\r\nend define\r\n";
     struct Case {
         std::string base, ours, theirs;
@@ -100,7 +102,7 @@ TEST(MergeCommand, NamesWhatItCannotMergeAndLeavesTheOutput) {
         EXPECT_EQ(ReadBytes(out), "as it was");
         EXPECT_FALSE(fs::exists(out + ".conflicts"));
     }
-    const Versions versions(good, Game("a", "b"), Game("c", "d"));
+    const Versions versions(good, Version("a", "b"), Version("c", "d"));
     EXPECT_EQ(versions.Merge(versions.folder.Path("gone/out.kel")).result.exitStatus, 2);
     EXPECT_EQ(ZemCall({"merge", versions.base, versions.ours, "-o", "x"}).result.exitStatus, 2);
     EXPECT_EQ(ZemCall({"merge", versions.base, versions.ours, versions.folder.Path("none"), "-o", "x"})
@@ -109,11 +111,11 @@ TEST(MergeCommand, NamesWhatItCannotMergeAndLeavesTheOutput) {
 }
 
 TEST(MergeCommand, TellsWhichNamesTheMergeLeftWithoutAnOwner) {
-    const Versions versions(Game("Dark.", "Attic") + "define room <Attic>\r\nend define\r\n",
-                            Game("Dark.", "Attic").replace(0, 0, "") +
+    const Versions versions(Version("Dark.", "Attic") + "define room <Attic>\r\nend define\r\n",
+                            Version("Dark.", "Attic").replace(0, 0, "") +
                                 "define room <Attic>\r\nend define\r\n"
                                 "define room <Yard>\r\nwest <Attic>\r\nend define\r\n",
-                            Game("Dark.", "Loft") + "define room <Loft>\r\nend define\r\n");
+                            Version("Dark.", "Loft") + "define room <Loft>\r\nend define\r\n");
     const ZemCall run = versions.Merge(versions.folder.Path("out.kel"));
     EXPECT_EQ(run.result.exitStatus, 0) << run.err;
     EXPECT_NE(run.err.find("room Yard, exit west: there is no room Attic any more"), std::string::npos)

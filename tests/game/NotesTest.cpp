@@ -9,7 +9,7 @@ namespace zem::test {
 namespace {
 
 /// A game with a place of every kind that notes tell.
-const std::string Game =
+const std::string GameWithAll =
     "define game <g>\nstart <Kitchen>\nitems <key>\ncollectables <score p=0 [!]>\n"
     "command <shout #what#> msg <#what#!>\nend define\n"
     "define room <Kitchen>\nlook <The the \"hearth\".>\nnorth <Atic>\nplace <the; Cellar>\n"
@@ -18,8 +18,8 @@ const std::string Game =
     "define character <Tom>\nend define\nend define\n"
     "define procedure <p>\nhide <lamp> msg <x>\nend define\n";
 
-struct Told {
-    GameModel game = LoadBytes(CrLf(Game));
+struct ToldPlace {
+    GameModel game = LoadBytes(CrLf(GameWithAll));
     CommandLookup commands{ShippedCatalogue()};
     ScriptOwners owners{game};
 
@@ -41,7 +41,7 @@ Place InRoom(FieldId field) {
 }
 
 TEST(Notes, TellPlacesByNamesAndFollowARename) {
-    const Told told;
+    const ToldPlace told;
     const Place lamp = Place::Of(
         {{FieldId::GameRooms, 1}, {FieldId::RoomObjects, 1}, {FieldId::ThingUses, 1}}, FieldId::PairScript);
     const Place made = Place::Of({{FieldId::GameProcedures, 2}}, FieldId::ProcedureScript);

@@ -23,18 +23,19 @@ protected:
     const CommandLookup commands{catalogue};
 };
 
-constexpr const char* House = "define game <The old House>\nstart <Hall>\nitems <old lamp>\ncollectables "
-                              "<gold 0r40=20 [! old coin*s*]>\n"
-                              "command <rub old lamp; polish #old#> if has <old lamp> then msg <The old lamp "
-                              "is old.> else goto <Hall>\n"
-                              "command <see> repeat <3; p>\n"
-                              "startscript if exit <Hall; north> then set <old; 1>\n"
-                              "glow old\nend define\n"
-                              "define synonyms\nold; ancient = aged\nworn = old\nend define\n"
-                              "define room <Hall>\nlook <An old, old hall, #old# years.>\nend define\n";
+constexpr const char* OldHouse =
+    "define game <The old House>\nstart <Hall>\nitems <old lamp>\ncollectables "
+    "<gold 0r40=20 [! old coin*s*]>\n"
+    "command <rub old lamp; polish #old#> if has <old lamp> then msg <The old lamp "
+    "is old.> else goto <Hall>\n"
+    "command <see> repeat <3; p>\n"
+    "startscript if exit <Hall; north> then set <old; 1>\n"
+    "glow old\nend define\n"
+    "define synonyms\nold; ancient = aged\nworn = old\nend define\n"
+    "define room <Hall>\nlook <An old, old hall, #old# years.>\nend define\n";
 
 TEST_F(Replace, ShowsBeforeAndAfterAndRefusesWhatWouldNotDo) {
-    const GameModel game = LoadBytes(CrLf(House));
+    const GameModel game = LoadBytes(CrLf(OldHouse));
     const GameIndex index(commands, game);
     const auto told = [&](const FindQuery& query, const std::string& words) {
         std::string text;
@@ -129,7 +130,7 @@ TEST_F(Replace, PutsGroupsOfAnExpressionIn) {
 }
 
 TEST_F(Replace, MakesTheTickedOnesAndTellsWhatCannotBeTogether) {
-    GameModel game = LoadBytes(CrLf(House));
+    GameModel game = LoadBytes(CrLf(OldHouse));
     const GameIndex index(commands, game);
     ReplacePlan plan = PlanReplace(index, {.words = "old", .wholeWords = true}, "new");
     EXPECT_EQ(plan.count, 15u);

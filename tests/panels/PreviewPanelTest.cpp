@@ -10,7 +10,7 @@
 namespace zem::test {
 namespace {
 
-const std::string Game = CrLf(
+const std::string PreviewedGame = CrLf(
     "define game <G>\nstart <Quay>\nend define\n"
     "define room <Quay>\nprefix <the>\nlook <Nets & ropes.>\nindescription  <You are on>\nnorth <Mole>\n"
     "east <Moon>\nsouth if flag <open> then goto <Mole>\nplace <the; Mole>\n"
@@ -19,7 +19,7 @@ const std::string Game = CrLf(
     "end define\ndefine room <Mole>\nlook <Stones.>\nscript if first visit then msg <A gull!>\nend define\n");
 
 struct Previewing : RunningProgram {
-    Previewing() : RunningProgram(Game) {
+    Previewing() : RunningProgram(PreviewedGame) {
         Trigger("mnuToolsPreview");
         Select("lstRooms", 0);
     }

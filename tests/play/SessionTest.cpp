@@ -8,12 +8,15 @@
 #include "play/Libraries.h"
 #include "play/Transcript.h"
 #include "reader/LoadGame.h"
+#include "support/OutcomeText.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
 
 namespace zem::play {
 namespace {
+
+using test::TextOf;
 
 GameModel Read(const std::string& text) {
     GameModel game;
@@ -26,12 +29,6 @@ GameFiles FilesOf(GameModel game) {
     GameFiles files;
     files.game = std::move(game);
     return files;
-}
-
-std::string TextOf(const Outcome& outcome) {
-    StoryText story;
-    story.Add(outcome.pieces);
-    return story.Take();
 }
 
 const char* const Lines[] = {"n",

@@ -8,14 +8,17 @@
 #include "play/Transcript.h"
 #include "reader/LoadGame.h"
 #include "support/Catalogue.h"
+#include "support/OutcomeText.h"
 
 #include <gtest/gtest.h>
 
 namespace zem::play {
 namespace {
 
+using test::TextOf;
+
 /// Every kind of script prints its own line.
-constexpr const char* Game = R"(define game <G>
+constexpr const char* TracedGame = R"(define game <G>
 start <Hall>
 items <key; rope>
 command <sing> msg <command>
@@ -78,12 +81,6 @@ std::shared_ptr<const World> WorldOf(const std::string& text) {
     return World::Compile(std::move(files));
 }
 
-std::string TextOf(const Outcome& outcome) {
-    StoryText story;
-    story.Add(outcome.pieces);
-    return story.Take();
-}
-
 /// Where each text of the outcomes was printed, "text: place".
 std::string Places(const StoryPlaces& places, const std::vector<Outcome>& outcomes) {
     std::string all;
@@ -103,7 +100,7 @@ std::string Places(const StoryPlaces& places, const std::vector<Outcome>& outcom
 }
 
 TEST(StoryPlaces, EveryTextLeadsToWhereItStands) {
-    const auto world = WorldOf(Game);
+    const auto world = WorldOf(TracedGame);
     const StoryPlaces places(world);
     Session session(world, 1);
     std::vector<Outcome> outcomes = {session.Begin()};
@@ -149,7 +146,7 @@ TEST(StoryPlaces, EveryTextLeadsToWhereItStands) {
 }
 
 TEST(StoryPlaces, AfterAChangeTheSameTextsAreFoundByName) {
-    const auto world = WorldOf(Game);
+    const auto world = WorldOf(TracedGame);
     Session session(world, 1);
     session.Begin();
     const Outcome outcome = session.Type("x chest");
@@ -274,7 +271,7 @@ TEST(Preview, ReadsAsOnAFirstVisitAndChangesNothing) {
 }
 
 TEST(Renames, AreWhatStandsWhereAnotherNameStood) {
-    const GameModel before = WorldOf(Game)->Game();
+    const GameModel before = WorldOf(TracedGame)->Game();
     GameModel after = before;
     EXPECT_TRUE(FindRenames(before, after).empty());
     after.Rooms.Edit(2).Name = "Garden";

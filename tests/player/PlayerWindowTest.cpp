@@ -22,7 +22,7 @@
 namespace zem::test {
 namespace {
 
-constexpr const char* Game = R"(define game <The Shed>
+constexpr const char* Shed = R"(define game <The Shed>
 start <Shed>
 items <lamp>
 startitems <lamp>
@@ -64,7 +64,7 @@ end define
 )";
 
 /// The window with a game in a folder of its own.
-struct Playing {
+struct OpenPlayer {
     TempFolder folder;
     QSettings store{PathToQt(folder.Path("settings.ini")), QSettings::IniFormat};
     ScriptedDialogs dialogs;
@@ -75,9 +75,9 @@ struct Playing {
                             return play::World::Compile({std::move(game), {}, {}, {}});
                         }};
 
-    Playing() {
+    OpenPlayer() {
         window.show();
-        EXPECT_TRUE(window.Open(PathToQt(folder.Write("shed.kel", Game))));
+        EXPECT_TRUE(window.Open(PathToQt(folder.Write("shed.kel", Shed))));
     }
 
     StoryPane& Story() { return Find<StoryPane>(window, "story"); }
@@ -97,7 +97,7 @@ struct Playing {
 };
 
 TEST(PlayerWindow, PlaysWhatIsTypedAndClicked) {
-    Playing p;
+    OpenPlayer p;
     EXPECT_EQ(p.window.windowTitle(), QStringLiteral("The Shed - Veldt"));
     EXPECT_NE(p.Page().find("Long ago."), std::string::npos);
     EXPECT_EQ(p.Rows("carried"), QStringList{"lamp"});
@@ -116,7 +116,7 @@ TEST(PlayerWindow, PlaysWhatIsTypedAndClicked) {
 }
 
 TEST(PlayerWindow, PausesUntilAKeyIsPressed) {
-    Playing p;
+    OpenPlayer p;
     const std::string begun = p.Type("nap");
     EXPECT_NE(begun.find("You lie down."), std::string::npos);
     EXPECT_EQ(begun.find("You get up."), std::string::npos);
@@ -126,7 +126,7 @@ TEST(PlayerWindow, PausesUntilAKeyIsPressed) {
 }
 
 TEST(PlayerWindow, TakesTurnsBackAndGoesOnFromASavedGame) {
-    Playing p;
+    OpenPlayer p;
     p.Type("north");
     const QString file = PathToQt(p.folder.Path("a.kelsave"));
     p.dialogs.SaveFile(file);
@@ -151,7 +151,7 @@ TEST(PlayerWindow, TakesTurnsBackAndGoesOnFromASavedGame) {
 }
 
 TEST(PlayerWindow, BringsEarlierLinesBackAndCompletesWordsOnlyWhenAskedTo) {
-    Playing p;
+    OpenPlayer p;
     p.Type("north");
     p.Type("look");
     QTest::keyClick(&p.Input(), Qt::Key_Up);
@@ -171,7 +171,7 @@ TEST(PlayerWindow, BringsEarlierLinesBackAndCompletesWordsOnlyWhenAskedTo) {
 }
 
 TEST(PlayerWindow, CompletesTheWordsThatTheGameAllowsAtTheMoment) {
-    Playing p;
+    OpenPlayer p;
     QTest::keyClicks(&p.Input(), QStringLiteral("no"));
     EXPECT_EQ(p.Input().text(), QStringLiteral("north"));
     QTest::keyClick(&p.Input(), Qt::Key_Tab);
@@ -184,7 +184,7 @@ TEST(PlayerWindow, CompletesTheWordsThatTheGameAllowsAtTheMoment) {
 }
 
 TEST(PlayerWindow, TellsWhyAGameDoesNotOpenAndKeepsTheOneThatIsPlayed) {
-    Playing p;
+    OpenPlayer p;
     const QString path = PathToQt(p.folder.Write("bad.kel", "define room <X>\r\n"));
     p.dialogs.Message(
         QStringLiteral("Veldt: bad.kel: line 1: this block has no \"end define\": define room <X>"));

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Problem(std::string_view bytes) {
+std::string ProblemOfFile(std::string_view bytes) {
     return ProblemOf([&] { LoadBytes(bytes); });
 }
 
@@ -34,7 +34,7 @@ TEST(LoadGame, TellsWhatIsWrongAndOnWhichLine) {
     for (const fs::path& input : FilesIn(ZEM_TEST_DATA "/bad")) {
         SCOPED_TRACE(input.filename());
         const std::string message = ReadBytes(fs::path(input).replace_extension(".message"));
-        EXPECT_EQ(Problem(ReadBytes(input)) + "\n", message);
+        EXPECT_EQ(ProblemOfFile(ReadBytes(input)) + "\n", message);
     }
 }
 
@@ -129,15 +129,16 @@ TEST(LoadGame, RefusesMoreThanATableHolds) {
     for (int k = 1; k <= 32767; ++k)
         rooms += "define room <" + std::to_string(k) + ">\nend define\n";
     EXPECT_EQ(LoadBytes(rooms).Rooms.Count(), 32767);
-    EXPECT_EQ(Problem(rooms + "define room <x>\nend define\n"),
+    EXPECT_EQ(ProblemOfFile(rooms + "define room <x>\nend define\n"),
               "line 65535: a list of the game cannot hold more than 32,767 entries: define room <x>");
 
     // A brace makes the procedure that is one too many, so the message names the line of the brace.
     std::string braces = "define procedure <p>\n";
     for (int k = 0; k < 32767; ++k)
         braces += "{ msg <x> }\n";
-    EXPECT_EQ(Problem(braces + "end define\n"), "line 32768: a list of the game cannot hold more than 32,767 "
-                                                "entries: define procedure <~Internal Procedure 32766>");
+    EXPECT_EQ(ProblemOfFile(braces + "end define\n"),
+              "line 32768: a list of the game cannot hold more than 32,767 "
+              "entries: define procedure <~Internal Procedure 32766>");
 }
 
 // Each of these took time or memory in the square of its size before it was read in one pass.
@@ -146,8 +147,8 @@ TEST(LoadGame, ReadsHostileFilesInOnePass) {
     const std::string longLine(10'000'000, 'x');
     const GameModel wide = LoadBytes("define room <a>\nlook <" + longLine + ">\nend define\n");
     EXPECT_EQ(wide.Rooms[1].Look.size(), longLine.size());
-    EXPECT_LT(Problem("define room <a>\nlook " + longLine + "\nend define\n").size(), 200u);
-    EXPECT_LT(Problem("define game <a>\ncollectables <" + longLine + ">\nend define\n").size(), 600u);
+    EXPECT_LT(ProblemOfFile("define room <a>\nlook " + longLine + "\nend define\n").size(), 200u);
+    EXPECT_LT(ProblemOfFile("define game <a>\ncollectables <" + longLine + ">\nend define\n").size(), 600u);
 
     std::string nested = "define procedure <p>\n";
     for (int k = 0; k < Many; ++k)

@@ -48,7 +48,7 @@ std::size_t FindWord(const std::string& text, const std::string& word) {
 }
 
 /// The place of the word, to the byte.
-Place Find(const GameModel& game, const std::string& wanted) {
+Place PlaceOf(const GameModel& game, const std::string& wanted) {
     Place found;
     ForEachText(game, [&](const Place& place, FieldUse use, const std::string& text) {
         const std::size_t at = FindWord(text, wanted);
@@ -112,7 +112,7 @@ private:
 TEST(OpenEditor, LandsOnTheControlOfEveryText) {
     const RunningProgram p(Bytes);
     for (const auto& [text, landing] : CasesIn<2>("landings")) {
-        const Place place = Find(p.game, text);
+        const Place place = PlaceOf(p.game, text);
         ASSERT_TRUE(place.field != FieldId::None || place.Depth() > 0) << text;
         const Arrival arrival(landing);
         p.Main()->OpenEditor(place);
