@@ -4,6 +4,7 @@
 #include "game/RegularExpression.h"
 #include "game/WholeWords.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace zem {
@@ -91,6 +92,21 @@ std::optional<Reference> NameAt(const GameIndex& index, const Place& place) {
             best = reference;
     });
     return best;
+}
+
+std::optional<NamedThing> NamedAt(const GameIndex& index, const Place& place) {
+    const std::optional<Reference> reference = NameAt(index, place);
+    if (!reference || reference->kind == NameKind::File || reference->name.starts_with(InternalProcedure))
+        return std::nullopt;
+    NamedThing named{reference->kind, std::string(reference->name)};
+    if (named.kind == NameKind::Thing) {
+        const std::vector<Reference> all = index.References().Of(NameKind::Character, named.name);
+        const bool isCharacter = std::any_of(all.begin(), all.end(), [](const Reference& one) {
+            return one.role == ReferenceRole::Definition && one.kind == NameKind::Character;
+        });
+        named.kind = isCharacter ? NameKind::Character : NameKind::Object;
+    }
+    return named;
 }
 
 } // namespace zem

@@ -79,4 +79,17 @@ FindResult Find(const GameIndex& index, const FindQuery& query, std::size_t most
 /// text is one, too. What to rename where a hit is a name or a reference. Nothing where there is none.
 std::optional<Reference> NameAt(const GameIndex& index, const Place& place);
 
+/// Something with a name, for whoever is asked about it or shall rename it.
+struct NamedThing {
+    NameKind kind = NameKind::None; // neither Thing nor File
+    std::string name;
+
+    bool operator==(const NamedThing&) const = default;
+};
+
+/// What is called by the name at the place. A script that means "a character or an object" means the
+/// character where both are called so. Nothing for the name of a file or of an internal procedure, which
+/// nobody gave.
+std::optional<NamedThing> NamedAt(const GameIndex& index, const Place& place);
+
 } // namespace zem

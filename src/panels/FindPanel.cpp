@@ -3,15 +3,15 @@
 #include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "game/PlaceLine.h"
+#include "panels/FindOptions.h"
 #include "panels/ResultList.h"
 #include "session/GameSession.h"
 #include "session/SearchIndex.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -52,17 +52,15 @@ ShownHits ShowHitsOf(const GameIndex& index, const FindQuery& query) {
 } // namespace
 
 FindPanel::FindPanel(GameSession& session, std::shared_ptr<SearchIndex> index, Dialogs& dialogs,
-                     std::function<void(const Place&)> open, QWidget* parent)
+                     std::function<void(const Place&)> open, std::function<void()> replace, QWidget* parent)
     : QDockWidget(QStringLiteral("Find"), parent),
       session_(session),
       index_(std::move(index)),
       dialogs_(dialogs),
       open_(std::move(open)),
       txtFind_(new QLineEdit(this)),
-      cmbKind_(new QComboBox(this)),
-      chkWords_(new QCheckBox(QStringLiteral("Whole words"), this)),
-      chkCapitals_(new QCheckBox(QStringLiteral("Same capitals"), this)),
-      chkExpression_(new QCheckBox(QStringLiteral("Regular expression"), this)),
+      options_(new FindOptions(false, this)),
+      butReplace_(new QPushButton(QStringLiteral("Replace..."), this)),
       lblCount_(new QLabel(this)),
       lstHits_(new ResultList(this)) {
     setObjectName(QStringLiteral("dckFind"));
@@ -71,9 +69,8 @@ FindPanel::FindPanel(GameSession& session, std::shared_ptr<SearchIndex> index, D
     connect(txtFind_, &QLineEdit::returnPressed, this, [this] { GoToNext(false); });
     auto* down = new QShortcut(QKeySequence(Qt::Key_Down), txtFind_, nullptr, nullptr, Qt::WidgetShortcut);
     connect(down, &QShortcut::activated, this, [this] { GoToNext(false); });
-    connect(cmbKind_, &QComboBox::currentIndexChanged, this, &FindPanel::Find);
-    for (const QCheckBox* option : {chkWords_, chkCapitals_, chkExpression_})
-        connect(option, &QCheckBox::toggled, this, &FindPanel::Find);
+    connect(options_, &FindOptions::Changed, this, &FindPanel::Find);
+    OnClick(butReplace_, this, dialogs_, std::move(replace));
     connect(lstHits_, &ResultList::Chosen, this,
             [this](int row) { RunCommand(dialogs_, this, [&] { OpenHit(row); }); });
     connect(&session_, &GameSession::Changed, this, &FindPanel::Find);
@@ -87,15 +84,7 @@ QWidget* FindPanel::MakeControls() {
     txtFind_->setPlaceholderText(QStringLiteral("Words to find"));
     txtFind_->setClearButtonEnabled(true);
     RefuseUnstorableText(*txtFind_, dialogs_);
-    cmbKind_->setObjectName(QStringLiteral("cmbFindKind"));
-    cmbKind_->setAccessibleName(QStringLiteral("Where to look"));
-    cmbKind_->setAccessibleDescription(cmbKind_->accessibleName()); // a box is read out as what it shows
-    cmbKind_->addItem(QStringLiteral("everywhere"));
-    for (const HitKind kind : HitKinds)
-        cmbKind_->addItem(QLatin1String(Describe(kind)));
-    chkWords_->setObjectName(QStringLiteral("chkFindWords"));
-    chkCapitals_->setObjectName(QStringLiteral("chkFindCapitals"));
-    chkExpression_->setObjectName(QStringLiteral("chkFindExpression"));
+    butReplace_->setObjectName(QStringLiteral("butFindReplace"));
     lblCount_->setObjectName(QStringLiteral("lblFindCount"));
     lblCount_->setTextFormat(Qt::PlainText);
     lstHits_->setObjectName(QStringLiteral("lstHits"));
@@ -105,10 +94,8 @@ QWidget* FindPanel::MakeControls() {
     auto* column = new QVBoxLayout(controls);
     auto* row = new QHBoxLayout;
     row->addWidget(txtFind_, 1);
-    row->addWidget(cmbKind_);
-    row->addWidget(chkWords_);
-    row->addWidget(chkCapitals_);
-    row->addWidget(chkExpression_);
+    row->addWidget(options_);
+    row->addWidget(butReplace_);
     column->addLayout(row);
     column->addWidget(lblCount_);
     column->addWidget(lstHits_, 1);
@@ -121,14 +108,7 @@ void FindPanel::Begin() {
 }
 
 FindQuery FindPanel::Query() const {
-    FindQuery query;
-    query.words = FromQt(txtFind_->text());
-    query.isRegularExpression = chkExpression_->isChecked();
-    query.wholeWords = chkWords_->isChecked();
-    query.capitals = chkCapitals_->isChecked();
-    if (cmbKind_->currentIndex() > 0)
-        query.kinds.Add(HitKinds[cmbKind_->currentIndex() - 1]);
-    return query;
+    return options_->QueryFor(txtFind_->text());
 }
 
 void FindPanel::Find() {

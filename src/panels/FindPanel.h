@@ -9,14 +9,14 @@
 #include <memory>
 #include <vector>
 
-class QCheckBox;
-class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace zem {
 
 class Dialogs;
+class FindOptions;
 class GameSession;
 class ResultList;
 class SearchIndex;
@@ -27,9 +27,11 @@ class FindPanel : public QDockWidget {
 
 public:
     /// All arguments but `index` outlive the panel.
-    /// @param open  opens the editor of a place and goes to its control
+    /// @param open     opens the editor of a place and goes to its control
+    /// @param replace  asks what to put in the place of what is found
     FindPanel(GameSession& session, std::shared_ptr<SearchIndex> index, Dialogs& dialogs,
-              std::function<void(const Place&)> open, QWidget* parent = nullptr);
+              std::function<void(const Place&)> open, std::function<void()> replace,
+              QWidget* parent = nullptr);
 
     /// Lets the author type what to find.
     void Begin();
@@ -54,10 +56,8 @@ private:
     Dialogs& dialogs_;
     std::function<void(const Place&)> open_;
     QLineEdit* txtFind_;
-    QComboBox* cmbKind_;
-    QCheckBox* chkWords_;
-    QCheckBox* chkCapitals_;
-    QCheckBox* chkExpression_;
+    FindOptions* options_;
+    QPushButton* butReplace_;
     QLabel* lblCount_;
     ResultList* lstHits_;
     std::vector<Place> places_; // of each row

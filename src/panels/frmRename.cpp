@@ -123,7 +123,7 @@ void frmRename::MakePlan() {
         },
         [this](ShownPlan shown) {
             ShowPlan(std::move(shown.plan));
-            lstChanges_->SetChanges(shown.rows);
+            lstChanges_->SetChanges(std::move(shown.rows));
         });
 }
 

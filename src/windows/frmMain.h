@@ -115,7 +115,8 @@ private:
     void FilterRooms();
     std::pair<NameKind, std::string> SelectedName() const;
     void ShowWhereUsed(NameKind kind, const std::string& name);
-    void Rename(NameKind kind, const std::string& name);
+    void Rename(NameKind kind, const std::string& name, QWidget* parent = nullptr);
+    void Replace();
     void OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName = {});
     void ArrangePanels();
     void RestorePanels();

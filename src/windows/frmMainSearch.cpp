@@ -5,6 +5,7 @@
 #include "panels/FindPanel.h"
 #include "panels/WhereUsedPanel.h"
 #include "panels/frmRename.h"
+#include "panels/frmReplace.h"
 #include "script/ScriptEditing.h"
 #include "session/SearchIndex.h"
 #include "ui_frmMain.h"
@@ -43,7 +44,10 @@ void frmMain::AddSearch() {
     const auto open = [this](const Place& place) { OpenEditor(place); };
     findCommand_ = AddPanel(
         QStringLiteral("mnuToolsFindPanel"), QStringLiteral("Find Panel"), {},
-        [this, open] { return findPanel_ = new FindPanel(session_, index_, dialogs_, open, this); },
+        [this, open] {
+            return findPanel_ = new FindPanel(
+                       session_, index_, dialogs_, open, [this] { Replace(); }, this);
+        },
         Qt::BottomDockWidgetArea);
     usedCommand_ = AddPanel(
         QStringLiteral("mnuToolsWhereUsedPanel"), QStringLiteral("Where Used Panel"), {},
@@ -59,6 +63,7 @@ void frmMain::AddSearch() {
         findPanel_->raise();
         findPanel_->Begin();
     });
+    AddCommand("mnuToolsReplace", "R&eplace...", "Ctrl+H", [this] { Replace(); });
     const auto goOn = [this](bool backwards) {
         if (findPanel_ != nullptr && findPanel_->isVisible())
             findPanel_->GoToNext(backwards);
@@ -114,8 +119,18 @@ void frmMain::ShowWhereUsed(NameKind kind, const std::string& name) {
     usedPanel_->Show(kind, name);
 }
 
-void frmMain::Rename(NameKind kind, const std::string& name) {
-    frmRename form(session_.Game(), index_, kind, name, dialogs_, this);
+/// Begins with what is being looked for.
+void frmMain::Replace() {
+    const bool isFinding = findPanel_ != nullptr && findPanel_->isVisible();
+    const auto rename = [this](const NamedThing& named, QWidget* parent) {
+        Rename(named.kind, named.name, parent);
+    };
+    frmReplace(session_, index_, dialogs_, isFinding ? findPanel_->Query() : FindQuery(), rename, this)
+        .exec();
+}
+
+void frmMain::Rename(NameKind kind, const std::string& name, QWidget* parent) {
+    frmRename form(session_.Game(), index_, kind, name, dialogs_, parent == nullptr ? this : parent);
     if (form.exec() != QDialog::Accepted)
         return;
     const RenamePlan plan = form.Plan();

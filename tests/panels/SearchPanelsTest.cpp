@@ -8,6 +8,7 @@
 #include "panels/WhereUsedPanel.h"
 #include "panels/frmRename.h"
 #include "session/ProblemWatch.h"
+#include "support/Panels.h"
 #include "support/RunningProgram.h"
 
 #include <QLabel>
@@ -26,27 +27,6 @@ constexpr std::string_view Faulty =
     "define\r\n"
     "define text <win>\r\nDone.\r\nend define\r\n";
 
-/// Waits for the work of a panel on its other thread.
-template <class Busy>
-void WaitFor(const Busy& isBusy) {
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !isBusy(); }, 10000));
-}
-
-QStringList TextsOf(const RunningProgram& p, const char* list) {
-    QStringList rows;
-    const auto* model = p.Find<ResultList>(list)->model();
-    for (int group = 0; group < model->rowCount(); ++group) {
-        const QModelIndex parent = model->index(group, 0);
-        for (int row = 0; row < model->rowCount(parent); ++row) {
-            QStringList columns = {parent.data().toString().section(u' ', 0, 0)};
-            for (int column = 0; column < model->columnCount(); ++column)
-                columns.append(model->index(row, column, parent).data().toString());
-            rows.append(columns.join(u'|'));
-        }
-    }
-    return rows;
-}
-
 struct Problems : RunningProgram {
     explicit Problems(std::string_view bytes = Faulty) : RunningProgram(bytes) {
         Trigger("mnuToolsProblems");
@@ -56,7 +36,7 @@ struct Problems : RunningProgram {
         auto* watch = Main()->findChild<ProblemWatch*>();
         WaitFor([&] { return watch->IsChecking() || Find<ProblemsPanel>("dckProblems")->IsBusy(); });
     }
-    QStringList Rows() const { return TextsOf(*this, "lstProblems"); }
+    QStringList Rows() const { return TextsOf(*Main(), "lstProblems"); }
 
     /// Selects the first row that holds the text.
     void SelectRow(const char* text) const {
@@ -149,7 +129,7 @@ TEST(FindPanel, FindsWhileOneTypesAndGoesOnWhileTheGameChanges) {
         p.Find<QLineEdit>("txtFind")->clear();
         TypeText(*p.Main(), "txtFind", text);
         WaitFor([&] { return panel->IsBusy(); });
-        return TextsOf(p, "lstHits");
+        return TextsOf(*p.Main(), "lstHits");
     };
     EXPECT_EQ(find("lamp"), (QStringList{"Hall|room Hall, description|printed text|A long hall with a lamp.",
                                          "Attic|room Attic, description|printed text|Dust, and a Lamp."}))
@@ -168,7 +148,7 @@ TEST(FindPanel, FindsWhileOneTypesAndGoesOnWhileTheGameChanges) {
         ->setCurrentIndex(p.Find<QAbstractItemView>("lstRooms")->model()->index(1, 0));
     p.Click("butDeleteRoom");
     WaitFor([&] { return panel->IsBusy(); });
-    EXPECT_EQ(TextsOf(p, "lstHits").size(), 2);
+    EXPECT_EQ(TextsOf(*p.Main(), "lstHits").size(), 2);
 }
 
 TEST(WhereUsed, TellsEveryUseAndWhatALostNameLeavesBehind) {
@@ -214,7 +194,7 @@ TEST(Rename, ShowsWhatChangesAndIsOneStep) {
         EXPECT_TRUE(IsEnabled(form, "butOK"));
         auto& changes = Find<ChangeList>(form, "lstChanges");
         EXPECT_EQ(changes.TickedCount(), 4) << "its name, the start, an exit, a script";
-        EXPECT_EQ(changes.topLevelItemCount(), 5) << "and the word in a description, not ticked";
+        EXPECT_EQ(changes.RowCount(), 5) << "and the word in a description, not ticked";
         Click(form, "butOK");
     });
     EXPECT_EQ(p.game.Rooms[1].Name + p.game.StartRoom + p.game.Rooms[2].South->Key, "ParlourParlourParlour");

@@ -69,6 +69,7 @@ constexpr Way Ways[] = {
     {"mnuViewOptions > chkFriendlyScript, butOK"},
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstScriptLines=", "Raw"},
     {"lstRooms=Quay, mnuToolsRename >"},
+    {"mnuToolsReplace >"},
     {"mnuToolsProblems, mnuToolsNextProblem", "Problems"},
     {"mnuToolsProblems, mnuToolsFind", "Find"},
     {"mnuToolsFindPanel, lstRooms=Quay, mnuToolsWhereUsed", "WhereUsed"},
