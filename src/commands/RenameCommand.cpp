@@ -1,7 +1,8 @@
 // The command that renames something with all that refers to it.
 #include "base/TextEncoding.h"
 #include "commands/Command.h"
-#include "game/NotePlaces.h"
+#include "commands/FollowRename.h"
+#include "game/Notes.h"
 #include "game/Rename.h"
 #include "game/WhereUsed.h"
 #include "kel/CommandLookup.h"
@@ -64,15 +65,19 @@ void Tell(CommandContext& context, const RenamePlan& plan, int changed) {
 }
 
 /// What lies beside the game and calls things by name follows. What cannot is told: the game itself is saved.
-void FollowInNotes(CommandContext& context, const std::string& file, const RenamePlan& plan,
-                   const CommandLookup& commands) {
+void Follow(CommandContext& context, const std::string& file, const RenamePlan& plan,
+            const CommandLookup& commands) {
     try {
-        ChangeNotes(file, [&](GameNotes& notes) {
-            for (const NameChange& name : plan.names)
-                RenameInNotes(notes, name.kind, name.from, name.to, commands);
-        });
+        FollowInNotes(file, plan.names, commands);
     } catch (const KelError& error) {
         context.Report(NotesPath(file), error);
+    }
+    try {
+        for (const std::string& run : FollowInRuns(file, plan.names))
+            context.Err() << RunsPath(file) << ": run \"" << run
+                          << "\" is told differently in more than the name, and stays as it was there\n";
+    } catch (const KelError& error) {
+        context.Report(RunsPath(file), error);
     }
 }
 
@@ -103,7 +108,7 @@ int RenameAll(CommandContext& context, const RenameArguments& arguments) {
     const int changed = CarryOut(plan, game);
     if (context.Save(game, arguments.out) != Success)
         return FileProblem;
-    FollowInNotes(context, arguments.out, plan, commands);
+    Follow(context, arguments.out, plan, commands);
     Tell(context, plan, changed);
     return Success;
 }

@@ -1,6 +1,7 @@
 #include "game/Find.h"
 
 #include "game/HitKinds.h"
+#include "game/PlaceOrder.h"
 #include "game/RegularExpression.h"
 #include "game/WholeWords.h"
 
@@ -94,8 +95,27 @@ std::optional<Reference> NameAt(const GameIndex& index, const Place& place) {
     return best;
 }
 
+namespace {
+
+/// The name that a place without bytes is about: that of the whole record, or the one that fills the field.
+std::optional<Reference> NameOfWhole(const GameIndex& index, const Place& place) {
+    std::optional<Reference> name;
+    index.References().ForEach([&](const Reference& reference) {
+        const bool isOwn = reference.role == ReferenceRole::Definition && place.field == FieldId::None &&
+                           reference.place.steps == place.steps;
+        const bool fills = reference.place.WholeField() == place &&
+                           reference.name.size() == TextAt(index.Game(), reference.place).size();
+        if (isOwn || fills)
+            name = reference;
+    });
+    return name;
+}
+
+} // namespace
+
 std::optional<NamedThing> NamedAt(const GameIndex& index, const Place& place) {
-    const std::optional<Reference> reference = NameAt(index, place);
+    const std::optional<Reference> reference =
+        place.bytes.IsEmpty() ? NameOfWhole(index, place) : NameAt(index, place);
     if (!reference || reference->kind == NameKind::File || reference->name.starts_with(InternalProcedure))
         return std::nullopt;
     NamedThing named{reference->kind, std::string(reference->name)};

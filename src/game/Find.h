@@ -87,9 +87,9 @@ struct NamedThing {
     bool operator==(const NamedThing&) const = default;
 };
 
-/// What is called by the name at the place. A script that means "a character or an object" means the
-/// character where both are called so. Nothing for the name of a file or of an internal procedure, which
-/// nobody gave.
+/// What is called by the name at the place; of a place without bytes, what the record or the field is about.
+/// A script that means "a character or an object" means the character where both are called so. Nothing for
+/// the name of a file or of an internal procedure, which nobody gave.
 std::optional<NamedThing> NamedAt(const GameIndex& index, const Place& place);
 
 } // namespace zem

@@ -13,6 +13,16 @@ namespace {
 
 enum ChangeColumn { ChangeWhere, ChangeWhat, ChangeBefore, ChangeAfter, ChangeColumnCount };
 constexpr int Widths[] = {220, 90, 280}; // pixels at 100 per cent; the last one takes the rest
+constexpr qsizetype ShownBefore = 16;    // characters before those that change, at most
+
+/// A line without its beginning, where that would push the words out of sight.
+QString FromNear(const QString& line, qsizetype words) {
+    if (words <= ShownBefore)
+        return line;
+    const qsizetype blank = line.indexOf(u' ', words - ShownBefore);
+    const qsizetype begin = blank >= 0 && blank < words ? blank + 1 : words - ShownBefore;
+    return QStringLiteral("...") + line.mid(begin);
+}
 
 } // namespace
 
@@ -57,6 +67,9 @@ public:
         const ChangeRow& row = rows[static_cast<std::size_t>(index.row())];
         switch (role) {
         case Qt::DisplayRole:
+            return index.column() == ChangeBefore || (index.column() == ChangeAfter && row.canBeMade)
+                       ? FromNear(TextOf(row, index.column()), row.changed)
+                       : TextOf(row, index.column());
         case Qt::ToolTipRole: // nothing is cut without it
             return TextOf(row, index.column());
         case Qt::CheckStateRole:

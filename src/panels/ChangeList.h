@@ -17,6 +17,7 @@ struct ChangeRow {
     QString after;
     bool isTicked = true;
     bool canBeMade = true; // otherwise it has no box, and `after` says why
+    qsizetype changed = 0; // where in both lines the words begin that differ, so that they are in sight
 };
 
 /// What a rename or a replace would change: each place with its line before and after, and a tick. Space

@@ -107,6 +107,11 @@ void FindPanel::Begin() {
     txtFind_->selectAll();
 }
 
+std::optional<Place> FindPanel::SelectedPlace() const {
+    const auto row = static_cast<std::size_t>(lstHits_->Selected());
+    return row < places_.size() ? std::optional(places_[row]) : std::nullopt;
+}
+
 FindQuery FindPanel::Query() const {
     return options_->QueryFor(txtFind_->text());
 }

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -38,6 +39,9 @@ public:
 
     /// Selects the next hit, or the one before, after the last the first.
     void GoToNext(bool backwards);
+
+    /// The selected hit.
+    std::optional<Place> SelectedPlace() const;
 
     /// What is looked for now.
     FindQuery Query() const;

@@ -193,6 +193,11 @@ const problems::Problem* ProblemsPanel::Selected() const {
     return &watch_.Found().problems[shown_[static_cast<std::size_t>(row)]];
 }
 
+std::optional<Place> ProblemsPanel::SelectedPlace() const {
+    const problems::Problem* problem = Selected();
+    return problem == nullptr ? std::nullopt : std::optional(problem->place);
+}
+
 void ProblemsPanel::ShowSelected() {
     const problems::Problem* problem = Selected();
     ShowOffers({});

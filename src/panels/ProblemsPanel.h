@@ -7,6 +7,7 @@
 #include <QIcon>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QCheckBox;
@@ -40,6 +41,9 @@ public:
 
     /// Selects the next problem, or the one before, after the last the first.
     void GoToNext(bool backwards);
+
+    /// Where the selected problem is.
+    std::optional<Place> SelectedPlace() const;
 
     /// Does the first of the ways to put the selected problem right, if there is one.
     void FixSelected();

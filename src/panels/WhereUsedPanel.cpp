@@ -154,6 +154,12 @@ void WhereUsedPanel::Show(NameKind kind, const std::string& name) {
     lstUses_->setFocus();
 }
 
+std::optional<NamedThing> WhereUsedPanel::Named() const {
+    const QString name = cmbName_->currentText();
+    return name.isEmpty() || UnstorableCharacter(name) ? std::nullopt
+                                                       : std::optional(NamedThing{Kind(), FromQt(name)});
+}
+
 void WhereUsedPanel::Find() {
     const QString name = cmbName_->currentText();
     butRename_->setEnabled(!name.isEmpty());

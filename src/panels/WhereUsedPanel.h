@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/NameListModel.h"
+#include "game/Find.h"
 #include "model/NameKind.h"
 #include "model/Place.h"
 #include "qt/LatestWork.h"
@@ -9,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +46,9 @@ public:
 
     /// Shows where a name is used.
     void Show(NameKind kind, const std::string& name);
+
+    /// What is looked for now; nothing while no name is chosen.
+    std::optional<NamedThing> Named() const;
 
     /// Whether something is still to be shown.
     bool IsBusy() const { return work_.IsRunning(); }

@@ -25,30 +25,42 @@ namespace {
 struct ShownPlan {
     RenamePlan plan;
     std::vector<ChangeRow> rows;
+    int namesakes = 0; // that have the name besides the first
 };
+
+int CountNamesakes(const GameIndex& index, const RenameRequest& request) {
+    const std::vector<Reference> references = index.References().Of(request.kind, request.oldName);
+    const auto count = std::count_if(references.begin(), references.end(), [&](const Reference& reference) {
+        return reference.role == ReferenceRole::Definition && reference.name == request.oldName;
+    });
+    return std::max(static_cast<int>(count) - 1, 0);
+}
 
 ShownPlan PlanOf(const GameIndex& index, const RenameRequest& request) {
     ShownPlan shown;
     shown.plan = PlanRename(index, request);
+    shown.namesakes = CountNamesakes(index, request);
     for (const RenameChange& change : shown.plan.changes)
         shown.rows.push_back({ToQt(index.Owners().Describe(change.change.place.WholeField())),
                               QLatin1String(Describe(change.reason)), ToQt(change.before.text),
-                              ToQt(change.after.text), change.isTicked});
+                              ToQt(change.after.text), change.isTicked, true,
+                              static_cast<qsizetype>(change.before.marked.begin)});
     return shown;
 }
 
 } // namespace
 
-frmRename::frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, NameKind kind,
-                     std::string name, Dialogs& dialogs, QWidget* parent)
+frmRename::frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, NamedThing named,
+                     const std::optional<Place>& own, Dialogs& dialogs, QWidget* parent)
     : QDialog(parent),
       game_(game),
       index_(std::move(index)),
-      kind_(kind),
-      name_(std::move(name)),
+      named_(std::move(named)),
+      own_(own),
       dialogs_(dialogs),
       txtNew_(new QLineEdit(this)),
       lblAnswer_(new QLabel(this)),
+      chkOnly_(new QCheckBox(this)),
       chkTwin_(new QCheckBox(this)),
       chkMerge_(new QCheckBox(QStringLiteral("&Make them one"), this)),
       lstChanges_(new ChangeList(this)),
@@ -57,12 +69,12 @@ frmRename::frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, 
       butCancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
     MakeControls();
     connect(txtNew_, &QLineEdit::textChanged, this, &frmRename::MakePlan);
-    connect(chkTwin_, &QCheckBox::toggled, this, &frmRename::MakePlan);
-    connect(chkMerge_, &QCheckBox::toggled, this, &frmRename::MakePlan);
+    for (const QCheckBox* choice : {chkOnly_, chkTwin_, chkMerge_})
+        connect(choice, &QCheckBox::toggled, this, &frmRename::MakePlan);
     connect(lstChanges_, &ChangeList::TicksChanged, this, &frmRename::EnableRename);
     connect(butOK_, &QPushButton::clicked, this, &QDialog::accept);
     connect(butCancel_, &QPushButton::clicked, this, &QDialog::reject);
-    txtNew_->setText(ToQt(name_));
+    txtNew_->setText(ToQt(named_.name));
     txtNew_->selectAll();
     MakePlan();
     RememberSize(*this);
@@ -70,12 +82,16 @@ frmRename::frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, 
 
 void frmRename::MakeControls() {
     setObjectName(QStringLiteral("frmRename"));
-    setWindowTitle(QStringLiteral("Rename %1 %2").arg(QLatin1String(Describe(kind_)), ToQt(name_)));
+    setWindowTitle(
+        QStringLiteral("Rename %1 %2").arg(QLatin1String(Describe(named_.kind)), ToQt(named_.name)));
     txtNew_->setObjectName(QStringLiteral("txtNewName"));
     RefuseUnstorableText(*txtNew_, dialogs_);
     lblAnswer_->setObjectName(QStringLiteral("lblAnswer"));
     lblAnswer_->setWordWrap(true);
     lblAnswer_->setTextFormat(Qt::PlainText);
+    chkOnly_->setObjectName(QStringLiteral("chkOnly"));
+    chkOnly_->setChecked(own_.has_value());
+    chkOnly_->hide();
     chkTwin_->setObjectName(QStringLiteral("chkTwin"));
     chkMerge_->setObjectName(QStringLiteral("chkMerge"));
     chkTwin_->hide();
@@ -95,6 +111,7 @@ void frmRename::MakeControls() {
     row->addWidget(txtNew_, 1);
     column->addLayout(row);
     column->addWidget(lblAnswer_);
+    column->addWidget(chkOnly_);
     column->addWidget(chkTwin_);
     column->addWidget(chkMerge_);
     column->addWidget(lstChanges_, 1);
@@ -109,26 +126,35 @@ void frmRename::MakeControls() {
 void frmRename::MakePlan() {
     butOK_->setEnabled(false); // until what is typed is judged
     RenameRequest request;
-    request.kind = kind_;
-    request.oldName = name_;
+    request.kind = named_.kind;
+    request.oldName = named_.name;
     if (UnstorableCharacter(txtNew_->text()))
         return;
     request.newName = FromQt(txtNew_->text());
     request.withTwin = chkTwin_->isChecked();
     request.merge = chkMerge_->isChecked();
+    if (chkOnly_->isChecked())
+        request.only = {*own_};
     work_.Run(
         *this,
         [index = index_, game = game_, request](const IsOutdated&) {
             return index->Ask(game, [&](const GameIndex& asked) { return PlanOf(asked, request); });
         },
         [this](ShownPlan shown) {
-            ShowPlan(std::move(shown.plan));
+            ShowPlan(std::move(shown.plan), shown.namesakes);
             lstChanges_->SetChanges(std::move(shown.rows));
         });
 }
 
-void frmRename::ShowPlan(RenamePlan plan) {
+void frmRename::ShowPlan(RenamePlan plan, int namesakes) {
     plan_ = std::move(plan);
+    namesakes_ = namesakes;
+    if (own_ && namesakes_ > 0) {
+        chkOnly_->setText(QStringLiteral("&Only this one; %1 of the same name and what refers to them stay")
+                              .arg(namesakes_ == 1 ? QStringLiteral("another")
+                                                   : QStringLiteral("%1 others").arg(namesakes_)));
+        chkOnly_->show();
+    }
     QStringList answer = {ToQt(plan_.answer.message)};
     for (const std::string& note : plan_.answer.notes)
         answer.append(ToQt(note));
@@ -155,6 +181,10 @@ void frmRename::EnableRename() {
     const int count = lstChanges_->TickedCount();
     lblCount_->setText(count == 1 ? QStringLiteral("1 place changes, as one step")
                                   : QStringLiteral("%1 places change, as one step").arg(count));
+}
+
+bool frmRename::RenamesAll() const {
+    return namesakes_ == 0 || !chkOnly_->isChecked();
 }
 
 RenamePlan frmRename::Plan() const {

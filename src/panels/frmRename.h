@@ -1,5 +1,6 @@
 #pragma once
 
+#include "game/Find.h"
 #include "game/Rename.h"
 #include "qt/LatestWork.h"
 
@@ -7,7 +8,7 @@
 
 #include <functional>
 #include <memory>
-#include <string>
+#include <optional>
 
 class QCheckBox;
 class QLabel;
@@ -27,12 +28,15 @@ class frmRename : public QDialog {
 
 public:
     /// All arguments but `index` outlive the window.
-    /// @param show  shows what has the new name already
-    frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, NameKind kind, std::string name,
-              Dialogs& dialogs, QWidget* parent = nullptr);
+    /// @param own  the one that was selected, of which there may be others of the same name
+    frmRename(const GameModel& game, std::shared_ptr<SearchIndex> index, NamedThing named,
+              const std::optional<Place>& own, Dialogs& dialogs, QWidget* parent = nullptr);
 
     /// What the author wants; for the caller when the window was closed with OK.
     RenamePlan Plan() const;
+
+    /// Whether nothing keeps the old name.
+    bool RenamesAll() const;
 
     /// Whether the plan of what is typed is still to come.
     bool IsBusy() const { return work_.IsRunning(); }
@@ -40,16 +44,17 @@ public:
 private:
     void MakeControls();
     void MakePlan();
-    void ShowPlan(RenamePlan plan);
+    void ShowPlan(RenamePlan plan, int namesakes);
     void EnableRename();
 
     GameModel game_;
     std::shared_ptr<SearchIndex> index_;
-    NameKind kind_;
-    std::string name_;
+    NamedThing named_;
+    std::optional<Place> own_;
     Dialogs& dialogs_;
     QLineEdit* txtNew_;
     QLabel* lblAnswer_;
+    QCheckBox* chkOnly_;
     QCheckBox* chkTwin_;
     QCheckBox* chkMerge_;
     ChangeList* lstChanges_;
@@ -57,6 +62,7 @@ private:
     QPushButton* butOK_;
     QPushButton* butCancel_;
     RenamePlan plan_;
+    int namesakes_ = 0; // that have the name besides the one that was selected
     LatestWork work_;
 };
 

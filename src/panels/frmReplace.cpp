@@ -141,7 +141,7 @@ frmReplace::Shown frmReplace::PlanOf(const GameIndex& index, const FindQuery& qu
         shown.rows.push_back({ToQt(index.Owners().Describe(one.change.place.WholeField())),
                               QLatin1String(Describe(one.kind)), ToQt(one.before.text),
                               ToQt(one.refusal.empty() ? one.after.text : one.refusal), one.isTicked,
-                              one.refusal.empty()});
+                              one.refusal.empty(), static_cast<qsizetype>(one.before.marked.begin)});
     return shown;
 }
 

@@ -8,6 +8,7 @@
 #include "qt/QtText.h"
 #include "reader/LoadGame.h"
 #include "session/GameSession.h"
+#include "session/RenameTrail.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -53,7 +54,9 @@ GameNotes ReadNotesOf(const std::string& path, std::string& problem) {
     }
 }
 
-CheckResult Check(problems::CheckInput input, std::shared_ptr<const SourceFile> source) {
+/// @param renamed  what the notes have other names for
+CheckResult Check(problems::CheckInput input, std::shared_ptr<const SourceFile> source,
+                  const std::vector<NameChange>& renamed) {
     const std::string path = input.game.FileName;
     CheckResult result;
     GameNotes notes;
@@ -63,6 +66,8 @@ CheckResult Check(problems::CheckInput input, std::shared_ptr<const SourceFile> 
         input.files = std::make_shared<FolderFiles>(std::filesystem::path(path).parent_path().string());
         input.libraries = std::make_shared<problems::Libraries>(ReadLibraries(input.game, *input.files));
         notes = ReadNotesOf(path, result.notesProblem);
+        for (const NameChange& name : renamed)
+            RenameInNotes(notes, name.kind, name.from, name.to, *input.commands);
     }
     auto found = std::make_shared<FoundProblems>();
     const CommandLookup& commands = *input.commands;
@@ -83,10 +88,12 @@ CheckResult Check(problems::CheckInput input, std::shared_ptr<const SourceFile> 
 
 } // namespace
 
-ProblemWatch::ProblemWatch(GameSession& session, const CommandLookup& commands, QObject* parent)
+ProblemWatch::ProblemWatch(GameSession& session, const CommandLookup& commands, const RenameTrail& trail,
+                           QObject* parent)
     : QObject(parent),
       session_(session),
-      commands_(commands) {
+      commands_(commands),
+      trail_(trail) {
     wait_.setSingleShot(true);
     wait_.setInterval(WaitAfterChange);
     connect(&wait_, &QTimer::timeout, this, &ProblemWatch::Check);
@@ -116,8 +123,8 @@ void ProblemWatch::Check() {
     input.commands = &commands_;
     work_.Run(
         *this,
-        [input = std::move(input), source = source_](const IsOutdated&) mutable {
-            return zem::Check(std::move(input), std::move(source));
+        [input = std::move(input), source = source_, renamed = trail_.Names()](const IsOutdated&) mutable {
+            return zem::Check(std::move(input), std::move(source), renamed);
         },
         [this](CheckResult result) {
             found_ = std::move(result.found);
@@ -134,9 +141,8 @@ void ProblemWatch::Check() {
 
 void ProblemWatch::Silence(const problems::Problem& problem, const QString& reason) {
     if (session_.FileName().isEmpty())
-        throw CommandError(
-            QStringLiteral("Silenced problems are kept beside the game: save the game first."),
-            QLatin1String(DefaultTitle));
+        throw CommandError(QStringLiteral("Silenced problems are kept beside the game: save the game first."),
+                           QLatin1String(DefaultTitle));
     const NotePlace place =
         TellByNames(found_->game->Game(), found_->game->Owners(), commands_, problem.place);
     try {

@@ -16,6 +16,7 @@
 namespace zem {
 
 class GameSession;
+class RenameTrail;
 
 /// What a check of the whole game found.
 struct FoundProblems {
@@ -35,7 +36,9 @@ class ProblemWatch : public QObject {
 public:
     /// @param session   outlives this object
     /// @param commands  outlives this object
-    ProblemWatch(GameSession& session, const CommandLookup& commands, QObject* parent = nullptr);
+    /// @param trail     outlives this object; what the notes have other names for
+    ProblemWatch(GameSession& session, const CommandLookup& commands, const RenameTrail& trail,
+                 QObject* parent = nullptr);
 
     const FoundProblems& Found() const { return *found_; }
 
@@ -67,6 +70,7 @@ private:
 
     GameSession& session_;
     const CommandLookup& commands_;
+    const RenameTrail& trail_;
     QTimer wait_;
     std::shared_ptr<const FoundProblems> found_ = std::make_shared<FoundProblems>();
     std::shared_ptr<const problems::SourceFile> source_; // read on the other thread, kept until the next save

@@ -3,6 +3,7 @@
 #include "forms/EditorContext.h"
 #include "forms/MessageBar.h"
 #include "forms/NameListModel.h"
+#include "game/Find.h"
 #include "model/NameKind.h"
 #include "qt/LatestWork.h"
 #include "session/GameDocument.h"
@@ -44,6 +45,7 @@ class PlayPanel;
 class ProblemWatch;
 class MapPanel;
 class ProblemsPanel;
+class RenameTrail;
 class SearchIndex;
 class WhereUsedPanel;
 
@@ -113,9 +115,17 @@ private:
     void AddMap();
     void AddSearch();
     void FilterRooms();
-    std::pair<NameKind, std::string> SelectedName() const;
-    void ShowWhereUsed(NameKind kind, const std::string& name);
-    void Rename(NameKind kind, const std::string& name, QWidget* parent = nullptr);
+    /// What has a name and is selected where the author is, with its own place if that is known.
+    struct Selected {
+        NamedThing named;
+        std::optional<Place> own = {};
+    };
+    std::optional<Selected> SelectedName() const;
+    std::optional<Selected> SelectedInLists() const;
+    std::optional<NamedThing> NamedAtPlace(const std::optional<Place>& place) const;
+    void ShowWhereUsed(const NamedThing& named);
+    void Rename(const NamedThing& named, const std::optional<Place>& own = {}, QWidget* parent = nullptr);
+    void AddNameCommands(QWidget& list);
     void Replace();
     void OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName = {});
     void ArrangePanels();
@@ -216,6 +226,7 @@ private:
     QString programFolder_;
     QLabel* status_;
     QLabel* saved_;
+    RenameTrail* renames_;
     ProblemWatch* problems_;
     QToolButton* butProblems_; // tells how many there are
     QPointer<MapPanel> mapPanel_;
@@ -225,6 +236,8 @@ private:
     QAction* findCommand_ = nullptr; // of the panel
     QPointer<FindPanel> findPanel_;
     QAction* usedCommand_ = nullptr;
+    QAction* renameName_ = nullptr; // the commands for what has a name
+    QAction* showUses_ = nullptr;
     QPointer<WhereUsedPanel> usedPanel_;
     LatestWork lookup_; // for what uses a name that has gone
     NameListModel rooms_;

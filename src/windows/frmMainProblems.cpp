@@ -1,8 +1,10 @@
 // The problems of the game in the main window: how many there are, which rooms have some, and their panel.
 #include "forms/RunCommand.h"
 #include "panels/ProblemsPanel.h"
+#include "panels/ResultList.h"
 #include "script/ScriptEditing.h"
 #include "session/ProblemWatch.h"
+#include "session/RenameTrail.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
@@ -39,7 +41,9 @@ std::vector<std::optional<problems::Level>> LevelsOfRooms(const FoundProblems& f
 } // namespace
 
 void frmMain::AddProblems() {
-    problems_ = new ProblemWatch(session_, context_.scripts.Commands(), this);
+    renames_ = new RenameTrail(session_, context_.scripts.Commands(), this);
+    connect(renames_, &RenameTrail::CouldNotFollow, this, [this](const QString& text) { ShowBar(text, {}); });
+    problems_ = new ProblemWatch(session_, context_.scripts.Commands(), *renames_, this);
     butProblems_ = new QToolButton(this);
     butProblems_->setObjectName(QStringLiteral("butProblems"));
     butProblems_->setAutoRaise(true);
@@ -54,6 +58,7 @@ void frmMain::AddProblems() {
         [this] {
             problemsPanel_ = new ProblemsPanel(
                 session_, *problems_, dialogs_, [this](const Place& place) { OpenEditor(place); }, this);
+            AddNameCommands(*problemsPanel_->findChild<ResultList*>());
             return problemsPanel_.data();
         },
         Qt::BottomDockWidgetArea);

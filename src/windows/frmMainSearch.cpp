@@ -1,12 +1,14 @@
 // Finding, "where used" and renaming in the main window, and what is offered when a name has gone.
 #include "forms/RunCommand.h"
-#include "game/NotePlaces.h"
 #include "game/WhereUsed.h"
 #include "panels/FindPanel.h"
+#include "panels/ProblemsPanel.h"
+#include "panels/ResultList.h"
 #include "panels/WhereUsedPanel.h"
 #include "panels/frmRename.h"
 #include "panels/frmReplace.h"
 #include "script/ScriptEditing.h"
+#include "session/RenameTrail.h"
 #include "session/SearchIndex.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
@@ -45,16 +47,23 @@ void frmMain::AddSearch() {
     findCommand_ = AddPanel(
         QStringLiteral("mnuToolsFindPanel"), QStringLiteral("Find Panel"), {},
         [this, open] {
-            return findPanel_ = new FindPanel(
-                       session_, index_, dialogs_, open, [this] { Replace(); }, this);
+            findPanel_ = new FindPanel(
+                session_, index_, dialogs_, open, [this] { Replace(); }, this);
+            AddNameCommands(*findPanel_->findChild<ResultList*>());
+            return findPanel_.data();
         },
         Qt::BottomDockWidgetArea);
     usedCommand_ = AddPanel(
         QStringLiteral("mnuToolsWhereUsedPanel"), QStringLiteral("Where Used Panel"), {},
         [this, open] {
-            return usedPanel_ = new WhereUsedPanel(
-                       session_, index_, context_.scripts, dialogs_, open,
-                       [this](NameKind kind, const std::string& name) { Rename(kind, name); }, this);
+            usedPanel_ = new WhereUsedPanel(
+                session_, index_, context_.scripts, dialogs_, open,
+                [this](NameKind kind, const std::string& name) {
+                    Rename({kind, name});
+                },
+                this);
+            AddNameCommands(*usedPanel_->findChild<ResultList*>());
+            return usedPanel_.data();
         },
         Qt::BottomDockWidgetArea);
     AddCommand("mnuToolsFind", "&Find...", "Ctrl+F", [this] {
@@ -70,14 +79,13 @@ void frmMain::AddSearch() {
     };
     AddCommand("mnuToolsFindNext", "Find Next", "F3", [goOn] { goOn(false); });
     AddCommand("mnuToolsFindPrevious", "Find Previous", "Shift+F3", [goOn] { goOn(true); });
-    QAction* used = AddCommand("mnuToolsWhereUsed", "W&here Used", "Shift+F12", [this] {
-        const auto [kind, name] = SelectedName();
-        ShowWhereUsed(kind, name);
+    showUses_ = AddCommand("mnuToolsWhereUsed", "W&here Used", "Shift+F12", [this] {
+        if (const auto selected = SelectedName())
+            ShowWhereUsed(selected->named);
     });
-    QAction* rename = AddCommand("mnuToolsRename", "Rena&me...", "F2", [this] {
-        const auto [kind, name] = SelectedName();
-        if (!name.empty())
-            Rename(kind, name);
+    renameName_ = AddCommand("mnuToolsRename", "Rena&me...", "F2", [this] {
+        if (const auto selected = SelectedName())
+            Rename(selected->named, selected->own);
     });
     const std::array<std::pair<QListView*, std::array<QPushButton*, 3>>, 3> lists = {{
         {ui_->lstRooms, {ui_->butEditRoom, ui_->butAddNewRoom, ui_->butDeleteRoom}},
@@ -85,63 +93,96 @@ void frmMain::AddSearch() {
         {ui_->lstObjects, {ui_->butEditObj_1, ui_->butAddObj_1, ui_->butDeleteObj_1}},
     }};
     for (const auto& [list, buttons] : lists) {
-        list->setContextMenuPolicy(Qt::ActionsContextMenu);
         for (QPushButton* button : buttons) {
             auto* action = new QAction(button->accessibleName(), list);
             connect(action, &QAction::triggered, button, &QPushButton::click);
             list->addAction(action);
         }
-        list->addAction(rename);
-        list->addAction(used);
+        AddNameCommands(*list);
     }
     connect(ui_->txtRoomFilter, &QLineEdit::textChanged, this, &frmMain::FilterRooms);
 }
 
-std::pair<NameKind, std::string> frmMain::SelectedName() const {
-    const GameModel& game = session_.Game();
-    const int room = ui_->lstRooms->currentIndex().row();
-    for (const std::size_t index : {0U, 1U}) {
-        const int row = ThingList(index)->hasFocus() ? ThingList(index)->currentIndex().row() : -1;
-        if (row < 0 || static_cast<std::size_t>(row) >= thingPlaces_[index].size())
-            continue;
-        const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
-        if (index == 0)
-            return {NameKind::Character, game.Rooms[place.room].Characters[place.thing].Name};
-        return {NameKind::Object, game.Rooms[place.room].Objects[place.thing].Name};
-    }
-    return {NameKind::Room, room < 0 ? std::string() : game.Rooms[room + 1].Name};
+void frmMain::AddNameCommands(QWidget& list) {
+    list.setContextMenuPolicy(Qt::ActionsContextMenu);
+    list.addAction(renameName_);
+    list.addAction(showUses_);
 }
 
-void frmMain::ShowWhereUsed(NameKind kind, const std::string& name) {
+std::optional<frmMain::Selected> frmMain::SelectedName() const {
+    const QWidget* focus = focusWidget();
+    const auto isIn = [focus](const QWidget* panel) {
+        return panel != nullptr && focus != nullptr && panel->isVisible() && panel->isAncestorOf(focus);
+    };
+    std::optional<NamedThing> named;
+    if (isIn(findPanel_))
+        named = NamedAtPlace(findPanel_->SelectedPlace());
+    else if (isIn(problemsPanel_))
+        named = NamedAtPlace(problemsPanel_->SelectedPlace());
+    else if (isIn(usedPanel_))
+        named = usedPanel_->Named();
+    else
+        return SelectedInLists();
+    if (!named)
+        throw CommandError(QStringLiteral("There is no name in the selected row."), QStringLiteral("Names"));
+    return Selected{*named};
+}
+
+std::optional<NamedThing> frmMain::NamedAtPlace(const std::optional<Place>& place) const {
+    if (!place)
+        return std::nullopt;
+    return index_->Ask(session_.Game(), [&](const GameIndex& asked) { return NamedAt(asked, *place); });
+}
+
+/// The room, or the thing in it, if its list has the focus.
+std::optional<frmMain::Selected> frmMain::SelectedInLists() const {
+    const GameModel& game = session_.Game();
+    for (const std::size_t index : {0U, 1U}) {
+        const int row = focusWidget() == ThingList(index) ? ThingList(index)->currentIndex().row() : -1;
+        if (row < 0 || static_cast<std::size_t>(row) >= thingPlaces_[index].size())
+            continue;
+        const auto [room, thing] = thingPlaces_[index][static_cast<std::size_t>(row)];
+        const bool isCharacter = index == 0;
+        const Room& owner = game.Rooms[room];
+        return Selected{{isCharacter ? NameKind::Character : NameKind::Object,
+                         isCharacter ? owner.Characters[thing].Name : owner.Objects[thing].Name},
+                        Place::Of({{FieldId::GameRooms, room},
+                                   {isCharacter ? FieldId::RoomCharacters : FieldId::RoomObjects, thing}},
+                                  FieldId::ThingName)};
+    }
+    const int room = ui_->lstRooms->currentIndex().row() + 1;
+    if (room < 1)
+        return std::nullopt;
+    return Selected{{NameKind::Room, game.Rooms[room].Name},
+                    Place::Of({{FieldId::GameRooms, room}}, FieldId::RoomName)};
+}
+
+void frmMain::ShowWhereUsed(const NamedThing& named) {
     if (!usedCommand_->isChecked())
         usedCommand_->trigger();
     usedPanel_->raise();
-    usedPanel_->Show(kind, name);
+    usedPanel_->Show(named.kind, named.name);
 }
 
 /// Begins with what is being looked for.
 void frmMain::Replace() {
     const bool isFinding = findPanel_ != nullptr && findPanel_->isVisible();
-    const auto rename = [this](const NamedThing& named, QWidget* parent) {
-        Rename(named.kind, named.name, parent);
-    };
+    const auto rename = [this](const NamedThing& named, QWidget* parent) { Rename(named, {}, parent); };
     frmReplace(session_, index_, dialogs_, isFinding ? findPanel_->Query() : FindQuery(), rename, this)
         .exec();
 }
 
-void frmMain::Rename(NameKind kind, const std::string& name, QWidget* parent) {
-    frmRename form(session_.Game(), index_, kind, name, dialogs_, parent == nullptr ? this : parent);
+void frmMain::Rename(const NamedThing& named, const std::optional<Place>& own, QWidget* parent) {
+    if (named.name.empty())
+        return;
+    frmRename form(session_.Game(), index_, named, own, dialogs_, parent == nullptr ? this : parent);
     if (form.exec() != QDialog::Accepted)
         return;
     const RenamePlan plan = form.Plan();
-    session_.AsOneStep(QStringLiteral("rename %1 to %2").arg(ToQt(name), ToQt(plan.answer.name)),
+    session_.AsOneStep(QStringLiteral("rename %1 to %2").arg(ToQt(named.name), ToQt(plan.answer.name)),
                        [&] { session_.Change([&](GameModel& game) { CarryOut(plan, game); }); });
-    if (session_.FileName().isEmpty())
-        return;
-    ChangeNotes(PathFromQt(session_.FileName()), [&](GameNotes& notes) {
-        for (const NameChange& change : plan.names)
-            RenameInNotes(notes, change.kind, change.from, change.to, context_.scripts.Commands());
-    });
+    if (form.RenamesAll())
+        renames_->Add(plan.names);
 }
 
 /// Tells, when a name has gone, what still says it. Nothing is asked before: there is Undo.
@@ -158,8 +199,9 @@ void frmMain::OfferAfterNameHasGone(NameKind kind, const std::string& name, cons
         [this, kind, name, newName, step](int uses) {
             if (uses == 0)
                 return;
-            std::vector<MessageBar::Button> buttons = {
-                {QStringLiteral("Sho&w"), [this, kind, name] { ShowWhereUsed(kind, name); }}};
+            std::vector<MessageBar::Button> buttons = {{QStringLiteral("Sho&w"), [this, kind, name] {
+                                                            ShowWhereUsed({kind, name});
+                                                        }}};
             if (newName.empty())
                 buttons.push_back({QStringLiteral("U&ndo"), [this, step] {
                                        if (session_.Steps().Done() == step)

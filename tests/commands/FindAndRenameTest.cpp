@@ -177,5 +177,39 @@ TEST_F(FindAndRename, TakeTheNotesAlong) {
     EXPECT_EQ(ReadBytes(notes), bad);
 }
 
+constexpr const char* LitHouse = "define game <G>\r\nstart <Hall>\r\nend define\r\ndefine room <Hall>\r\n"
+                                 "look <A hall.>\r\ncommand <sing; hum lamp> msg <La.>\r\n"
+                                 "define object <lamp>\r\nlook msg <The lamp is lit.>\r\nend define\r\n"
+                                 "end define\r\n";
+
+TEST_F(FindAndRename, TakeTheRecordedRunsAlong) {
+    const std::string house = folder.Write("lit.kel", LitHouse);
+    const std::string runs =
+        folder.Write("lit.kel.tests", "run one seed 1\n\n> look at lamp\n\n> x LAMP\n\nrun two seed 1\n\n"
+                                      "> hum lamp\n\nrun three seed 1\n\n> sing\n");
+    ASSERT_EQ(ZemCall({"test", house, "--approve"}).result.exitStatus, 0);
+    std::string other = ReadBytes(runs);
+    other.replace(other.rfind("La."), 3, "Mi.");
+    folder.Write("lit.kel.tests", other);
+    const ZemCall renamed({"rename", house, "object", "lamp", "torch", house});
+    EXPECT_EQ(renamed.result.exitStatus, 0);
+    const std::string now = ReadBytes(runs);
+    EXPECT_NE(now.find("> look at torch\n"), std::string::npos) << now;
+    EXPECT_NE(now.find("> x Torch\n"), std::string::npos) << now;
+    EXPECT_NE(now.find("see torch"), std::string::npos) << "the story says what is there: " << now;
+    EXPECT_NE(now.find("> hum lamp\n"), std::string::npos) << "a pattern that still says so: " << now;
+    EXPECT_NE(now.find("Mi."), std::string::npos) << "not approved, and not by a rename: " << now;
+    EXPECT_EQ(renamed.err, runs + ": run \"three\" is told differently in more than the name, and stays as "
+                                  "it was there\n");
+    const ZemCall tested({"test", house});
+    EXPECT_NE(tested.out.find("2 of 3 runs as approved"), std::string::npos) << tested.out;
+
+    folder.Write("lit.kel.tests", "no runs\n");
+    const ZemCall damaged({"rename", house, "object", "torch", "lamp", house});
+    EXPECT_EQ(damaged.result.exitStatus, 0) << "the game itself is renamed and saved";
+    EXPECT_TRUE(damaged.err.starts_with(runs + ":1: ")) << damaged.err;
+    EXPECT_EQ(ReadBytes(runs), "no runs\n");
+}
+
 } // namespace
 } // namespace zem::test

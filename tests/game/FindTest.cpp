@@ -2,6 +2,7 @@
 
 #include "base/LineText.h"
 #include "game/PlaceLine.h"
+#include "game/WhereUsed.h"
 #include "game/WholeWords.h"
 #include "model/Texts.h"
 #include "readback/ReadBack.h"
@@ -215,6 +216,33 @@ TEST_F(FindIn, NamesTheNameAtAHit) {
     }
     EXPECT_EQ(names, "Key room1 Key room1 key9 key2 key7 key9 key5 key10 key9 key5 key9 key5 ");
     EXPECT_FALSE(NameAt(index, Place::Of({}, FieldId::GameName, {4, 7})));
+}
+
+TEST_F(FindIn, NamesWhatAPlaceIsAbout) {
+    const GameModel game = LoadBytes(
+        CrLf("define game <G>\nstart <Hall>\nend define\ndefine room <Hall>\nlook <Hall of #fame#.>\n"
+             "script show <Tom> do <~Internal Procedure 1> picture <a.png>\n"
+             "define character <Tom>\nend define\ndefine object <Tom>\nend define\n"
+             "define object <cup>\nend define\nend define\n"
+             "define procedure <~Internal Procedure 1>\nshow <cup>\nset <fame; 1>\nend define\n"));
+    const GameIndex index(commands, game);
+    const PlaceStep hall{FieldId::GameRooms, 1};
+    const auto named = [&](const Place& place) {
+        const auto found = NamedAt(index, place);
+        return found ? std::string(Describe(found->kind)) + " " + found->name : "nothing";
+    };
+    const auto hit = [&](const char* words) {
+        return named(Find(index, {.words = words}).hits.front().place);
+    };
+    EXPECT_EQ(named(Place::Of({hall}, FieldId::RoomName)), "room Hall");
+    EXPECT_EQ(named(Place::Of({}, FieldId::GameStartRoom)), "room Hall");
+    EXPECT_EQ(named(Place::Of({hall, {FieldId::RoomObjects, 2}})), "object cup") << "a record as a whole";
+    EXPECT_EQ(named(Place::Of({hall}, FieldId::RoomScript)), "nothing") << "several names stand in it";
+    EXPECT_EQ(named(Place::Of({hall}, FieldId::RoomLook)), "nothing");
+    EXPECT_EQ(hit("cup"), "object cup");
+    EXPECT_EQ(hit("fame"), "variable fame");
+    EXPECT_EQ(hit("Internal"), "nothing") << "nobody gave that name";
+    EXPECT_EQ(hit("a.png"), "nothing");
 }
 
 TEST(InContext, ShowsTheLineAroundTheBytes) {

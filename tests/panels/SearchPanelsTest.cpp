@@ -8,8 +8,10 @@
 #include "panels/WhereUsedPanel.h"
 #include "panels/frmRename.h"
 #include "session/ProblemWatch.h"
+#include "session/RenameTrail.h"
 #include "support/Panels.h"
 #include "support/RunningProgram.h"
+#include "support/ZemCall.h"
 
 #include <QLabel>
 #include <QToolButton>
@@ -203,6 +205,138 @@ TEST(Rename, ShowsWhatChangesAndIsOneStep) {
     EXPECT_EQ(p.Find<QAction>("mnuToolsUndo")->text(), "&Undo rename Hall to Parlour");
     p.Trigger("mnuToolsUndo");
     EXPECT_TRUE(SameGame(p.game, before));
+}
+
+/// Gives what is selected another name.
+void RenameTo(const RunningProgram& p, const QString& name,
+              const std::function<void(frmRename&)>& look = {}) {
+    p.Open<frmRename>("mnuToolsRename", [&](frmRename& form) {
+        Find<QLineEdit>(form, "txtNewName").clear();
+        TypeText(form, "txtNewName", name);
+        WaitFor([&] { return form.IsBusy(); });
+        if (look)
+            look(form);
+        Click(form, "butOK");
+    });
+}
+
+TEST(Rename, AsksWhichOfSeveralOfOneName) {
+    RunningProgram p("define game <T>\r\nstart <Hall>\r\nend define\r\n"
+                     "define room <Hall>\r\nscript hide <door>\r\ndefine object <door>\r\nend define\r\n"
+                     "define object <cup>\r\nend define\r\nend define\r\n"
+                     "define room <Attic>\r\ndefine object <door>\r\nend define\r\nend define\r\n");
+    const auto names = [&] {
+        return p.game.Rooms[1].Objects[1].Name + " " + p.game.Rooms[2].Objects[1].Name + " " +
+               p.game.Rooms[1].Script;
+    };
+    p.Select("lstRooms", 1);
+    p.Select("lstObjects", 0);
+    RenameTo(p, "gate", [](frmRename& form) {
+        EXPECT_TRUE(Find<QCheckBox>(form, "chkOnly").isVisible());
+        EXPECT_EQ(Find<ChangeList>(form, "lstChanges").TickedCount(), 1) << "the script may mean the other";
+    });
+    EXPECT_EQ(names(), "door gate hide <door>");
+    p.Trigger("mnuToolsUndo");
+    p.Select("lstObjects", 0);
+    RenameTo(p, "gate", [](frmRename& form) {
+        Find<QCheckBox>(form, "chkOnly").click();
+        WaitFor([&] { return form.IsBusy(); });
+    });
+    EXPECT_EQ(names(), "gate gate hide <gate>");
+    p.Select("lstRooms", 0);
+    p.Select("lstObjects", 1);
+    RenameTo(p, "mug", [](frmRename& form) {
+        EXPECT_FALSE(Find<QCheckBox>(form, "chkOnly").isVisible()) << "there is one cup";
+    });
+    EXPECT_EQ(p.game.Rooms[1].Objects[2].Name, "mug");
+}
+
+TEST(Rename, IsInReachFromEveryListOfPlaces) {
+    RunningProgram p(Faulty);
+    const auto title = [&] {
+        QString told;
+        p.Open<frmRename>("mnuToolsRename", [&](frmRename& form) {
+            told = form.windowTitle();
+            Click(form, "butCancel");
+        });
+        return told;
+    };
+    const auto hasCommands = [&](const char* list) {
+        QStringList commands;
+        for (const QAction* action : p.Find<QWidget>(list)->actions())
+            commands.append(action->objectName());
+        return commands.contains("mnuToolsRename") && commands.contains("mnuToolsWhereUsed");
+    };
+    p.Trigger("mnuToolsFind");
+    TypeText(*p.Main(), "txtFind", "kee");
+    WaitFor([&] { return p.Find<FindPanel>("dckFind")->IsBusy(); });
+    p.Find<ResultList>("lstHits")->Select(0);
+    p.Find<ResultList>("lstHits")->setFocus();
+    EXPECT_EQ(title(), "Rename item kee");
+    p.Trigger("mnuToolsWhereUsed");
+    WaitFor([&] { return p.Find<WhereUsedPanel>("dckWhereUsed")->IsBusy(); });
+    EXPECT_EQ(p.Find<QLabel>("lblUsedCount")->text(), "1 place uses it");
+    EXPECT_EQ(title(), "Rename item kee") << "from the list of its uses";
+
+    const Problems q;
+    q.SelectRow("exit north");
+    q.Find<ResultList>("lstProblems")->setFocus();
+    q.Open<frmRename>("mnuToolsRename", [](frmRename& form) {
+        EXPECT_EQ(form.windowTitle(), "Rename room Atic");
+        Click(form, "butCancel");
+    });
+    for (const char* list : {"lstRooms", "lstCharacters", "lstObjects", "lstHits", "lstUses"})
+        EXPECT_TRUE(hasCommands(list)) << list;
+}
+
+constexpr std::string_view Lit =
+    "define game <Test>\r\nstart <Hall>\r\nend define\r\n"
+    "define room <Hall>\r\ndefine object <lamp>\r\nlook msg <Bright.>\r\nend define\r\nend define\r\n"
+    "define text <win>\r\nDone.\r\nend define\r\n";
+
+TEST(Rename, TakesNotesAndRecordedRunsAlongWhenTheGameIsSaved) {
+    RunningProgram p;
+    const std::string notes =
+        p.folder.Write("game.kel.notes", "silence E01 at room \"Hall\" because it is dark\n");
+    const std::string runs = p.folder.Write("game.kel.tests", "run look seed 1\n\n> look at Lamp\n");
+    p.StartWith(Lit);
+    const std::string file = p.folder.Path("game.kel");
+    ASSERT_EQ(ZemCall({"test", file, "--approve"}).result.exitStatus, 0);
+    const std::string approved = ReadBytes(runs);
+    ASSERT_NE(approved.find("Hall"), std::string::npos) << "the room is named in the story";
+    const auto silenced = [&] {
+        auto* watch = p.Main()->findChild<ProblemWatch*>();
+        WaitFor([&] { return watch->IsChecking(); });
+        return watch->Found().silenced;
+    };
+    const auto save = [&] {
+        p.Trigger("mnuFileSave");
+        WaitFor([&] { return p.Main()->findChild<RenameTrail*>()->IsBusy(); });
+    };
+    ASSERT_EQ(silenced(), 1);
+    p.Select("lstRooms", 0);
+    RenameTo(p, "Parlour");
+    p.Select("lstObjects", 0);
+    RenameTo(p, "Torch");
+    EXPECT_EQ(silenced(), 1);
+    EXPECT_EQ(ReadBytes(runs), approved) << "they fit the file, which has the old names";
+    EXPECT_EQ(ReadBytes(notes), "silence E01 at room \"Hall\" because it is dark\n");
+    save();
+    EXPECT_EQ(ReadBytes(notes), "silence E01 at room \"Parlour\" because it is dark\n");
+    EXPECT_NE(ReadBytes(runs).find("> look at Torch\n"), std::string::npos) << ReadBytes(runs);
+    EXPECT_EQ(ReadBytes(runs).find("Hall"), std::string::npos) << ReadBytes(runs);
+    EXPECT_EQ(ZemCall({"test", file}).result.exitStatus, 0);
+    EXPECT_EQ(silenced(), 1);
+
+    p.Trigger("mnuToolsUndo");
+    p.Trigger("mnuToolsUndo");
+    p.Trigger("mnuToolsRedo");
+    p.Trigger("mnuToolsUndo");
+    save();
+    EXPECT_EQ(ReadBytes(runs).find("Torch"), std::string::npos) << ReadBytes(runs);
+    EXPECT_EQ(ReadBytes(notes), "silence E01 at room \"Hall\" because it is dark\n");
+    EXPECT_EQ(ZemCall({"test", file}).result.exitStatus, 0);
+    EXPECT_EQ(silenced(), 1);
 }
 
 TEST(RoomFilter, HidesTheRoomsThatDoNotMatch) {
