@@ -4,6 +4,7 @@
 // game.
 #include "GeneratedGame.h"
 #include "game/GameNames.h"
+#include "game/PrintGame.h"
 #include "kel/ScriptLine.h"
 #include "model/Texts.h"
 #include "reader/LoadGame.h"
@@ -91,6 +92,23 @@ void WholeGame(benchmark::State& state) {
     }
 }
 
+/// A game in which every room has a script that became a procedure of its own.
+void PrintingProcedures(benchmark::State& state) {
+    CommandCatalogue shipped;
+    LoadCommandCatalogue(shipped, ZEM_PROGRAM_FOLDER "/zem.dat");
+    const CommandLookup commands(shipped);
+    GameModel game;
+    for (int k = 1; k <= state.range(0); ++k) {
+        const std::string name = "~Internal Procedure " + std::to_string(k);
+        game.Rooms.Append().Script = "do <" + name + ">";
+        game.Procedures.Append({name, "msg <x>"});
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(PrintGame(game, commands));
+    state.SetComplexityN(state.range(0));
+}
+
+BENCHMARK(PrintingProcedures)->Arg(2000)->Arg(16000)->Complexity()->Unit(benchmark::kMillisecond);
 BENCHMARK(WholeGame)->Args({5000, 4})->Args({32767, 1})->MinTime(2)->Unit(benchmark::kMillisecond);
 
 } // namespace

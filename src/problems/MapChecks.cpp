@@ -103,14 +103,35 @@ private:
         Problem& problem = findings_.Add(
             "M02", RoomPlace(room),
             "Nobody can leave: no exit, place or script leads on, and nothing ends the game here.");
-        for (int from = 1; from <= model_.Rooms.Count() && problem.fixes.empty(); ++from)
-            for (const Way& way : ways_.Of(from).ways)
-                if (way.to == room && from != room && way.exit >= 0 &&
-                    static_cast<std::size_t>(way.exit) < CompassCount) {
-                    problem.fixes = {
-                        MakeExit(model_, room, OppositeOf(static_cast<std::size_t>(way.exit)), from)};
-                    break;
-                }
+        if (const Entrance& entrance = EntranceTo(room); entrance.from != 0)
+            problem.fixes = {MakeExit(model_, room, OppositeOf(entrance.exit), entrance.from)};
+    }
+
+    /// An exit of the compass through which one comes to a room.
+    struct Entrance {
+        int from = 0; // 0 where there is none
+        std::size_t exit = 0;
+    };
+
+    /// The first entrance from another room. All are looked up at once: most games need none of them, some
+    /// many.
+    const Entrance& EntranceTo(int room) {
+        if (entrances_.empty()) {
+            entrances_.resize(static_cast<std::size_t>(model_.Rooms.Count()) + 1);
+            for (int from = 1; from <= model_.Rooms.Count(); ++from)
+                for (const Way& way : ways_.Of(from).ways)
+                    NoteEntrance(from, way);
+        }
+        return entrances_[static_cast<std::size_t>(room)];
+    }
+
+    void NoteEntrance(int from, const Way& way) {
+        const auto exit = static_cast<std::size_t>(way.exit);
+        if (exit >= CompassCount || way.to == from) // a place is no exit, and its number too large
+            return;
+        Entrance& entrance = entrances_[static_cast<std::size_t>(way.to)];
+        if (entrance.from == 0)
+            entrance = {from, exit};
     }
 
     void FindOneWays(int room) {
@@ -201,6 +222,7 @@ private:
     const GameModel& model_;
     const WaysThrough ways_;
     Findings& findings_;
+    std::vector<Entrance> entrances_; // by room; empty until one is asked for
 };
 
 void FindInMap(const CheckedGame& game, Findings& findings) {

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <ctime>
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
@@ -122,12 +121,9 @@ TEST_F(FindIn, TellsOfExpressionsThatAreWrongOrTooSlow) {
                            "character class."},
              {"(a+a+)+[bc]", "The expression takes too long on these texts. Make it simpler."},
              {"(a|a)*[bc]", "The expression takes too long on these texts. Make it simpler."},
-         }) {
-        const std::clock_t start = std::clock();
+         })
         EXPECT_EQ(Find(GameIndex(commands, game), {.words = expression, .isRegularExpression = true}).problem,
                   problem);
-        EXPECT_LT(std::clock() - start, 10 * CLOCKS_PER_SEC) << expression;
-    }
 }
 
 /// Where a plain search finds the words in the fields of the file that a save writes.

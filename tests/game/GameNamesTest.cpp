@@ -7,7 +7,6 @@
 #include "support/Games.h"
 #include "support/SetField.h"
 
-#include <ctime>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -99,23 +98,6 @@ TEST(ScriptOwners, TellPlacesInInternalProceduresAsTheirOwners) {
          })
         EXPECT_EQ(owners.Describe(place), words);
     EXPECT_EQ(owners.Path(inProcedure(3)).size(), 3u);
-}
-
-TEST(PrintGame, TakesTimeInProportionToTheProcedures) {
-    const CommandLookup commands(ShippedCatalogue());
-    const auto seconds = [&](int rooms) {
-        GameModel game;
-        for (int k = 1; k <= rooms; ++k) {
-            const std::string name = "~Internal Procedure " + std::to_string(k);
-            game.Rooms.Append().Script = "do <" + name + ">";
-            game.Procedures.Append({name, "msg <x>"});
-        }
-        const std::clock_t start = std::clock(); // of this process, whatever else the machine does
-        EXPECT_EQ(PrintGame(game, commands).find("do <~"), std::string::npos);
-        return std::clock() - start;
-    };
-    const std::clock_t few = seconds(2000);
-    EXPECT_LT(seconds(16'000), 8 * 3 * few);
 }
 
 } // namespace

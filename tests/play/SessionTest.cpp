@@ -10,7 +10,6 @@
 #include "reader/LoadGame.h"
 #include "support/OutcomeText.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 
 namespace zem::play {
@@ -232,10 +231,7 @@ TEST(Session, EveryTurnEnds) {
             "define procedure <compare>\n  if contains <t; " + longText + "> then do <nothing>\nend define\n";
         Session session(World::Compile(FilesOf(Read(text))), 1);
         session.Begin();
-        const auto start = std::chrono::steady_clock::now();
         const std::string told = TextOf(session.Type("go"));
-        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-        EXPECT_LT(took.count(), 5.0) << name; // the benchmark is stricter
         EXPECT_LE(told.size(), 66'000U) << name;
         EXPECT_EQ(session.Needs(), Need::Line) << name;
         EXPECT_TRUE(session.Undo()) << name;
