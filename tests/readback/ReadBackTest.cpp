@@ -85,10 +85,10 @@ TEST(ReadBack, NamesPlacesIfAndOnlyIfAGameDoesNotComeBack) {
 // Each room comes back alone but not all of them together, so every room is tried.
 TEST(ReadBack, TriesEachPartInAGameOfNothingElse) {
     GameModel game;
-    for (int k = 1; k <= 5000; ++k) {
+    for (int k = 1; k <= 1000; ++k) {
         Room& room = game.Rooms.Append();
         room.Name = "Room " + std::to_string(k);
-        room.Look = k % 500 == 0 ? "A room with a <b|xb roof." : "A long, low room.";
+        room.Alias = k % 100 == 0 ? ">" : "a room";
         room.Objects.Append().Name = "lamp";
     }
     std::size_t bytes = 0;
