@@ -24,6 +24,11 @@ function(zem_optimise_less target)
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
 endfunction()
 
+# What the tests run for minutes under the sanitizers.
+function(zem_optimise_sanitized target)
+    target_compile_options(${target} PRIVATE $<$<BOOL:${ZEM_SANITIZE}>:-O1>)
+endfunction()
+
 # Tests run once for each time that they are compiled; what they test is as fast as ever.
 function(zem_optimise_not target)
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)

@@ -50,6 +50,9 @@ std::string NameBox::Text() const {
 
 void NameBox::showPopup() {
     static_cast<QListView*>(view())->setUniformItemSizes(true);
+    // The list opens on the name that stands in the box, however it came there.
+    if (const int row = findText(currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive); row >= 0)
+        setCurrentIndex(row);
     QComboBox::showPopup();
 }
 

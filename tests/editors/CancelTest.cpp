@@ -101,7 +101,7 @@ TEST_F(Cancel, TakesBackWhatTheScriptWindowsOfAnEditorHaveStored) {
             }
         }
         const int procedures = p.game.Procedures.Count();
-        Open(command, [&](QDialog& form) { Walk(form, way, depth + 1); });
+        Open(command, [&, depth = depth](QDialog& form) { Walk(form, way, depth + 1); });
         EXPECT_EQ(p.game.Procedures.Count(), procedures + 1) << command << ' ' << steps;
     }
 }

@@ -117,7 +117,7 @@ TEST_F(ReferencesOf, ScriptsComeFromEveryPartOfEveryCommand) {
         game.StartScript = script;
         std::vector<std::string> found;
         ForEachReference(game, commands, [&](const Reference& reference) {
-            EXPECT_EQ(reference.role, ReferenceRole::Use) << script;
+            EXPECT_EQ(reference.role, ReferenceRole::Use) << game.StartScript;
             found.push_back(std::string(Word(reference.kind)) + " " + std::string(reference.name));
         });
         std::sort(found.begin(), found.end());
