@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+#include <cstddef>
 #include <vector>
 
 class QPushButton;
@@ -21,6 +22,9 @@ public:
 
     /// Shows a page, from 0.
     void Show(int page);
+
+    /// The button of a page, from 0.
+    QPushButton* Button(int page) const { return buttons_[static_cast<std::size_t>(page)]; }
 
 private:
     QStackedWidget& pages_;

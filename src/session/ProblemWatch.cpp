@@ -117,6 +117,15 @@ void ProblemWatch::ForgetFile() {
     CheckAgain();
 }
 
+std::function<std::shared_ptr<const FoundProblems>()> ProblemWatch::CheckOf(GameModel game) const {
+    problems::CheckInput input;
+    input.game = std::move(game);
+    input.commands = &commands_;
+    return [input = std::move(input), source = source_, renamed = trail_.Names()] {
+        return zem::Check(input, source, renamed).found;
+    };
+}
+
 void ProblemWatch::Check() {
     problems::CheckInput input;
     input.game = session_.Game();

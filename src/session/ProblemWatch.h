@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,6 +45,9 @@ public:
 
     /// The same, for work on other threads.
     std::shared_ptr<const FoundProblems> Shared() const { return found_; }
+
+    /// The same check of another version of the game, to be run on another thread.
+    std::function<std::shared_ptr<const FoundProblems>()> CheckOf(GameModel game) const;
 
     /// Whether a check is under way or about to begin, so that what was found may be of an earlier game.
     bool IsChecking() const { return wait_.isActive() || work_.IsRunning(); }

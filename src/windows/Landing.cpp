@@ -270,8 +270,13 @@ void SelectRow(QListWidget& list, const LandingStep& step) {
     list.setCurrentRow(row);
 }
 
-/// Returns false where the window has no such control.
-bool Apply(QWidget& window, const LandingStep& step) {
+} // namespace
+
+std::vector<LandingStep> StepsTo(const GameModel& game, const std::vector<Place>& path) {
+    return WayTo(game, path).Steps();
+}
+
+bool LandOn(QWidget& window, const LandingStep& step) {
     auto* control = window.findChild<QWidget*>(step.control);
     if (control == nullptr)
         return false;
@@ -285,18 +290,12 @@ bool Apply(QWidget& window, const LandingStep& step) {
     return true;
 }
 
-} // namespace
-
-std::vector<LandingStep> StepsTo(const GameModel& game, const std::vector<Place>& path) {
-    return WayTo(game, path).Steps();
-}
-
 void LandInNextWindow(const std::vector<LandingStep>& steps) {
     // A modal window runs an event loop of its own, in which this comes first.
     QTimer::singleShot(0, qApp, [steps] {
         QWidget* window = QApplication::activeModalWidget();
         for (std::size_t k = 0; window != nullptr && k < steps.size(); ++k) {
-            if (!Apply(*window, steps[k]))
+            if (!LandOn(*window, steps[k]))
                 return;
             if (steps[k].press.isEmpty())
                 continue;

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+class QWidget;
+
 /// How the author gets from an editor that opens to the control that holds a place.
 namespace zem {
 
@@ -24,6 +26,10 @@ struct LandingStep {
 /// The steps from the first window that opens for the place.
 /// @param path  of ScriptOwners: the place as the author sees it, and what lies behind it
 std::vector<LandingStep> StepsTo(const GameModel& game, const std::vector<Place>& path);
+
+/// Goes to the control of a step in this window: its page is shown, and it has the focus. False where the
+/// window has no such control.
+bool LandOn(QWidget& window, const LandingStep& step);
 
 /// Goes the steps in the modal windows that open next, each as soon as it is shown. Where a control is
 /// missing the author is left at the one before.

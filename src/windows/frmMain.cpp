@@ -110,8 +110,7 @@ void frmMain::Connect(QAction* action, void (frmMain::*handler)()) {
 
 void frmMain::ConnectEditor(QAction* action, const char* name, void (frmMain::*handler)()) {
     connect(action, &QAction::triggered, this, [this, name, handler] {
-        RunCommand(dialogs_, this,
-                   [&] { session_.AsOneStep(QLatin1String(name), [&] { (this->*handler)(); }); });
+        RunCommand(dialogs_, this, [&] { EditAsOneStep(QLatin1String(name), [&] { (this->*handler)(); }); });
     });
 }
 

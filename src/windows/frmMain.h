@@ -4,6 +4,7 @@
 #include "forms/MessageBar.h"
 #include "forms/NameListModel.h"
 #include "game/Find.h"
+#include "game/GoneNames.h"
 #include "model/NameKind.h"
 #include "qt/LatestWork.h"
 #include "session/GameDocument.h"
@@ -26,6 +27,7 @@
 
 class QAbstractButton;
 class QAction;
+class QDialog;
 class QDockWidget;
 class QKeySequence;
 class QLabel;
@@ -43,6 +45,7 @@ class FindPanel;
 class CompiledGame;
 class PlayPanel;
 class ProblemWatch;
+struct EditorChecks;
 class MapPanel;
 class ProblemsPanel;
 class RenameTrail;
@@ -127,7 +130,10 @@ private:
     void Rename(const NamedThing& named, const std::optional<Place>& own = {}, QWidget* parent = nullptr);
     void AddNameCommands(QWidget& list);
     void Replace();
-    void OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName = {});
+    void EditAsOneStep(const QString& name, const std::function<void()>& command);
+    void TellGoneNames(const GameModel& before);
+    void ShowGoneNames(const std::vector<GoneName>& gone, std::size_t step);
+    void CloseGoneNames();
     void ArrangePanels();
     void RestorePanels();
     void StorePanels();
@@ -188,7 +194,7 @@ private:
     void CheckFile();
 
     /// Shows a message above the lists until the author closes it or another game is opened.
-    void ShowBar(const QString& text, const std::vector<MessageBar::Button>& buttons);
+    MessageBar* ShowBar(const QString& text, const std::vector<MessageBar::Button>& buttons);
     void CloseBars();
     void ShowLostGame();
     void ShowInspection(const FileInspection& found);
@@ -196,6 +202,7 @@ private:
     void ShowSteps();
     void ShowLostPlaces(const std::vector<LostPlace>& places);
     void OpenRoomOrThing(const Place& place);
+    void RunEditor(QDialog& form, const Place& record);
     QString ProgramForGames() const;
     void OpenDocument(const QString& path);
 
@@ -228,6 +235,7 @@ private:
     QLabel* saved_;
     RenameTrail* renames_;
     ProblemWatch* problems_;
+    EditorChecks* editorChecks_;
     QToolButton* butProblems_; // tells how many there are
     QPointer<MapPanel> mapPanel_;
     std::vector<QAction*> panelCommands_;
@@ -239,7 +247,10 @@ private:
     QAction* renameName_ = nullptr; // the commands for what has a name
     QAction* showUses_ = nullptr;
     QPointer<WhereUsedPanel> usedPanel_;
-    LatestWork lookup_; // for what uses a name that has gone
+    QPointer<MessageBar> goneNames_;        // tells the names that went last
+    std::size_t goneStep_ = 0;              // of the history, with which they went
+    std::optional<GameModel> beforeLookup_; // the game before edits whose gone names are not told yet
+    LatestWork lookup_;                     // for what uses names that have gone
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;

@@ -10,12 +10,20 @@
 #include "editors/frmTagEditor.h"
 #include "editors/frmTextSectionEdit.h"
 #include "forms/AskBeforeDiscard.h"
+#include "windows/EditorMarks.h"
 #include "windows/frmMain.h"
 
 namespace zem {
 
+/// Runs the editor of a record with the problems of it at its fields.
+void frmMain::RunEditor(QDialog& form, const Place& record) {
+    const EditorMarks marks(form, record, context_.edits, *problems_, *editorChecks_);
+    form.exec();
+}
+
 void frmMain::mnuViewGameProperties_Click() {
-    frmGameProperties(context_, this).exec();
+    frmGameProperties form(context_, this);
+    RunEditor(form, {});
 }
 
 void frmMain::mnuViewItems_Click() {

@@ -40,8 +40,7 @@ auto& Things(Model& room, std::size_t index) {
 } // namespace
 
 void frmMain::OnEditClick(QAbstractButton* button, const char* name, const std::function<void()>& handler) {
-    OnClick(button, this, dialogs_,
-            [this, name, handler] { session_.AsOneStep(QLatin1String(name), handler); });
+    OnClick(button, this, dialogs_, [this, name, handler] { EditAsOneStep(QLatin1String(name), handler); });
 }
 
 void frmMain::ConnectLists() {
@@ -178,6 +177,8 @@ void frmMain::GameChanged(const ChangedFields& changed) {
 }
 
 void frmMain::GameReplaced() {
+    lookup_.Cancel();
+    beforeLookup_ = std::nullopt;
     CloseBars();
     ShowWhetherSaved();
     UpdateTitle();
@@ -203,10 +204,8 @@ void frmMain::butEditRoom_Click() {
     const int row = SelectedRow(*ui_->lstRooms);
     if (row < 0)
         return;
-    const std::string name = session_.Game().Rooms[row + 1].Name;
-    frmRoomProperties(context_, row + 1, this).exec();
-    if (row < session_.Game().Rooms.Count() && session_.Game().Rooms[row + 1].Name != name)
-        OfferAfterNameHasGone(NameKind::Room, name, session_.Game().Rooms[row + 1].Name);
+    frmRoomProperties form(context_, row + 1, this);
+    RunEditor(form, Place::Of({{FieldId::GameRooms, row + 1}}));
 }
 
 void frmMain::butDeleteRoom_Click() {
@@ -215,9 +214,7 @@ void frmMain::butDeleteRoom_Click() {
         return;
     Selection selection;
     selection.room = row;
-    const std::string name = session_.Game().Rooms[row + 1].Name;
     ChangeGame(selection, [row](GameModel& game) { game.Rooms.Remove(row + 1); });
-    OfferAfterNameHasGone(NameKind::Room, name);
 }
 
 void frmMain::butAddObj_Click(std::size_t index) {
@@ -252,11 +249,9 @@ void frmMain::butEditObj_Click(std::size_t index) {
         return;
     const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
     const ThingKind kind = index == 0 ? ThingKind::Character : ThingKind::Object;
-    const auto name = [&] { return Things(session_.Game().Rooms[place.room], index)[place.thing].Name; };
-    const std::string before = name();
-    frmThingProperties(context_, kind, place.room, place.thing, this).exec();
-    if (name() != before)
-        OfferAfterNameHasGone(index == 0 ? NameKind::Character : NameKind::Object, before, name());
+    frmThingProperties form(context_, kind, place.room, place.thing, this);
+    RunEditor(form, Place::Of({{FieldId::GameRooms, place.room},
+                               {index == 0 ? FieldId::RoomCharacters : FieldId::RoomObjects, place.thing}}));
 }
 
 void frmMain::butDeleteObj_Click(std::size_t index) {
@@ -264,10 +259,8 @@ void frmMain::butDeleteObj_Click(std::size_t index) {
     if (row < 0)
         return;
     const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
-    const std::string name = Things(session_.Game().Rooms[place.room], index)[place.thing].Name;
     ChangeGame(CurrentSelection(),
                [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
-    OfferAfterNameHasGone(index == 0 ? NameKind::Character : NameKind::Object, name);
 }
 
 } // namespace zem

@@ -21,7 +21,7 @@ void frmMain::AddMap() {
         connect(mapPanel_, &MapPanel::RoomOpened, this, [this](int room) {
             ui_->lstRooms->setCurrentIndex(rooms_.index(room));
             RunCommand(dialogs_, this, [this] {
-                session_.AsOneStep(QStringLiteral("edit room"), [this] { butEditRoom_Click(); });
+                EditAsOneStep(QStringLiteral("edit room"), [this] { butEditRoom_Click(); });
             });
         });
         // Beside the map the lists are narrow: objects stand below the characters then.

@@ -60,11 +60,14 @@ void frmMain::OpenRoomOrThing(const Place& place) {
     const bool isThing = isCharacter || thing.list == FieldId::RoomObjects;
     const ThingKind kind = isCharacter ? ThingKind::Character : ThingKind::Object;
     const char* what = !isThing ? "room" : isCharacter ? "character" : "object";
-    session_.AsOneStep(QStringLiteral("edit %1").arg(QLatin1String(what)), [&] {
-        if (isThing)
-            frmThingProperties(context_, kind, room, thing.entry, this).exec();
-        else
-            frmRoomProperties(context_, room, this).exec();
+    EditAsOneStep(QStringLiteral("edit %1").arg(QLatin1String(what)), [&] {
+        if (isThing) {
+            frmThingProperties form(context_, kind, room, thing.entry, this);
+            RunEditor(form, Place::Of({place.steps[0], thing}));
+        } else {
+            frmRoomProperties form(context_, room, this);
+            RunEditor(form, Place::Of({place.steps[0]}));
+        }
     });
 }
 

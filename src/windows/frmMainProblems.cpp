@@ -6,6 +6,7 @@
 #include "session/ProblemWatch.h"
 #include "session/RenameTrail.h"
 #include "ui_frmMain.h"
+#include "windows/EditorMarks.h"
 #include "windows/frmMain.h"
 
 #include <QToolButton>
@@ -44,6 +45,7 @@ void frmMain::AddProblems() {
     renames_ = new RenameTrail(session_, context_.scripts.Commands(), this);
     connect(renames_, &RenameTrail::CouldNotFollow, this, [this](const QString& text) { ShowBar(text, {}); });
     problems_ = new ProblemWatch(session_, context_.scripts.Commands(), *renames_, this);
+    editorChecks_ = new EditorChecks(this);
     butProblems_ = new QToolButton(this);
     butProblems_->setObjectName(QStringLiteral("butProblems"));
     butProblems_->setAutoRaise(true);

@@ -20,23 +20,18 @@ namespace zem {
 
 namespace {
 
-/// How often the name is used in the game, unless something else is still called so.
-int UsesOfGoneName(const GameIndex& index, NameKind kind, const std::string& name) {
-    int uses = 0;
-    for (const Reference& reference : index.References().Of(kind, name))
-        if (reference.role == ReferenceRole::Definition)
-            return 0;
-    for (const Reference& use : WhereUsed(index, kind, name))
-        uses += use.role == ReferenceRole::Use ? 1 : 0;
-    return uses;
-}
+constexpr std::size_t MostGoneNames = 3; // are told after one edit
 
 QString Places(int count) {
     return count == 1 ? QStringLiteral("1 place") : QStringLiteral("%1 places").arg(count);
 }
 
-QString NameInWords(NameKind kind, const std::string& name) {
-    return QLatin1String(Describe(kind)) + u' ' + ToQt(name);
+QString TellGoneName(const GoneName& gone) {
+    const QString name = QLatin1String(Describe(gone.kind)) + u' ' + ToQt(gone.name);
+    if (gone.newName.empty())
+        return QStringLiteral("%1 used the %2.").arg(Places(gone.uses), name);
+    return gone.uses == 1 ? QStringLiteral("1 place still says %1.").arg(name)
+                          : QStringLiteral("%1 still say %2.").arg(Places(gone.uses), name);
 }
 
 } // namespace
@@ -185,36 +180,59 @@ void frmMain::Rename(const NamedThing& named, const std::optional<Place>& own, Q
         renames_->Add(plan.names);
 }
 
-/// Tells, when a name has gone, what still says it. Nothing is asked before: there is Undo.
-void frmMain::OfferAfterNameHasGone(NameKind kind, const std::string& name, const std::string& newName) {
-    if (name.empty())
-        return;
-    const std::size_t step = session_.Steps().Done() + 1; // that this command is becoming
+/// Runs a command that edits the game. Names that are gone after it and are still used are told, and nothing
+/// is asked before: there is Undo.
+void frmMain::EditAsOneStep(const QString& name, const std::function<void()>& command) {
+    const GameModel before = session_.Game();
+    session_.AsOneStep(name, command);
+    if (!SameGame(before, session_.Game()))
+        TellGoneNames(before);
+}
+
+void frmMain::TellGoneNames(const GameModel& before) {
+    if (!beforeLookup_)
+        beforeLookup_ = before;
     lookup_.Run(
         *this,
-        [index = index_, game = session_.Game(), kind, name](const IsOutdated&) {
-            return index->Ask(game,
-                              [&](const GameIndex& asked) { return UsesOfGoneName(asked, kind, name); });
+        [index = index_, game = session_.Game(), old = *beforeLookup_](const IsOutdated&) {
+            return index->Ask(game, [&](const GameIndex& asked) { return FindGoneNames(old, asked); });
         },
-        [this, kind, name, newName, step](int uses) {
-            if (uses == 0)
-                return;
-            std::vector<MessageBar::Button> buttons = {{QStringLiteral("Sho&w"), [this, kind, name] {
-                                                            ShowWhereUsed({kind, name});
-                                                        }}};
-            if (newName.empty())
-                buttons.push_back({QStringLiteral("U&ndo"), [this, step] {
-                                       if (session_.Steps().Done() == step)
-                                           mnuToolsUndo_Click();
-                                       else
-                                           ShowStatus(
-                                               QStringLiteral("Other steps came after it: undo them first."));
-                                   }});
-            ShowBar(newName.empty()
-                        ? QStringLiteral("%1 used the %2.").arg(Places(uses), NameInWords(kind, name))
-                        : QStringLiteral("%1 still say %2.").arg(Places(uses), NameInWords(kind, name)),
-                    buttons);
+        [this, step = session_.Steps().Done()](const std::vector<GoneName>& gone) {
+            beforeLookup_ = std::nullopt;
+            if (!gone.empty())
+                ShowGoneNames(gone, step);
         });
+}
+
+/// @param step  of the history, with which they went
+void frmMain::ShowGoneNames(const std::vector<GoneName>& gone, std::size_t step) {
+    QStringList told;
+    for (std::size_t k = 0; k < std::min(gone.size(), MostGoneNames); ++k)
+        told.append(TellGoneName(gone[k]));
+    if (gone.size() > MostGoneNames)
+        told.append(QStringLiteral("%1 more names are used, too.").arg(gone.size() - MostGoneNames));
+    std::vector<MessageBar::Button> buttons = {{QStringLiteral("Sho&w"), [this, first = gone.front()] {
+                                                    ShowWhereUsed({first.kind, first.name});
+                                                }}};
+    const bool isRemoved =
+        std::any_of(gone.begin(), gone.end(), [](const GoneName& name) { return name.newName.empty(); });
+    if (isRemoved)
+        buttons.push_back({QStringLiteral("U&ndo"), [this, step] {
+                               if (session_.Steps().Done() == step)
+                                   mnuToolsUndo_Click();
+                               else
+                                   ShowStatus(QStringLiteral("Other steps came after it: undo them first."));
+                           }});
+    if (goneNames_ != nullptr)
+        goneNames_->Close();
+    goneNames_ = ShowBar(told.join(u' '), buttons);
+    goneStep_ = step;
+}
+
+/// When the step is undone the names are there again.
+void frmMain::CloseGoneNames() {
+    if (goneNames_ != nullptr && session_.Steps().Done() < goneStep_)
+        goneNames_->Close();
 }
 
 void frmMain::FilterRooms() {

@@ -46,6 +46,7 @@ void frmMain::ConnectTools() {
 
 /// Names the steps that can be undone and redone.
 void frmMain::ShowSteps() {
+    CloseGoneNames();
     const History& history = session_.Steps();
     const auto name = [&history](std::size_t step) {
         return ToQt(history.Name(step)).replace(u'&', QLatin1String("&&"));
@@ -92,10 +93,11 @@ void frmMain::CheckFile() {
 
 // ---- Messages in the window
 
-void frmMain::ShowBar(const QString& text, const std::vector<MessageBar::Button>& buttons) {
+MessageBar* frmMain::ShowBar(const QString& text, const std::vector<MessageBar::Button>& buttons) {
     auto* bar = new MessageBar(text, buttons, this);
     ui_->verticalLayout->insertWidget(0, bar);
     bar->show(); // now: another message may follow at once
+    return bar;
 }
 
 void frmMain::CloseBars() {

@@ -1,5 +1,8 @@
 // Problems, finding, "where used" and renaming, in the real main window on a real file.
+#include "editors/frmEditItems.h"
 #include "editors/frmRoomProperties.h"
+#include "editors/frmTextSectionEdit.h"
+#include "editors/frmThingProperties.h"
 #include "game/Notes.h"
 #include "panels/ChangeList.h"
 #include "panels/FindPanel.h"
@@ -205,6 +208,53 @@ TEST(Rename, ShowsWhatChangesAndIsOneStep) {
     EXPECT_EQ(p.Find<QAction>("mnuToolsUndo")->text(), "&Undo rename Hall to Parlour");
     p.Trigger("mnuToolsUndo");
     EXPECT_TRUE(SameGame(p.game, before));
+}
+
+TEST(GoneNames, AreToldWhateverEditorTheyWentIn) {
+    RunningProgram p("define game <T>\r\nstart <Hall>\r\nitems <key>\r\nend define\r\n"
+                     "define room <Hall>\r\nlook <x>\r\nscript if has <key> then text <sign>\r\n"
+                     "define object <cup>\r\nlook hide <cup>\r\nend define\r\nend define\r\n"
+                     "define text <sign>\r\nWet paint\r\nend define\r\n");
+    const auto told = [&] {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return p.Main()->findChild<MessageBar*>() != nullptr; }, 10000));
+        auto* bar = p.Main()->findChild<MessageBar*>();
+        QStringList buttons;
+        for (const QPushButton* button : bar->findChildren<QPushButton*>())
+            buttons.append(button->text());
+        const QString text = bar->Text() + u' ' + buttons.join(u' ');
+        bar->Close();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return p.Main()->findChild<MessageBar*>() == nullptr; }, 10000));
+        return text.toStdString();
+    };
+    p.Open<frmEditItems>("mnuViewItems", [](frmEditItems& form) {
+        SelectRow(form, "lstItems", 0);
+        Click(form, "butRemove");
+        Click(form, "butOK");
+    });
+    EXPECT_EQ(told(), "1 place used the item key. Sho&w U&ndo");
+    p.dialogs.Text("Rename text section: Please enter a new name for this text section: [sign]", "board");
+    p.Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [](frmTextSectionEdit& form) {
+        SelectRow(form, "cmbTextSections", static_cast<int>(Rows(form, "cmbTextSections").indexOf("sign")));
+        Click(form, "butRename");
+        Click(form, "butClose");
+    });
+    EXPECT_EQ(told(), "1 place still says text sign. Sho&w");
+    p.Select("lstRooms", 0);
+    p.Select("lstObjects", 0);
+    p.Open<frmThingProperties>("butEditObj_1", [](frmThingProperties& form) {
+        SetText(form, "txtThingName", "mug");
+        Click(form, "butOK");
+    });
+    EXPECT_EQ(told(), "1 place still says object cup. Sho&w");
+    p.Click("butDeleteRoom");
+    EXPECT_EQ(told(), "1 place used the room Hall. Sho&w U&ndo") << "and what was in it used itself alone";
+    p.Trigger("mnuToolsUndo");
+    p.Select("lstRooms", 0);
+    p.Click("butDeleteRoom");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return p.Main()->findChild<MessageBar*>() != nullptr; }, 10000));
+    p.Trigger("mnuToolsUndo");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return p.Main()->findChild<MessageBar*>() == nullptr; }, 10000))
+        << "the room is there again";
 }
 
 /// Gives what is selected another name.
