@@ -383,6 +383,7 @@ void MapPanel::AddRoomCommands(QMenu& menu) {
     const std::set<int>& rooms = canvas_->Selected();
     const int room = canvas_->Current();
     menu.addAction(QStringLiteral("&Edit room..."), this, [this, room] { emit RoomOpened(room); });
+    menu.addActions(actions()); // those of the window for what has a name
     QMenu* exits = menu.addMenu(QStringLiteral("Remove e&xit"));
     for (map::Direction direction = 0; direction < map::DirectionCount; ++direction) {
         const ScriptPair& exit = map::ExitOf(session_.Game().Rooms[room + 1], direction);

@@ -106,6 +106,30 @@ WatchView::WatchView(QWidget* parent)
     connect(values_, &QTreeWidget::itemChanged, this, [this](const QTreeWidgetItem* item) { Set(item); });
 }
 
+std::optional<NamedThing> WatchView::Selected() const {
+    const QTreeWidgetItem* item = values_->currentItem();
+    if (item == nullptr)
+        return std::nullopt;
+    const std::string name = item->data(Value, NameRole).toByteArray().toStdString();
+    switch (static_cast<play::Kind>(item->data(Value, KindRole).toInt())) {
+    case play::Kind::Thing: // the key of a thing begins with its kind, and may end with its number
+        return NamedThing{name.front() == 'c' ? NameKind::Character : NameKind::Object,
+                          name.substr(1, name.find('\n') - 1)};
+    case play::Kind::Item:
+        return NamedThing{NameKind::Item, name};
+    case play::Kind::Flag:
+        return NamedThing{NameKind::Flag, name};
+    case play::Kind::Variable:
+        return NamedThing{NameKind::Variable, name};
+    case play::Kind::Timer:
+        return NamedThing{NameKind::Timer, name};
+    case play::Kind::Collectable:
+        return NamedThing{NameKind::Collectable, name};
+    default:
+        return std::nullopt;
+    }
+}
+
 void WatchView::Show(const play::Session* session) {
     session_ = session;
     if (session_ == nullptr) {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "game/Find.h"
 #include "play/Session.h"
 
 #include <QHash>
 #include <QWidget>
+
+#include <optional>
 
 class QCheckBox;
 class QLineEdit;
@@ -22,6 +25,9 @@ public:
 
     /// Shows the state, which outlives the next call; null for none.
     void Show(const play::Session* session);
+
+    /// What the selected row is about; nothing where none is selected.
+    std::optional<NamedThing> Selected() const;
 
 signals:
     /// The author wants a value to be another.

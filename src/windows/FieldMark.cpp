@@ -97,11 +97,12 @@ bool FieldMark::eventFilter(QObject* watched, QEvent* event) {
     return QToolButton::eventFilter(watched, event);
 }
 
-/// In the middle of the right edge of a box of one line, else in the corner below, where texts seldom end.
+/// In the middle of the right edge of a box of one line, else in the corner at the top, which is in sight on
+/// small screens, too.
 void FieldMark::FindPlace() {
     const bool isOneLine = control_.height() < 2 * height();
     move(control_.width() - TakenAtRight(control_) - width() - Margin,
-         isOneLine ? (control_.height() - height()) / 2 : control_.height() - height() - Margin);
+         isOneLine ? (control_.height() - height()) / 2 : Margin);
 }
 
 } // namespace zem

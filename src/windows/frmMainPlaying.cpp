@@ -47,6 +47,7 @@ PlayPanel& frmMain::Player() {
     if (player_ == nullptr) {
         player_ = new PlayPanel(*compiled_, context_, this);
         player_->setProperty("isLarge", true);
+        AddNameCommands(*player_->findChild<QWidget*>(QStringLiteral("lstWatch")));
         connect(player_, &PlayPanel::PlaceChosen, this, &frmMain::OpenFromPanel, Qt::QueuedConnection);
     }
     return *player_;

@@ -2,8 +2,10 @@
 #include "forms/RunCommand.h"
 #include "game/WhereUsed.h"
 #include "panels/FindPanel.h"
+#include "panels/PlayPanel.h"
 #include "panels/ProblemsPanel.h"
 #include "panels/ResultList.h"
+#include "panels/WatchView.h"
 #include "panels/WhereUsedPanel.h"
 #include "panels/frmRename.h"
 #include "panels/frmReplace.h"
@@ -116,6 +118,8 @@ std::optional<frmMain::Selected> frmMain::SelectedName() const {
         named = NamedAtPlace(problemsPanel_->SelectedPlace());
     else if (isIn(usedPanel_))
         named = usedPanel_->Named();
+    else if (const auto* watch = player_ == nullptr ? nullptr : player_->findChild<WatchView*>(); isIn(watch))
+        named = watch->Selected();
     else
         return SelectedInLists();
     if (!named)

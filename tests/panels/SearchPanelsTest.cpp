@@ -18,6 +18,7 @@
 
 #include <QLabel>
 #include <QToolButton>
+#include <QTreeWidget>
 
 #include <gtest/gtest.h>
 
@@ -335,6 +336,18 @@ TEST(Rename, IsInReachFromEveryListOfPlaces) {
         EXPECT_EQ(form.windowTitle(), "Rename room Atic");
         Click(form, "butCancel");
     });
+    RunningProgram r("define game <T>\r\nstart <Hall>\r\nstartscript flag on <lit>\r\nend define\r\n"
+                     "define room <Hall>\r\nlook <x>\r\nend define\r\n");
+    r.Trigger("mnuToolsPlay");
+    auto* watch = r.Find<QTreeWidget>("lstWatch");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch->topLevelItemCount() > 0; }, 10000));
+    watch->setFocus();
+    watch->setCurrentItem(watch->topLevelItem(0));
+    r.Open<frmRename>("mnuToolsRename", [](frmRename& form) {
+        EXPECT_EQ(form.windowTitle(), "Rename flag lit");
+        Click(form, "butCancel");
+    });
+    EXPECT_EQ(watch->actions().size(), 2);
     for (const char* list : {"lstRooms", "lstCharacters", "lstObjects", "lstHits", "lstUses"})
         EXPECT_TRUE(hasCommands(list)) << list;
 }
