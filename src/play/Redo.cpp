@@ -45,7 +45,7 @@ void Append(Outcome& all, Outcome next) {
 
 std::vector<PlayedTurn> Session::Played() const {
     std::vector<PlayedTurn> turns;
-    AddTurns(log_, turns);
+    AddTurns(log_.From(0), turns);
     return turns;
 }
 
@@ -57,7 +57,7 @@ std::vector<PlayedTurn> Session::Undone() const {
 }
 
 void Session::KeepUndone(std::size_t from) {
-    undone_.push_back(log_.substr(from));
+    undone_.push_back(log_.From(from));
 }
 
 Outcome Session::Redo() {

@@ -41,7 +41,7 @@ std::string Session::WhyItCannotBegin() const {
 Outcome Session::Begin() {
     NewState();
     steps_.clear();
-    log_.clear();
+    log_ = {};
     undone_.clear();
     secondsAt_ = 0;
     replayed_ = 0;
@@ -59,7 +59,7 @@ Outcome Session::BeginAt(const StartingPoint& point) {
     Begin();
     NewState();
     pending_.reset();
-    log_.clear();
+    log_ = {};
     point_ = point;
     Input input;
     input.kind = Input::BeginAt;
@@ -126,8 +126,7 @@ Outcome Session::TypeOops(std::string_view words) {
 
 Outcome Session::TypeAgain() {
     for (auto step = steps_.rbegin(); step != steps_.rend(); ++step) {
-        std::string_view log = std::string_view(log_).substr(step->log);
-        const std::vector<std::string> fields = TakeEntry(log);
+        const std::vector<std::string> fields = log_.EntryAt(step->log);
         if (fields[0].front() != LineEntry && fields[0].front() != ChoiceEntry)
             continue;
         Input input = Unpack(fields);
@@ -199,7 +198,7 @@ Outcome Session::Play(Input input) {
         AddStep(before);
         isUnsaved_ = true;
     }
-    const bool isStart = log_.empty();
+    const bool isStart = log_.IsEmpty();
     if (result.isStep || input.kind == Input::Seconds || isStart)
         AddToLog(input, before, result.isStep && !result.outcome.wasTurn);
     if (isStart)
@@ -227,22 +226,22 @@ bool Session::HasOnlyWaited(const State::Mark& before) const {
 void Session::AddToLog(const Input& input, const State::Mark& before, bool beginsAgain) {
     const bool isTime = input.kind == Input::Seconds && input.answers.empty();
     if (!isTime || secondsAt_ == 0 || !HasOnlyWaited(before) || seconds_ + input.seconds > MostSeconds) {
-        secondsAt_ = isTime ? log_.size() : 0;
+        secondsAt_ = isTime ? log_.Size() : 0;
         seconds_ = input.seconds;
-        log_ += Pack(input, beginsAgain);
+        log_.Add(Pack(input, beginsAgain));
         return;
     }
     seconds_ += input.seconds;
     Input all = input;
     all.seconds = seconds_;
-    log_.resize(secondsAt_);
-    log_ += Pack(all, false);
+    log_.Truncate(secondsAt_);
+    log_.Add(Pack(all, false));
     const bool isTurnKept = steps_.size() > replayed_;
     state_.Tidy(isTurnKept ? State::Mark{steps_.back().writes, steps_.back().texts} : startMark_);
 }
 
 void Session::NoteStart() {
-    startLog_ = log_.size();
+    startLog_ = log_.Size();
     startMark_ = state_.Here();
     isStartReplayed_ = false;
 }
@@ -307,19 +306,19 @@ void Session::AddStep(const State::Mark& before) {
     undone_.clear();
     secondsAt_ = 0;
     steps_.push_back(
-        {static_cast<std::uint32_t>(before.writes), before.texts, static_cast<std::uint32_t>(log_.size())});
+        {static_cast<std::uint32_t>(before.writes), before.texts, static_cast<std::uint32_t>(log_.Size())});
 }
 
 bool Session::Undo() {
     choices_.clear();
     if (pending_) {
-        if (log_.empty())
+        if (log_.IsEmpty())
             return false;
         pending_.reset();
         need_ = Need::Line;
         return true;
     }
-    if (log_.size() <= startLog_)
+    if (log_.Size() <= startLog_)
         return false;
     const bool isFirst = steps_.empty(); // only time has passed since the beginning
     if (!isFirst)
@@ -329,12 +328,12 @@ bool Session::Undo() {
         Replay(isFirst ? startLog_ : steps_.back().log);
     else if (isFirst) {
         state_.GoBackTo(startMark_);
-        log_.resize(startLog_);
+        log_.Truncate(startLog_);
     } else {
         const Step step = steps_.back();
         steps_.pop_back();
         state_.GoBackTo({step.writes, step.texts});
-        log_.resize(step.log);
+        log_.Truncate(step.log);
     }
     isUnsaved_ = true;
     need_ = state_[Ending] == Playing ? Need::Line : Need::Nothing;
@@ -356,7 +355,7 @@ bool Session::RestoreState(std::string_view bytes, std::vector<std::string>& los
         return false;
     state_.Tidy(before);
     AddStep(before);
-    PackEntry(log_, {std::string(1, RestoreEntry), std::string(bytes)});
+    log_.Add(PackEntry({std::string(1, RestoreEntry), std::string(bytes)}));
     return true;
 }
 
@@ -426,9 +425,7 @@ std::string Session::Pack(const Input& input, bool beginsAgain) const {
         break;
     }
     fields.insert(fields.end(), input.answers.begin(), input.answers.end());
-    std::string packed;
-    PackEntry(packed, fields);
-    return packed;
+    return PackEntry(fields);
 }
 
 Input Session::Unpack(const std::vector<std::string>& fields) const {
@@ -459,7 +456,7 @@ Input Session::Unpack(const std::vector<std::string>& fields) const {
 }
 
 void Session::Replay(std::size_t end) {
-    const std::string old = std::exchange(log_, {});
+    const std::string old = std::exchange(log_, {}).From(0);
     const std::deque<Step> oldSteps = std::exchange(steps_, {});
     NewState();
     std::string_view rest = std::string_view(old).substr(0, end);
@@ -467,10 +464,10 @@ void Session::Replay(std::size_t end) {
         const bool isStep =
             steps_.size() < oldSteps.size() && oldSteps[steps_.size()].log == end - rest.size();
         const State::Mark before = state_.Here();
-        const auto at = static_cast<std::uint32_t>(log_.size());
+        const auto at = static_cast<std::uint32_t>(log_.Size());
         const std::string_view entry = rest;
         ReplayEntry(TakeEntry(rest));
-        log_.append(entry.substr(0, entry.size() - rest.size()));
+        log_.Add(entry.substr(0, entry.size() - rest.size()));
         state_.Tidy(before);
         if (isStep)
             steps_.push_back({static_cast<std::uint32_t>(before.writes), before.texts, at});
@@ -502,7 +499,7 @@ void Session::ReplayEntry(const std::vector<std::string>& fields) {
 
 std::size_t Session::BytesForUndo() const {
     const std::size_t bytes =
-        state_.Here().writes * State::BytesPerWrite + steps_.size() * sizeof(Step) + log_.size();
+        state_.Here().writes * State::BytesPerWrite + steps_.size() * sizeof(Step) + log_.Size();
     return steps_.empty() ? 0 : bytes / steps_.size();
 }
 

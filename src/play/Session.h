@@ -1,5 +1,6 @@
 #pragma once
 
+#include "play/InputLog.h"
 #include "play/Interpreter.h"
 #include "play/Outcome.h"
 #include "play/State.h"
@@ -76,7 +77,7 @@ public:
 
     /// Takes the last turn back, an unfinished one first. False when there is none.
     bool Undo();
-    bool CanUndo() const { return log_.size() > startLog_ || (pending_.has_value() && !log_.empty()); }
+    bool CanUndo() const { return log_.Size() > startLog_ || (pending_.has_value() && !log_.IsEmpty()); }
     /// How many turns can be taken back.
     std::size_t StepCount() const { return steps_.size(); }
 
@@ -195,7 +196,7 @@ private:
     std::string ambiguousLine_;
 
     StartingPoint point_;             // where play began; without a room, at the beginning
-    std::string log_;                 // of all input so far, packed
+    InputLog log_;                    // of all input so far
     std::deque<Step> steps_;          // turns that can be taken back
     std::vector<std::string> undone_; // what the log held of the turns that were taken back, the last first
     std::size_t secondsAt_ = 0;       // where in the log the seconds stand with which it ends; 0 for none

@@ -157,7 +157,7 @@ bool Session::SetByHand(Kind kind, const std::string& name, const std::string& v
         return false;
     state_.Tidy(before);
     AddStep(before);
-    PackEntry(log_, {std::string("H") + static_cast<char>(kind), name, value});
+    log_.Add(PackEntry({std::string("H") + static_cast<char>(kind), name, value}));
     return true;
 }
 

@@ -359,6 +359,36 @@ TEST(Session, WhatWasTakenBackIsPlayedAgainInTheGameAsItIsNow) {
     EXPECT_FALSE(session.CanRedo()) << "a new turn takes the place of those that were taken back";
 }
 
+TEST(Session, ALongGameIsKeptLineByLine) {
+    const auto world = World::Compile(FilesOf(Read(ReadFile(ZEM_SAMPLES "/cottage.kel"))));
+    Session session(world, 1);
+    session.Begin();
+    const auto played = [&] {
+        std::vector<std::string> lines;
+        for (const PlayedTurn& turn : session.Played())
+            lines.push_back(turn.line);
+        return lines;
+    };
+    std::vector<std::string> typed = {""};
+    for (int k = 1; k <= 3000; ++k) {
+        typed.push_back((k % 3 == 0 ? "look" : "x flowerpot") +
+                        std::string(static_cast<std::size_t>(k % 40), ' '));
+        session.Type(typed.back());
+        if (k % 1000 == 0) { // as many bytes as a thousand turns
+            ASSERT_FALSE(session.Restore(session.Save()).isRefused);
+            EXPECT_TRUE(session.Undo());
+        }
+    }
+    EXPECT_EQ(played(), typed);
+    for (; typed.size() > 1500; typed.pop_back())
+        ASSERT_TRUE(session.Undo());
+    EXPECT_EQ(played(), typed);
+    session.Reload(World::Compile(FilesOf(Read(ReadFile(ZEM_SAMPLES "/cottage.kel")))));
+    ASSERT_TRUE(session.Undo()); // plays all of it again
+    typed.pop_back();
+    EXPECT_EQ(played(), typed);
+}
+
 TEST(Session, AClockThatTicksWhileNothingHappensCostsNothing) {
     const std::string text = "define game <G>\nstart <R>\ncommand <set> after <100; ring>\nend define\n"
                              "define room <R>\nend define\n"
