@@ -5,6 +5,7 @@
 #include "forms/Icons.h"
 #include "model/GameModel.h"
 #include "painting/MapPicture.h"
+#include "qt/Display.h"
 #include "qt/QtText.h"
 #include "session/StateFolder.h"
 
@@ -28,15 +29,6 @@ std::string ProgramFolder(const char* startedAs) {
                  : itself.parent_path().string();
 }
 
-bool HasDisplay() {
-#ifdef Q_OS_LINUX
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-#else
-    return true;
-#endif
-}
-
 /// A picture needs letters, and letters need an application, though no screen.
 std::string MakeMapPicture(const zem::routing::RoutedMap& map, const std::string& file) {
     const zem::PictureFormat format = zem::PictureFormatOf(file);
@@ -49,7 +41,7 @@ std::string MakeMapPicture(const zem::routing::RoutedMap& map, const std::string
 }
 
 int RunEditor(int argc, char** argv, const std::string& programFolder, const std::string& file) {
-    if (!HasDisplay()) {
+    if (!zem::HasDisplay()) {
         std::cerr << "zem: there is no display to open a window on; \"zem print FILE\" shows a game here\n";
         return 1;
     }

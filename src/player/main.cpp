@@ -1,10 +1,10 @@
-#include "base/KelError.h"
-#include "commands/GameFolder.h"
 #include "commands/TerminalPlay.h"
 #include "forms/Dialogs.h"
 #include "forms/FocusOutline.h"
 #include "forms/Icons.h"
 #include "player/PlayerWindow.h"
+#include "player/ReadWorld.h"
+#include "qt/Display.h"
 #include "qt/QtText.h"
 
 #include <QApplication>
@@ -13,32 +13,13 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <iostream>
-#include <sstream>
 
 namespace {
 
 enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
 
-bool HasDisplay() {
-#ifdef Q_OS_LINUX
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-#else
-    return true;
-#endif
-}
-
-/// Throws KelError with what the reader has to say about a game that does not load or cannot begin.
-std::shared_ptr<const zem::play::World> ReadWorld(const QString& path) {
-    std::ostringstream problems;
-    std::optional<zem::play::GameFiles> files = zem::play::LoadGameFiles(zem::PathFromQt(path), problems);
-    if (!files)
-        throw zem::KelError(zem::FromQt(QString::fromUtf8(problems.str().c_str()).trimmed()));
-    return zem::play::World::Compile(*std::move(files));
-}
-
 int PlayInWindow(int argc, char** argv, const std::string& file) {
-    if (!HasDisplay()) {
+    if (!zem::HasDisplay()) {
         std::cerr << "veldt: there is no display to open a window on; \"veldt --text FILE\" plays here\n";
         return FileProblem;
     }
@@ -48,7 +29,7 @@ int PlayInWindow(int argc, char** argv, const std::string& file) {
     QApplication::setWindowIcon(zem::ThemedIcon(QStringLiteral("veldt")));
     QSettings store(QStringLiteral("Veldt"), QStringLiteral("Veldt"));
     zem::QtDialogs dialogs;
-    zem::PlayerWindow window(store, dialogs, ReadWorld);
+    zem::PlayerWindow window(store, dialogs, zem::ReadWorld);
     window.show();
     if (!file.empty() && !window.Open(zem::PathToQt(file)))
         return FileProblem;
