@@ -154,6 +154,9 @@ TEST(ReplaceWindow, BeginsWithWhatIsBeingFoundAndLeavesNamesToRename) {
         EXPECT_EQ(p.game.Rooms[1].Name + p.game.StartRoom + p.game.Rooms[1].Commands[1].Script,
                   "CellarCellargoto <Cellar>");
         EXPECT_EQ(w.Rows().size(), 4) << "the list follows: the names are gone from it";
+        w.Press("butOK");
+        w.Press("butUndo");
+        EXPECT_EQ(p.game.Rooms[1].Name + p.game.Rooms[1].Look, "CellarA lamp. A lamp!") << "one step back";
         Click(form, "butCancel");
     });
 }
