@@ -4,6 +4,7 @@
 #include "LargeGame.h"
 #include "game/Find.h"
 #include "game/Rename.h"
+#include "game/Replace.h"
 #include "game/WhereUsed.h"
 #include "kel/CommandCatalogue.h"
 #include "reader/LoadGame.h"
@@ -105,6 +106,23 @@ void RenameOf(benchmark::State& state, NameKind kind, const std::string& name) {
     });
 }
 
+void ReplaceOf(benchmark::State& state, const FindQuery& query, const std::string& words) {
+    AfterChange(state,
+                [&](const GameIndex& index) { return PlanReplace(index, query, words).replacements.size(); });
+}
+
+void CarryOutReplace(benchmark::State& state) {
+    const CommandLookup commands(Shared().catalogue);
+    const GameIndex index(commands, Shared().game);
+    const ReplacePlan plan = PlanReplace(index, {.words = "lamp"}, "lantern");
+    Measure(state, [&] {
+        GameModel game = Shared().game;
+        const double start = CpuMilliseconds();
+        state.counters["found"] = CarryOut(index, plan, game).made;
+        return CpuMilliseconds() - start;
+    });
+}
+
 void CarryOutRename(benchmark::State& state) {
     const CommandLookup commands(Shared().catalogue);
     const GameIndex index(commands, Shared().game);
@@ -138,6 +156,9 @@ BENCHMARK_CAPTURE(WhereUsedOf, flag, NameKind::Flag, "flag 7")->Iterations(40);
 BENCHMARK_CAPTURE(RenameOf, room, NameKind::Room, "room 4999")->Iterations(40);
 BENCHMARK_CAPTURE(RenameOf, object, NameKind::Object, "object 1")->Iterations(40);
 BENCHMARK_CAPTURE(RenameOf, variable, NameKind::Variable, "words")->Iterations(40);
+BENCHMARK_CAPTURE(ReplaceOf, lamp, FindQuery{.words = "lamp"}, "lantern")->Iterations(10);
+BENCHMARK_CAPTURE(ReplaceOf, e, FindQuery{.words = "e"}, "a")->Iterations(10);
+BENCHMARK(CarryOutReplace)->Iterations(10);
 BENCHMARK(CarryOutRename)->Iterations(20);
 
 } // namespace
