@@ -91,7 +91,8 @@ void frmMain::AddSearch() {
     }};
     for (const auto& [list, buttons] : lists) {
         for (QPushButton* button : buttons) {
-            auto* action = new QAction(button->accessibleName(), list);
+            const QString name = button->accessibleName();
+            auto* action = new QAction(name.isEmpty() ? QString(button->text()).remove(u'&') : name, list);
             connect(action, &QAction::triggered, button, &QPushButton::click);
             list->addAction(action);
         }

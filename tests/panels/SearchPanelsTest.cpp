@@ -348,8 +348,11 @@ TEST(Rename, IsInReachFromEveryListOfPlaces) {
         Click(form, "butCancel");
     });
     EXPECT_EQ(watch->actions().size(), 2);
-    for (const char* list : {"lstRooms", "lstCharacters", "lstObjects", "lstHits", "lstUses"})
+    for (const char* list : {"lstRooms", "lstCharacters", "lstObjects", "lstHits", "lstUses"}) {
         EXPECT_TRUE(hasCommands(list)) << list;
+        for (const QAction* action : p.Find<QWidget>(list)->actions())
+            EXPECT_FALSE(action->text().isEmpty()) << list;
+    }
 }
 
 constexpr std::string_view Lit =
