@@ -2,6 +2,7 @@
 #include "base/LineText.h"
 #include "model/Texts.h"
 #include "play/Fold.h"
+#include "problems/CertainRuns.h"
 #include "problems/Checks.h"
 #include "problems/Fixes.h"
 #include "problems/NameUses.h"
@@ -17,19 +18,6 @@ namespace zem::problems {
 
 namespace {
 
-/// The lines of the script that run whenever it does, up to the one that ends it.
-std::vector<const CheckedCall*> CertainCalls(const CheckedScript& script) {
-    std::vector<const CheckedCall*> certain;
-    for (const CheckedCall& call : script.calls) {
-        if (!IsUnconditional(call))
-            continue;
-        certain.push_back(&call);
-        if (EndsGame(call))
-            break;
-    }
-    return certain;
-}
-
 /// The calls that come for certain when the script runs, those of procedures that it runs included.
 std::vector<const CheckedCall*> CertainCallsFrom(const CheckedScript& script, const ScriptFlow& flow) {
     std::vector<const CheckedCall*> certain;
@@ -44,43 +32,12 @@ std::vector<const CheckedCall*> CertainCallsFrom(const CheckedScript& script, co
     return certain;
 }
 
-/// Whether the player is asked something, so that going round takes as long as he likes.
-bool Waits(const CheckedCall& call) {
-    return Is(call, "ask") || Is(call, "key") || Is(call, "choose") || Is(call, "pause");
-}
-
-/// The certain call of a procedure with which the script comes back to itself; null when there is none.
-const CheckedCall* WayBackTo(const CheckedScript& target, const ScriptFlow& flow) {
-    std::set<const CheckedScript*> seen;
-    std::vector<std::pair<const CheckedScript*, const CheckedCall*>> waiting = {{&target, nullptr}};
-    while (!waiting.empty()) {
-        const auto [script, first] = waiting.back();
-        waiting.pop_back();
-        if (!seen.insert(script).second)
-            continue;
-        for (const CheckedCall* call : CertainCalls(*script)) {
-            if (Waits(*call))
-                break;
-            const CheckedScript* next = Is(*call, "do") ? flow.Procedure(call->Part(0)) : nullptr;
-            if (next == &target)
-                return first == nullptr ? call : first;
-            if (next != nullptr)
-                waiting.emplace_back(next, first == nullptr ? call : first);
-        }
-    }
-    return nullptr;
-}
-
 void FindEndlessProcedures(const CheckedGame& game, Findings& findings) {
-    const ScriptFlow& flow = game.Flow();
-    for (const CheckedScript& script : game.Scripts())
-        if (script.place.field == FieldId::ProcedureScript &&
-            flow.Procedure(game.Game().Procedures[script.place.steps[0].entry].Name) == &script)
-            if (const CheckedCall* call = WayBackTo(script, flow))
-                findings.Add(
-                    "X01", call->line->place,
-                    "This runs the procedure again in which it stands, with nothing that could end it, until "
-                    "the turn is broken off.");
+    for (const CheckedCall* call : CallsThatComeBack(game))
+        findings.Add(
+            "X01", call->line->place,
+            "This runs the procedure again in which it stands, with nothing that could end it, until "
+            "the turn is broken off.");
 }
 
 void FindEndlessLoops(const CheckedGame& game, Findings& findings) {

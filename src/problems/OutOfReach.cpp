@@ -45,7 +45,7 @@ Fix AddTakeScript(const ObjectAt& object, const std::string& name) {
 
 void FindItemsOutOfReach(const CheckedGame& game, Findings& findings) {
     const ScriptFlow& flow = game.Flow();
-    const std::set<std::string_view> had = ItemsToBeHad(game, flow);
+    const auto& had = flow.ItemsToBeHad();
     const auto objects = FirstObjects(game.Game());
     std::set<std::string_view> lost;
     int entry = 0;
@@ -100,8 +100,9 @@ void FindHiddenThings(const CheckedGame& game, Findings& findings) {
             game.IsMentionedElsewhere(thing.Name) || flow.MayMean(kind, thing.Name) ||
             game.MayBeUnknown(thing.Name))
             return;
-        // An object of an item's name tells what the item looks like, and dropping the item shows it.
-        if (isObject && game.Names(NameKind::Item).Has(thing.Name))
+        // Dropping an item that the player can have shows the object of its name.
+        if (isObject && flow.ItemsToBeHad().contains(thing.Name) &&
+            game.Names(NameKind::Item).Has(thing.Name))
             return;
         findings
             .Add("L02", place,

@@ -7,6 +7,23 @@
 
 namespace zem::problems {
 
+namespace {
+
+/// The thing whose script stands there, if it is hidden at the beginning; null for other scripts.
+const Thing* HiddenThingOf(const GameModel& game, const Place& place) {
+    const PlaceStep room = place.steps[0];
+    const PlaceStep step = place.steps[1];
+    if (room.list != FieldId::GameRooms ||
+        (step.list != FieldId::RoomObjects && step.list != FieldId::RoomCharacters))
+        return nullptr;
+    const Room& in = game.Rooms[room.entry];
+    const Thing& thing =
+        step.list == FieldId::RoomObjects ? in.Objects[step.entry] : in.Characters[step.entry];
+    return thing.Hidden ? &thing : nullptr;
+}
+
+} // namespace
+
 ScriptFlow::ScriptFlow(const CheckedGame& game) : game_(game) {
     for (const CheckedScript& script : game.Scripts()) {
         const PlaceStep step = script.place.steps[0];
@@ -21,13 +38,46 @@ ScriptFlow::ScriptFlow(const CheckedGame& game) : game_(game) {
                 made_.emplace_back(part.kind, part.range.Of(call.line->text));
 
     std::vector<const CheckedScript*> roots;
-    for (const CheckedScript& script : game.Scripts())
-        if (script.place.steps[0].list != FieldId::GameProcedures)
+    for (const CheckedScript& script : game.Scripts()) {
+        const Thing* thing = HiddenThingOf(game.Game(), script.place);
+        if (thing != nullptr)
+            hidden_[thing->Name].push_back(&script);
+        else if (script.place.steps[0].list != FieldId::GameProcedures)
             roots.push_back(&script);
+    }
     for (const auto& [name, script] : procedures_)
         if (game.IsMentionedElsewhere(name) || MayMean(NameKind::Procedure, name))
             roots.push_back(script);
-    AddAll(roots, live_);
+    for (const ItemEntry& item : game.Game().Items)
+        if (item.IsStartItem || game.IsMentionedElsewhere(item.Name) || MayMean(NameKind::Item, item.Name))
+            had_.insert(item.Name);
+    for (const auto& [name, scripts] : hidden_)
+        if (MayShow(name))
+            roots.insert(roots.end(), scripts.begin(), scripts.end());
+    while (!roots.empty()) {
+        AddAll(roots, live_); // leaves those that are new
+        std::vector<const CheckedScript*> shown;
+        for (const CheckedScript* script : roots)
+            AddShownBy(*script, shown);
+        roots = std::move(shown);
+    }
+}
+
+bool ScriptFlow::MayShow(std::string_view name) const {
+    return had_.contains(name) || game_.IsMentionedElsewhere(name) || game_.MayBeUnknown(name) ||
+           MayMean(NameKind::Object, name) || MayMean(NameKind::Character, name);
+}
+
+void ScriptFlow::AddShownBy(const CheckedScript& script, std::vector<const CheckedScript*>& found) {
+    for (const CheckedCall& call : script.calls) {
+        const bool isGiven = Is(call, "give");
+        if (isGiven)
+            had_.insert(call.Part(0)); // dropping an item shows its object
+        if (!isGiven && !Is(call, "show") && !Is(call, "reveal"))
+            continue;
+        if (const auto shown = hidden_.find(call.Part(0)); shown != hidden_.end())
+            found.insert(found.end(), shown->second.begin(), shown->second.end());
+    }
 }
 
 const CheckedScript* ScriptFlow::Procedure(std::string_view name) const {
@@ -86,22 +136,6 @@ bool Is(const CheckedCall& call, std::string_view keyword) {
 
 bool EndsGame(const CheckedCall& call) {
     return Is(call, "win") || Is(call, "die") || Is(call, "restart");
-}
-
-std::set<std::string_view> ItemsToBeHad(const CheckedGame& game, const ScriptFlow& flow) {
-    std::set<std::string_view> had;
-    for (const CheckedScript& script : game.Scripts()) {
-        if (!flow.CanRun(script))
-            continue;
-        for (const CheckedCall& call : script.calls)
-            if (Is(call, "give"))
-                had.insert(call.Part(0));
-    }
-    for (const ItemEntry& item : game.Game().Items)
-        if (item.IsStartItem || game.IsMentionedElsewhere(item.Name) ||
-            flow.MayMean(NameKind::Item, item.Name))
-            had.insert(item.Name);
-    return had;
 }
 
 } // namespace zem::problems

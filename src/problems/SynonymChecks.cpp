@@ -124,36 +124,49 @@ struct Rules {
     }
 };
 
+/// The rules that make something else of a row of words, by the row: at most two, which are all that a look
+/// for another rule than the own one needs.
+std::unordered_map<std::string, std::vector<std::size_t>> RulesByRow(const GameModel& game,
+                                                                     const Rules& rules) {
+    std::unordered_map<std::string, std::vector<std::size_t>> found;
+    for (std::size_t k = 0; k < rules.rules.size(); ++k) {
+        const std::string result = play::Fold(game.Synonyms[rules.entries[k]].ConvertTo);
+        for (const std::vector<std::string>& row : rules.rules[k].words) {
+            std::string words;
+            for (const std::string& word : row)
+                words.append(words.empty() ? "" : " ").append(word);
+            if (words == result)
+                continue; // the line replaces the words by themselves
+            std::vector<std::size_t>& of = found[words];
+            if (of.size() < 2 && (of.empty() || of.back() != k))
+                of.push_back(k);
+        }
+    }
+    return found;
+}
+
 void FindChains(const CheckedGame& game, const Rules& rules, Findings& findings) {
     const GameModel& model = game.Game();
+    const auto rulesByRow = RulesByRow(model, rules);
     for (std::size_t k = 0; k < rules.rules.size(); ++k) {
         const int entry = rules.entries[k];
         const std::string& result = model.Synonyms[entry].ConvertTo;
-        const std::string folded = play::Fold(result);
-        for (std::size_t other = 0; other < rules.rules.size(); ++other) {
-            const play::SynonymRule& rule = rules.rules[other];
-            const bool isReplaced =
-                other != k && std::any_of(rule.words.begin(), rule.words.end(), [&](const auto& row) {
-                    std::string words;
-                    for (const std::string& word : row)
-                        words.append(words.empty() ? "" : " ").append(word);
-                    return words == folded;
-                });
-            if (!isReplaced)
-                continue;
-            const std::string& last = model.Synonyms[rules.entries[other]].ConvertTo;
-            if (play::Fold(last) == folded)
-                continue; // that line replaces the word by itself
-            const Place place = Place::Of({{FieldId::GameSynonyms, entry}}, FieldId::SynonymConvertTo);
-            findings
-                .Add("Y04", place,
-                     QuoteShortly(result) + " is itself replaced by " + QuoteShortly(last) +
-                         (other > k ? ", so that is what the words on the left come to."
-                                    : ", but in a line above this one, so the words on the left do not come "
-                                      "to that."))
-                .fixes = {SetField(ChangeTo(last), place, result, last)};
-            break;
-        }
+        const auto row = rulesByRow.find(play::Fold(result));
+        if (row == rulesByRow.end())
+            continue;
+        const std::vector<std::size_t>& of = row->second;
+        const auto other = std::find_if(of.begin(), of.end(), [&](std::size_t rule) { return rule != k; });
+        if (other == of.end())
+            continue;
+        const std::string& last = model.Synonyms[rules.entries[*other]].ConvertTo;
+        const Place place = Place::Of({{FieldId::GameSynonyms, entry}}, FieldId::SynonymConvertTo);
+        findings
+            .Add("Y04", place,
+                 QuoteShortly(result) + " is itself replaced by " + QuoteShortly(last) +
+                     (*other > k ? ", so that is what the words on the left come to."
+                                 : ", but in a line above this one, so the words on the left do not come "
+                                   "to that."))
+            .fixes = {SetField(ChangeTo(last), place, result, last)};
     }
 }
 
