@@ -93,8 +93,11 @@ void AddWalkCommand(CLI::App& app, CommandContext& context, int& status) {
         "scripts, turns without end, and how much of the game it reached; exit status 1 for mistakes");
     auto options = std::make_shared<WalkCommandOptions>();
     walk->add_option("FILE", options->file, "the game")->required();
-    walk->add_option("--turns", options->turns, "how many turns it makes")->capture_default_str();
+    walk->add_option("--turns", options->turns, "how many turns it makes")
+        ->check(CLI::NonNegativeNumber)
+        ->capture_default_str();
     walk->add_option("--seed", options->seed, "of chance; the same seed gives the same walk everywhere")
+        ->check(CLI::NonNegativeNumber)
         ->capture_default_str();
     walk->add_option("--seconds", options->seconds, "the most time that it takes; it may end earlier then")
         ->check(CLI::PositiveNumber);

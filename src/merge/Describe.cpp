@@ -62,7 +62,9 @@ std::string RecordText(const RecordTree& tree, int record, std::size_t indent,
     if (IsBlock(tree[record]))
         return BlockText(tree[record].Text(0), indent);
     for (const TreeField& field : tree[record].fields)
-        if (field.number != tree[record].keyNumber && field.id != FieldId::None)
+        // A synonym is called by what its words become, so they are told, too.
+        if ((field.number != tree[record].keyNumber || field.id == FieldId::SynonymWords) &&
+            field.id != FieldId::None)
             AppendLines(text, indent, FieldName(field), field.text);
     for (const int child : tree[record].children) {
         if (isLeftOut != nullptr && isLeftOut(child))

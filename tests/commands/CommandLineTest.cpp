@@ -27,6 +27,8 @@ TEST(CommandLine, OpensTheEditorExplainsItselfAndRefusesWhatIsWrong) {
                                                   {"map", "a.kel"},
                                                   {"map", "--positions", "-"},
                                                   {"a.kel", "print", "b.kel"},
+                                                  {"walk", "a.kel", "--turns", "-1"},
+                                                  {"walk", "a.kel", "--seed", "-1"},
                                                   {"format", "a.kel", "b.kel", "print", "c.kel"}}) {
         const ZemCall run(wrong);
         EXPECT_EQ(run.result.exitStatus, 2);

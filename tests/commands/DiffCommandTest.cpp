@@ -190,6 +190,8 @@ TEST(DiffCommand, TellsByRoomAndField) {
               "     msg "
               "<x>\n      }\n"},
              {hall + lamp + "end define\n", hall + "end define\n", "- object lamp in Hall\n"},
+             {"define synonyms\nend define\n", "define synonyms\nx; examine = look at\nend define\n",
+              "+ synonym look at\n    words: x; examine\n    word: look at\n"},
              {hall + "end define\ndefine room <A>\nend define\ndefine room <B>\nend define\n",
               "define room <A>\nend define\ndefine room <B>\nend define\n" + hall + "end define\n",
               "room Hall: moved behind B\n"},
