@@ -65,7 +65,8 @@ public:
         for (const Room& room : game_.Rooms) {
             for (const CompassExit& exit : CompassExits)
                 ReadExit(from, exit.direction, *(room.*exit.exit));
-            ReadTie(from, room.Out->Key, room.Out->Key, true);
+            if (!room.Out->Key.empty()) // a room without a name is none that an empty exit leads to
+                ReadTie(from, room.Out->Key, room.Out->Key, true);
             for (const ScriptPair& place : room.Places)
                 ReadTie(from, NameOfPlace(place.Key), place.Key, false);
             ++from;

@@ -58,6 +58,7 @@ int Run(int argc, char** argv) {
     CLI::Option* text = app.add_flag("--text", isText, "play in the terminal; no display is needed");
     text->needs(file);
     app.add_option("--seed", options.seed, "where chance begins; the same seed plays the same game")
+        ->check(CLI::NonNegativeNumber)
         ->capture_default_str()
         ->needs(text);
     CLI::Option* linesOption =

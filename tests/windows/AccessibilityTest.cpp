@@ -293,7 +293,8 @@ TEST(Accessibility, EveryControlCanBeReachedOnASmallScreen) {
     QProcess other;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("ZEM_TEST_SCREEN", PathToQt(screen));
-    environment.remove("GTEST_TOTAL_SHARDS"); // the one test runs whatever the share of this process is
+    for (const char* share : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX"})
+        environment.remove(share); // the one test runs whatever the share of this process is
     other.setProcessEnvironment(environment);
     other.setProcessChannelMode(QProcess::ForwardedChannels);
     other.start(QCoreApplication::applicationFilePath(),
