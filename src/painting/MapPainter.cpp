@@ -294,7 +294,7 @@ void MapPainter::PaintRoomsFromAfar(QPainter& painter, const MapView& view) cons
     // Marks that can be seen from any height.
     const double margin = 3 / view.zoom;
     for (const int room : {map_->graph.start, view.player})
-        if (room != map::NoRoom)
+        if (room != map::NoRoom && static_cast<std::size_t>(room) < map_->rooms.size())
             painter.drawRect(ToQt(map_->rooms[static_cast<std::size_t>(room)].Box().Grown(margin)));
     for (const int room : view.selected)
         painter.drawRect(ToQt(map_->rooms[static_cast<std::size_t>(room)].Box().Grown(margin / 2)));
@@ -329,6 +329,7 @@ void MapPainter::PaintRoom(QPainter& painter, const MapView& view, int room) con
     }
     painter.setBrush(fill);
     painter.drawRoundedRect(box, corner, corner);
+    PaintRemark(painter, view, room, box, corner);
     if (room == view.current && view.hasFocus) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(accent, 2));
@@ -346,6 +347,30 @@ void MapPainter::PaintRoom(QPainter& painter, const MapView& view, int room) con
         painter.setBrush(accent);
         DrawFlag(painter, {box.right() - 11, box.top() + 3});
     }
+}
+
+void MapPainter::PaintRemark(QPainter& painter, const MapView& view, int room, const QRectF& box,
+                             double corner) const {
+    if (static_cast<std::size_t>(room) >= view.remarks.size())
+        return;
+    const RoomRemark& remark = view.remarks[static_cast<std::size_t>(room)];
+    painter.setPen(Qt::NoPen);
+    if (remark.isUnreachable) {
+        QColor hatching = ColourOf(ColourRole::SecondaryText, view.palette);
+        hatching.setAlphaF(.35F); // the name stands on it
+        painter.setBrush(QBrush(hatching, Qt::BDiagPattern));
+        painter.drawRoundedRect(box, corner, corner);
+    }
+    if (remark.sign == RoomRemark::Sign::None)
+        return;
+    const bool isError = remark.sign == RoomRemark::Sign::Error;
+    const QPointF middle = box.bottomLeft() + QPointF(8, 0);
+    painter.setBrush(ColourOf(isError ? ColourRole::Error : ColourRole::Warning, view.palette));
+    if (isError)
+        painter.drawEllipse(middle, 5, 5);
+    else
+        painter.drawPolygon(
+            QPolygonF({middle + QPointF(-6, 5), middle + QPointF(6, 5), middle + QPointF(0, -6)}));
 }
 
 /// The name, in two lines where it is too long for one, and what else there is room for.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "painting/Regions.h"
+#include "painting/RoomRemark.h"
 #include "routing/RoutedMap.h"
 
 #include <QFont>
@@ -28,6 +29,7 @@ struct MapView {
     int player = map::NoRoom;  // where the player of a running game is
     int line = -1;             // the connection that is selected
     bool hasFocus = false;
+    std::vector<RoomRemark> remarks;        // by room; rooms behind the end have none
     std::vector<routing::Path> wholeCurves; // of stubs whose other end is looked for
 };
 
@@ -62,6 +64,8 @@ private:
     void PaintRoomsFromAfar(QPainter& painter, const MapView& view) const;
     void PaintRoom(QPainter& painter, const MapView& view, int room) const;
     void PaintPorts(QPainter& painter, const MapView& view, int room) const;
+    void PaintRemark(QPainter& painter, const MapView& view, int room, const QRectF& box,
+                     double corner) const;
     void PaintName(QPainter& painter, const MapView& view, int room, const QRectF& box) const;
     static void PaintLongName(QPainter& painter, const QString& name, const QFont& font,
                               const QRectF& inside);

@@ -32,7 +32,7 @@ public:
             return {};
         if (kind == QAccessible::Name)
             return ToQt(canvas_->Map().graph.names[static_cast<std::size_t>(room_)]);
-        return kind == QAccessible::Description ? canvas_->DescribeExits(room_) : QString();
+        return kind == QAccessible::Description ? canvas_->DescribeRoom(room_) : QString();
     }
     void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override {

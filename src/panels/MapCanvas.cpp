@@ -54,8 +54,6 @@ void MapCanvas::Show(std::shared_ptr<routing::Router> router, const QStringList&
     view_.selected.erase(view_.selected.lower_bound(rooms), view_.selected.end());
     if (view_.current >= rooms)
         view_.current = map::NoRoom;
-    if (view_.player >= rooms)
-        view_.player = map::NoRoom;
     view_.hovered = map::NoRoom;
     view_.line = -1;
     overview_ = {};
@@ -90,6 +88,12 @@ QPoint MapCanvas::PointOfPort(int room, routing::Port port) const {
 
 QPoint MapCanvas::PointOfCell(map::Cell cell) const {
     return FromMap(QPointF(cell.x * routing::CellWidth, cell.y * routing::CellHeight)).toPoint();
+}
+
+QString MapCanvas::DescribeRoom(int room) const {
+    const auto index = static_cast<std::size_t>(room);
+    const QString words = index < view_.remarks.size() ? view_.remarks[index].words : QString();
+    return words.isEmpty() ? DescribeExits(room) : DescribeExits(room) + QLatin1Char('\n') + words;
 }
 
 QString MapCanvas::DescribeExits(int room) const {
@@ -207,7 +211,12 @@ void MapCanvas::Select(int room) {
 }
 
 void MapCanvas::SetPlayer(int room) {
-    view_.player = HasMap() && room < static_cast<int>(Map().rooms.size()) ? room : map::NoRoom;
+    view_.player = room;
+    update();
+}
+
+void MapCanvas::ShowRemarks(std::vector<RoomRemark> remarks) {
+    view_.remarks = std::move(remarks);
     update();
 }
 
@@ -326,7 +335,7 @@ bool MapCanvas::event(QEvent* event) {
         QString text;
         if (room != map::NoRoom)
             text = ToQt(Map().graph.names[static_cast<std::size_t>(room)]) + QStringLiteral(": ") +
-                   DescribeExits(room);
+                   DescribeRoom(room);
         else if (line >= 0 && !Map().lines[static_cast<std::size_t>(line)].IsTie()) {
             const routing::MapLine& shown = Map().lines[static_cast<std::size_t>(line)];
             if (shown.from.exit >= 0) {

@@ -46,7 +46,12 @@ public:
 
     /// Selects one room; map::NoRoom for none. It is brought into sight.
     void Select(int room);
+
+    /// Where the player of a running game is; map::NoRoom for nowhere.
     void SetPlayer(int room);
+
+    /// Shows what is wrong with each room, as far as that is known.
+    void ShowRemarks(std::vector<RoomRemark> remarks);
 
     /// Whether the map is shown whole when it comes, and not where it was looked at before.
     void FitNext() { fitNext_ = true; }
@@ -56,8 +61,8 @@ public:
     QPoint PointOfPort(int room, routing::Port port) const;
     QPoint PointOfCell(map::Cell cell) const;
 
-    /// What a screen reader says of a room: "north to Quay, east to Mole".
-    QString DescribeExits(int room) const;
+    /// What a screen reader says of a room: "north to Quay, east to Mole", and what is wrong with it.
+    QString DescribeRoom(int room) const;
 
     /// The room at a point of the widget, or map::NoRoom.
     int RoomAt(QPoint point) const;
@@ -114,6 +119,7 @@ private:
         routing::Port port = -1;
     };
 
+    QString DescribeExits(int room) const;
     QPointF ToMap(QPointF point) const { return point / view_.zoom + origin_; }
     QPointF FromMap(QPointF point) const { return (point - origin_) * view_.zoom; }
     map::Cell CellAt(QPointF point) const;

@@ -254,7 +254,13 @@ void PlayPanel::NotePlayed(const play::Outcome& outcome) {
         traced_ = outcome.trace;
 }
 
+std::string PlayPanel::RoomOfPlayer() const {
+    const play::Session* session = control_->Session();
+    return session == nullptr ? std::string() : session->RoomName();
+}
+
 void PlayPanel::Refresh() {
+    emit Moved();
     const play::Session* session = control_->Session();
     for (QAction* action : actions())
         if (action->objectName() != QLatin1String("actPlayFrom") &&

@@ -47,9 +47,15 @@ public:
     /// @param room  what is offered first
     void AskWhereToPlay(const QString& room);
 
+    /// The name of the room in which the player is; empty for none.
+    std::string RoomOfPlayer() const;
+
 signals:
     /// A line was chosen that is to be edited.
     void PlaceChosen(const Place& place);
+
+    /// A turn was played or taken back, or the game has changed or ended.
+    void Moved();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -6,7 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
+#include <string>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace zem::problems {
 
@@ -230,24 +234,64 @@ Fix MoveUpBefore(const CommandList& list, int from, int to) {
     });
 }
 
+/// Patterns with a variable, which may take what other patterns are for, by the words that they begin with.
+class Takers {
+public:
+    void Add(const Piece& piece) {
+        const std::string& first = piece.pattern.literals.front();
+        byFirst_[first].push_back({count_++, &piece});
+        lengths_.insert(first.size());
+    }
+
+    /// The first one that takes what is typed for a pattern; null for none.
+    const Piece* TakerOf(const Piece& piece, const play::Sentence& typed) const {
+        const std::string_view text = typed.folded.text;
+        Taker best;
+        for (const std::size_t length : lengths_) {
+            if (length > text.size())
+                break;
+            const auto found = byFirst_.find(std::string(text.substr(0, length)));
+            if (found == byFirst_.end())
+                continue;
+            for (const Taker& taker : found->second) {
+                if (best.piece != nullptr && taker.order > best.order)
+                    break;
+                if (Takes(*taker.piece, piece, typed))
+                    best = taker;
+            }
+        }
+        return best.piece;
+    }
+
+private:
+    struct Taker {
+        std::size_t order = 0;
+        const Piece* piece = nullptr;
+    };
+
+    static bool Takes(const Piece& taker, const Piece& piece, const play::Sentence& typed) {
+        return taker.entry != piece.entry && taker.pattern.literals != piece.pattern.literals &&
+               play::MatchPattern(taker.pattern, typed).has_value();
+    }
+
+    std::unordered_map<std::string, std::vector<Taker>> byFirst_;
+    std::set<std::size_t> lengths_; // of the keys
+    std::size_t count_ = 0;
+};
+
 void FindTaken(const CommandList& list, Findings& findings) {
-    std::vector<const Piece*> takers; // only patterns with a variable take others
+    Takers takers;
     for (const Piece& piece : list.pieces) {
         if (IsEmpty(piece))
             continue;
-        const play::Sentence typed(piece.example);
-        for (const Piece* taker : takers)
-            if (taker->entry != piece.entry && taker->pattern.literals != piece.pattern.literals &&
-                play::MatchPattern(taker->pattern, typed)) {
-                findings
-                    .Add("K04", list.At(piece),
-                         QuoteShortly(taker->text) + " stands before it and takes " +
-                             QuoteShortly(piece.text) + ", too, so this pattern never counts.")
-                    .fixes = {MoveUpBefore(list, piece.entry, taker->entry)};
-                break;
-            }
+        if (const Piece* taker = takers.TakerOf(piece, play::Sentence(piece.example)))
+            findings
+                .Add("K04", list.At(piece),
+                     QuoteShortly(taker->text) + " stands before it and takes " + QuoteShortly(piece.text) +
+                         ", too, so this pattern never counts.")
+                .fixes = {MoveUpBefore(list, piece.entry, taker->entry)};
         if (!piece.pattern.variables.empty())
-            takers.push_back(&piece);
+            takers.Add(piece);
     }
 }
 

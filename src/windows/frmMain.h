@@ -6,6 +6,7 @@
 #include "game/Find.h"
 #include "game/GoneNames.h"
 #include "model/NameKind.h"
+#include "painting/RoomRemark.h"
 #include "qt/LatestWork.h"
 #include "session/GameDocument.h"
 #include "session/GameSession.h"
@@ -138,6 +139,8 @@ private:
     void RestorePanels();
     void StorePanels();
     void ShowProblems();
+    void ShowProblemsOnMap();
+    void ShowPlayerOnMap();
     void Connect(QAction* action, void (frmMain::*handler)());
 
     /// The same for a command that edits the game: what it changes is one step, of this name.
@@ -238,6 +241,7 @@ private:
     EditorChecks* editorChecks_;
     QToolButton* butProblems_; // tells how many there are
     QPointer<MapPanel> mapPanel_;
+    std::vector<RoomRemark> remarks_; // by room
     std::vector<QAction*> panelCommands_;
     QPointer<ProblemsPanel> problemsPanel_;
     std::shared_ptr<SearchIndex> index_;

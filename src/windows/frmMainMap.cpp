@@ -33,6 +33,8 @@ void frmMain::AddMap() {
         connect(mapPanel_->toggleViewAction(), &QAction::toggled, ui_->things, makeRoom);
         makeRoom(true);
         mapPanel_->SelectRoom(SelectedRow(*ui_->lstRooms));
+        ShowProblemsOnMap();
+        ShowPlayerOnMap();
         return mapPanel_.data();
     });
     connect(map, &QAction::triggered, this, [this](bool isShown) {

@@ -1,6 +1,7 @@
 // Playing the open game beside the lists of the main window.
 #include "forms/RunCommand.h"
 #include "panels/CompiledGame.h"
+#include "panels/MapPanel.h"
 #include "panels/PlayPanel.h"
 #include "panels/PreviewPanel.h"
 #include "ui_frmMain.h"
@@ -49,8 +50,23 @@ PlayPanel& frmMain::Player() {
         player_->setProperty("isLarge", true);
         AddNameCommands(*player_->findChild<QWidget*>(QStringLiteral("lstWatch")));
         connect(player_, &PlayPanel::PlaceChosen, this, &frmMain::OpenFromPanel, Qt::QueuedConnection);
+        connect(player_, &PlayPanel::Moved, this, &frmMain::ShowPlayerOnMap);
     }
     return *player_;
+}
+
+void frmMain::ShowPlayerOnMap() {
+    if (mapPanel_ == nullptr)
+        return;
+    const std::string name = player_ == nullptr ? std::string() : player_->RoomOfPlayer();
+    int player = map::NoRoom;
+    int room = 0;
+    for (const Room& record : session_.Game().Rooms) {
+        if (!name.empty() && record.Name == name)
+            player = room; // of two rooms of one name the last counts
+        ++room;
+    }
+    mapPanel_->Canvas().SetPlayer(player);
 }
 
 void frmMain::OpenFromPanel(const Place& place) {

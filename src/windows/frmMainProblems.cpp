@@ -1,5 +1,6 @@
 // The problems of the game in the main window: how many there are, which rooms have some, and their panel.
 #include "forms/RunCommand.h"
+#include "panels/MapPanel.h"
 #include "panels/ProblemsPanel.h"
 #include "panels/ResultList.h"
 #include "script/ScriptEditing.h"
@@ -22,21 +23,39 @@ QString Plural(int count, const char* word) {
            (count == 1 ? QString() : QStringLiteral("s"));
 }
 
-/// The worst level in each room that has an error or a warning; rooms count from 1.
-std::vector<std::optional<problems::Level>> LevelsOfRooms(const FoundProblems& found) {
-    std::vector<std::optional<problems::Level>> levels;
+/// What is wrong in each room: its errors and warnings, and whether it can be reached.
+std::vector<RoomRemark> RemarksOfRooms(const FoundProblems& found) {
+    constexpr qsizetype MostWords = 400;
+    std::vector<RoomRemark> remarks;
     if (!found.game)
-        return levels;
-    levels.resize(static_cast<std::size_t>(found.game->Game().Rooms.Count()) + 1);
+        return remarks;
+    remarks.resize(static_cast<std::size_t>(found.game->Game().Rooms.Count()));
     for (const problems::Problem& problem : found.problems) {
         const Place owner = found.game->Owners().Path(problem.place).front();
         const PlaceStep& step = owner.steps.front();
-        if (problem.level == problems::Level::Hint || step.list != FieldId::GameRooms || step.entry < 1)
+        if (step.list != FieldId::GameRooms || step.entry < 1)
             continue;
-        auto& level = levels[static_cast<std::size_t>(step.entry)];
-        level = level ? std::min(*level, problem.level) : problem.level;
+        RoomRemark& remark = remarks[static_cast<std::size_t>(step.entry) - 1];
+        remark.isUnreachable = remark.isUnreachable || std::string_view(problem.id) == "M01";
+        if (problem.level == problems::Level::Hint)
+            continue;
+        const auto sign =
+            problem.level == problems::Level::Error ? RoomRemark::Sign::Error : RoomRemark::Sign::Warning;
+        remark.sign = std::max(remark.sign, sign);
+        if (remark.words.size() < MostWords)
+            remark.words += (remark.words.isEmpty() ? QString() : QStringLiteral("\n")) + ToQt(problem.text);
     }
-    return levels;
+    return remarks;
+}
+
+/// The icon of a room without problems; an empty one so that all names stand in one line where others have
+/// some.
+QIcon IconOfNothing(bool isBesideOthers) {
+    if (!isBesideOthers)
+        return {};
+    QPixmap nothing(1, 1);
+    nothing.fill(Qt::transparent);
+    return QIcon(nothing);
 }
 
 } // namespace
@@ -93,16 +112,20 @@ void frmMain::ShowProblems() {
     butProblems_->setIcon(errors > 0     ? IconOf(problems::Level::Error, palette())
                           : warnings > 0 ? IconOf(problems::Level::Warning, palette())
                                          : QIcon());
-    const std::array<QIcon, 2> icons = {IconOf(problems::Level::Error, palette()),
-                                        IconOf(problems::Level::Warning, palette())};
-    QPixmap nothing(1, 1); // so that all names stand in one line
-    nothing.fill(Qt::transparent);
-    const bool isNone = errors + warnings == 0;
-    rooms_.ShowIcons([levels = LevelsOfRooms(found), icons,
-                      none = isNone ? QIcon() : QIcon(nothing)](int row) {
-        const auto room = static_cast<std::size_t>(row) + 1;
-        return room < levels.size() && levels[room] ? icons[static_cast<std::size_t>(*levels[room])] : none;
+    const std::array<QIcon, 3> icons = {IconOfNothing(errors + warnings > 0),
+                                        IconOf(problems::Level::Warning, palette()),
+                                        IconOf(problems::Level::Error, palette())};
+    remarks_ = RemarksOfRooms(found);
+    rooms_.ShowIcons([remarks = remarks_, icons](int row) {
+        const auto room = static_cast<std::size_t>(row);
+        return icons[room < remarks.size() ? static_cast<std::size_t>(remarks[room].sign) : 0];
     });
+    ShowProblemsOnMap();
+}
+
+void frmMain::ShowProblemsOnMap() {
+    if (mapPanel_ != nullptr)
+        mapPanel_->Canvas().ShowRemarks(remarks_);
 }
 
 } // namespace zem

@@ -1,5 +1,7 @@
 #include "panels/MapPanel.h"
 
+#include "forms/ColourRoles.h"
+#include "player/InputLine.h"
 #include "support/RunningProgram.h"
 
 #include <QAccessible>
@@ -100,6 +102,42 @@ TEST(MapPanel, ShowsTheMapWithoutChangingTheGameAndFollowsTheList) {
     p.Key(Qt::Key_Up);
     EXPECT_EQ(p.SelectedRow("lstRooms"), 1) << "where there is none it stays";
     EXPECT_FALSE(p.game.Modified);
+}
+
+TEST(MapPanel, ShowsWhatIsWrongWithARoomAndWhereThePlayerIs) {
+    const MapProgram p;
+    constexpr map::Direction NorthWest = 7;
+    constexpr map::Direction SouthWest = 5;
+    const auto colour = [&](const char* room, map::Direction corner) {
+        const QPoint beside(qRound(8 * p.Canvas().Zoom()), 0);
+        return p.Canvas().grab().toImage().pixelColor(p.Port(room, corner) + beside);
+    };
+    const auto told = [&](const char* room) { return p.Canvas().DescribeRoom(p.Number(room)); };
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return told("Cliff").contains(QLatin1String("Nobody can get here")); }));
+    const QColor warning = ColourOf(ColourRole::Warning, p.Canvas().palette());
+    EXPECT_EQ(colour("Cliff", SouthWest), warning);
+    const auto inkOf = [&](const char* room) { // pixels of a box that are not its ground
+        const QRect box(p.Port(room, NorthWest) + QPoint(12, 3), p.Port(room, 3) - QPoint(12, 3));
+        const QImage image = p.Canvas().grab(box).toImage();
+        int ink = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                ink += image.pixelColor(x, y) != ColourOf(ColourRole::Room, p.Canvas().palette());
+        return ink;
+    };
+    EXPECT_GT(inkOf("Cliff"), 2 * inkOf("Mole")) << "a room that nobody can reach is hatched";
+
+    const QColor player = ColourOf(ColourRole::True, p.Canvas().palette());
+    EXPECT_NE(colour("Quay", NorthWest), player);
+    p.Trigger("mnuToolsPlay");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return colour("Quay", NorthWest) == player; }));
+    auto* line = p.Main()->findChild<InputLine*>();
+    ASSERT_NE(line, nullptr);
+    QTest::keyClicks(line, QStringLiteral("east"));
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(colour("Mole", NorthWest), player);
+    EXPECT_NE(colour("Quay", NorthWest), player);
 }
 
 TEST(MapPanel, DraggingARoomPlacesItAndEscapeAndUndoTakeItBack) {
