@@ -1,10 +1,14 @@
 // Takes the pictures of the manual: ManualPictures FOLDER
+#include "player/InputLine.h"
 #include "support/EveryWindow.h"
 #include "support/RunningProgram.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QDockWidget>
 #include <QFile>
+#include <QTabWidget>
+#include <QTest>
 
 #include <cstdio>
 
@@ -16,6 +20,8 @@ struct Picture {
     const char* game; // A sample, without ".kel".
     const char* steps;
     QSize size;
+    const char* typed = ""; // into the running game, between "|"; or else where the focus is
+    const char* tab = "";   // of the panel that shows it, as a part of its caption
 };
 
 const Picture Pictures[] = {
@@ -41,13 +47,50 @@ const Picture Pictures[] = {
      "lstRooms=Gatehouse, lstCharacters=, butEditObj_0 > butActions",
      {600, 360}},
     {"frmTextSectionEdit", "gatehouse", "mnuViewTextSectionEditor > cmbTextSections=win", {600, 260}},
-    {"PlayPanel", "gatehouse", "lstRooms=Gatehouse, mnuToolsPlay", {1000, 560}},
+    {"PlayPanel",
+     "gatehouse",
+     "lstRooms=Road, mnuToolsPlay",
+     {1080, 700},
+     "north|north|south|take iron key",
+     "atch"},
+    {"PlayPanel-Trace",
+     "gatehouse",
+     "lstRooms=Road, mnuToolsPlay",
+     {1080, 700},
+     "take iron key|north|north",
+     "race"},
+    {"PreviewPanel", "lighthouse", "lstRooms=Quay, mnuToolsPreview", {1000, 520}},
+    {"MapPanel", "lighthouse", "lstRooms=Quay, mnuToolsMap", {1100, 620}},
+    {"frmRename", "lighthouse", "lstRooms=Quay, mnuToolsRename >", {760, 420}, "Old Quay"},
     {"frmEditItems", "gatehouse", "mnuViewItems > lstItems=", {420, 220}},
     {"frmEditCollectableSettings",
      "lighthouse",
      "mnuViewCollectables > optExtended, lstCollectables=matches, butEdit >",
      {520, 310}},
 };
+
+void TypeLines(QWidget& window, const Picture& picture) {
+    auto* line = window.findChild<InputLine*>();
+    if (line == nullptr && *picture.typed != 0)
+        return QTest::keyClicks(window.focusWidget(), QLatin1String(picture.typed));
+    for (const QString& words : QString(QLatin1String(picture.typed)).split(u'|', Qt::SkipEmptyParts)) {
+        QTest::keyClicks(line, words);
+        QTest::keyClick(line, Qt::Key_Return);
+    }
+    for (auto* tabs : window.findChildren<QTabWidget*>())
+        for (int tab = 0; tab < tabs->count(); ++tab)
+            if (*picture.tab != 0 && tabs->tabText(tab).contains(QLatin1String(picture.tab)))
+                tabs->setCurrentIndex(tab);
+}
+
+/// The panel that a picture shows, or the whole window.
+QWidget& Shown(QWidget& window, const Picture& picture) {
+    const QByteArray panel = "zem::" + QByteArray(picture.name).split('-').first();
+    for (auto* dock : window.findChildren<QDockWidget*>())
+        if (dock->inherits(panel))
+            return *dock;
+    return window;
+}
 
 bool Take(const Picture& picture, const QDir& folder) {
     RunningProgram program;
@@ -57,8 +100,13 @@ bool Take(const Picture& picture, const QDir& folder) {
     FollowSteps(*program.Main(), QLatin1String(picture.steps), [&](QWidget& window) {
         window.resize(picture.size);
         window.activateWindow();
-        isSaved = QTest::qWaitForWindowActive(&window) &&
-                  window.grab().save(folder.filePath(QLatin1String(picture.name) + QLatin1String(".png")));
+        if (!QTest::qWaitForWindowActive(&window))
+            return;
+        TypeLines(window, picture);
+        QTest::qWait(1500); // panels show what other threads found
+        isSaved = Shown(window, picture)
+                      .grab()
+                      .save(folder.filePath(QLatin1String(picture.name) + QLatin1String(".png")));
     });
     return isSaved;
 }

@@ -132,7 +132,6 @@ void MapPanel::GameReplaced() {
     placed_ = {};
     isNew_ = true;
     isStale_ = true;
-    wanted_ = map::NoRoom;
     versions_.clear();
     ++generation_;
     work_.Cancel();
@@ -192,7 +191,8 @@ void MapPanel::ShowResult(Result result) {
         const int room = std::exchange(wanted_, map::NoRoom);
         canvas_->Select(room);
         emit RoomChosen(room);
-    }
+    } else if (wasNew)
+        canvas_->Select(listed_); // it may have been selected while the map of the game before was shown
     if (wasNew && !session_.Game().Modified)
         KeepPlaces();
 }
@@ -212,6 +212,7 @@ void MapPanel::KeepPlaces() {
 }
 
 void MapPanel::SelectRoom(int room) {
+    listed_ = room;
     if (canvas_->HasMap() && room < static_cast<int>(canvas_->Map().rooms.size()) && !IsBusy()) {
         if (!canvas_->Selected().contains(room) || room == map::NoRoom)
             canvas_->Select(room);

@@ -96,6 +96,7 @@ private:
     bool isNew_ = true;            // nothing is known of the map of this game
     bool isStale_ = true;          // the game has changed while the panel was hidden
     int wanted_ = map::NoRoom;     // the room to select once it is on the map
+    int listed_ = map::NoRoom;     // the room that is selected outside
 };
 
 } // namespace zem

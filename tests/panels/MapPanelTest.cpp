@@ -88,7 +88,11 @@ public:
 };
 
 TEST(MapPanel, ShowsTheMapWithoutChangingTheGameAndFollowsTheList) {
-    const MapProgram p;
+    MapProgram p;
+    p.dialogs.OpenFile(PathToQt(p.folder.Write("other.kel", ThreeRooms))); // while the map of a game is shown
+    p.Trigger("mnuFileOpen");
+    p.Wait();
+    EXPECT_EQ(p.Canvas().Current(), p.SelectedRow("lstRooms"));
     EXPECT_FALSE(p.game.Modified);
     EXPECT_EQ(p.CellOf("Mole") - p.CellOf("Quay"), (map::Cell{1, 0}));
     p.Select("lstRooms", 1);
