@@ -1,5 +1,7 @@
 #include "panels/ChangeList.h"
 
+#include "forms/ToolTip.h"
+
 #include <QAbstractTableModel>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -71,7 +73,7 @@ public:
                        ? FromNear(TextOf(row, index.column()), row.changed)
                        : TextOf(row, index.column());
         case Qt::ToolTipRole: // nothing is cut without it
-            return TextOf(row, index.column());
+            return ToolTipOf(TextOf(row, index.column()));
         case Qt::CheckStateRole:
             if (index.column() != ChangeWhere || !HasBox(index.row()))
                 return {};

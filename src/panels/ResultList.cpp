@@ -1,5 +1,7 @@
 #include "panels/ResultList.h"
 
+#include "forms/ToolTip.h"
+
 #include <QAbstractItemModel>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -98,8 +100,9 @@ public:
                                                        : row.text;
         switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole: // nothing is cut without it
             return text;
+        case Qt::ToolTipRole: // nothing is cut without it
+            return ToolTipOf(text);
         case Qt::DecorationRole:
             return index.column() == Where && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
         case Qt::AccessibleTextRole: // the whole row is read at once

@@ -171,8 +171,8 @@ private:
     int enterDepth_ = 0;
     int restarts_ = 0;
     bool gaveItem_ = false;
-    bool isAsking_ = false; // a condition
-    std::string fault_;     // of the condition that is asked, for the trace
+    bool isAsking_ = false;            // a condition
+    std::string fault_;                // of the condition that is asked, for the trace
     std::vector<const Book*> running_; // the scripts that run, inside one another
     std::string circle_;               // what ran when a limit was met
 };

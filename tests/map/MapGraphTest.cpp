@@ -54,7 +54,8 @@ TEST(MapGraph, KnowsWhereExitsPlacesAndScriptsLead) {
         exits += std::to_string(exit.from) + ' ' + std::to_string(exit.direction) + ' ' +
                  std::to_string(exit.to) + (exit.scripted ? "s;" : ";");
     EXPECT_EQ(exits, "0 0 3;0 4 0;0 2 -1;0 6 3s;1 1 -1s;1 5 -1s;2 0 0s;") << "of two rooms B the last counts";
-    EXPECT_TRUE(GraphOf(RoomBlock("", "") + RoomBlock("A", "")).ties.empty()) << "no way out leads to no name";
+    EXPECT_TRUE(GraphOf(RoomBlock("", "") + RoomBlock("A", "")).ties.empty())
+        << "no way out leads to no name";
     std::string ties;
     for (const map::Tie& tie : graph.ties)
         ties += std::to_string(tie.from) + ' ' + std::to_string(tie.to) +

@@ -1,4 +1,5 @@
 // Replacing words all over the game, in the real window on a real file.
+#include "forms/ToolTip.h"
 #include "panels/FindPanel.h"
 #include "panels/frmRename.h"
 #include "panels/frmReplace.h"
@@ -72,6 +73,8 @@ TEST(ReplaceWindow, ShowsBeforeAndAfterAndChangesWhatIsTickedAsOneStep) {
         w.Wait();
         EXPECT_EQ(w.Rows().size(), 7) << "lampshades is another word";
         auto& list = Find<ChangeList>(form, "lstChanges");
+        EXPECT_EQ(list.model()->index(2, 2).data(Qt::ToolTipRole).toString(), ToolTipOf("A lamp. A lamp!"))
+            << "what looks like a tag is shown as it is";
         list.setCurrentIndex(list.model()->index(3, 0));
         PressKey(form, "lstChanges", Qt::Key_Space);
         EXPECT_EQ(TextOf(form, "butOK"), "&Replace 3 ticked");
