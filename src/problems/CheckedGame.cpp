@@ -5,6 +5,7 @@
 #include "play/Libraries.h"
 #include "problems/NameUses.h"
 #include "problems/ScriptFlow.h"
+#include "problems/TimerBlocks.h"
 
 #include <algorithm>
 #include <utility>
@@ -59,26 +60,6 @@ CheckedGame::CheckedGame(CheckInput input) : input_(std::move(input)), owners_(i
     mayHoldAnyName_ = !input_.libraries->missing.empty();
 }
 
-namespace {
-
-/// Calls visit(range) for the scripts of timers, which stand in blocks that no editor knows.
-template <class Visit>
-void ForEachTimerScript(std::string_view blocks, Visit visit) {
-    constexpr std::string_view Keyword = "action ";
-    bool isInTimer = false;
-    ForEachLine(blocks, [&](TextRange range, int) {
-        const std::string_view line = range.Of(blocks);
-        if (BeginsWith(line, "define timer "))
-            isInTimer = true;
-        else if (BeginsWith(line, "end define"))
-            isInTimer = false;
-        else if (isInTimer && BeginsWith(line, Keyword))
-            visit(TextRange{range.begin + Keyword.size(), range.end});
-    });
-}
-
-} // namespace
-
 void CheckedGame::AddLine(const Place& place, std::string_view text, TextRange range) {
     const TextRange line = TrimmedRange(text, range);
     if (line.IsEmpty() || text[line.begin] == '\'')
@@ -94,7 +75,9 @@ void CheckedGame::CollectLines() {
         if (use.kind == FieldKind::Script)
             ForEachLine(text, [&](TextRange range, int) { AddLine(place, text, range); });
         else if (place.field == FieldId::GameUnknownBlocks)
-            ForEachTimerScript(text, [&](TextRange range) { AddLine(place, text, range); });
+            for (const TimerBlock& timer : TimerBlocksIn(text))
+                for (const TextRange script : timer.scripts)
+                    AddLine(place, text, script);
     });
 }
 
@@ -196,9 +179,16 @@ const NameSet& CheckedGame::OwnNames(NameKind kind) const {
 }
 
 void CheckedGame::CollectMentions() {
-    ForEachText(Game(), [&](const Place&, FieldUse use, const std::string& text) {
-        if (use.kind == FieldKind::RawLines)
-            CollectMentionsIn(text);
+    ForEachText(Game(), [&](const Place& place, FieldUse use, const std::string& text) {
+        if (use.kind != FieldKind::RawLines)
+            return;
+        std::size_t from = 0;
+        if (place.field == FieldId::GameUnknownBlocks)
+            for (const TimerBlock& timer : TimerBlocksIn(text)) { // whose heads make names, and use none
+                CollectMentionsIn(std::string_view(text).substr(from, timer.name.begin - from));
+                from = timer.name.end;
+            }
+        CollectMentionsIn(std::string_view(text).substr(from));
     });
     for (const GameModel& library : LibraryGames())
         ForEachText(library, [&](const Place&, FieldUse use, const std::string& text) {

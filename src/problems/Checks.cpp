@@ -11,7 +11,7 @@ constexpr auto Families = {
     NameChecks,         TimerChecks,   ScriptChecks,  NumberChecks,   CollectableChecks, TwiceChecks,
     UnusedChecks,       ReachChecks,   EmptyChecks,   LogicChecks,    GameChecks,        MapChecks,
     PatternChecks,      SynonymChecks, FlagChecks,    VariableChecks, CodeChecks,        TextChecks,
-    MisspeltNameChecks, FileChecks,    RawLineChecks, SourceChecks,
+    MisspeltNameChecks, FileChecks,    RawLineChecks, SourceChecks,   ColourChecks,      LockedAwayChecks,
 };
 
 std::vector<Check> Collect() {

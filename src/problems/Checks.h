@@ -12,7 +12,8 @@
 /// The checks, a row each. To add one:
 ///
 /// 1. A row in the table of its family, at the end of the file that has the family's functions (LostNames.cpp
-///    for A). Identifiers are for good: authors and their build scripts name them.
+///    for A). Identifiers are for good: authors and their build scripts name them. One that comes out of
+///    two walks has a row for each.
 /// 2. Its function, which asks the CheckedGame and calls `findings.Add(ID, place, text)`. Rows that come out
 ///    of the same walk share a function; it runs once for all of them. Walk `CallsOf`, `Lines` or `Names`,
 ///    not the whole game, where you can: all checks together have 300 ms for a game of three million words.
@@ -59,10 +60,12 @@ std::span<const Check> NameChecks();
 std::span<const Check> TimerChecks();
 std::span<const Check> ScriptChecks();
 std::span<const Check> NumberChecks();
+std::span<const Check> ColourChecks();
 std::span<const Check> CollectableChecks();
 std::span<const Check> TwiceChecks();
 std::span<const Check> UnusedChecks();
 std::span<const Check> ReachChecks();
+std::span<const Check> LockedAwayChecks();
 std::span<const Check> EmptyChecks();
 std::span<const Check> LogicChecks();
 std::span<const Check> GameChecks();

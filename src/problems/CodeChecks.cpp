@@ -12,7 +12,7 @@ namespace zem::problems {
 
 namespace {
 
-enum class Effect { None, On, Off, Colour, Clear, Size, NewLine };
+enum class Effect { None, On, Off, Colour, Clear, Size, Side, NewLine };
 
 /// A "|" and what belongs to it.
 struct Code {
@@ -38,7 +38,7 @@ Code ReadCode(std::string_view text, std::size_t at) {
         return isOneOf(letter(2), "rblyg") ? Code{{at, at + 3}, Effect::Colour, letter(2), true}
                                            : Code{{at, at + 2}, Effect::Clear, 0, true};
     if (first == 'j' && isOneOf(letter(2), "clr"))
-        return {{at, at + 3}, Effect::None, 0, true};
+        return {{at, at + 3}, Effect::Side, 0, true};
     if (isOneOf(first, "nw"))
         return {{at, at + 2}, first == 'n' ? Effect::NewLine : Effect::None, 0, true};
     if (first == 's')
@@ -72,6 +72,9 @@ public:
             for (const Code& code : codes)
                 FindUnknown(text, code);
             FindSwitches(text, codes);
+            FindOpenColour(text, codes);
+            FindOpenSetting(text, codes, Effect::Size);
+            FindOpenSetting(text, codes, Effect::Side);
         }
     }
 
@@ -99,6 +102,8 @@ private:
                 problem.fixes = {ReplaceBytes(ChangeTo(mended), text.At(code.range), written, mended)};
                 problem.fixes.front().needsNoChoice = true;
             }
+        } else if (code.effect == Effect::Clear) {
+            FindLostColour(text, code);
         } else if (code.effect == Effect::Colour) {
             FindColourWord(text, code);
         } else if (code.effect == Effect::NewLine && text.place.field == FieldId::TextText) {
@@ -143,6 +148,33 @@ private:
                                    ' ' + std::string(text.text.substr(begin, end - begin)))};
     }
 
+    /// "|cR" clears the screen and prints an R, which the author hardly meant.
+    void FindLostColour(const PrintedText& text, const Code& code) {
+        const std::size_t at = code.range.end;
+        if (at >= text.text.size() || !IsLetter(text.text[at]))
+            return;
+        const bool isAlone = at + 1 == text.text.size() || !IsLetter(text.text[at + 1]);
+        const char small = Lower(text.text[at]);
+        const bool isColour =
+            small != text.text[at] && std::string_view("rblyg").find(small) != std::string::npos;
+        if (!isAlone && !isColour)
+            return;
+        std::size_t end = at;
+        while (end < text.text.size() && IsLetter(text.text[end]))
+            ++end;
+        if (!isAlone && IsWord(Lower(text.text.substr(at, end - at))))
+            return;
+        const TextRange range = {code.range.begin, at + 1};
+        const std::string_view written = range.Of(text.text);
+        Problem& problem = findings_.Add("T03", text.At(range),
+                                         "There is no colour " + QuoteShortly(written) +
+                                             ": this clears the screen and prints the letter.");
+        if (isColour) {
+            const std::string mended = std::string("|c") + small;
+            problem.fixes = {ReplaceBytes(ChangeTo(mended), text.At(range), written, mended)};
+        }
+    }
+
     static bool StandsBehindColour(std::string_view text, std::size_t at) {
         return at >= 3 && text.substr(at - 3, 2) == "|c";
     }
@@ -160,6 +192,38 @@ private:
                 });
         }
         return words_.contains(word);
+    }
+
+    /// A colour that is not the normal one when the text ends. One that begins with the text is meant for all
+    /// of it.
+    void FindOpenColour(const PrintedText& text, const std::vector<Code>& codes) {
+        const auto last = std::find_if(codes.rbegin(), codes.rend(),
+                                       [](const Code& code) { return code.effect == Effect::Colour; });
+        if (last == codes.rend() || last->style == 'b' || last->range.begin == 0)
+            return;
+        const std::string_view rest = text.text.substr(last->range.begin);
+        findings_
+            .Add("T05", text.At(last->range),
+                 "Nothing ends the colour of " + QuoteShortly(last->range.Of(text.text)) +
+                     " again: it holds to the end of the text.")
+            .fixes = {ReplaceBytes("Add |cb at the end", text.At({last->range.begin, text.text.size()}), rest,
+                                   std::string(rest) + "|cb")};
+    }
+
+    /// A size, or a side, that is set once and not at the beginning: what follows was not meant to have it.
+    void FindOpenSetting(const PrintedText& text, const std::vector<Code>& codes, Effect effect) {
+        const auto isIt = [&](const Code& code) { return code.effect == effect; };
+        const auto code = std::find_if(codes.begin(), codes.end(), isIt);
+        if (code == codes.end() || std::count_if(codes.begin(), codes.end(), isIt) > 1)
+            return;
+        std::size_t begin = 0; // of what is printed
+        for (const Code& other : codes)
+            if (other.range.begin == begin)
+                begin = other.range.end;
+        if (code->range.begin > begin)
+            findings_.Add("T05", text.At(code->range),
+                          "Nothing takes " + QuoteShortly(code->range.Of(text.text)) +
+                              " back again: it holds to the end of the text.");
     }
 
     void FindSwitches(const PrintedText& text, const std::vector<Code>& codes) {

@@ -111,6 +111,15 @@ void FindOddCollectables(const CheckedGame& game, Findings& findings) {
         const Place place = Place::Of({{FieldId::GameCollectables, ++entry}}, FieldId::CollectableDefinition);
         const CollectableDefinition definition = ParseCollectable(collectable.Definition);
         const std::string_view settings = SettingsOf(collectable.Definition);
+        const bool isOpen = collectable.Definition.find('[') != std::string::npos &&
+                            collectable.Definition.find(']') == std::string::npos;
+        if (isOpen) {
+            Problem& problem = findings.Add(
+                "C10", place, "What the player sees of it begins with \"[\" and has no \"]\" at its end.");
+            problem.level = Level::Warning;
+            problem.fixes = {
+                SetField("Add ] at the end", place, collectable.Definition, collectable.Definition + ']')};
+        }
         if (!IsUnderstood(settings, definition))
             findings.Add("C10", place,
                          settings.empty() ? "It has no settings, so nothing says what kind of number it is."
@@ -133,6 +142,13 @@ void FindAmountsBeyond(const CheckedGame& game, Findings& findings) {
             if (bounds == all.end() || !amount)
                 continue;
             const auto [lowest, highest] = bounds->second;
+            if (call->isCondition && *amount == lowest) {
+                findings.Add("C15", call->At(1),
+                             "There is never less of " + QuoteShortly(call->Part(0)) + " than " +
+                                 NumberText(lowest) + ", so this condition is " +
+                                 (call->isNegated ? "never true." : "always true."));
+                continue;
+            }
             const bool isChange =
                 call->call->entry->keyword == "gain" || call->call->entry->keyword == "spend";
             const double least = isChange ? -Endless : lowest;

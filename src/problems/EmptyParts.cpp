@@ -1,5 +1,6 @@
 // Rooms, things, menus and procedures that lack what a player expects of them.
 #include "base/LineText.h"
+#include "model/Texts.h"
 #include "problems/Checks.h"
 #include "problems/Fixes.h"
 #include "problems/NameUses.h"
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 
 namespace zem::problems {
@@ -152,7 +154,60 @@ void FindEmptyMenus(const CheckedGame& game, Findings& findings) {
             findings.Add("E07", place, "No choice of this menu does anything.");
         if (menu.Info.empty())
             findings.Add("E08", place, "This menu asks nothing before it offers its choices.");
+        int choice = 0;
+        for (const ScriptPair& pair : menu.Choices) {
+            Place words = place;
+            words.steps[1] = {FieldId::MenuChoices, ++choice};
+            words.field = FieldId::PairKey;
+            if (Trim(pair.Key).empty())
+                findings.Add("E08", words, "This choice has no words: the player reads its number alone.");
+        }
     }
+}
+
+/// Commands, and rules for the use of items. An item that is given away without a script is just gone.
+class IdleRules {
+public:
+    explicit IdleRules(Findings& findings) : findings_(findings) {}
+
+    /// To be called for all texts in the order of the game, in which a rule's words come before its script.
+    void Visit(const Place& place, FieldUse use, const std::string& text) {
+        if (use.kind == FieldKind::Script) {
+            if (rule_ && rule_->steps == place.steps && !IsEmptyScript(text))
+                rule_.reset();
+            return;
+        }
+        const std::size_t depth = place.Depth();
+        const FieldId list = depth == 0 ? FieldId::None : place.steps[depth - 1].list;
+        if (use.kind != FieldKind::Pattern && list != FieldId::GameUses && list != FieldId::RoomUses &&
+            list != FieldId::ThingUses)
+            return;
+        Report();
+        rule_ = place;
+        words_ = text;
+    }
+
+    /// Tells of the rule that was met last, if no script has come for it.
+    void Report() {
+        if (rule_)
+            findings_.Add("E13", *rule_,
+                          "There is no script for " + QuoteShortly(words_) +
+                              ", so nothing happens when a player does this, and nothing is printed.");
+        rule_.reset();
+    }
+
+private:
+    Findings& findings_;
+    std::optional<Place> rule_; // whose script has not come yet
+    std::string_view words_;
+};
+
+void FindIdleRules(const CheckedGame& game, Findings& findings) {
+    IdleRules rules(findings);
+    ForEachText(game.Game(), [&](const Place& place, FieldUse use, const std::string& text) {
+        rules.Visit(place, use, text);
+    });
+    rules.Report();
 }
 
 } // namespace
@@ -170,6 +225,7 @@ std::span<const Check> EmptyChecks() {
         {"E09", Level::Hint, "Characters without a gender", FindEmptyRoomParts},
         {"E10", Level::Hint, "Hidden and invisible", FindEmptyRoomParts},
         {"E11", Level::Hint, "Aliases without a prefix", FindEmptyRoomParts},
+        {"E13", Level::Warning, "Commands and rules without a script", FindIdleRules},
     };
     return Rows;
 }

@@ -3,7 +3,10 @@
 #include "problems/Checks.h"
 #include "problems/Directions.h"
 #include "problems/Fixes.h"
+#include "problems/TextNumbers.h"
+#include "problems/TimerBlocks.h"
 
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -64,33 +67,95 @@ void FindMissingExits(const CheckedGame& game, Findings& findings) {
         }
 }
 
-/// The names in the lines "define timer <...>" of the blocks that Zem does not know.
-void AddDefinedTimers(const std::string& blocks, std::set<std::string, std::less<>>& timers) {
-    for (const std::string_view line : SplitAt(blocks, "\r\n")) {
-        const std::string_view trimmed = TrimLeft(line);
-        if (BeginsWith(trimmed, "define timer"))
-            if (const std::size_t open = trimmed.find('<'); open != std::string_view::npos)
-                timers.emplace(trimmed.substr(open + 1, trimmed.find('>') - open - 1));
+bool HasSigns(std::string_view name) {
+    return name.find_first_of("#%") != std::string_view::npos;
+}
+
+/// What the number of an interval is; nothing where it is none.
+std::optional<double> SecondsOf(std::string_view interval) {
+    return interval.empty() ? std::nullopt : NumberIn(interval);
+}
+
+/// What stands in the blocks of timers. Lines that no player reads may still be the work of a library.
+void FindOddTimers(const CheckedGame& game, Findings& findings) {
+    const std::string& blocks = *game.Game().UnknownBlocks;
+    const auto at = [](TextRange range) { return Place::Of({}, FieldId::GameUnknownBlocks, range); };
+    for (const TimerBlock& timer : TimerBlocksIn(blocks)) {
+        for (const TextRange range : timer.others) {
+            const std::string_view line = range.Of(blocks);
+            const std::string_view word = line.substr(0, line.find_first_of(" <"));
+            const std::string_view nearest = NearestOf({"interval", "action"}, word);
+            if (!nearest.empty())
+                findings
+                    .Add("S02", at(range),
+                         "This line does nothing: " + QuoteShortly(word) + " is not known in a timer, and " +
+                             QuoteShortly(nearest) + " is.")
+                    .fixes = {ReplaceBytes(ChangeTo(nearest), at({range.begin, range.begin + word.size()}),
+                                           word, std::string(nearest))};
+        }
+        if (timer.others.empty() && (timer.intervals.empty() || timer.scripts.empty()))
+            findings.Add("E12", at(timer.name),
+                         timer.scripts.empty()
+                             ? "This timer has no line \"action\", so it does nothing."
+                             : "This timer has no line \"interval\", so nobody can tell how "
+                               "often its script runs.");
+        for (const TextRange range : timer.intervals) {
+            const std::string_view text = range.Of(blocks);
+            const auto seconds = SecondsOf(text);
+            if (!seconds)
+                findings.Add("C01", at(range), QuoteShortly(text) + " is no number of seconds.");
+            else if (*seconds < 1)
+                findings
+                    .Add("C02", at(range),
+                         "An interval has at least 1 second, and this is " + std::string(text) + '.')
+                    .fixes = {ReplaceBytes(ChangeTo("1"), at(range), text, "1")};
+        }
     }
 }
 
+/// Timers of the game that nothing starts, as far as that can be told: one with lines of a library may start
+/// by itself.
+void FindIdleTimers(const CheckedGame& game, const std::set<std::string_view>& started, Findings& findings) {
+    const std::string& blocks = *game.Game().UnknownBlocks;
+    for (const TimerBlock& timer : TimerBlocksIn(blocks)) {
+        const std::string_view name = timer.name.Of(blocks);
+        if (timer.others.empty() && !started.contains(name) && !game.IsMentionedElsewhere(name) &&
+            std::none_of(started.begin(), started.end(), HasSigns))
+            findings.Add("A14", Place::Of({}, FieldId::GameUnknownBlocks, timer.name),
+                         "Nothing starts this timer, so its script never runs.");
+    }
+}
+
+struct TimerNames {
+    std::set<std::string_view> defined;
+    std::set<std::string_view> mayStart; // by themselves, with lines of a library
+
+    void Add(std::string_view blocks) {
+        for (const TimerBlock& timer : TimerBlocksIn(blocks)) {
+            defined.insert(timer.name.Of(blocks));
+            if (!timer.others.empty())
+                mayStart.insert(timer.name.Of(blocks));
+        }
+    }
+};
+
 void FindLostTimers(const CheckedGame& game, Findings& findings) {
-    std::set<std::string, std::less<>> defined;
-    AddDefinedTimers(*game.Game().UnknownBlocks, defined);
+    TimerNames timers;
+    timers.Add(*game.Game().UnknownBlocks);
     for (const GameModel& library : game.LibraryGames())
-        AddDefinedTimers(*library.UnknownBlocks, defined);
+        timers.Add(*library.UnknownBlocks);
     std::set<std::string_view> started;
     std::set<std::string_view> asked;
     for (const CheckedCall* call : game.CallsOf("timer on"))
         started.insert(call->Part(0));
     for (const CheckedCall* call : game.CallsOf("if timer"))
         asked.insert(call->Part(0));
-    const std::vector<std::string_view> names(defined.begin(), defined.end());
+    FindIdleTimers(game, started, findings);
+    const std::vector<std::string_view> names(timers.defined.begin(), timers.defined.end());
 
     for (const CheckedCall* call : game.CallsOf("timer on")) {
         const std::string_view name = call->Part(0);
-        if (name.empty() || defined.contains(name) || asked.contains(name) ||
-            name.find_first_of("#%") != std::string_view::npos)
+        if (name.empty() || timers.defined.contains(name) || asked.contains(name) || HasSigns(name))
             continue;
         Problem& problem = findings.Add("A12", call->At(0),
                                         "Nothing defines a timer " + QuoteShortly(name) +
@@ -102,7 +167,8 @@ void FindLostTimers(const CheckedGame& game, Findings& findings) {
     for (const char* keyword : {"if timer", "timer off"})
         for (const CheckedCall* call : game.CallsOf(keyword)) {
             const std::string_view name = call->Part(0);
-            if (!name.empty() && !started.contains(name) && !game.IsMentionedElsewhere(name))
+            if (!name.empty() && !started.contains(name) && !timers.mayStart.contains(name) &&
+                !game.IsMentionedElsewhere(name))
                 findings.Add("A14", call->At(0), "Nothing starts a timer " + QuoteShortly(name) + '.');
         }
 }
@@ -119,6 +185,10 @@ std::span<const Check> TimerChecks() {
         {"A12", Level::Warning, "Timers that nothing defines", FindLostTimers},
         {"A13", Level::Warning, "Exits that the room lacks", FindMissingExits},
         {"A14", Level::Hint, "Timers that nothing starts", FindLostTimers},
+        {"C01", Level::Error, "Words where a number belongs", FindOddTimers},
+        {"C02", Level::Warning, "Numbers that make no sense", FindOddTimers},
+        {"E12", Level::Warning, "Timers that lack a line", FindOddTimers},
+        {"S02", Level::Warning, "Misspelt keywords", FindOddTimers},
     };
     return Rows;
 }

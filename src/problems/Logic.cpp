@@ -2,6 +2,7 @@
 #include "base/LineText.h"
 #include "model/Texts.h"
 #include "play/Fold.h"
+#include "play/Sentence.h"
 #include "problems/CertainRuns.h"
 #include "problems/Checks.h"
 #include "problems/Fixes.h"
@@ -96,6 +97,11 @@ std::string Question(const CheckedLine& line, const ScriptCondition& condition) 
     return question;
 }
 
+/// Whether the second answer may be another one than the first.
+bool MayChange(std::string_view question) {
+    return question.starts_with("chance") || question.starts_with("ask");
+}
+
 void FindConditionsTwice(const CheckedGame& game, Findings& findings) {
     for (const CheckedLine& line : game.Lines())
         for (const ScriptAction& action : line.parsed.actions) {
@@ -103,8 +109,8 @@ void FindConditionsTwice(const CheckedGame& game, Findings& findings) {
             for (std::size_t k = 0; k < action.conditionCount; ++k) {
                 const ScriptCondition& condition = line.parsed.conditions[action.firstCondition + k];
                 const std::string question = Question(line, condition);
-                if (question.starts_with("chance") || question.starts_with("ask"))
-                    continue; // may be answered otherwise the second time
+                if (MayChange(question))
+                    continue;
                 const auto [first, isNew] = asked.emplace(question, condition.isNegated);
                 if (isNew)
                     continue;
@@ -115,6 +121,53 @@ void FindConditionsTwice(const CheckedGame& game, Findings& findings) {
                                  : "This \"if\" asks for something or its contrary, so it is always true.");
             }
         }
+}
+
+/// What the "if"s around an "if" have answered already, by the question.
+using Answers = std::map<std::string, bool>;
+
+/// The answers that hold in one branch: where one branch needs all conditions, the other tells of none.
+Answers AnswersIn(const CheckedLine& line, const ScriptAction& action, bool isThen, Answers answers) {
+    for (std::size_t k = 0; k < action.conditionCount; ++k) {
+        const ScriptCondition& condition = line.parsed.conditions[action.firstCondition + k];
+        const Joiner needed = isThen ? Joiner::And : Joiner::Or;
+        if (k > 0 && condition.joiner != needed)
+            return answers;
+    }
+    for (std::size_t k = 0; k < action.conditionCount; ++k) {
+        const ScriptCondition& condition = line.parsed.conditions[action.firstCondition + k];
+        if (!MayChange(Question(line, condition)))
+            answers.emplace(Question(line, condition), isThen != condition.isNegated);
+    }
+    return answers;
+}
+
+/// Conditions whose answer an "if" around them has told. Nothing happens between the two.
+void FindAnsweredIn(const CheckedLine& line, std::size_t index, const Answers& answers, Findings& findings) {
+    const ScriptAction& action = line.parsed.actions[index];
+    if (!action.IsIf())
+        return;
+    for (std::size_t k = 0; k < action.conditionCount; ++k) {
+        const ScriptCondition& condition = line.parsed.conditions[action.firstCondition + k];
+        const auto answer = answers.find(Question(line, condition));
+        if (answer != answers.end())
+            findings.Add("X04", line.At(condition.call.keyword),
+                         std::string("An \"if\" before it in this line has asked for the same, so this is ") +
+                             (answer->second != condition.isNegated ? "always true." : "never true."));
+    }
+    if (action.thenAction != 0)
+        FindAnsweredIn(line, action.thenAction, AnswersIn(line, action, true, answers), findings);
+    if (action.elseAction != 0)
+        FindAnsweredIn(line, action.elseAction, AnswersIn(line, action, false, answers), findings);
+}
+
+void FindAnswered(const CheckedGame& game, Findings& findings) {
+    for (const CheckedLine& line : game.Lines()) {
+        const auto ifs = std::count_if(line.parsed.actions.begin(), line.parsed.actions.end(),
+                                       [](const ScriptAction& action) { return action.IsIf(); });
+        if (ifs > 1)
+            FindAnsweredIn(line, 0, {}, findings);
+    }
 }
 
 /// Whether the field of a room runs only while the player is in it.
@@ -217,20 +270,62 @@ void FindRoundTrips(const CheckedGame& game, Findings& findings) {
     }
 }
 
+/// The line that a "type" makes, with a word in the place of each variable.
+std::string TypedLine(std::string_view line) {
+    std::string typed;
+    std::size_t from = 0;
+    ForEachVariable(line, [&](TextRange range, char) {
+        typed.append(line.substr(from, range.begin - 1 - from)).append("something");
+        from = range.end + 1;
+        return true;
+    });
+    return typed.append(line.substr(from));
+}
+
+/// The patterns of all commands, by the field in which they stand.
+class AllPatterns {
+public:
+    explicit AllPatterns(const GameModel& game) {
+        play::Names names;
+        ForEachText(game, [&](const Place& place, FieldUse use, const std::string& text) {
+            if (use.kind == FieldKind::Pattern)
+                patterns_.emplace_back(place, play::ReadPatterns(names, text));
+        });
+    }
+
+    /// Whether this command takes the line, and no other one does.
+    bool IsTakenBy(const Place& script, const std::string& line) const {
+        const play::Sentence sentence(line);
+        bool isTaken = false;
+        for (const auto& [place, patterns] : patterns_) {
+            const bool isOwn = place.steps == script.steps;
+            const bool matches =
+                std::any_of(patterns.begin(), patterns.end(), [&](const play::Pattern& pattern) {
+                    return !pattern.IsEmpty() && play::MatchPattern(pattern, sentence).has_value();
+                });
+            if (matches && !isOwn)
+                return false;
+            isTaken |= matches;
+        }
+        return isTaken;
+    }
+
+private:
+    std::vector<std::pair<Place, std::vector<play::Pattern>>> patterns_;
+};
+
 void FindTypingItself(const CheckedGame& game, Findings& findings) {
+    if (game.CallsOf("type").empty())
+        return;
     const ScriptFlow& flow = game.Flow();
+    const AllPatterns patterns(game.Game());
     for (const CheckedScript& script : game.Scripts()) {
-        const auto resolved = Resolve(game.Game(), script.place);
-        if (!resolved || resolved->steps.empty() || resolved->steps.back().key == nullptr)
-            continue;
-        const FieldId list = script.place.steps[script.place.Depth() - 1].list;
+        const std::size_t depth = script.place.Depth();
+        const FieldId list = depth == 0 ? FieldId::None : script.place.steps[depth - 1].list;
         if (list != FieldId::GamePlayerCommands && list != FieldId::RoomCommands)
             continue;
-        std::set<std::string> patterns;
-        for (const std::string_view pattern : SplitAt(*resolved->steps.back().key, ";"))
-            patterns.insert(play::Fold(pattern));
         for (const CheckedCall* call : CertainCallsFrom(script, flow))
-            if (Is(*call, "type") && patterns.contains(play::Fold(call->Part(0))))
+            if (Is(*call, "type") && patterns.IsTakenBy(script.place, TypedLine(call->Part(0))))
                 findings.Add("X10", call->line->place,
                              "This types the command to which it belongs, until the turn is broken off.");
     }
@@ -308,6 +403,7 @@ std::span<const Check> LogicChecks() {
         {"X02", Level::Error, "Loops that never end", FindEndlessLoops},
         {"X03", Level::Warning, "Lines behind the end", FindLinesBehindTheEnd},
         {"X04", Level::Warning, "Conditions that are asked twice", FindConditionsTwice},
+        {"X04", Level::Warning, "Conditions that are asked twice", FindAnswered},
         {"X06", Level::Hint, "Rooms that ask for themselves", FindOwnRoomAsked},
         {"X08", Level::Warning, "Then and else that do the same", FindSameBranches},
         {"X09", Level::Error, "Rooms that send the player to and fro", FindRoundTrips},

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace zem::problems {
 
@@ -24,11 +25,12 @@ constexpr std::size_t Shortest = 3;     // where there are few to compare with
 struct TypedWord {
     Place place;
     int count = 0;
+    bool isPattern = false; // of a command
 };
 
 using TypedWords = std::unordered_map<std::string, TypedWord>;
 
-void AddWords(const Place& place, std::string_view text, TypedWords& words) {
+void AddWords(const Place& place, std::string_view text, bool isPattern, TypedWords& words) {
     ForEachWord(text, [&](TextRange range) {
         if (range.Size() < Shortest)
             return;
@@ -37,6 +39,7 @@ void AddWords(const Place& place, std::string_view text, TypedWords& words) {
         TypedWord& word = words[play::Fold(range.Of(text))];
         ++word.count;
         word.place = at;
+        word.isPattern = isPattern;
     });
 }
 
@@ -59,9 +62,9 @@ TypedWords CollectTyped(const CheckedGame& game) {
                             (use.names == NameKind::Object || use.names == NameKind::Character ||
                              use.names == NameKind::Item || use.names == NameKind::Room);
         if (isName)
-            AddWords(place, text, words);
+            AddWords(place, text, false, words);
         else if (use.kind == FieldKind::Pattern)
-            AddWords(place, WithoutVariables(text), words);
+            AddWords(place, WithoutVariables(text), true, words);
     });
     return words;
 }
@@ -74,6 +77,28 @@ constexpr std::string_view BuiltInWords =
     "restart "
     "quit q undo about version transcript off oops again g the a an some my it him her them me myself self "
     "yourself of from for and";
+
+/// What players of any game try. A word that looks like one of them, and is none, was hardly meant.
+constexpr std::string_view CommonWords =
+    "answer apologise attack awake balance bang bathe beat bend blow board borrow bounce bow break bribe "
+    "bring brush build burn bury buy call carry catch celebrate chase check cheer chew chop clap clean clear "
+    "climb close collect comb come cook count cover crawl cross crush cry curse cut dance descend destroy "
+    "dial "
+    "dig dive drag draw drink drive dry dust eat empty escape explore extinguish fasten feed feel fetch "
+    "fight "
+    "fill find fish fix flip float flush fly fold follow free gather grab hang heat hide hit hold hug ignite "
+    "insert jump kick kill kiss kneel knock laugh launch lean leap lick lie lift light listen load lock "
+    "lower "
+    "melt mend mix mount move open operate order paint pause pay peel pinch plant play please plug point "
+    "polish pour pray press promise pull pump punch push raise reach recite remove repair replace rescue "
+    "rest "
+    "return ride ring rinse roll rotate row rub sail saw scan scatter scrape scratch scream screw search "
+    "seize sell send sew shake sharpen shoot shout shove sign sing sit skip sleep slice slide smash smell "
+    "smile smoke sneeze solve spill spin splash spray squeeze stab stamp stand start steal step stir stop "
+    "strike study summon surrender swallow sweep swim swing switch taste tear tell think throw tickle tie "
+    "touch trade translate trap turn twist type unfold unlock unroll unscrew untie unwrap wait wake wash "
+    "watch "
+    "water wave weigh whisper whistle wind wipe wish wrap write xyzzy yell yes";
 
 /// Words as they are compared. A large game has millions, nearly all of which are there already, so that
 /// finding one must not make a text.
@@ -168,53 +193,76 @@ std::string_view NeighbourOf(std::string_view word, const WordSet& read) {
 void FindMisspelt(const CheckedGame& game, Findings& findings) {
     const TypedWords typed = CollectTyped(game);
     const WordSet read = CollectRead(game);
+    WordSet common;
+    AddTo(common, CommonWords);
     constexpr int MostAsked = 300; // a game that has more has a language of its own
     int asked = 0;
     WordSet names;
     for (const auto& [word, use] : typed)
         names.Add(word);
     for (const auto& [word, use] : typed) {
-        if (use.count > 1 || read.contains(word) || ++asked > MostAsked)
+        if (use.count > 1 || read.contains(word) || common.contains(word) || ++asked > MostAsked)
             continue;
+        const char* where = "one has ";
         std::string_view neighbour =
             word.size() < ShortestWord ? std::string_view() : NeighbourOf(word, read);
-        const bool isRead = !neighbour.empty();
-        if (!isRead)
+        if (neighbour.empty()) {
+            where = "another name or pattern has ";
             neighbour = NeighbourOf(word, names);
+        }
+        if (neighbour.empty() && use.isPattern && word.size() >= ShortestWord) {
+            where = "players may well type ";
+            neighbour = NeighbourOf(word, common);
+        }
         if (!neighbour.empty())
-            findings.Add(
-                "T14", use.place,
-                "No text has the word " + QuoteShortly(word) + ", which players must type here, but " +
-                    (isRead ? "one has " : "another name or pattern has ") + QuoteShortly(neighbour) + '.');
+            findings.Add("T14", use.place,
+                         "No text has the word " + QuoteShortly(word) +
+                             ", which players must type here, but " + where + QuoteShortly(neighbour) + '.');
     }
+}
+
+/// Whether some command takes any line at all, because its pattern begins with a variable.
+bool HasOpenPattern(const CheckedGame& game) {
+    bool isOpen = false;
+    ForEachText(game.Game(), [&](const Place&, FieldUse use, const std::string& text) {
+        if (use.kind == FieldKind::Pattern)
+            for (const std::string_view pattern : SplitAt(text, ";"))
+                isOpen |= Trim(pattern).starts_with('#');
+    });
+    return isOpen;
 }
 
 /// What a synonym or a script makes of the player's line should be words that mean something. Others may
 /// still be what a pattern's variable takes, so only those are told that look like one that does.
 void FindNotUnderstood(const CheckedGame& game, Findings& findings) {
     const WordSet understood = CollectUnderstood(game);
-    const auto look = [&](const Place& place, std::string_view text) {
+    const bool isAllKnown = game.Input().libraries->missing.empty() && !HasOpenPattern(game);
+    const auto look = [&](const Place& place, std::string_view text, bool isLine) {
         const std::string words = WithoutVariables(text);
+        bool isFirst = isLine && isAllKnown;
         ForEachWord(words, [&](TextRange range) {
+            const bool mustBeKnown = std::exchange(isFirst, false) && words.find('#') > range.begin;
             const std::string word = play::Fold(range.Of(words));
-            if (word.size() < Shortest || understood.contains(word))
+            if ((word.size() < Shortest && !mustBeKnown) || understood.contains(word))
                 return;
-            const std::string_view neighbour = NeighbourOf(word, understood);
-            if (neighbour.empty())
+            const std::string_view neighbour =
+                word.size() < Shortest ? std::string_view() : NeighbourOf(word, understood);
+            if (neighbour.empty() && !mustBeKnown)
                 return;
             Place at = place;
             at.bytes = {place.bytes.begin + range.begin, place.bytes.begin + range.end};
             findings.Add("T14", at,
-                         "No verb, pattern or name has the word " + QuoteShortly(word) + ", but one has " +
-                             QuoteShortly(neighbour) + '.');
+                         "No verb, pattern or name has the word " + QuoteShortly(word) +
+                             (neighbour.empty() ? "." : ", but one has " + QuoteShortly(neighbour) + '.'));
         });
     };
     int entry = 0;
     for (const SynonymEntry& synonym : game.Game().Synonyms)
-        look(Place::Of({{FieldId::GameSynonyms, ++entry}}, FieldId::SynonymConvertTo), synonym.ConvertTo);
+        look(Place::Of({{FieldId::GameSynonyms, ++entry}}, FieldId::SynonymConvertTo), synonym.ConvertTo,
+             false);
     for (const CheckedCall* call : game.CallsOf("type"))
         if (!call->parts.empty())
-            look(call->At(0), call->Part(0));
+            look(call->At(0), call->Part(0), true);
 }
 
 /// Words on the left of synonyms that are a letter away from one that every game knows.

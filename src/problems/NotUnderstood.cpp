@@ -293,6 +293,15 @@ void ReportBlank(const CheckedCall& call, Findings& findings) {
     }
 }
 
+/// Whether one of several parts is empty. A value may be: it is a text without letters.
+bool LacksPart(const CheckedCall& call) {
+    const bool mayLastBeEmpty = Trim(call.call->entry->definition->RawSyntax).ends_with("value");
+    for (std::size_t part = 0; part < call.parts.size(); ++part)
+        if (call.parts[part].range.IsEmpty() && !(mayLastBeEmpty && part + 1 == call.parts.size()))
+            return true;
+    return false;
+}
+
 void ReportParts(const CheckedCall& call, Findings& findings) {
     const CheckedLine& line = *call.line;
     const ParameterSyntax& syntax = call.call->entry->syntax;
@@ -316,10 +325,7 @@ void ReportParts(const CheckedCall& call, Findings& findings) {
         return;
     }
     const std::size_t wanted = syntax.lastRepeats ? 1 : syntax.parts.size();
-    const bool isEmpty = std::any_of(call.parts.begin(), call.parts.end(), [](const ParameterPart& part) {
-        return part.range.IsEmpty() && part.kind != NameKind::None;
-    });
-    if (call.parts.size() < wanted || isEmpty)
+    if (call.parts.size() < wanted || LacksPart(call))
         findings.Add(
             "B12", line.At(all),
             keyword + " wants " + QuoteShortly(Trim(call.call->entry->definition->RawSyntax)) +

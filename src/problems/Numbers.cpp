@@ -3,6 +3,7 @@
 #include "problems/Checks.h"
 #include "problems/Directions.h"
 #include "problems/Fixes.h"
+#include "problems/ScriptFlow.h"
 #include "problems/TextNumbers.h"
 
 #include <algorithm>
@@ -30,6 +31,9 @@ namespace {
 
 constexpr double Largest = 2147483647;
 constexpr double None = -1e30;
+constexpr double AnHour = 3600; // in seconds: nobody sits through more
+constexpr double ADay = 24 * AnHour;
+constexpr double MostRuns = 100000; // a turn runs no more commands
 
 /// What the number of a command may be, and where it stands.
 struct NumberRow {
@@ -41,7 +45,7 @@ struct NumberRow {
 };
 
 constexpr NumberRow NumberRows[] = {
-    {"pause", 0, 0, Largest, 0},
+    {"pause", 0, 0, AnHour, 0},
     {"fontsize", 0, 1, 72, None},
     {"add", 1, -Largest, Largest, 0},
     {"subtract", 1, -Largest, Largest, 0},
@@ -50,14 +54,14 @@ constexpr NumberRow NumberRows[] = {
     {"gain", 1, -Largest, Largest, 0},
     {"spend", 1, -Largest, Largest, 0},
     {"set amount", 1, -Largest, Largest, None},
-    {"repeat", 0, 0, Largest, 0},
-    {"after", 0, 0, Largest, None},
+    {"repeat", 0, 0, MostRuns, 0},
+    {"after", 0, 0, ADay, None},
     {"if least", 1, -Largest, Largest, None},
     {"if more", 1, -Largest, Largest, None},
     {"if less", 1, -Largest, Largest, None},
     {"if amount", 1, -Largest, Largest, None},
-    {"if turns", 0, 0, Largest, None},
-    {"if chance", 0, 0, 100, None},
+    {"if turns", 0, 0, Largest, 0},
+    {"if chance", 0, 1, 99, None}, // with others there is no chance in it
 };
 
 bool HasVariable(std::string_view text) {
@@ -68,12 +72,22 @@ bool IsLineOfItsOwn(const CheckedCall& call) {
     return !call.isCondition && !call.line->parsed.actions.front().IsIf();
 }
 
+const char* KindOfNumbers(double number) {
+    return number == std::round(number) ? " knows numbers from " : " knows whole numbers from ";
+}
+
 void ReportRange(const CheckedCall& call, const NumberRow& row, double number, Findings& findings) {
-    const double bound = std::clamp(number, row.lowest, row.highest);
+    const double bound = std::clamp(std::round(number), row.lowest, row.highest);
     const std::string words = std::to_string(static_cast<long>(bound));
+    if (Is(call, "if chance")) {
+        findings.Add("C02", call.At(row.part),
+                     "A chance of " + std::string(call.Part(row.part)) + " per cent is " +
+                         ((number > row.highest) != call.isNegated ? "always true." : "never true."));
+        return;
+    }
     findings
         .Add("C02", call.At(row.part),
-             QuoteShortly(call.Keyword()) + " knows numbers from " +
+             QuoteShortly(call.Keyword()) + KindOfNumbers(number) +
                  std::to_string(static_cast<long>(row.lowest)) + " to " +
                  std::to_string(static_cast<long>(row.highest)) + ", and this is " +
                  std::string(call.Part(row.part)) + '.')
@@ -89,12 +103,13 @@ void CheckNumber(const CheckedCall& call, const NumberRow& row, Findings& findin
         findings.Add("C01", call.At(row.part),
                      QuoteShortly(text) + " is no number, and " + QuoteShortly(call.Keyword()) +
                          " counts with the digits at its beginning, or with 0.");
-    } else if (*number < row.lowest || *number > row.highest) {
+    } else if (*number < row.lowest || *number > row.highest || *number != std::round(*number)) {
         ReportRange(call, row, *number, findings);
     } else if (*number == row.idle) {
-        Problem& problem = findings.Add("C03", call.At(row.part),
-                                        "With " + std::string(text) + ", " + QuoteShortly(call.Keyword()) +
-                                            " does nothing.");
+        Problem& problem =
+            findings.Add("C03", call.At(row.part),
+                         "With " + std::string(text) + ", " + QuoteShortly(call.Keyword()) +
+                             (call.isCondition ? " asks for nothing: it is always true." : " does nothing."));
         if (IsLineOfItsOwn(call))
             problem.fixes = {RemoveLine("Remove it", call.line->place, call.line->text)};
     }
@@ -104,6 +119,10 @@ void FindOddNumbers(const CheckedGame& game, Findings& findings) {
     for (const NumberRow& row : NumberRows)
         for (const CheckedCall* call : game.CallsOf(row.keyword))
             CheckNumber(*call, row, findings);
+    for (const CheckedCall* call : game.CallsOf("append"))
+        if (call->parts.size() == 2 && call->Part(1).empty())
+            findings.Add("C03", call->line->At(call->call->keyword),
+                         "Nothing is appended, so this does nothing.");
     for (const CheckedCall* call : game.CallsOf("repeat")) {
         if (call->parts.size() != 2 || NumberIn(call->Part(0)) != 1.0)
             continue;

@@ -146,6 +146,12 @@ Fix HideToo(const CheckedCall& give) {
                                  : ReplaceWithProcedure(button, give.line->At(whole), command, both);
 }
 
+/// Puts a "give" before what taking does now, and a "hide", unless something takes the object away.
+Fix GiveFirst(const CheckedLine& line, const std::string& name, bool isRemoved) {
+    const std::string lines = "give <" + name + ">\r\n" + (isRemoved ? "" : "hide <" + name + ">\r\n");
+    return ReplaceLine("Add give <" + name + '>', line.place, line.text, lines + std::string(line.text));
+}
+
 void CheckTake(const CheckedGame& game, const ScriptFlow& flow, const Thing& object,
                const CheckedScript& take, Findings& findings) {
     const CheckedCall* give = nullptr;
@@ -164,7 +170,8 @@ void CheckTake(const CheckedGame& game, const ScriptFlow& flow, const Thing& obj
                  "Taking it gives it to the player, but it stays where it is, too, and can be taken again.")
             .fixes = {HideToo(*give)};
     if (give == nullptr && !givesUnknown && game.OwnNames(NameKind::Item).Has(object.Name))
-        findings.Add("L04", take.place, "Taking this object never gives the item of its name.");
+        findings.Add("L04", take.place, "Taking this object never gives the item of its name.").fixes = {
+            GiveFirst(take.lines.front(), object.Name, isRemoved)};
 }
 
 void FindTakes(const CheckedGame& game, Findings& findings) {

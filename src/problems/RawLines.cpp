@@ -81,6 +81,7 @@ public:
 
     void Run() {
         const GameModel& model = game_.Game();
+        LookAtBlocks(*model.UnknownBlocks);
         LookAt({Place::Of({}, FieldId::GameMiscTags), *model.GameMiscTags, GameWords, "the game block"});
         int number = 0;
         for (const Room& room : model.Rooms) {
@@ -98,6 +99,24 @@ private:
         for (const Thing& thing : things)
             LookAt({Place::Of({{FieldId::GameRooms, room}, {list, ++entry}}, FieldId::ThingMiscTags),
                     thing.MiscTags, words, what});
+    }
+
+    /// Blocks of a kind that is a letter or two from one that is read.
+    void LookAtBlocks(std::string_view blocks) {
+        constexpr std::string_view Define = "define ";
+        ForEachLine(blocks, [&](TextRange range, int) {
+            const std::string_view line = range.Of(blocks);
+            if (!BeginsWith(line, Define))
+                return;
+            const std::string_view rest = Trim(line.substr(Define.size()));
+            const std::string_view kind = Trim(rest.substr(0, rest.find_first_of(" <")));
+            const std::string_view nearest =
+                NearestOf({"game", "synonyms", "room", "procedure", "text", "selection"}, kind);
+            if (!nearest.empty() && !EqualIgnoringCase(nearest, kind))
+                findings_.Add("S02", Place::Of({}, FieldId::GameUnknownBlocks, range),
+                              "This block is kept, but not read: " + QuoteShortly(kind) +
+                                  " is not known, and " + QuoteShortly(nearest) + " is.");
+        });
     }
 
     void LookAt(const RawField& field) {

@@ -93,10 +93,16 @@ void FindTwice(const CheckedGame& game, const std::vector<Word>& words, Findings
         if (isNew)
             continue;
         const std::string& earlier = model.Synonyms[known->second->entry].ConvertTo;
-        if (play::Fold(earlier) != play::Fold(result))
+        if (play::Fold(earlier) != play::Fold(result)) {
             findings.Add("Y03", At(word),
                          QuoteShortly(written) + " is replaced by " + QuoteShortly(earlier) +
                              " already, so it never becomes " + QuoteShortly(result) + '.');
+            continue;
+        }
+        Problem& problem =
+            findings.Add("Y03", At(word), QuoteShortly(written) + " is replaced by the same words already.");
+        problem.level = Level::Hint;
+        problem.fixes = {RemoveWord(model, word)};
     }
 }
 

@@ -74,13 +74,21 @@ void FindNeverUsed(const CheckedGame& game, const Variables& variables, Findings
                          "The variable " + QuoteShortly(name) + " is set, but never printed nor asked for.");
 }
 
+/// Whether nothing counts with what a player has said, and some text prints it as a text.
+bool IsPrintedAsText(const VariableUses& uses) {
+    return uses.isPlayers && uses.asNumber.empty() && (!uses.set.empty() || !uses.typed.empty()) &&
+           std::any_of(uses.prints.begin(), uses.prints.end(),
+                       [](const VariablePrint& print) { return print.sign == '#'; });
+}
+
 void FindMixedUse(const Variables& variables, Findings& findings) {
     for (const auto& [name, uses] : variables) {
         if (!uses.asText.empty() && !uses.asNumber.empty())
             findings.Add("V08", uses.asText.front(),
                          "The variable " + QuoteShortly(name) +
                              " holds a text here and is counted with elsewhere.");
-        if (uses.mayBeNumber || uses.asText.empty())
+        const bool isText = (!uses.mayBeNumber && !uses.asText.empty()) || IsPrintedAsText(uses);
+        if (!isText)
             continue;
         for (const VariablePrint& print : uses.prints) {
             if (print.sign != '%')
@@ -92,7 +100,7 @@ void FindMixedUse(const Variables& variables, Findings& findings) {
             findings
                 .Add("V06", whole,
                      "The variable " + QuoteShortly(name) +
-                         " holds a text, and \"%\" prints numbers: this prints 0.")
+                         " holds a text, and \"%\" prints numbers: this prints 0 for words.")
                 .fixes = {
                 ReplaceBytes(ChangeTo('#' + text + '#'), whole, '%' + text + '%', '#' + text + '#')};
         }

@@ -57,6 +57,8 @@ void AddCalls(const CheckedGame& game, const VariableCommand& command, Variables
             uses.asNumber.push_back(place);
         if (command.isSetter && !isText)
             uses.mayBeNumber = true;
+        if (command.isSetter && command.keyword != "ask")
+            uses.isPlayers = false;
     }
 }
 
@@ -123,6 +125,7 @@ std::map<std::string_view, VariableUses> CollectVariables(const CheckedGame& gam
         VariableUses& thing = variables["thing"]; // holds the name while the procedure runs
         thing.typed.push_back({});
         thing.mayBeNumber = true;
+        thing.isPlayers = false;
     }
     return variables;
 }

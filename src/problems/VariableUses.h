@@ -39,6 +39,7 @@ struct VariableUses {
     std::vector<Place> asText;         // where only a text makes sense
     std::vector<Place> asNumber;       // where only a number makes sense
     bool mayBeNumber = false;          // by what is put into it, as far as that can be told
+    bool isPlayers = true;             // nothing but a player's own words is put into it
 
     bool IsKnown() const { return !set.empty() || !typed.empty() || !asked.empty(); }
 };
