@@ -67,9 +67,26 @@ private:
         for (const Reference& reference : index_.References().Of(kind_, oldName_))
             isThere = isThere || (IsMadeByUse(kind_) ? reference.role != ReferenceRole::MayMean
                                                      : reference.role == ReferenceRole::Definition);
-        if (!isThere)
-            return Refuse("There is no " + std::string(Describe(kind_)) + " " + oldName_ + ".");
-        return false;
+        return !isThere && Refuse(NotThere());
+    }
+
+    /// Why there is nothing to rename, with the name that may have been meant.
+    std::string NotThere() const {
+        const std::string word = Describe(kind_);
+        if (Trim(oldName_).empty())
+            return "Say which " + word + " is to be renamed: its name is empty here.";
+        const std::string none = "There is no " + word + " " + oldName_;
+        const std::vector<Reference> alike = index_.References().InOtherCapitals(kind_, oldName_);
+        if (!alike.empty())
+            return none + ", but one is called " + std::string(alike.front().name) +
+                   ": capitals count in names.";
+        for (const NameKind other :
+             {NameKind::Room, NameKind::Object, NameKind::Character, NameKind::Item, NameKind::Procedure,
+              NameKind::TextSection, NameKind::Menu, NameKind::Collectable})
+            for (const Reference& reference : index_.References().Of(other, oldName_))
+                if (reference.role == ReferenceRole::Definition)
+                    return none + ", but " + WithArticle(other) + " of that name.";
+        return none + ".";
     }
 
     bool RunsForEvery() const {

@@ -145,6 +145,12 @@ TEST_F(FindAndRename, LeaveTheOutputWhereARenameIsRefused) {
     for (const auto& [kind, oldName, newName, problem] :
          Cases<std::string, std::string, std::string, std::string>{
              {"room", "Cellar", "Attic", "There is no room Cellar."},
+             {"room", "", "Attic", "Say which room is to be renamed: its name is empty here."},
+             {"item", " ", "Attic", "Say which item is to be renamed: its name is empty here."},
+             {"room", "caf\xC3\xA9", "Attic",
+              "There is no room caf\xC3\xA9, but one is called Caf\xC3\xA9: capitals count in names."},
+             {"procedure", "lamp", "torch", "There is no procedure lamp, but an object of that name."},
+             {"room", "Caf\xC3\xA9", " ", "Type the new name."},
              {"room", "Caf\xC3\xA9", "a<b", "A name cannot hold < or >."},
              {"room", "Caf\xC3\xA9", "\xCE\xA9", "A game cannot hold the character \xCE\xA9."},
              {"room", "Caf\xC3\xA9", "Caf\xC3\xA9 ", "This is its name already."},
