@@ -148,8 +148,9 @@ private:
 
 std::vector<Cell> LayOutAfterEdit(const PlacedMap& before, const MapGraph& graph,
                                   const LayoutControl& control) {
+    constexpr std::int64_t Most = 500'000'000;
     Effort effort(
-        control.steps, control.stop ? control.stop : [] { return false; });
+        control.steps.value_or(Most), control.stop ? control.stop : [] { return false; });
     Editor editor(before, graph, effort);
     return editor.IsAnotherGame() ? LayOut(graph, control) : editor.LayOut();
 }

@@ -6,6 +6,8 @@ namespace zem::map {
 
 namespace {
 
+constexpr int StepsToDraw = 4;
+
 /// A term of two rooms at the same distance costs the same, so only those with one room in the set change.
 Cost WeightedCost(const Term& term, Cell way) {
     return Cost{term.weight} * TermCost(way, term.direction);
@@ -35,6 +37,7 @@ Drawing::Drawing(const Group& group, std::vector<Cell> cells)
 
 void Drawing::AddTerm(int term) {
     const Term& added = group_.terms[term];
+    work_ += StepsToDraw;
     total_ += WeightedCost(added, Way(added));
     if (added.direction == Anywhere)
         return;
@@ -45,6 +48,7 @@ void Drawing::AddTerm(int term) {
 
 void Drawing::RemoveTerm(int term) {
     const Term& removed = group_.terms[term];
+    work_ += StepsToDraw;
     total_ -= WeightedCost(removed, Way(removed));
     if (removed.direction == Anywhere)
         return;
@@ -61,6 +65,7 @@ void Drawing::AddLine(int term) {
     if (length > LongestLine || !IsExact(way, line.direction))
         return;
     straight_[term] = length;
+    work_ += length;
     const int slant = line.direction % Grid::Slants;
     ForEachPoint(cells_[line.a], line.direction, length, [&](Cell cell, bool between) {
         Grid::Spot& spot = grid_.At(cell);
@@ -81,6 +86,7 @@ void Drawing::RemoveLine(int term) {
     const Term& line = group_.terms[term];
     if (straight_[term] == 0)
         return;
+    work_ += straight_[term];
     const int slant = line.direction % Grid::Slants;
     ForEachPoint(cells_[line.a], line.direction, straight_[term], [&](Cell cell, bool between) {
         Grid::Spot& spot = grid_.At(cell);

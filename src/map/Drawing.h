@@ -46,6 +46,8 @@ public:
     int Clock() const { return clock_; }
     /// How many rooms the last move took along.
     int LastMoved() const { return lastMoved_; }
+    /// How much work all moves were so far, in steps like those of MinimumCut.
+    std::int64_t Work() const { return work_; }
     /// Whether the room or one next to it was moved since then.
     bool MovedNear(int room, int since) const;
 
@@ -68,6 +70,7 @@ private:
     int untrue_ = 0;
     int clock_ = 0;
     int lastMoved_ = 0;
+    std::int64_t work_ = 0;
     std::vector<int> movedAt_;
 };
 

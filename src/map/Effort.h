@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <utility>
@@ -11,6 +12,9 @@ namespace zem::map {
 class Effort {
 public:
     Effort(std::int64_t steps, std::function<bool()> stop) : steps_(steps), stop_(std::move(stop)) {}
+
+    /// A part of what is left, at most so many steps; whoever uses it up spends that here, too.
+    Effort Part(std::int64_t steps) const { return {std::min(steps, steps_ - spent_), stop_}; }
 
     void Spend(std::int64_t steps) { spent_ += steps; }
     bool IsOver() const { return spent_ >= steps_ || stop_(); }

@@ -9,7 +9,6 @@ namespace zem::map {
 
 namespace {
 
-constexpr int Rounds = 100; // of the rays
 constexpr int SmallWindow = 60;
 constexpr int LargeWindow = 200;
 constexpr int LargeGroup = 400; // rooms beyond which large windows take too long
@@ -18,7 +17,7 @@ constexpr int MostPolish = 5; // rounds; each takes less time, because only what
 } // namespace
 
 std::vector<Cell> StartOfGroup(const Group& group, Effort& effort) {
-    return Rounded(group, RobustRays(group, Rounds, effort));
+    return Rounded(group, RobustRays(group, effort));
 }
 
 std::vector<Cell> LayOutGroup(const Group& group, const std::vector<Cell>& start, Effort& effort) {

@@ -6,9 +6,36 @@
 #include "map/Hosts.h"
 #include "map/Packing.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace zem::map {
 
 namespace {
+
+/// Enough for any map of an author up to some 5,000 rooms; a larger one takes the time it needs for reading,
+/// routing and packing off that of its layout, so that the largest game of all is done in seconds.
+std::int64_t StepsFor(const MapGraph& graph) {
+    constexpr std::int64_t Most = 800'000'000;
+    constexpr int LargeGame = 6'000; // rooms
+    constexpr std::int64_t StepsOfRoom = 15'000;
+    return Most - StepsOfRoom * std::max(0, graph.RoomCount() - LargeGame);
+}
+
+/// How many steps it is worth to improve a start. Where most exits contradict each other no amount of work
+/// makes a map of them.
+std::int64_t WorthFor(const Group& group, const std::vector<Cell>& start) {
+    constexpr std::int64_t Any = std::numeric_limits<std::int64_t>::max();
+    constexpr std::int64_t StepsOfRoom = 150'000;
+    constexpr std::int64_t Most = 100'000'000;
+    int all = 0;
+    int good = 0;
+    for (const Term& term : group.terms) {
+        all += term.weight;
+        good += IsWithin(start[term.b] - start[term.a], term.direction) ? term.weight : 0;
+    }
+    return good * 3 >= all * 2 ? Any : std::min(Most, StepsOfRoom * group.Size());
+}
 
 /// The groups of a game with the rooms that dock at them, and what is left.
 class Layouter {
@@ -83,7 +110,9 @@ private:
 
     std::vector<Cell> Finished(std::size_t number, const std::vector<Cell>& start) {
         const Group base = BaseOf(number);
-        std::vector<Cell> cells = LayOutGroup(base, start, effort_);
+        Effort effort = effort_.Part(WorthFor(base, start));
+        std::vector<Cell> cells = LayOutGroup(base, start, effort);
+        effort_.Spend(effort.Spent());
         return base.Size() == groups_[number].Size()
                    ? cells
                    : Dock(groups_[number], base.Size(), std::move(cells), effort_);
@@ -100,7 +129,7 @@ private:
 
 std::vector<Cell> LayOut(const MapGraph& graph, const LayoutControl& control) {
     Effort effort(
-        control.steps, control.stop ? control.stop : [] { return false; });
+        control.steps.value_or(StepsFor(graph)), control.stop ? control.stop : [] { return false; });
     return Layouter(graph, effort).LayOut(control);
 }
 

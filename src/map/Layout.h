@@ -3,6 +3,7 @@
 #include "map/MapGraph.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace zem::map {
@@ -11,7 +12,8 @@ namespace zem::map {
 struct LayoutControl {
     std::function<bool()> stop;                                 // asked often; true ends the work at once
     std::function<void(const std::vector<Cell>&)> firstPicture; // gets cells that will still move
-    std::int64_t steps = 4'000'000'000; // what work may be done, in steps of some nanoseconds
+    std::optional<std::int64_t>
+        steps; // what work may be done, of about ten nanoseconds each; else what suits
 };
 
 /// A cell for each room of the game: no two rooms in one cell, pinned rooms where their pins are. The same

@@ -11,6 +11,7 @@ namespace {
 constexpr double FirstScale = 24;
 constexpr double LastScale = 2;
 constexpr double Shrink = 0.97;
+constexpr int Rounds = 100;
 constexpr int TrustingRounds = 2;
 // A passage that leads back the opposite way is hardly ever untrue, so the others only follow it at first.
 constexpr double FirstOneWaySay = 0.02;
@@ -30,6 +31,13 @@ double LeastLength(const Group& group) {
     return pins > 1 ? 1 : 2;
 }
 
+/// How many rounds one has to stand for, so that the rays of a very large group take no longer than some
+/// hundred million steps.
+int HasteFor(const Group& group) {
+    constexpr int LargeGroup = 25'000; // terms
+    return std::min(Rounds / 5, 1 + static_cast<int>(group.terms.size()) / LargeGroup);
+}
+
 /// The nearest point of the term's ray.
 Point OnRay(Point way, Direction direction, double least) {
     const Cell step = Step(direction);
@@ -46,7 +54,8 @@ double Say(double distance, double scale) {
 
 } // namespace
 
-std::vector<Point> RobustRays(const Group& group, int rounds, Effort& effort) {
+std::vector<Point> RobustRays(const Group& group, Effort& effort) {
+    const int haste = HasteFor(group);
     std::vector<Point> points(group.Size());
     std::vector<char> fixed(group.Size(), 0);
     const double least = LeastLength(group);
@@ -62,7 +71,7 @@ std::vector<Point> RobustRays(const Group& group, int rounds, Effort& effort) {
     std::vector<double> weights(group.terms.size());
     double scale = FirstScale;
     double oneWaySay = FirstOneWaySay;
-    for (int round = 0; round < rounds && !effort.IsOver(); ++round) {
+    for (int round = 0; round < Rounds / haste && !effort.IsOver(); ++round) {
         for (std::size_t k = 0; k < group.terms.size(); ++k) {
             const Term& term = group.terms[k];
             const Point way = Between(points, term);
@@ -76,9 +85,11 @@ std::vector<Point> RobustRays(const Group& group, int rounds, Effort& effort) {
         const int steps =
             equations.Solve(targets, points, round < TrustingRounds ? FirstSolverSteps : SolverSteps);
         effort.Spend(static_cast<std::int64_t>(group.terms.size()) * (steps + 4));
-        if (round >= TrustingRounds)
-            scale = std::max(LastScale, scale * Shrink);
-        oneWaySay = std::min(1.0, oneWaySay * OneWayGrowth);
+        for (int k = 0; k < haste; ++k) {
+            if (round >= TrustingRounds)
+                scale = std::max(LastScale, scale * Shrink);
+            oneWaySay = std::min(1.0, oneWaySay * OneWayGrowth);
+        }
     }
     return points;
 }

@@ -15,8 +15,8 @@ struct Point {
 
 /// Finds places at which as many terms as possible are nearly true, rooms free to overlap: each term pulls
 /// its rooms onto a ray in its direction, and a term that stays far from its ray loses its say round by
-/// round. The sums have a fixed order, so that the result is the same on every machine. Stops when the effort
-/// is over.
-std::vector<Point> RobustRays(const Group& group, int rounds, Effort& effort);
+/// round. A very large group gets fewer rounds. The sums have a fixed order, so that the result is the same
+/// on every machine. Stops when the effort is over.
+std::vector<Point> RobustRays(const Group& group, Effort& effort);
 
 } // namespace zem::map

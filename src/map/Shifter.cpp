@@ -8,6 +8,7 @@ namespace zem::map {
 namespace {
 
 constexpr int Outside = -1;
+constexpr int StepsToBuild = 4; // to put it into a network
 
 /// What a term costs in the four cases.
 struct Prices {
@@ -121,6 +122,7 @@ bool Shifter::Build(Cell shift) {
         if (stayPrice_ != 0)
             cut_.CostOfMoving(thing, stayPrice_);
         AddBlocker(thing, shift);
+        built_ += StepsToBuild * (lists.end(room) - lists.begin(room));
         for (const int* term = lists.begin(room); term != lists.end(room); ++term)
             if (terms[*term].a == room || things_[terms[*term].a] == Outside)
                 AddTerm(terms[*term], shift);
@@ -146,7 +148,6 @@ void Shifter::TakeSmallerSide(std::vector<int>& set, Cell& shift) const {
 /// Moves the set, or takes it back when that costs more. Returns how much the cost fell, at least 0.
 Cost Shifter::Apply(std::vector<int> set, Cell shift) {
     TakeSmallerSide(set, shift);
-    effort_.Spend(static_cast<std::int64_t>(set.size()) * 8);
     const Cost paid = Cost{stayPrice_} * static_cast<Cost>(set.size());
     const Cost grown = drawing_.Move(set, shift) + paid;
     if (grown < 0) {
@@ -160,14 +161,14 @@ Cost Shifter::Apply(std::vector<int> set, Cell shift) {
 Cost Shifter::ShiftAny(Cell shift) {
     if (effort_.IsOver())
         return 0;
-    const std::int64_t before = cut_.Work();
+    const std::int64_t before = Work();
     for (int room = 0; room < drawing_.Rooms().Size(); ++room)
         Enter(room);
     Cost fallen = 0;
     if (Build(shift) && cut_.Solve(0) < 0)
         fallen = ApplyPieces(shift);
     LeaveWindow();
-    effort_.Spend(cut_.Work() - before);
+    effort_.Spend(Work() - before);
     return fallen;
 }
 
@@ -233,15 +234,18 @@ bool Shifter::ShiftRoom(const std::vector<int>& moves, const std::vector<int>& s
                         Cost slack, const std::function<bool()>& onTrial) {
     if (shift == Cell{} || effort_.IsOver())
         return false;
-    const std::int64_t before = cut_.Work();
+    const std::int64_t before = Work();
     CollectWindow(moves, stays, window);
     const std::vector<int> set = CheapestSet(moves, shift, slack);
     LeaveWindow();
     for (const int room : stays)
         stays_[room] = 0;
-    effort_.Spend(cut_.Work() - before + static_cast<std::int64_t>(set.size()) * 8);
-    if (set.empty())
-        return false;
+    const bool isKept = !set.empty() && TryOut(set, shift, onTrial);
+    effort_.Spend(Work() - before);
+    return isKept;
+}
+
+bool Shifter::TryOut(const std::vector<int>& set, Cell shift, const std::function<bool()>& onTrial) {
     drawing_.Move(set, shift);
     if (onTrial()) {
         drawing_.NoteMoved(set);

@@ -46,9 +46,11 @@ private:
     void AddBlocker(int thing, Cell shift);
     Cost ApplyPieces(Cell shift);
     void TakeSmallerSide(std::vector<int>& set, Cell& shift) const;
+    bool TryOut(const std::vector<int>& set, Cell shift, const std::function<bool()>& onTrial);
     std::vector<int> CheapestSet(const std::vector<int>& moves, Cell shift, Cost slack);
     Cost Apply(std::vector<int> set, Cell shift);
     void LeaveWindow();
+    std::int64_t Work() const { return cut_.Work() + drawing_.Work() + built_; }
 
     Drawing& drawing_;
     Effort& effort_;
@@ -60,6 +62,7 @@ private:
     std::vector<int> things_; // for each room its number in the window, or -1
     std::vector<char> stays_;
     std::vector<int> pieceOf_;
+    std::int64_t built_ = 0; // steps of work for networks that were made
 };
 
 } // namespace zem::map

@@ -12,7 +12,7 @@ namespace zem::routing {
 namespace {
 
 constexpr double StubLength = 20;
-constexpr std::uint64_t MostLooks = 40'000'000; // then the lines that are left become plain curves or stubs
+constexpr std::uint64_t MostLooks = 25'000'000; // then the lines that are left become plain curves or stubs
 constexpr double StubCrossings = 4;             // a mark that stands at a port is not drawn over lightly
 constexpr double PlainShare =
     1.3; // a plain curve that costs no more than this and PlainMore is taken at once

@@ -182,6 +182,29 @@ MapGraph Hostile(const std::string& kind) {
     return graph;
 }
 
+TEST(MapLayout, DoesNotTryForLongToReconcileWhatCannotBe) {
+    for (const auto& [rooms, exits, most] :
+         Cases<int, int, int>{{40, 8, 4'000}, {150, 8, 20'000}, {150, 3, 20'000}}) {
+        MapGraph graph;
+        std::uint32_t dice = 7;
+        graph.pins.resize(static_cast<std::size_t>(rooms));
+        for (int room = 0; room < rooms; ++room) {
+            graph.names.push_back(std::to_string(room));
+            for (int direction = 0; direction < exits; ++direction) {
+                dice = dice * 1664525U + 1013904223U;
+                graph.exits.push_back({room,
+                                       static_cast<int>((dice >> 8U) % static_cast<std::uint32_t>(rooms)),
+                                       direction, false, ""});
+            }
+        }
+        int asked = 0; // before each piece of work
+        map::LayoutControl control;
+        control.stop = [&asked] { return ++asked < 0; };
+        EXPECT_EQ(Overlaps(map::LayOut(graph, control)), 0);
+        EXPECT_LT(asked, most) << rooms << " rooms with " << exits << " exits each";
+    }
+}
+
 TEST(MapLayout, GetsThroughHostileGamesWithoutAnOverlap) {
     for (const std::string kind :
          {"none", "contradictions", "staircase", "star", "pairs", "one host", "pins"}) {
