@@ -4,10 +4,13 @@
 #include "model/Texts.h"
 #include "play/Libraries.h"
 #include "problems/NameUses.h"
+#include "problems/PrintedTexts.h"
 #include "problems/ScriptFlow.h"
 #include "problems/TimerBlocks.h"
+#include "problems/WaysThrough.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 namespace zem::problems {
@@ -71,6 +74,12 @@ void CheckedGame::AddLine(const Place& place, std::string_view text, TextRange r
 }
 
 void CheckedGame::CollectLines() {
+    std::size_t count = 0;
+    ForEachText(Game(), [&](const Place&, FieldUse use, const std::string& text) {
+        if (use.kind == FieldKind::Script)
+            count += 1 + static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    });
+    lines_.reserve(count);
     ForEachText(Game(), [&](const Place& place, FieldUse use, const std::string& text) {
         if (use.kind == FieldKind::Script)
             ForEachLine(text, [&](TextRange range, int) { AddLine(place, text, range); });
@@ -82,6 +91,12 @@ void CheckedGame::CollectLines() {
 }
 
 void CheckedGame::CollectCalls() {
+    std::size_t count = 0;
+    for (const CheckedLine& line : lines_)
+        count += line.parsed.conditions.size() + line.parsed.actions.size();
+    calls_.reserve(count);
+    std::vector<std::size_t> ends; // of the parts of each call
+    ends.reserve(count);
     for (const CheckedLine& line : lines_) {
         const auto add = [&](const ScriptCall& call, bool isCondition, bool isNegated) {
             CheckedCall checked{&line, &call, isCondition, isNegated, {}};
@@ -90,10 +105,11 @@ void CheckedGame::CollectCalls() {
                 ForEachPart(call.parameter.Of(line.text), call.entry ? call.entry->syntax : noSyntax,
                             [&](TextRange part, NameKind kind) {
                                 const std::size_t at = call.parameter.begin;
-                                checked.parts.push_back({{at + part.begin, at + part.end}, kind});
+                                parts_.push_back({{at + part.begin, at + part.end}, kind});
                             });
             }
-            calls_.push_back(std::move(checked));
+            ends.push_back(parts_.size());
+            calls_.push_back(checked);
         };
         for (const ScriptCondition& condition : line.parsed.conditions)
             add(condition.call, true, condition.isNegated);
@@ -101,9 +117,20 @@ void CheckedGame::CollectCalls() {
             if (!action.IsIf())
                 add(action.call, false, false);
     }
-    for (const CheckedCall& call : calls_)
-        if (call.call->entry != nullptr)
-            callsOf_[call.call->entry->keyword].push_back(&call);
+    std::size_t begin = 0;
+    for (std::size_t call = 0; call < calls_.size(); ++call) {
+        calls_[call].parts = std::span(parts_).subspan(begin, ends[call] - begin);
+        begin = ends[call];
+    }
+    std::unordered_map<const CommandEntry*, std::vector<const CheckedCall*>*> lists;
+    for (const CheckedCall& call : calls_) {
+        if (call.call->entry == nullptr)
+            continue;
+        std::vector<const CheckedCall*>*& list = lists[call.call->entry];
+        if (list == nullptr)
+            list = &callsOf_[call.call->entry->keyword];
+        list->push_back(&call);
+    }
 }
 
 void CheckedGame::CollectScripts() {
@@ -168,6 +195,18 @@ const ScriptFlow& CheckedGame::Flow() const {
     if (flow_ == nullptr)
         flow_ = std::make_unique<ScriptFlow>(*this);
     return *flow_;
+}
+
+const std::vector<PrintedText>& CheckedGame::Prints() const {
+    if (prints_ == nullptr)
+        prints_ = std::make_unique<std::vector<PrintedText>>(PrintedTexts(*this));
+    return *prints_;
+}
+
+const WaysThrough& CheckedGame::Ways() const {
+    if (ways_ == nullptr)
+        ways_ = std::make_unique<WaysThrough>(*this);
+    return *ways_;
 }
 
 const NameSet& CheckedGame::Names(NameKind kind) const {

@@ -78,7 +78,7 @@ struct CheckedCall {
     const ScriptCall* call = nullptr;
     bool isCondition = false;
     bool isNegated = false;
-    std::vector<ParameterPart> parts; // ranges of the line; none without a parameter
+    std::span<const ParameterPart> parts; // ranges of the line; none without a parameter
 
     /// The text of part `index`, from 0; empty when there is none.
     std::string_view Part(std::size_t index) const {
@@ -96,7 +96,9 @@ struct CheckedScript {
 };
 
 class ScriptFlow;
+class WaysThrough;
 struct NameUse;
+struct PrintedText;
 
 /// A game made ready for its checks: what several of them ask for is worked out once. Belongs to one thread.
 class CheckedGame {
@@ -151,6 +153,12 @@ public:
     /// Which scripts run which others. Found when it is first asked for.
     const ScriptFlow& Flow() const;
 
+    /// All that players read: see PrintedTexts.h. Found when it is first asked for.
+    const std::vector<PrintedText>& Prints() const;
+
+    /// How the rooms hang together. Found when it is first asked for.
+    const WaysThrough& Ways() const;
+
     /// Whether a word stands in raw lines, in unknown blocks or in the scripts of libraries.
     bool IsWordElsewhere(std::string_view word) const { return words_.contains(word); }
 
@@ -171,6 +179,7 @@ private:
     ScriptOwners owners_;
     std::vector<CheckedLine> lines_;
     std::vector<CheckedCall> calls_;
+    std::vector<ParameterPart> parts_; // of all calls
     std::vector<CheckedScript> scripts_;
     std::map<std::string, std::vector<const CheckedCall*>, std::less<>> callsOf_;
     std::map<NameKind, NameSet> ownNames_;
@@ -180,6 +189,8 @@ private:
     bool mayHoldAnyName_ = false; // a library is missing
     mutable std::unique_ptr<const std::vector<NameUse>> nameUses_;
     mutable std::unique_ptr<const ScriptFlow> flow_;
+    mutable std::unique_ptr<const std::vector<PrintedText>> prints_;
+    mutable std::unique_ptr<const WaysThrough> ways_;
 };
 
 } // namespace zem::problems

@@ -60,9 +60,7 @@ std::vector<Code> CodesOf(std::string_view text) {
 
 class CodeSearch {
 public:
-    CodeSearch(const CheckedGame& game, Findings& findings)
-        : texts_(PrintedTexts(game)),
-          findings_(findings) {}
+    CodeSearch(const CheckedGame& game, Findings& findings) : texts_(game.Prints()), findings_(findings) {}
 
     void Run() {
         for (const PrintedText& text : texts_) {
@@ -261,7 +259,7 @@ private:
                                    std::string(rest) + switched)};
     }
 
-    const std::vector<PrintedText> texts_;
+    const std::vector<PrintedText>& texts_;
     Findings& findings_;
     std::unordered_set<std::string> words_;
 };

@@ -49,7 +49,10 @@ void ForEachCommand(const CheckedLine& line, std::size_t index, const Names& nee
 /// Which items can be had when one of them cannot be used.
 class ItemSearch {
 public:
-    explicit ItemSearch(const CheckedGame& game) : game_(game), ways_(game), deeds_(game.Scripts().size()) {
+    explicit ItemSearch(const CheckedGame& game)
+        : game_(game),
+          ways_(game.Ways()),
+          deeds_(game.Scripts().size()) {
         CollectDeeds();
         int number = 0;
         for (const CheckedScript& script : game.Scripts()) {
@@ -199,7 +202,7 @@ private:
     }
 
     const CheckedGame& game_;
-    const WaysThrough ways_;
+    const WaysThrough& ways_;
     std::vector<std::vector<Deed>> deeds_;             // of each script
     std::unordered_map<int, std::vector<int>> ofRoom_; // scripts
     std::unordered_map<std::string_view, std::vector<int>> ofProcedure_;
@@ -218,13 +221,14 @@ private:
 };
 
 void FindLockedAway(const CheckedGame& game, Findings& findings) {
-    if (!game.LibraryGames().empty() || !game.Input().libraries->missing.empty() ||
-        game.CallsOf("if has").empty())
+    constexpr std::size_t Most = 20000; // commands; the search takes its time for each item
+    if (game.Calls().size() > Most || !game.LibraryGames().empty() ||
+        !game.Input().libraries->missing.empty() || game.CallsOf("if has").empty())
         return;
     ItemSearch search(game);
     if (!search.IsCertain())
         return;
-    constexpr std::size_t MostSteps = 2000000; // a game of any size is done at once
+    constexpr std::size_t MostSteps = 1000000; // in a large game not all items are looked at
     std::size_t left = MostSteps / (game.Calls().size() + 1) + 1;
     int entry = 0;
     for (const ItemEntry& item : game.Game().Items) {

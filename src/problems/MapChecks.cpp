@@ -49,7 +49,7 @@ public:
     MapSearch(const CheckedGame& game, Findings& findings)
         : game_(game),
           model_(game.Game()),
-          ways_(game),
+          ways_(game.Ways()),
           findings_(findings) {}
 
     void Run() {
@@ -220,7 +220,7 @@ private:
 
     const CheckedGame& game_;
     const GameModel& model_;
-    const WaysThrough ways_;
+    const WaysThrough& ways_;
     Findings& findings_;
     std::vector<Entrance> entrances_; // by room; empty until one is asked for
 };
@@ -365,7 +365,7 @@ void FindDirectionsInText(const CheckedGame& game, int number, const Room& room,
 }
 
 void FindToldExits(const CheckedGame& game, Findings& findings) {
-    if (!IsEnglish(game, PrintedTexts(game)))
+    if (!IsEnglish(game, game.Prints()))
         return;
     int number = 0;
     int mostFixes = 50;

@@ -6,13 +6,14 @@
 #include "problems/PrintedTexts.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace zem::problems {
 
@@ -100,23 +101,65 @@ constexpr std::string_view CommonWords =
     "watch "
     "water wave weigh whisper whistle wind wipe wish wrap write xyzzy yell yes";
 
-/// Words as they are compared. A large game has millions, nearly all of which are there already, so that
-/// finding one must not make a text.
+/// Short words as numbers, in a table that is searched from where the number sends it. A large game has
+/// millions of words, nearly all of which are there already: this tells so in a few steps.
+class ShortWords {
+public:
+    static constexpr std::size_t Longest = 8; // letters, a byte of the number each
+
+    /// Whether the number was not there yet. It is not 0.
+    bool Add(std::uint64_t word) {
+        if ((count_ + 1) * 2 > table_.size())
+            Grow();
+        std::uint64_t& slot = SlotOf(word);
+        if (slot == word)
+            return false;
+        slot = word;
+        ++count_;
+        return true;
+    }
+
+private:
+    std::uint64_t& SlotOf(std::uint64_t word) {
+        std::size_t at = (word * 0x9E3779B97F4A7C15U) >> 20U;
+        for (;; ++at) {
+            std::uint64_t& slot = table_[at & (table_.size() - 1)];
+            if (slot == 0 || slot == word)
+                return slot;
+        }
+    }
+
+    void Grow() {
+        std::vector<std::uint64_t> old(table_.size() * 2);
+        old.swap(table_);
+        for (const std::uint64_t word : old)
+            if (word != 0)
+                SlotOf(word) = word;
+    }
+
+    std::vector<std::uint64_t> table_ =
+        std::vector<std::uint64_t>(1024); // 0 where nothing is; a power of two
+    std::size_t count_ = 0;
+};
+
+/// Words as they are compared.
 class WordSet {
 public:
     /// @param word  of a text, in any capitals
     void Add(std::string_view word) {
-        if (std::any_of(word.begin(), word.end(),
-                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
-            const std::string folded = play::Fold(word);
-            AddFolded(folded);
-            return;
+        std::uint64_t number = 0;
+        unsigned high = 0;
+        if (word.size() <= ShortWords::Longest) {
+            for (const char c : word) {
+                number = number << 8U | static_cast<unsigned char>(Lower(c));
+                high |= static_cast<unsigned char>(c);
+            }
+            if (high < 0x80 && number != 0 && !short_.Add(number))
+                return;
         }
-        std::array<char, 40> lower;
-        if (word.size() > lower.size())
-            return; // no word
-        std::transform(word.begin(), word.end(), lower.begin(), [](char c) { return Lower(c); });
-        AddFolded({lower.data(), word.size()});
+        const std::string folded = play::Fold(word);
+        if (!known_.contains(folded))
+            known_.insert(words_.emplace_back(folded));
     }
 
     bool contains(std::string_view folded) const { return known_.contains(folded); }
@@ -124,11 +167,7 @@ public:
     auto end() const { return words_.end(); }
 
 private:
-    void AddFolded(std::string_view word) {
-        if (!known_.contains(word))
-            known_.insert(words_.emplace_back(word));
-    }
-
+    ShortWords short_;
     std::deque<std::string> words_; // do not move
     std::unordered_set<std::string_view> known_;
 };
@@ -141,7 +180,7 @@ void AddTo(WordSet& words, std::string_view text) {
 WordSet CollectRead(const CheckedGame& game) {
     WordSet words;
     AddTo(words, BuiltInWords);
-    for (const PrintedText& text : PrintedTexts(game))
+    for (const PrintedText& text : game.Prints())
         AddTo(words, text.text);
     for (const SynonymEntry& synonym : game.Game().Synonyms) {
         AddTo(words, synonym.Words);

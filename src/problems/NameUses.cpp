@@ -1,6 +1,7 @@
 #include "problems/NameUses.h"
 
 #include "model/Texts.h"
+#include "problems/PrintedTexts.h"
 
 namespace zem::problems {
 
@@ -42,7 +43,8 @@ std::vector<NameUse> FindNameUses(const CheckedGame& game) {
 
 bool IsMadeOfVariables(std::string_view name) {
     bool isMade = false;
-    ForEachVariable(name, [&](TextRange, char) { return isMade = true; });
+    if (HasVariableSign(name))
+        ForEachVariable(name, [&](TextRange, char) { return isMade = true; });
     return isMade;
 }
 

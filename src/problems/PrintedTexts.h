@@ -8,6 +8,11 @@
 
 namespace zem::problems {
 
+/// Whether a text has one of the signs that variables stand between. Nearly none has.
+inline bool HasVariableSign(std::string_view text) {
+    return text.find('#') != std::string_view::npos || text.find('%') != std::string_view::npos;
+}
+
 /// A text that a player reads.
 struct PrintedText {
     Place place; // the bytes of the text, or the whole field

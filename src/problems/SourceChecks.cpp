@@ -9,6 +9,7 @@
 #include "readback/ReadBack.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 #include <utility>
 
@@ -327,12 +328,24 @@ void FindLeftovers(const CheckedGame& game, Findings& findings) {
 /// Whether a text could come to something else in a file. Most texts have none of the signs, and reading a
 /// whole game back takes its time.
 bool MayBeLost(const Place& place, FieldUse use, const std::string& text) {
+    static constexpr auto IsSign = [] {
+        std::array<bool, 256> signs{};
+        for (const char sign : std::string_view("!<>{}\r\n\t,;="))
+            signs[static_cast<unsigned char>(sign)] = true;
+        return signs;
+    }();
+    const bool hasSign =
+        std::any_of(text.begin(), text.end(), [](char c) { return IsSign[static_cast<unsigned char>(c)]; });
+    if (!hasSign && text.front() != ' ' && text.back() != ' ' && text.back() != '_' &&
+        Lower(text.front()) != 'd' && Lower(text.front()) != 'e')
+        return false;
     if (text.find("!include") != std::string::npos)
         return true; // it counts on every line of a file, wherever that stands
     if (use.kind == FieldKind::RawLines || place.field == FieldId::TextText)
         return false;
-    const bool hasLines = text.find_first_of("\r\n\t") != std::string::npos;
-    const bool hasBraces = text.find_first_of("{}") != std::string::npos;
+    const auto has = [&](char sign) { return text.find(sign) != std::string::npos; };
+    const bool hasLines = has('\r') || has('\n') || has('\t');
+    const bool hasBraces = has('{') || has('}');
     const bool isMarked = BeginsWith(text, "define") || BeginsWith(text, "end define") ||
                           BeginsWith(text, "!include") || text.ends_with("__") || text.starts_with(' ') ||
                           text.ends_with(' ');

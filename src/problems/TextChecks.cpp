@@ -171,11 +171,10 @@ bool MayStandTwice(std::string_view word) {
 void FindDoubledWords(const PrintedText& text, Findings& findings) {
     TextRange before;
     ForEachWord(text.text, [&](TextRange word) {
-        const std::string_view between = text.text.substr(before.end, word.begin - before.end);
-        const bool onlyBlanks =
-            !between.empty() && between.find_first_not_of(" \r\n") == std::string_view::npos;
         const std::string_view written = word.Of(text.text);
-        if (!before.IsEmpty() && onlyBlanks && EqualIgnoringCase(before.Of(text.text), written) &&
+        const bool isSame = !before.IsEmpty() && EqualIgnoringCase(before.Of(text.text), written);
+        const std::string_view between = text.text.substr(before.end, word.begin - before.end);
+        if (isSame && !between.empty() && between.find_first_not_of(" \r\n") == std::string_view::npos &&
             !MayStandTwice(written)) {
             const TextRange both{before.begin, word.end};
             findings.Add("T10", text.At(both), "The word " + QuoteShortly(written) + " stands here twice.")
@@ -256,7 +255,7 @@ void FindBlanksAtReferences(const CheckedGame& game, Findings& findings) {
 
 void FindInWords(const CheckedGame& game, Findings& findings) {
     FindBlanksAtReferences(game, findings);
-    const std::vector<PrintedText> texts = PrintedTexts(game);
+    const std::vector<PrintedText>& texts = game.Prints();
     for (const PrintedText& text : texts) {
         FindDoubledWords(text, findings);
         FindGaps(text, findings);

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <unordered_set>
 
 namespace zem::problems {
 
@@ -25,18 +26,19 @@ public:
             if (IsMadeOfVariables(use.name))
                 made_.push_back(use);
             else
-                names_.emplace(use.kind, use.name);
+                names_[use.kind].insert(use.name);
     }
 
     bool Has(NameKind kind, std::string_view name) const {
-        return names_.contains({kind, name}) || game_.IsMentionedElsewhere(name) ||
+        const auto names = names_.find(kind);
+        return (names != names_.end() && names->second.contains(name)) || game_.IsMentionedElsewhere(name) ||
                std::any_of(made_.begin(), made_.end(),
                            [&](const NameUse& use) { return use.kind == kind && CanBecome(use.name, name); });
     }
 
 private:
     const CheckedGame& game_;
-    std::set<std::pair<NameKind, std::string_view>> names_;
+    std::map<NameKind, std::unordered_set<std::string_view>> names_;
     std::vector<NameUse> made_;
 };
 

@@ -32,9 +32,7 @@ bool LooksLikeVariable(std::string_view name, char sign) {
            });
 }
 
-void AddNearest(Problem& problem, const std::vector<std::string_view>& setNames, const Place& place,
-                std::string_view name) {
-    const std::string_view nearest = NearestOf(setNames, name);
+void AddNearest(Problem& problem, std::string_view nearest, const Place& place, std::string_view name) {
     if (!nearest.empty())
         problem.fixes = {ReplaceBytes(ChangeTo(nearest), place, name, std::string(nearest))};
 }
@@ -44,12 +42,13 @@ void FindNeverSet(const CheckedGame& game, const Variables& variables, Findings&
     for (const auto& [name, uses] : variables) {
         if (!uses.set.empty() || !uses.typed.empty() || game.IsMentionedElsewhere(name))
             continue;
+        const std::string_view nearest = NearestOf(setNames, name);
         for (const Place& place : uses.asked) {
             Problem& problem = findings.Add("V04", place,
                                             "Nothing ever puts anything into the variable " +
                                                 QuoteShortly(name) + ", so it is empty.");
             problem.level = game.Softened(problem.level, name);
-            AddNearest(problem, setNames, place, name);
+            AddNearest(problem, nearest, place, name);
         }
         for (const VariablePrint& print : uses.prints) {
             if (!uses.IsKnown() && !LooksLikeVariable(name, print.sign))
@@ -61,7 +60,7 @@ void FindNeverSet(const CheckedGame& game, const Variables& variables, Findings&
                     (uses.IsKnown() ? ", so nothing is printed for " + QuoteShortly(shown) + '.'
                                     : ", so " + QuoteShortly(shown) + " is printed as it stands."));
             problem.level = game.Softened(problem.level, name);
-            AddNearest(problem, setNames, print.place, name);
+            AddNearest(problem, nearest, print.place, name);
         }
     }
 }
@@ -158,13 +157,13 @@ void FindLoneSigns(const PrintedText& printed, const Variables& variables, Findi
 }
 
 void FindInVariables(const CheckedGame& game, Findings& findings) {
-    const std::vector<PrintedText> texts = PrintedTexts(game);
+    const std::vector<PrintedText>& texts = game.Prints();
     const Variables variables = CollectVariables(game, texts);
     FindNeverSet(game, variables, findings);
     FindNeverUsed(game, variables, findings);
     FindMixedUse(variables, findings);
     for (const PrintedText& text : texts)
-        if (text.text.find_first_of("#%") != std::string_view::npos)
+        if (HasVariableSign(text.text))
             FindLoneSigns(text, variables, findings);
 }
 

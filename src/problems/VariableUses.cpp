@@ -115,11 +115,11 @@ std::map<std::string_view, VariableUses> CollectVariables(const CheckedGame& gam
             AddSigns(place, text, true, variables);
     });
     for (const PrintedText& text : texts)
-        if (text.call == nullptr && text.text.find_first_of("#%") != std::string_view::npos)
+        if (text.call == nullptr && HasVariableSign(text.text))
             AddSigns(text.place, text.text, false, variables);
     for (const CheckedCall& call : game.Calls())
         for (std::size_t part = 0; part < call.parts.size(); ++part)
-            if (call.Part(part).find_first_of("#%") != std::string_view::npos)
+            if (HasVariableSign(call.Part(part)))
                 AddSigns(call.At(part), call.Part(part), false, variables);
     if (!game.CallsOf("every object").empty() || !game.CallsOf("every character").empty()) {
         VariableUses& thing = variables["thing"]; // holds the name while the procedure runs

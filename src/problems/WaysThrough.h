@@ -3,8 +3,8 @@
 #include "problems/CheckedGame.h"
 
 #include <cstddef>
-#include <map>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -87,12 +87,12 @@ private:
     void AddWay(int room, const ScriptPair& pair, std::string_view target, const Place& place, int exit);
 
     const CheckedGame& game_;
-    std::map<std::string_view, int> numbers_;
+    std::unordered_map<std::string_view, int> numbers_;
     std::vector<RoomWays> rooms_; // from 1
     std::vector<Moves> ofRoom_;   // from 1
     Moves ofGame_;
-    std::map<std::string_view, Moves> ofProcedure_;
-    std::map<std::string_view, Moves> ofMenu_;
+    std::unordered_map<std::string_view, Moves> ofProcedure_;
+    std::unordered_map<std::string_view, Moves> ofMenu_;
     std::unordered_set<std::string_view> entrances_; // rooms that scripts go to
     std::unordered_set<std::string_view> movedFrom_;
     std::vector<bool> isReached_;

