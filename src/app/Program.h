@@ -45,6 +45,8 @@ public:
     frmStart* StartWindow() const { return start_.get(); }
     frmMain* MainWindow() const { return main_.get(); }
 
+    GameSession& Session() { return session_; }
+
     /// What is typed into open editors.
     const OpenEdits& Edits() const { return edits_; }
     frmManual* ManualWindow() const { return helpKey_.Manual(); }

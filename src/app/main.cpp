@@ -4,6 +4,7 @@
 #include "forms/Dialogs.h"
 #include "forms/Icons.h"
 #include "model/GameModel.h"
+#include "painting/BookPages.h"
 #include "painting/MapPicture.h"
 #include "qt/Display.h"
 #include "qt/QtText.h"
@@ -30,14 +31,24 @@ std::string ProgramFolder(const char* startedAs) {
 }
 
 /// A picture needs letters, and letters need an application, though no screen.
-std::string MakeMapPicture(const zem::routing::RoutedMap& map, const std::string& file) {
-    const zem::PictureFormat format = zem::PictureFormatOf(file);
+template <class Paint>
+std::string InApplication(Paint paint) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static char name[] = "zem";
     static char* arguments[] = {name, nullptr};
     static int count = 1;
     const QGuiApplication application(count, arguments);
-    return zem::MapPicture(map, format);
+    return paint();
+}
+
+zem::Painters MakePainters() {
+    return {[](const zem::routing::RoutedMap& map, const std::string& file) {
+                const zem::PictureFormat format = zem::PictureFormatOf(file);
+                return InApplication([&] { return zem::MapPicture(map, format); });
+            },
+            [](const std::string& html, const zem::routing::RoutedMap& map) {
+                return InApplication([&] { return zem::BookPages(html, map); });
+            }};
 }
 
 int RunEditor(int argc, char** argv, const std::string& programFolder, const std::string& file) {
@@ -67,7 +78,7 @@ int main(int argc, char** argv) {
     try {
         const std::string programFolder = ProgramFolder(argv[0]);
         const zem::CommandLineResult result =
-            zem::RunCommandLine({argv + 1, argv + argc}, programFolder, std::cout, std::cerr, MakeMapPicture);
+            zem::RunCommandLine({argv + 1, argv + argc}, programFolder, std::cout, std::cerr, MakePainters());
         return result.editFile ? RunEditor(argc, argv, programFolder, *result.editFile) : result.exitStatus;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zem: %s\n", error.what());

@@ -9,6 +9,7 @@
 #include "problems/CheckedGame.h"
 #include "reader/InspectFile.h"
 #include "reader/LoadGame.h"
+#include "reader/ReadVersion.h"
 #include "writer/OutputFile.h"
 #include "writer/SaveGame.h"
 
@@ -38,16 +39,6 @@ private:
     std::string file_; // that messages are about
 };
 
-/// Why a file is no version of a game that can be compared.
-std::optional<KelError> WhyNoVersion(const FileInspection& inspection) {
-    for (const LoadRemark& remark : inspection.remarks)
-        if (remark.kind == RemarkKind::MergeMark)
-            return KelError("a conflict that git left begins here; settle it first", remark.line, "");
-    if (!inspection.isGame)
-        return KelError("no line begins a \"define\" block, so this is no Kel game");
-    return std::nullopt;
-}
-
 } // namespace
 
 std::string ToTerminal(std::string_view text) {
@@ -58,11 +49,11 @@ std::string ToTerminal(std::string_view text) {
 }
 
 CommandContext::CommandContext(std::string programFolder, std::ostream& out, std::ostream& err,
-                               MapPictureMaker makePicture)
+                               Painters painters)
     : programFolder_(std::move(programFolder)),
       out_(out),
       err_(err),
-      makePicture_(std::move(makePicture)) {}
+      painters_(std::move(painters)) {}
 
 void CommandContext::NameErrors(GameModel& game) {
     if (game.ErrorMessages.Count() != 0)
@@ -127,14 +118,9 @@ bool CommandContext::LoadVersion(GameModel& game, const std::string& file, Empty
     NameErrors(game);
     try {
         std::string bytes = ReadFile(file);
-        if (bytes.empty() && empty == EmptyFile::IsEmptyGame) {
-            NewGame(game);
-            game.GameInfo.clear(); // is what a new game says of itself
-            return true;
-        }
-        if (const auto problem = WhyNoVersion(InspectFile(bytes)))
-            throw *problem;
-        ReadGame(game, std::move(bytes));
+        if (bytes.empty() && empty == EmptyFile::IsRefused)
+            throw KelError("no line begins a \"define\" block, so this is no Kel game");
+        ReadVersion(game, std::move(bytes));
         return true;
     } catch (const KelError& error) {
         Report(file, error);

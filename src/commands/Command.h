@@ -30,9 +30,14 @@ enum ExitStatus { Success = 0, FileProblem = 1, WrongUsage = 2 };
 /// What commands end with that compare: their answer, or that there was none.
 enum ComparisonStatus { AsExpected = 0, Different = 1, Trouble = 2 };
 
-/// Makes a picture of a map in the format that the name of the file ends in, and gives its bytes; throws
-/// KelError for other endings. Who can paint brings one along; without one there are no pictures.
-using MapPictureMaker = std::function<std::string(const routing::RoutedMap& map, const std::string& file)>;
+/// What only those can do who paint: they bring it along. Without it there are no pictures. Both give the
+/// bytes of a file, and throw KelError.
+struct Painters {
+    /// Makes a picture of a map in the format that the name of the file ends in.
+    std::function<std::string(const routing::RoutedMap& map, const std::string& file)> map;
+    /// Makes a document of pages of a book in HTML, which begins with the map.
+    std::function<std::string(const std::string& html, const routing::RoutedMap& map)> book;
+};
 
 /// Text of the core for a terminal: UTF-8 on one line.
 std::string ToTerminal(std::string_view text);
@@ -44,13 +49,12 @@ enum class EmptyFile { IsRefused, IsEmptyGame };
 class CommandContext {
 public:
     /// @param programFolder  where the data files are, without a trailing separator
-    CommandContext(std::string programFolder, std::ostream& out, std::ostream& err,
-                   MapPictureMaker makePicture = {});
+    CommandContext(std::string programFolder, std::ostream& out, std::ostream& err, Painters painters = {});
 
     std::ostream& Out() { return out_; }
     std::ostream& Err() { return err_; }
     const std::string& ProgramFolder() const { return programFolder_; }
-    const MapPictureMaker& MakePicture() const { return makePicture_; }
+    const Painters& Painting() const { return painters_; }
 
     /// Loads a game with the error messages of the catalogue. What is wrong with it is told on standard
     /// error; false when it cannot be read. What may surprise its author is told as a warning.
@@ -88,7 +92,7 @@ private:
     std::string programFolder_;
     std::ostream& out_;
     std::ostream& err_;
-    MapPictureMaker makePicture_;
+    Painters painters_;
 };
 
 /// Each adds one command to the command line, which runs it when it is named and sets the status to end with.

@@ -18,13 +18,13 @@ constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand,  
 } // namespace
 
 CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, const std::string& programFolder,
-                                 std::ostream& out, std::ostream& err, MapPictureMaker makePicture) {
+                                 std::ostream& out, std::ostream& err, Painters painters) {
     CLI::App app("The editor for text-adventure games in the Kel script language.", "zem");
     app.set_version_flag("--version", NameAndVersion);
     app.require_subcommand(0, 1);
     std::string file;
     const CLI::Option* fileOption = app.add_option("FILE", file, "the game to open in the editor");
-    CommandContext context(programFolder, out, err, std::move(makePicture));
+    CommandContext context(programFolder, out, err, std::move(painters));
     int status = Success;
     for (const auto& add : Commands)
         add(app, context, status);

@@ -18,8 +18,8 @@ struct CommandLineResult {
 /// Parses the arguments, without the program's name, and carries out the verbs that need no window. Exit
 /// status 0 when all is well, 1 for a problem with a file, 2 for wrong usage.
 /// @param programFolder  where the data files are, without a trailing separator
-/// @param makePicture  paints maps; without it the command that wants one says so
+/// @param painters  what a command that wants a picture asks for; without it the command says so
 CommandLineResult RunCommandLine(const std::vector<std::string>& arguments, const std::string& programFolder,
-                                 std::ostream& out, std::ostream& err, MapPictureMaker makePicture = {});
+                                 std::ostream& out, std::ostream& err, Painters painters = {});
 
 } // namespace zem

@@ -3,10 +3,12 @@
 #include "base/TextFile.h"
 #include "commands/Command.h"
 #include "export/Export.h"
+#include "export/ExportForms.h"
+#include "map/Layout.h"
+#include "routing/Router.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <ostream>
 
@@ -20,66 +22,51 @@ struct ExportArguments {
     std::string run; // whose walkthrough it is; empty for the first
 };
 
-using Exporter = std::function<std::string(const GameModel&, const CommandLookup&)>;
-
-struct ExportForm {
-    const char* ending;
-    Exporter write;
-};
-
-/// The forms that a game alone gives.
-const std::vector<ExportForm>& Forms() {
-    static const std::vector<ExportForm> forms = {
-        {".html", exports::AsHtml},
-        {".htm", exports::AsHtml},
-        {".md", exports::AsMarkdown},
-        {".csv", [](const GameModel& game, const CommandLookup&) { return exports::AsCsv(game); }},
-        {".json", [](const GameModel& game, const CommandLookup&) { return exports::AsJson(game); }},
-        {".dot", [](const GameModel& game, const CommandLookup&) { return exports::AsDot(game); }},
-    };
-    return forms;
-}
-
 int ExportWalkthrough(CommandContext& context, const GameModel& game, const ExportArguments& arguments) {
     const std::string file = arguments.file + ".tests";
-    play::RecordedRuns recorded;
     try {
-        recorded = play::ReadRuns(ReadFile(file));
+        const play::RecordedRun run = exports::RunCalled(ReadFile(file), arguments.run);
+        return context.Write(exports::AsWalkthrough(game, run), arguments.out);
     } catch (const KelError& error) {
         return context.Report(file, error);
     }
-    if (!recorded.problem.empty()) {
-        context.Err() << file << ':' << recorded.problemLine << ": " << recorded.problem << '\n';
-        return FileProblem;
+}
+
+/// The book as a document of pages, with the map.
+int ExportPages(CommandContext& context, const GameModel& game, const CommandLookup& commands,
+                const std::string& out) {
+    if (!context.Painting().book)
+        return context.Report(out, KelError("this program makes no pictures"));
+    const map::MapGraph graph = map::ReadMapGraph(game);
+    const routing::RoutedMap map = routing::RouteMap(graph, map::LayOut(graph));
+    try {
+        return context.Write(context.Painting().book(exports::AsHtml(game, commands), map), out);
+    } catch (const KelError& error) {
+        return context.Report(out, error);
     }
-    for (const play::RecordedRun& run : recorded.runs)
-        if (arguments.run.empty() || run.name == arguments.run)
-            return context.Write(exports::AsWalkthrough(game, run), arguments.out);
-    context.Err() << file << ": there is no run" << (arguments.run.empty() ? "" : " " + arguments.run)
-                  << '\n';
-    return FileProblem;
 }
 
 int Export(CommandContext& context, const ExportArguments& arguments) {
     const std::string ending = Lower(std::filesystem::path(arguments.out).extension().string());
-    const ExportForm* chosen = nullptr;
-    for (const ExportForm& form : Forms())
-        if (ending == form.ending)
-            chosen = &form;
-    if (chosen == nullptr && ending != ".txt") {
+    const exports::ExportForm* form = exports::FormOf(arguments.out);
+    if (form == nullptr && ending != ".txt" && ending != ".pdf") {
         context.Err()
-            << arguments.out << ": its ending tells what to write: .html or .md for a book of the game, "
+            << arguments.out
+            << ": its ending tells what to write: .html, .md or .pdf for a book of the game, "
             << ".csv for its rooms, .json for all of it, .dot for the map, .txt for a walkthrough\n";
         return WrongUsage;
     }
     GameModel game;
     if (!context.Load(game, arguments.file))
         return FileProblem;
-    if (chosen == nullptr)
+    if (ending == ".txt")
         return ExportWalkthrough(context, game, arguments);
     CommandCatalogue catalogue;
     context.Load(catalogue);
-    return context.Write(chosen->write(game, CommandLookup(catalogue)), arguments.out);
+    const CommandLookup commands(catalogue);
+    if (form == nullptr)
+        return ExportPages(context, game, commands, arguments.out);
+    return context.Write(form->write(game, commands), arguments.out);
 }
 
 } // namespace
@@ -92,7 +79,7 @@ void AddExportCommand(CLI::App& app, CommandContext& context, int& status) {
     exporting
         ->add_option(
             "OUT", arguments->out,
-            "the file to write: .html and .md are a book, .csv the rooms, .json all of the game, .dot "
+            "the file to write: .html, .md and .pdf are a book, .csv the rooms, .json all of the game, .dot "
             "the map, .txt the walkthrough of a run in FILE.tests")
         ->required();
     exporting->add_option("--run", arguments->run, "the name of the run to write; the first without it");

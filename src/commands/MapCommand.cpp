@@ -29,10 +29,10 @@ std::string PlacesOf(const map::MapGraph& graph, const std::vector<map::Cell>& c
 
 int WritePicture(CommandContext& context, const MapFiles& files, const map::MapGraph& graph,
                  const std::vector<map::Cell>& cells) {
-    if (!context.MakePicture())
+    if (!context.Painting().map)
         return context.Report(files.picture, KelError("this program makes no pictures"));
     try {
-        return context.Write(context.MakePicture()(routing::RouteMap(graph, cells), files.picture),
+        return context.Write(context.Painting().map(routing::RouteMap(graph, cells), files.picture),
                              files.picture);
     } catch (const KelError& error) {
         return context.Report(files.picture, error);

@@ -10,7 +10,7 @@ constexpr const char* Style = R"(
 :root { color-scheme: light dark; }
 body { font: 1rem/1.55 Georgia, serif; max-width: 44rem; margin: 2rem auto; padding: 0 1rem; }
 h1, h2, h3, h4 { line-height: 1.2; }
-h2 { margin-top: 3rem; border-bottom: 1px solid #8888; }
+h2 { margin-top: 3rem; border-bottom: 1px solid #888888; }
 h3 { margin-top: 2rem; }
 .exits, .contents, .index { list-style: none; padding: 0; }
 .contents, .index { columns: 14rem; }

@@ -150,6 +150,11 @@ private:
         AddText(entries, "about", game_.GameInfo);
         AddText(entries, "begins in", game_.StartRoom);
         AddText(entries, "the player starts with", StartItemsToText(game_));
+    }
+
+    /// What does not hang on the room.
+    void AddAnywhere() {
+        std::vector<Entry> entries;
         AddScript(entries, "at the start", game_.StartScript);
         AddScript(entries, "description", game_.GameDescription);
         AddScript(entries, "before each turn", game_.BeforeTurnScript);
@@ -157,6 +162,14 @@ private:
         for (const PlayerCommand& command : game_.PlayerCommands)
             entries.push_back({"command " + ToUtf8(command.Pattern), Script(command.Script)});
         AddPairs(entries, "use", game_.GameUses);
+        Section section{"Anywhere", "anywhere", {}};
+        for (Entry& entry : entries)
+            section.parts.push_back({std::move(entry.name),
+                                     "anywhere-" + std::to_string(section.parts.size() + 1),
+                                     std::move(entry.lines),
+                                     {}});
+        if (!section.parts.empty())
+            outline_.sections.push_back(std::move(section));
     }
 
     void AddRoom(int number) {
@@ -215,6 +228,7 @@ private:
     }
 
     void AddSections() {
+        AddAnywhere();
         AddSection("Items", "items", game_.Items, "item", NameKind::Item,
                    [](const ItemEntry& item) -> std::vector<std::string> {
                        return item.IsStartItem ? std::vector<std::string>{"The player has it from the start."}

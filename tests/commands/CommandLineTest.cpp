@@ -127,14 +127,15 @@ TEST(CommandLine, DrawsTheMapAndKeepsTheOldPictureWhenThereIsNoNewOne) {
             throw KelError("no such format");
         return std::to_string(map.rooms.size()) + " rooms, " + std::to_string(map.lines.size()) + " lines";
     };
-    for (const auto& [file, maker, status, content] : Cases<std::string, MapPictureMaker, int, std::string>{
+    for (const auto& [file, maker, status, content] :
+         Cases<std::string, decltype(Painters::map), int, std::string>{
              {out, {}, 1, "as it was"},
              {out, [](const routing::RoutedMap&, const std::string&) -> std::string { throw KelError("no"); },
               1, "as it was"},
              {folder.Path("map.gif"), paint, 1, "as it was"},
              {out, paint, 0, "2 rooms, 1 lines"},
          }) {
-        const ZemCall run({"map", game, file, "--positions", places}, maker);
+        const ZemCall run({"map", game, file, "--positions", places}, {maker, {}});
         EXPECT_EQ(run.result.exitStatus, status);
         EXPECT_EQ(run.err.empty(), status == 0) << run.err;
         EXPECT_EQ(ReadBytes(out), content);

@@ -2,6 +2,7 @@
 
 #include "base/TextEncoding.h"
 #include "export/Outline.h"
+#include "routing/RoutedMap.h"
 #include "support/Cases.h"
 #include "support/Games.h"
 #include "support/RandomGame.h"
@@ -264,7 +265,7 @@ TEST(Export, WritesAWalkthroughOfARecordedRun) {
 TEST(Export, RefusesWhatItCannotWrite) {
     const TempFolder folder;
     const std::string game = folder.Write("g.kel", "define game <x>\r\nend define\r\n");
-    for (const char* name : {"book.pdf", "book", "book.kel"}) {
+    for (const char* name : {"book.doc", "book", "book.kel"}) {
         const ZemCall run({"export", game, folder.Path(name)});
         EXPECT_EQ(run.result.exitStatus, 2);
         EXPECT_NE(run.err.find("its ending tells what to write"), std::string::npos) << run.err;
@@ -275,6 +276,29 @@ TEST(Export, RefusesWhatItCannotWrite) {
     EXPECT_EQ(ZemCall({"export", folder.Path("none.kel"), kept}).result.exitStatus, 1);
     EXPECT_EQ(ReadBytes(kept), "as it was");
     EXPECT_EQ(ZemCall({"export", game, folder.Path("walk.txt")}).result.exitStatus, 1);
+}
+
+TEST(Export, LeavesPagesToWhoCanPaint) {
+    const TempFolder folder;
+    const std::string game =
+        folder.Write("g.kel", "define game <Keys>\r\nend define\r\ndefine room <A>\r\nend "
+                              "define\r\n");
+    const std::string out = folder.Write("book.pdf", "as it was");
+    using Book = decltype(Painters::book);
+    for (const auto& [book, status, content] : Cases<Book, int, std::string>{
+             {{}, 1, "as it was"},
+             {[](const std::string&, const routing::RoutedMap&) -> std::string { throw KelError("no"); }, 1,
+              "as it was"},
+             {[](const std::string&html, const routing::RoutedMap&map) {
+                  return std::to_string(map.rooms.size()) + html.substr(0, 15);
+              },
+              0, "1<!DOCTYPE html>"},
+         }) {
+        const ZemCall run({"export", game, out}, {{}, book});
+        EXPECT_EQ(run.result.exitStatus, status);
+        EXPECT_EQ(run.err.empty(), status == 0) << run.err;
+        EXPECT_EQ(ReadBytes(out), content);
+    }
 }
 
 } // namespace

@@ -14,10 +14,10 @@ struct ZemCall {
     std::string out;
     std::string err;
 
-    explicit ZemCall(const std::vector<std::string>& arguments, const MapPictureMaker& makePicture = {}) {
+    explicit ZemCall(const std::vector<std::string>& arguments, const Painters& painters = {}) {
         std::ostringstream outStream;
         std::ostringstream errStream;
-        result = RunCommandLine(arguments, ZEM_PROGRAM_FOLDER, outStream, errStream, makePicture);
+        result = RunCommandLine(arguments, ZEM_PROGRAM_FOLDER, outStream, errStream, painters);
         out = outStream.str();
         err = errStream.str();
     }
