@@ -1,6 +1,9 @@
 #include "commands/ConflictFile.h"
 
+#include "base/KelError.h"
 #include "commands/Json.h"
+#include "readback/ReadBack.h"
+#include "reader/ReadVersion.h"
 
 namespace zem {
 
@@ -8,6 +11,8 @@ namespace {
 
 using merge::Conflict;
 using merge::ConflictKind;
+
+constexpr const char* ConflictFormat = "zem-conflicts";
 
 const char* WordFor(ConflictKind kind) {
     switch (kind) {
@@ -50,7 +55,8 @@ std::string Sentence(const Conflict& conflict) {
     return words + ": " + Explain(conflict.kind);
 }
 
-std::string ConflictFile(const merge::MergeResult& result, const std::string& path) {
+std::string ConflictFile(const merge::MergeResult& result, const merge::MergeVersions& versions,
+                         const std::string& path) {
     Json conflicts = Json::array();
     for (const Conflict& conflict : result.conflicts) {
         Json json = {{"kind", WordFor(conflict.kind)}, {"where", JsonText(conflict.where)}};
@@ -62,8 +68,30 @@ std::string ConflictFile(const merge::MergeResult& result, const std::string& pa
         json["theirs"] = JsonText(conflict.theirs);
         conflicts.push_back(std::move(json));
     }
-    return ToBytes(
-        {{"format", "zem-conflicts"}, {"version", 1}, {"game", path}, {"conflicts", std::move(conflicts)}});
+    return ToBytes({{"format", ConflictFormat},
+                    {"version", 1},
+                    {"game", path},
+                    {"conflicts", std::move(conflicts)},
+                    {"games",
+                     {{"base", JsonText(GameFile(versions.base))},
+                      {"ours", JsonText(GameFile(versions.ours))},
+                      {"theirs", JsonText(GameFile(versions.theirs))}}}});
+}
+
+merge::MergeVersions ReadConflictFile(const std::string& bytes, const Table<ErrorMessage>& messages) {
+    const Json json = Json::parse(bytes, nullptr, false);
+    if (!json.is_object() || json.value("format", Json()) != ConflictFormat)
+        throw KelError("this is no list of the conflicts of a merge");
+    const auto games = json.find("games");
+    const auto read = [&](const char* version) {
+        if (games == json.end() || !games->is_object() || !games->value(version, Json()).is_string())
+            throw KelError("the versions that were merged are not in it");
+        GameModel game;
+        game.ErrorMessages = messages;
+        ReadVersion(game, FromUtf8((*games)[version].get<std::string>()));
+        return game;
+    };
+    return {read("base"), read("ours"), read("theirs")};
 }
 
 } // namespace zem

@@ -1,4 +1,5 @@
 // The command that compares two versions of a game.
+#include "base/LineText.h"
 #include "base/TextEncoding.h"
 #include "commands/Command.h"
 #include "commands/DiffPages.h"
@@ -45,16 +46,48 @@ std::string Marked(const std::vector<MarkedPiece>& pieces) {
     return text;
 }
 
+/// What stands on several lines as one line.
+std::string OnOneLine(std::string_view lines) {
+    std::string text;
+    for (const std::string_view line : SplitAt(lines, "\r\n")) {
+        const std::string_view words = Trim(line);
+        if (!words.empty())
+            text.append(text.empty() ? "" : " | ").append(words);
+    }
+    return text;
+}
+
+/// Whether the line came, or went, as a whole.
+bool IsWhole(const merge::MarkedLine& line, MarkedPiece::Kind kind) {
+    return line.pieces.size() == 1 && line.pieces.front().kind == kind;
+}
+
+/// Lines that came together, or went together, as one: an edit is to be seen at a glance.
+std::vector<merge::MarkedLine> Gathered(const std::vector<merge::MarkedLine>& lines) {
+    std::vector<merge::MarkedLine> gathered;
+    for (const merge::MarkedLine& line : lines) {
+        const bool goesOn = !gathered.empty() && line.pieces.size() == 1 &&
+                            line.pieces.front().kind != MarkedPiece::Same &&
+                            IsWhole(gathered.back(), line.pieces.front().kind);
+        if (goesOn)
+            gathered.back().pieces.front().text += "\r\n" + line.pieces.front().text;
+        else
+            gathered.push_back(line);
+    }
+    return gathered;
+}
+
 /// The lines of a difference in Windows-1252.
 /// @param where   what begins them
 std::string LinesOf(const GameDiff& diff, const Difference& difference, const std::string& where,
                     std::size_t indent) {
     const std::string start = std::string(indent, ' ');
     switch (difference.kind) {
-    case DifferenceKind::Added:
-        return start + "+ " + where + "\r\n" +
-               merge::RecordText(diff.After(), difference.after, indent + 4,
-                                 [&](int record) { return diff.IsMovedIn(record); });
+    case DifferenceKind::Added: {
+        const std::string holds = OnOneLine(merge::RecordText(
+            diff.After(), difference.after, 0, [&](int record) { return diff.IsMovedIn(record); }));
+        return start + "+ " + where + "\r\n" + (holds.empty() ? "" : start + "    " + holds + "\r\n");
+    }
     case DifferenceKind::Removed:
         return start + "- " + where + "\r\n";
     case DifferenceKind::Moved:
@@ -65,9 +98,10 @@ std::string LinesOf(const GameDiff& diff, const Difference& difference, const st
     }
     std::string text;
     const bool hasLines = (difference.from + difference.to).find("\r\n") != std::string::npos;
-    for (const merge::MarkedLine& line : merge::MarkChanges(difference.from, difference.to)) {
+    for (const merge::MarkedLine& line : Gathered(merge::MarkChanges(difference.from, difference.to))) {
         text += start + where + (hasLines ? ", line " + std::to_string(line.line) : "");
-        text += ": " + Marked(line.pieces) + "\r\n";
+        const std::string marked = Marked(line.pieces);
+        text += ": " + (marked.find("\r\n") == std::string::npos ? marked : OnOneLine(marked)) + "\r\n";
     }
     return text.empty() ? start + where + ": other empty lines\r\n" : text;
 }

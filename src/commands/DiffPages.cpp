@@ -18,22 +18,6 @@ using merge::GameDiff;
 using merge::MarkedPiece;
 using merge::RecordTree;
 
-const char* WordFor(DifferenceKind kind) {
-    switch (kind) {
-    case DifferenceKind::Added:
-        return "added";
-    case DifferenceKind::Removed:
-        return "removed";
-    case DifferenceKind::Changed:
-        return "changed";
-    case DifferenceKind::Moved:
-        return "moved";
-    case DifferenceKind::Reordered:
-        return "reordered";
-    }
-    return "";
-}
-
 constexpr const char* Style = R"(
 :root { color-scheme: light dark; }
 body { font: 1rem/1.5 serif; max-width: 48rem; margin: 2rem auto; padding: 0 1rem; }
@@ -82,29 +66,6 @@ std::string ChangeAsHtml(const Difference& difference) {
     return html.empty() ? "<dd>other empty lines</dd>\n" : html;
 }
 
-std::string DifferenceAsHtml(const GameDiff& diff, const Difference& difference) {
-    const std::string inGroup = diff.WhereInGroup(difference);
-    const std::string where = PageText(inGroup.empty() ? diff.Group(difference) : inGroup);
-    switch (difference.kind) {
-    case DifferenceKind::Added:
-        return "<dt><ins>" + where + "</ins> added</dt>\n<dd>" +
-               PageText(merge::RecordText(diff.After(), difference.after, 0,
-                                          [&](int record) { return diff.IsMovedIn(record); })) +
-               "</dd>\n";
-    case DifferenceKind::Removed:
-        return "<dt><del>" + where + "</del> removed</dt>\n<dd>" +
-               PageText(merge::RecordText(diff.Before(), difference.before, 0,
-                                          [&](int record) { return diff.IsMovedOut(record); })) +
-               "</dd>\n";
-    case DifferenceKind::Moved:
-    case DifferenceKind::Reordered:
-        return "<dt>" + where + "</dt>\n<dd>" + PageText(MovedWords(diff, difference)) + "</dd>\n";
-    case DifferenceKind::Changed:
-        break;
-    }
-    return "<dt>" + where + "</dt>\n" + ChangeAsHtml(difference);
-}
-
 /// The steps to a record and the fields of it that are not empty, with the entries of its lists.
 Json RecordAsJson(const RecordTree& tree, int record, const std::function<bool(int)>& isLeftOut) {
     Json fields = Json::object();
@@ -150,6 +111,45 @@ Json DifferenceAsJson(const GameDiff& diff, const Difference& difference) {
 }
 
 } // namespace
+
+const char* WordFor(DifferenceKind kind) {
+    switch (kind) {
+    case DifferenceKind::Added:
+        return "added";
+    case DifferenceKind::Removed:
+        return "removed";
+    case DifferenceKind::Changed:
+        return "changed";
+    case DifferenceKind::Moved:
+        return "moved";
+    case DifferenceKind::Reordered:
+        return "reordered";
+    }
+    return "";
+}
+
+std::string DifferenceAsHtml(const GameDiff& diff, const Difference& difference) {
+    const std::string inGroup = diff.WhereInGroup(difference);
+    const std::string where = PageText(inGroup.empty() ? diff.Group(difference) : inGroup);
+    switch (difference.kind) {
+    case DifferenceKind::Added:
+        return "<dt><ins>" + where + "</ins> added</dt>\n<dd>" +
+               PageText(merge::RecordText(diff.After(), difference.after, 0,
+                                          [&](int record) { return diff.IsMovedIn(record); })) +
+               "</dd>\n";
+    case DifferenceKind::Removed:
+        return "<dt><del>" + where + "</del> removed</dt>\n<dd>" +
+               PageText(merge::RecordText(diff.Before(), difference.before, 0,
+                                          [&](int record) { return diff.IsMovedOut(record); })) +
+               "</dd>\n";
+    case DifferenceKind::Moved:
+    case DifferenceKind::Reordered:
+        return "<dt>" + where + "</dt>\n<dd>" + PageText(MovedWords(diff, difference)) + "</dd>\n";
+    case DifferenceKind::Changed:
+        break;
+    }
+    return "<dt>" + where + "</dt>\n" + ChangeAsHtml(difference);
+}
 
 std::string MovedWords(const GameDiff& diff, const Difference& difference) {
     if (difference.kind == DifferenceKind::Moved)

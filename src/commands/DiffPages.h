@@ -17,6 +17,12 @@ struct DiffNames {
 /// Where a record went to: "moved here from room Hall", "moved behind Attic".
 std::string MovedWords(const merge::GameDiff& diff, const merge::Difference& difference);
 
+/// One difference as an entry of a list of terms: "<dt>...</dt><dd>...</dd>", in UTF-8.
+std::string DifferenceAsHtml(const merge::GameDiff& diff, const merge::Difference& difference);
+
+/// "added", "removed", "changed", "moved", "reordered".
+const char* WordFor(merge::DifferenceKind kind);
+
 /// A page of its own, without scripts and links, in UTF-8.
 std::string DiffAsHtml(const merge::GameDiff& diff, const DiffNames& names);
 

@@ -104,23 +104,21 @@ int Merge(CommandContext& context, MergeArguments arguments) {
         arguments.path = arguments.out;
     if (arguments.conflicts.empty())
         arguments.conflicts = arguments.out + ".conflicts";
-    GameModel base;
-    GameModel ours;
-    GameModel theirs;
-    bool isRead = context.LoadVersion(base, arguments.base, EmptyFile::IsEmptyGame);
-    isRead = context.LoadVersion(ours, arguments.ours) && isRead;
-    isRead = context.LoadVersion(theirs, arguments.theirs) && isRead; // all that cannot be read are named
+    merge::MergeVersions versions;
+    bool isRead = context.LoadVersion(versions.base, arguments.base, EmptyFile::IsEmptyGame);
+    isRead = context.LoadVersion(versions.ours, arguments.ours) && isRead;
+    isRead = context.LoadVersion(versions.theirs, arguments.theirs) && isRead; // all bad ones are named
     if (!isRead)
         return Trouble;
 
     merge::MergeResult result;
     try {
-        result = merge::MergeGames(base, ours, theirs);
+        result = merge::MergeGames(versions);
     } catch (const KelError& error) {
         context.Report(arguments.path, error);
         return Trouble;
     }
-    TellLostNames(context, ours, theirs, result.game, arguments.path);
+    TellLostNames(context, versions.ours, versions.theirs, result.game, arguments.path);
     result.game.FileName = arguments.path;
     const std::string bytes = ReadableFile(context, result.game, arguments.path);
     if (bytes.empty())
@@ -130,7 +128,7 @@ int Merge(CommandContext& context, MergeArguments arguments) {
     if (!RemoveOld(context, arguments.conflicts))
         return Trouble;
     if (!result.conflicts.empty() &&
-        context.Write(ConflictFile(result, arguments.path), arguments.conflicts) != Success)
+        context.Write(ConflictFile(result, versions, arguments.path), arguments.conflicts) != Success)
         return Trouble;
     if (!WriteMerged(context, bytes, arguments)) {
         RemoveOld(context, arguments.conflicts);

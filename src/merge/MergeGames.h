@@ -28,6 +28,13 @@ struct Conflict {
     std::optional<Place> inTheirs;
 };
 
+/// Three versions of one game.
+struct MergeVersions {
+    GameModel base; // what both others began as; an empty game where nobody knows
+    GameModel ours;
+    GameModel theirs;
+};
+
 struct MergeResult {
     GameModel game; // has our file name
     std::vector<Conflict> conflicts;
@@ -39,5 +46,8 @@ struct MergeResult {
 /// Throws KelError when the lists or the numbers of internal procedures of the merged game run over.
 MergeResult MergeGames(const GameModel& base, const GameModel& ours, const GameModel& theirs,
                        const Choices& choices = {});
+inline MergeResult MergeGames(const MergeVersions& versions, const Choices& choices = {}) {
+    return MergeGames(versions.base, versions.ours, versions.theirs, choices);
+}
 
 } // namespace zem::merge

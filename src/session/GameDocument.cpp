@@ -1,14 +1,17 @@
 #include "session/GameDocument.h"
 
+#include "session/GameMerge.h"
+#include "session/ReadVersionFile.h"
 #include "session/SaveCheck.h"
 
 #include <QFileInfo>
 
 namespace zem {
 
-GameDocument::GameDocument(GameSession& session, SaveCheck& saveCheck, Questions& questions)
+GameDocument::GameDocument(GameSession& session, SaveCheck& saveCheck, GameMerge& merge, Questions& questions)
     : session_(session),
       saveCheck_(saveCheck),
+      merge_(merge),
       questions_(questions) {}
 
 bool GameDocument::MayLeave() {
@@ -137,23 +140,40 @@ void GameDocument::CheckDisk() {
 
 /// Whether the game is to be saved over the file all the same.
 bool GameDocument::AskAboutChangedFile() {
-    enum Choice { KeepMine, SaveUnderAnotherName, Reload };
+    enum Choice { KeepMine, SaveUnderAnotherName, Reload, Differences, MergeBoth };
     const QString path = session_.FileName();
     askedAbout_ = FileStamp::Of(path);
     const bool isThere = QFileInfo::exists(path);
     QStringList choices = {QStringLiteral("&Keep mine"), QStringLiteral("Save mine under &another name...")};
     if (isThere)
-        choices.append(QStringLiteral("&Reload"));
+        choices += {QStringLiteral("&Reload"), QStringLiteral("Show &differences...")};
+    if (isThere && session_.Game().Modified && session_.SavedGame() != nullptr)
+        choices.append(QStringLiteral("&Merge both"));
     const QString what = isThere ? QStringLiteral("has been changed by another program")
                                  : QStringLiteral("is not there any more");
-    const int choice = questions_.AskChoice(
-        QStringLiteral("The file %1 %2 since it was opened or saved here.").arg(path, what),
-        QStringLiteral("File changed"), choices);
+    int choice = Differences;
+    while (choice == Differences) {
+        choice = questions_.AskChoice(
+            QStringLiteral("The file %1 %2 since it was opened or saved here.").arg(path, what),
+            QStringLiteral("File changed"), choices);
+        if (choice == Differences)
+            questions_.ShowDifferences(path);
+    }
     if (choice == SaveUnderAnotherName)
         SaveAs();
     else if (choice == Reload)
         session_.LoadGame(path);
+    else if (choice == MergeBoth)
+        MergeWithFile();
     return choice == KeepMine;
+}
+
+/// Both began as what was loaded or saved last.
+void GameDocument::MergeWithFile() {
+    const GameModel file = ReadVersionFile(session_.FileName(), session_.Game());
+    const FileStamp stamp = FileStamp::Of(session_.FileName());
+    merge_.Begin({*session_.SavedGame(), session_.Game(), file});
+    session_.TakeUp(file, stamp);
 }
 
 } // namespace zem

@@ -10,6 +10,7 @@
 
 namespace zem {
 
+class GameMerge;
 class SaveCheck;
 
 /// The commands on the file of the open game, with all that has to be asked before the game or the file may
@@ -17,7 +18,7 @@ class SaveCheck;
 class GameDocument {
 public:
     /// All arguments outlive this object.
-    GameDocument(GameSession& session, SaveCheck& saveCheck, Questions& questions);
+    GameDocument(GameSession& session, SaveCheck& saveCheck, GameMerge& merge, Questions& questions);
 
     /// Each asks about unsaved changes first, and does nothing more when the author cancels.
     void New();
@@ -47,9 +48,11 @@ private:
     bool SaveUnderItsName();
     bool AskAboutForeignFile();
     bool AskAboutChangedFile();
+    void MergeWithFile();
 
     GameSession& session_;
     SaveCheck& saveCheck_;
+    GameMerge& merge_;
     Questions& questions_;
     FileStamp askedAbout_; // the last change of the file that the author was told of
 };

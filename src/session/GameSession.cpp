@@ -15,16 +15,11 @@
 
 namespace zem {
 
-namespace {
-
-/// "tower.kel, line 12: what is wrong: the line".
-QString Describe(const QString& path, const KelError& error) {
+QString DescribeError(const QString& path, const KelError& error) {
     const QString file = QFileInfo(path).fileName();
     const QString place = error.Line() == 0 ? QString() : QStringLiteral(", line %1").arg(error.Line());
     return file + place + QLatin1String(": ") + ToQt(error.ProblemWithText());
 }
-
-} // namespace
 
 GameSession::GameSession(GameModel& game, Host& host, Settings& settings)
     : game_(game),
@@ -92,6 +87,7 @@ void GameSession::MarkModified() {
 void GameSession::BeginHistory() {
     isFileAGame_ = true;
     history_.Begin(game_, !game_.Modified);
+    saved_ = game_.FileName.empty() || game_.Modified ? std::nullopt : std::optional(game_);
     stamp_ = game_.FileName.empty() ? FileStamp() : FileStamp::Of(FileName());
     emit StepsChanged();
 }
@@ -113,7 +109,7 @@ void GameSession::OpenVersion(const QString& path) {
     try {
         ReadGame(version, ReadFile(PathFromQt(path)));
     } catch (const KelError& error) {
-        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
+        throw CommandError(DescribeError(path, error) + u'.', QStringLiteral("Failed to load game"));
     }
     Restore(version, {});
 }
@@ -127,6 +123,12 @@ void GameSession::KeepMine() {
     MarkModified();
 }
 
+void GameSession::TakeUp(const GameModel& file, const FileStamp& stamp) {
+    saved_ = file;
+    stamp_ = stamp;
+    MarkModified();
+}
+
 void GameSession::NewGame() {
     lost_.reset();
     zem::NewGame(game_);
@@ -136,10 +138,10 @@ void GameSession::NewGame() {
 }
 
 /// A game in which there is nothing is not worth a word.
-void GameSession::NoteLostGame(GameModel game, History steps, const FileStamp& stamp) {
-    if (game.FileName.empty() && !game.Modified && steps.Count() == 0)
+void GameSession::NoteLostGame(Lost lost) {
+    if (lost.game.FileName.empty() && !lost.game.Modified && lost.steps.Count() == 0)
         return;
-    lost_ = Lost{std::move(game), std::move(steps), stamp};
+    lost_ = std::move(lost);
     emit GameLost();
 }
 
@@ -149,6 +151,7 @@ void GameSession::BringBack() {
     game_ = std::move(lost.game);
     history_ = std::move(lost.steps);
     stamp_ = lost.stamp;
+    saved_ = std::move(lost.saved);
     emit Replaced();
     emit Changed({});
     emit StepsChanged();
@@ -156,9 +159,7 @@ void GameSession::BringBack() {
 }
 
 bool GameSession::LoadGame(const QString& path) {
-    GameModel before = game_;
-    History steps = history_;
-    const FileStamp stamp = stamp_;
+    Lost before = {game_, history_, stamp_, saved_};
     lost_.reset();
     bool loaded = false;
     std::optional<KelError> problem;
@@ -176,9 +177,9 @@ bool GameSession::LoadGame(const QString& path) {
     }
     emit StatusChanged(QString());
     if (!loaded)
-        NoteLostGame(std::move(before), std::move(steps), stamp);
+        NoteLostGame(std::move(before));
     if (problem)
-        throw CommandError(Describe(path, *problem) + u'.', QStringLiteral("Failed to load game"));
+        throw CommandError(DescribeError(path, *problem) + u'.', QStringLiteral("Failed to load game"));
     if (loaded) {
         AddToRecentFiles(path);
         Inspect(path);
@@ -204,7 +205,7 @@ void GameSession::ReadAsUtf8() {
     try {
         ReadGame(read, Utf8ToWindows1252(ReadFile(PathFromQt(path))).bytes);
     } catch (const KelError& error) {
-        throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to load game"));
+        throw CommandError(DescribeError(path, error) + u'.', QStringLiteral("Failed to load game"));
     }
     read.FileName = PathFromQt(path);
     Restore(read, stamp);
@@ -222,9 +223,10 @@ void GameSession::SaveGame(const QString& path) {
         try {
             zem::SaveGame(game_, file, host_);
         } catch (const KelError& error) {
-            throw CommandError(Describe(path, error) + u'.', QStringLiteral("Failed to save game"));
+            throw CommandError(DescribeError(path, error) + u'.', QStringLiteral("Failed to save game"));
         }
         history_.MarkSaved();
+        saved_ = game_;
         stamp_ = FileStamp::Of(path);
         isFileAGame_ = true;
         emit StepsChanged();

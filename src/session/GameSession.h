@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Host.h"
+#include "base/KelError.h"
 #include "model/ChangedFields.h"
 #include "model/GameModel.h"
 #include "model/History.h"
@@ -16,6 +17,9 @@
 #include <optional>
 
 namespace zem {
+
+/// "tower.kel, line 12: what is wrong: the line".
+QString DescribeError(const QString& path, const KelError& error);
 
 /// The game that is open, and the one door for every change of it: whatever hangs on changes hangs on the
 /// signals here.
@@ -64,6 +68,7 @@ public:
         GameModel game;
         History steps;
         FileStamp stamp;
+        std::optional<GameModel> saved;
     };
 
     /// The game that was open before a load that failed, until another one is opened; null when there is none
@@ -81,6 +86,9 @@ public:
     /// cannot be read; the game that was open stays then.
     void OpenVersion(const QString& path);
 
+    /// The game as it was loaded or saved last; null when it was neither, or nobody knows.
+    const GameModel* SavedGame() const { return saved_ ? &*saved_ : nullptr; }
+
     /// Whether the file of the game is no longer what it was when the game was loaded or saved.
     bool IsChangedOnDisk() const;
 
@@ -90,6 +98,10 @@ public:
     /// The author knows that the file is another, and keeps the game as it is: unsaved, unless it is the
     /// same.
     void KeepMine();
+
+    /// What the file holds now has been merged into the game, which is unsaved.
+    /// @param stamp  of the file when it was read
+    void TakeUp(const GameModel& file, const FileStamp& stamp);
 
     /// Saves the game. Throws CommandError when that fails; the file that was there is untouched then, and
     /// the game stays modified.
@@ -116,7 +128,7 @@ private:
     void RecordStep(const QString& name);
     void BeginHistory();
     void Inspect(const QString& path);
-    void NoteLostGame(GameModel game, History steps, const FileStamp& stamp);
+    void NoteLostGame(Lost lost);
 
     GameModel& game_;
     Host& host_;
@@ -124,6 +136,7 @@ private:
     History history_;
     int commands_ = 0; // that are running, one in the other
     FileStamp stamp_;
+    std::optional<GameModel> saved_;
     std::optional<Lost> lost_;
     bool isFileAGame_ = true;
     bool toldAboutRecentFiles_ = false; // that there is no room for any; once is enough

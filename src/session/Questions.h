@@ -24,6 +24,9 @@ public:
     /// Asks for the file to open, and for the name to save under; empty when the author cancelled.
     virtual QString AskOpenName(const QString& currentFile) = 0;
     virtual QString AskSaveName(const QString& currentFile) = 0;
+
+    /// Shows what the open game has that a file has not, before the author decides between them.
+    virtual void ShowDifferences(const QString& file) = 0;
 };
 
 } // namespace zem

@@ -33,9 +33,13 @@ struct Settings::Keys {
     static constexpr Key MainWindowGeometry{"Editor", "MainWindowGeometry", ""}; // in Base64
     static constexpr Key MainWindowState{"Editor", "MainWindowState", ""};       // in Base64
     static constexpr Key ShownPanels{"Editor", "ShownPanels", ""};               // with blanks between them
+    static constexpr Key Exports{"Editor", "Exports",
+                                 ""}; // a line for a game, a line for its file, and so on
 };
 
 namespace {
+
+constexpr qsizetype MostExports = 50; // games whose last export is known
 
 /// In the order of Look.
 constexpr const char* LookNames[] = {"Desktop", "Light", "Dark"};
@@ -102,6 +106,25 @@ QStringList Settings::ShownPanels() const {
 void Settings::StorePanels(const QByteArray& state, const QStringList& shown) {
     Write(Keys::MainWindowState, QString::fromLatin1(state.toBase64()));
     Write(Keys::ShownPanels, shown.join(u' '));
+}
+
+QString Settings::LastExport(const QString& game) const {
+    const QStringList lines = Read(Keys::Exports).split(u'\n', Qt::SkipEmptyParts);
+    for (qsizetype k = 0; k + 1 < lines.size(); k += 2)
+        if (lines[k] == game)
+            return lines[k + 1];
+    return {};
+}
+
+void Settings::StoreLastExport(const QString& game, const QString& out) {
+    if (game.isEmpty() || (game + out).contains(u'\n'))
+        return; // a game without a file has no next time
+    QStringList lines = {game, out};
+    const QStringList old = Read(Keys::Exports).split(u'\n', Qt::SkipEmptyParts);
+    for (qsizetype k = 0; k + 1 < old.size() && lines.size() < 2 * MostExports; k += 2)
+        if (old[k] != game)
+            lines += {old[k], old[k + 1]};
+    Write(Keys::Exports, lines.join(u'\n'));
 }
 
 bool Settings::IsReadable() const {

@@ -69,6 +69,11 @@ public:
     QStringList ShownPanels() const;
     void StorePanels(const QByteArray& state, const QStringList& shown);
 
+    /// The file to which a game was exported last; empty for none.
+    /// @param game  the path of its file
+    QString LastExport(const QString& game) const;
+    void StoreLastExport(const QString& game, const QString& out);
+
 private:
     struct Key;
     struct Keys;

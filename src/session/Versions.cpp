@@ -28,6 +28,18 @@ VersionKind KindOf(const QString& name) {
 
 } // namespace
 
+QString NoteOf(VersionKind kind) {
+    switch (kind) {
+    case VersionKind::Saved:
+        break;
+    case VersionKind::BeforeLoss:
+        return QStringLiteral("before a save that does not come back whole");
+    case VersionKind::Foreign:
+        return QStringLiteral("before Zem changed it");
+    }
+    return {};
+}
+
 QString Versions::FolderOf(const QString& game) const {
     const QFileInfo file(game);
     const QString whole =

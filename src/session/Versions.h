@@ -14,6 +14,9 @@ enum class VersionKind {
     Foreign     // of another program, before this one changed it
 };
 
+/// Why it was kept, in a few words; empty for a saved one.
+QString NoteOf(VersionKind kind);
+
 /// One earlier version of a game's file.
 struct FileVersion {
     QString path; // of the copy

@@ -5,6 +5,7 @@
 #include "forms/MenuKeys.h"
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
+#include "session/GameMerge.h"
 #include "ui_frmMain.h"
 
 #include <QLabel>
@@ -37,7 +38,8 @@ frmMain::frmMain(GameSession& session, Settings& settings, const EditorContext& 
       settings_(settings),
       context_(context),
       dialogs_(context.dialogs),
-      document_(session, saveCheck, *this),
+      merge_(new GameMerge(session, this)),
+      document_(session, saveCheck, *merge_, *this),
       versions_(versions),
       programFolder_(programFolder),
       status_(new QLabel(this)),

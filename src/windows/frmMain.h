@@ -7,6 +7,7 @@
 #include "game/GoneNames.h"
 #include "model/NameKind.h"
 #include "painting/RoomRemark.h"
+#include "play/RecordedRuns.h"
 #include "qt/LatestWork.h"
 #include "session/GameDocument.h"
 #include "session/GameSession.h"
@@ -43,6 +44,7 @@ class frmMain;
 namespace zem {
 
 class FindPanel;
+class GameMerge;
 class CompiledGame;
 class PlayPanel;
 class ProblemWatch;
@@ -118,6 +120,15 @@ private:
     void AddProblems();
     void AddMap();
     void AddSearch();
+    void AddExport();
+    void Export(const QString& out);
+    std::optional<play::RecordedRun> AskRun();
+    void AddTeam();
+    void Merge();
+    void ShowMerge();
+    void ShowLeftConflicts(const FileInspection& found);
+    void MergeMarked(const QString& file);
+    void SettleConflicts(const QString& list);
     void FilterRooms();
     /// What has a name and is selected where the author is, with its own place if that is known.
     struct Selected {
@@ -193,6 +204,7 @@ private:
     void Tell(const QString& text) override { ShowBar(text, {}); }
     QString AskOpenName(const QString& currentFile) override;
     QString AskSaveName(const QString& currentFile) override;
+    void ShowDifferences(const QString& file) override;
 
     void CheckFile();
 
@@ -231,6 +243,8 @@ private:
     Settings& settings_;
     EditorContext context_;
     Dialogs& dialogs_;
+    GameMerge* merge_;
+    QAction* mergeCommand_ = nullptr; // of its panel
     GameDocument document_;
     const Versions& versions_;
     QString programFolder_;
@@ -255,6 +269,7 @@ private:
     std::size_t goneStep_ = 0;              // of the history, with which they went
     std::optional<GameModel> beforeLookup_; // the game before edits whose gone names are not told yet
     LatestWork lookup_;                     // for what uses names that have gone
+    LatestWork exporting_;
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;

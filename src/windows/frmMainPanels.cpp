@@ -27,11 +27,15 @@ void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
     if (panel.parentWidget() != this || dockWidgetArea(&panel) == Qt::NoDockWidgetArea) {
         if (!restoreDockWidget(&panel)) // where it stood when the window was closed last
             addDockWidget(area, &panel);
-        // Panels that want all the room they can get lie on one another.
+        // Panels that want all the room they can get lie on one another, and those that are read one at a
+        // time.
         for (QDockWidget* other : findChildren<QDockWidget*>())
             if (other != &panel && other->property("isLarge").toBool() &&
                 panel.property("isLarge").toBool() && dockWidgetArea(other) == Qt::RightDockWidgetArea &&
                 !other->isFloating())
+                tabifyDockWidget(other, &panel);
+            else if (other != &panel && panel.property("isTabbed").toBool() && other->isVisible() &&
+                     dockWidgetArea(other) == area && !other->isFloating())
                 tabifyDockWidget(other, &panel);
     }
     const bool isFirst = !panel.property("isSized").toBool();
@@ -93,10 +97,11 @@ QAction* frmMain::AddCommand(const char* name, const char* caption, const char* 
 void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
-    AddProblems();
-    AddMap();
-    AddSearch();
-    AddPlaying();
+    for (void (frmMain::*addGroup)() : {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch,
+                                        &frmMain::AddPlaying, &frmMain::AddTeam, &frmMain::AddExport}) {
+        (this->*addGroup)();
+        ui_->mnuTools->insertSeparator(ui_->mnuToolsSep1);
+    }
     AddCommand("mnuToolsArrange", "Standard &layout", "", [this] { ArrangePanels(); });
 }
 

@@ -72,7 +72,7 @@ void frmMain::mnuToolsRedo_Click() {
 void frmMain::mnuToolsVersions_Click() {
     frmVersions form(session_.FileName().isEmpty() ? std::vector<FileVersion>()
                                                    : versions_.List(session_.FileName()),
-                     this);
+                     session_.Game(), this);
     if (form.exec() != QDialog::Accepted)
         return;
     try {

@@ -185,13 +185,13 @@ TEST(DiffCommand, TellsByRoomAndField) {
              {hall + lamp + "end define\n",
               "define procedure <p>\nif has <x> then {\nmsg <x>\n}\nend define\n" + hall +
                   "define object <lamp>\ntake {\nmsg <a>\nmsg <c>\n}\nend define\nend define\n",
-              "object lamp in Hall, take, line 3: msg <[-b-]{+c+}>\n+ procedure p\n    script:\n      if has "
-              "<x> then  {\n "
-              "     msg "
-              "<x>\n      }\n"},
+              "object lamp in Hall, take, line 3: msg <[-b-]{+c+}>\n+ procedure p\n    script: | if has <x> "
+              "then  { | msg <x> | }\n"},
+             {hall + "end define\n", hall + "script {\nmsg <a>\nmsg <b>\n}\nend define\n",
+              "room Hall, enter action, line 1: {+ { | msg <a> | msg <b> | }+}\n"},
              {hall + lamp + "end define\n", hall + "end define\n", "- object lamp in Hall\n"},
              {"define synonyms\nend define\n", "define synonyms\nx; examine = look at\nend define\n",
-              "+ synonym look at\n    words: x; examine\n    word: look at\n"},
+              "+ synonym look at\n    words: x; examine | word: look at\n"},
              {hall + "end define\ndefine room <A>\nend define\ndefine room <B>\nend define\n",
               "define room <A>\nend define\ndefine room <B>\nend define\n" + hall + "end define\n",
               "room Hall: moved behind B\n"},

@@ -3,6 +3,7 @@
 
 #include "qt/CommandError.h"
 #include "qt/QtText.h"
+#include "session/GameMerge.h"
 #include "session/Recovery.h"
 #include "session/SaveCheck.h"
 #include "support/Cases.h"
@@ -44,6 +45,7 @@ public:
     QString AskSaveName(const QString& /*currentFile*/) override {
         return QString::fromStdString(Next("save"));
     }
+    void ShowDifferences(const QString& /*file*/) override { Next("differences"); }
 
 private:
     std::string Next(const std::string& question) {
@@ -85,7 +87,8 @@ struct Sitting {
     SaveCheck check{session, versions};
     Recovery recovery;
     ScriptedQuestions questions;
-    GameDocument file{session, check, questions};
+    GameMerge merge{session};
+    GameDocument file{session, check, merge, questions};
 };
 
 const char* const Tower = "define game <Tower>\nstart <Hall>\nend define\ndefine room <Hall>\nend define\n";

@@ -76,11 +76,16 @@ constexpr Way Ways[] = {
     {"mnuToolsWhereUsedPanel, lstRooms=Net Loft, mnuToolsPreview", "Preview"},
     {"mnuToolsPreview, mnuToolsPlay", "Play"},
     {"mnuToolsPlay, actPlayFrom >"},
+    {"mnuToolsMerge >"},
+    {"mnuToolsPlay, mnuToolsFigures", "Figures"},
+    {"mnuToolsFigures, mnuToolsMergePanel", "Merge"},
     // Last, because it changes the game.
-    {"lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, mnuToolsUndo, "
+    {"mnuToolsMergePanel, lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, "
+     "mnuToolsUndo, "
      "mnuToolsHistory",
      "History"},
-    {"lstRooms=Harbour Street, mnuToolsHistory, mnuToolsMap", "Map"},
+    {"mnuToolsHistory, mnuToolsChanges", "Changes"},
+    {"mnuToolsChanges, lstRooms=Harbour Street, mnuToolsMap", "Map"},
 };
 
 void Use(const QWidget& window, const QString& step) {
@@ -151,7 +156,8 @@ private:
         copies[1].game.FileName.clear();
         Visit(frmRecovery(copies, program_.dialogs));
         Visit(frmVersions({{QString(), evening, 71000, VersionKind::Saved},
-                           {QString(), evening.addSecs(-60), 70000, VersionKind::BeforeLoss}}));
+                           {QString(), evening.addSecs(-60), 70000, VersionKind::BeforeLoss}},
+                          program_.game));
         Visit(frmReadBack({LostPlace{{}, "room \"Quay\": its alias ends at the first \">\""},
                            LostPlace{{}, "item \"silver; watch\": comes back as two items"}}));
     }

@@ -82,11 +82,15 @@ TEST(MainMenu, HasItsMenusAndToolbarInOrder) {
                          "&Advanced{&Misc KEL... Ctrl+M, Included &Libraries... Ctrl+L, "
                          "&Synonyms... Ctrl+Y, &Error Messages...}, &Text Blocks... Ctrl+T, -, &Options..."},
              {"mnuTools",
-              "(&Undo  Ctrl+Z), (&Redo  Ctrl+Shift+Z), &History, &Problems, Next Problem F8, "
-              "Previous Problem Shift+F8, Fix Problem Ctrl+., &Map F6, Find Panel, Where Used Panel, "
-              "&Find... Ctrl+F, R&eplace... Ctrl+H, Find Next F3, Find Previous Shift+F3, W&here Used "
-              "Shift+F12, Rena&me... F2, "
-              "Pr&eview, Pla&y F5, (Play from the &selected room Shift+F5), Standard &layout, -, "
+              "(&Undo  Ctrl+Z), (&Redo  Ctrl+Shift+Z), &History, &Problems, Next Problem F8, Previous "
+              "Problem "
+              "Shift+F8, Fix Problem Ctrl+., -, &Map F6, -, Find Panel, Where Used Panel, &Find... Ctrl+F, "
+              "R&eplace... Ctrl+H, Find Next F3, Find Previous Shift+F3, W&here Used Shift+F12, Rena&me... "
+              "F2, -, "
+              "Pr&eview, Pla&y F5, (Play from the &selected room Shift+F5), -, &Changes, Fi&gures, Merge "
+              "Panel, "
+              "Mer&ge with Another Version..., -, E&xport... Ctrl+E, Export Again Ctrl+Shift+E, -, "
+              "Standard &layout, -, "
               "Earlier &versions..., -, &What's this?"},
              {"mnuHelp", "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM"},
              {"Toolbar1", "New game, Open a game, Save, Run KEL file, -, Items, Collectables, Text Sections, "

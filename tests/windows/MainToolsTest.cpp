@@ -228,7 +228,10 @@ TEST(SavedMeansReadable, ReadsLargeGamesBackInTheBackground) {
 enum Choice { Cancel = -1, KeepMine, AnotherName, Reload };
 
 void ExpectQuestion(RunningProgram& p, Choice answer,
-                    const char* what = "has been changed by another program", const char* more = "|&Reload") {
+                    const char* what = "has been changed by another program", bool isThere = true) {
+    const char* const more = !isThere          ? ""
+                             : p.game.Modified ? "|&Reload|Show &differences...|&Merge both"
+                                               : "|&Reload|Show &differences...";
     p.dialogs.Choice(QString("File changed: The file %1 %2 since it was opened or saved here. "
                              "[&Keep mine|Save mine under &another name...%3]")
                          .arg(p.Path("game.kel"), what, more),
@@ -292,7 +295,7 @@ TEST(ChangedOnDisk, IsToldOnceOnReturnToTheWindow) {
     EXPECT_TRUE(p.game.Modified) << "the file holds something else";
     p.Trigger("mnuFileSave"); // Asks nothing more.
     std::filesystem::remove(p.folder.Path("game.kel"));
-    ExpectQuestion(p, KeepMine, "is not there any more", "");
+    ExpectQuestion(p, KeepMine, "is not there any more", false);
     comeBack();
     EXPECT_TRUE(p.game.Modified);
 }
