@@ -5,16 +5,30 @@
 
 namespace zem {
 
-int CalledInternalProcedure(const GameModel& game, const std::string& script) {
-    if (!BeginsWith(script, "do "))
-        return 0;
-    std::string_view name;
+namespace {
+
+/// Lines behind the call would be lost if the script were shown as the procedure alone.
+bool IsOneLine(std::string_view script) {
+    const std::size_t end = script.find("\r\n");
+    return end == std::string_view::npos || script.find_first_not_of(" \r\n", end) == std::string_view::npos;
+}
+
+} // namespace
+
+std::string_view CalledInternalName(std::string_view script) {
+    if (!BeginsWith(script, "do ") || !IsOneLine(script))
+        return {};
     try {
-        name = GetParameter(script);
+        const std::string_view name = GetParameter(script);
+        return name.starts_with('~') ? name : std::string_view();
     } catch (const KelError&) {
-        return 0; // The line lacks a bracket, which its author may still add.
+        return {}; // The line lacks a bracket, which its author may still add.
     }
-    if (!name.starts_with('~'))
+}
+
+int CalledInternalProcedure(const GameModel& game, const std::string& script) {
+    const std::string_view name = CalledInternalName(script);
+    if (name.empty())
         return 0;
     for (int k = 1; k <= game.Procedures.Count(); ++k)
         if (EqualIgnoringCase(game.Procedures[k].Name, name))
