@@ -1,6 +1,7 @@
 #include "session/GameSession.h"
 
 #include "base/TextFile.h"
+#include "game/StepName.h"
 #include "qt/CommandError.h"
 #include "qt/QtText.h"
 #include "reader/LoadGame.h"
@@ -65,7 +66,8 @@ void GameSession::AsOneStep(const QString& name, const std::function<void()>& co
 }
 
 void GameSession::RecordStep(const QString& name) {
-    if (history_.Record(FromQt(name), game_))
+    const std::string detailed = NameStep(FromQt(name), history_.Game(history_.Done()), game_);
+    if (history_.Record(detailed, game_))
         emit StepsChanged();
 }
 
