@@ -7,6 +7,7 @@
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
+#include "forms/EditorHead.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
 #include "script/ScriptEditing.h"
@@ -30,6 +31,7 @@ frmGameProperties::frmGameProperties(const EditorContext& context, QWidget* pare
     pages_ = new PageButtons(
         *ui_->pages, {ui_->butGameInformation, ui_->butActions, ui_->butFonts, ui_->butGlobalSettings});
     const GameModel& game = context.door.Game();
+    ShowWhere(*this, tr("Game %1").arg(ToQt(game.GameName)));
     FillInformation(game);
     FillScripts(game);
     FillSettings(game);
@@ -61,13 +63,16 @@ void frmGameProperties::FillInformation(const GameModel& game) {
 }
 
 void frmGameProperties::FillScripts(const GameModel& game) {
-    const auto field = [this](QTextEdit* box, QPushButton* button, const std::string& script) {
-        return new ScriptField(context_, *this, *box, *button, script);
+    const auto field = [this](QTextEdit* box, QPushButton* button, const std::string& script,
+                              const QString& what) {
+        return new ScriptField(context_, *this, *box, *button, script, what);
     };
-    startScript_ = field(ui_->txtStartScript, ui_->butEditStartScript, game.StartScript);
-    description_ = field(ui_->txtDescriptionScript, ui_->butEditDescriptionScript, game.GameDescription);
-    beforeTurn_ = field(ui_->txtBeforeTurnScript, ui_->Command1, game.BeforeTurnScript);
-    afterTurn_ = field(ui_->txtAfterTurnScript, ui_->Command2, game.AfterTurnScript);
+    startScript_ = field(ui_->txtStartScript, ui_->butEditStartScript, game.StartScript, tr("start action"));
+    description_ = field(ui_->txtDescriptionScript, ui_->butEditDescriptionScript, game.GameDescription,
+                         tr("print description action"));
+    beforeTurn_ =
+        field(ui_->txtBeforeTurnScript, ui_->Command1, game.BeforeTurnScript, tr("before turn action"));
+    afterTurn_ = field(ui_->txtAfterTurnScript, ui_->Command2, game.AfterTurnScript, tr("after turn action"));
 }
 
 void frmGameProperties::FillSettings(const GameModel& game) {

@@ -2,8 +2,10 @@
 
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/EditorHead.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
+#include "script/BlockBeside.h"
 #include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmObjectInteract.h"
@@ -18,10 +20,21 @@ frmObjectInteract::frmObjectInteract(const EditorContext& context, const QString
       context_(context) {
     ui_->setupUi(this);
     setWindowTitle(caption);
+    ShowWhere(*this, {});
     ui_->lblTitle->setTextFormat(Qt::PlainText);
     ui_->lblTitle->setText(QString(heading).replace(u'&', QLatin1String("&&"))); // A name may hold "&".
     ui_->lstItems->setAccessibleName(heading);
     objects_ = std::make_unique<ScriptPairList>(*ui_->lstItems, objects);
+    new SelectedScript(
+        context, *this, *ui_->lstItems,
+        {[this](int row) -> const std::string& {
+             return objects_->Pairs()[static_cast<std::size_t>(row)].Script;
+         },
+         [this](int row, const std::string& script) {
+             objects_->Edit(row).Script = script;
+             objects_->Show(row);
+         },
+         [this](int row) { return ToQt(objects_->Pairs()[static_cast<std::size_t>(row)].Key); }});
     OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, context_.dialogs, [this] { objects_->RemoveSelected(); });
@@ -49,7 +62,7 @@ void frmObjectInteract::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& object = objects_->Edit(row);
-    context_.scripts.EditScript(this, object.Script);
+    context_.scripts.EditScript(this, object.Script, ToQt(object.Key));
     objects_->Show(row);
 }
 

@@ -2,8 +2,10 @@
 
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/EditorHead.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
+#include "script/BlockBeside.h"
 #include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
 #include "script/frmEditCommand.h"
@@ -17,7 +19,20 @@ frmPlayerCommandEditor::frmPlayerCommandEditor(const EditorContext& context,
       ui_(std::make_unique<Ui::frmPlayerCommandEditor>()),
       context_(context) {
     ui_->setupUi(this);
+    ShowWhere(*this, {});
     commands_ = std::make_unique<ScriptPairList>(*ui_->lstCommands, commands);
+    new SelectedScript(
+        context, *this, *ui_->lstCommands,
+        {[this](int row) -> const std::string& {
+             return commands_->Pairs()[static_cast<std::size_t>(row)].Script;
+         },
+         [this](int row, const std::string& script) {
+             commands_->Edit(row).Script = script;
+             commands_->Show(row);
+         },
+         [this](int row) {
+             return tr("Command %1").arg(ToQt(commands_->Pairs()[static_cast<std::size_t>(row)].Key));
+         }});
     OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, context_.dialogs, [this] { commands_->RemoveSelected(); });

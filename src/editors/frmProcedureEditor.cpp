@@ -5,6 +5,7 @@
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "script/BlockBeside.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmProcedureEditor.h"
 
@@ -27,6 +28,7 @@ frmProcedureEditor::frmProcedureEditor(const EditorContext& context, QWidget* pa
       context_(context) {
     ui_->setupUi(this);
     Fill();
+    ShowScripts();
     OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, context.dialogs, [this] { butEdit_Click(); });
     OnClick(ui_->butRemove, this, context.dialogs, [this] { butRemove_Click(); });
@@ -48,6 +50,20 @@ void frmProcedureEditor::Fill() {
         ui_->cmbProcedures->addItem(ToQt(procedure.Name));
         procedures_.push_back(k);
     }
+}
+
+void frmProcedureEditor::ShowScripts() {
+    const auto procedure = [this](int row) -> const Procedure& {
+        return context_.door.Game().Procedures[procedures_[static_cast<std::size_t>(row)]];
+    };
+    script_ = new SelectedScript(
+        context_, *this, *ui_->cmbProcedures,
+        {[procedure](int row) -> const std::string& { return procedure(row).Script; },
+         [this](int row, const std::string& script) {
+             const int k = procedures_[static_cast<std::size_t>(row)];
+             context_.door.Change([&](GameModel& game) { game.Procedures.Edit(k).Script = script; });
+         },
+         [procedure](int row) { return tr("Procedure %1").arg(ToQt(procedure(row).Name)); }});
 }
 
 int frmProcedureEditor::SelectedProcedure() const {
@@ -74,8 +90,10 @@ void frmProcedureEditor::butEdit_Click() {
     std::string script = context_.door.Game().Procedures[k].Script;
     const auto write = [&script, k](GameModel& game) { game.Procedures.Edit(k).Script = script; };
     const GameEdit edit(context_.edits, write);
-    context_.scripts.EditScript(this, script);
+    context_.scripts.EditScript(this, script,
+                                tr("Procedure %1").arg(ToQt(context_.door.Game().Procedures[k].Name)));
     context_.door.Change(write);
+    script_->Refresh();
 }
 
 void frmProcedureEditor::butRemove_Click() {
@@ -84,9 +102,11 @@ void frmProcedureEditor::butRemove_Click() {
         return;
     context_.door.Change([&](GameModel& game) { game.Procedures.Remove(k); });
     // The list is not filled anew: that would hide what was added under a name like an internal one's.
-    procedures_.erase(procedures_.begin() + RemoveSelectedRow(*ui_->cmbProcedures));
+    procedures_.erase(procedures_.begin() + SelectedRow(*ui_->cmbProcedures));
     for (int& later : procedures_)
         later -= later > k ? 1 : 0;
+    RemoveSelectedRow(*ui_->cmbProcedures);
+    script_->Refresh();
 }
 
 } // namespace zem

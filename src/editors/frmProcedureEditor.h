@@ -13,6 +13,8 @@ class frmProcedureEditor;
 
 namespace zem {
 
+class SelectedScript;
+
 /// The list of the game's procedures, without those that the editor makes itself. Everything here changes the
 /// game at once.
 class frmProcedureEditor : public QDialog {
@@ -24,6 +26,7 @@ public:
 
 private:
     void Fill();
+    void ShowScripts();
     int SelectedProcedure() const; // from 1; 0 for none
     void butAdd_Click();
     void butEdit_Click();
@@ -31,7 +34,8 @@ private:
 
     std::unique_ptr<Ui::frmProcedureEditor> ui_;
     EditorContext context_;
-    std::vector<int> procedures_; // by row, from 1: names may be equal
+    std::vector<int> procedures_;      // by row, from 1: names may be equal
+    SelectedScript* script_ = nullptr; // below the list
 };
 
 } // namespace zem

@@ -7,10 +7,13 @@
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
+#include "forms/EditorHead.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
+#include "forms/ToolTip.h"
+#include "script/BlockBeside.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmRoomProperties.h"
@@ -59,12 +62,15 @@ frmRoomProperties::frmRoomProperties(const EditorContext& context, int room, QWi
                       ui_->butRoomAction_6, ui_->butRoomAction_7, ui_->butRoomAction_8};
     new PageButtons(*ui_->pages, {ui_->butDetails, ui_->butExits, ui_->butActions, ui_->butMisc});
     const Room record = context.door.Game().Rooms[room];
+    ShowWhere(*this, tr("Room %1").arg(ToQt(record.Name)));
     FillDetails(record);
     FillExits(record);
     FillPlaces(record);
-    enterScript_ = new ScriptField(context, *this, *ui_->txtScript, *ui_->butEditScript, record.Script);
-    descriptionScript_ = new ScriptField(context, *this, *ui_->txtDescriptionScript,
-                                         *ui_->butEditDescriptionScript, record.Description);
+    enterScript_ = new ScriptField(context, *this, *ui_->txtScript, *ui_->butEditScript, record.Script,
+                                   tr("enter action"));
+    descriptionScript_ =
+        new ScriptField(context, *this, *ui_->txtDescriptionScript, *ui_->butEditDescriptionScript,
+                        record.Description, tr("print description action"));
     commands_.assign(record.Commands.begin(), record.Commands.end());
     uses_.assign(record.Uses.begin(), record.Uses.end());
     miscTags_ = record.MiscTags;
@@ -111,8 +117,17 @@ void frmRoomProperties::FillExits(const Room& room) {
         box.setCurrentIndex(RowOfDestination(rooms, ExitOf(room, exit)->Key, exit != 0));
         box.RefuseUnstorableText(context_.dialogs);
         RemarkEarlyEnd(box);
+        ShowExitScript(exit, ExitOf(room, exit)->Script);
         OnClick(butRoomAction_[exit], this, context_.dialogs, [this, exit] { butRoomAction_Click(exit); });
     }
+}
+
+/// An exit has no box for its script: its button tells it.
+void frmRoomProperties::ShowExitScript(std::size_t exit, const std::string& script) {
+    constexpr std::size_t MostRows = 30;
+    const QString whole = context_.scripts.WholeText(script, MostRows);
+    butRoomAction_[exit]->setToolTip(ToolTipOf(whole));
+    butRoomAction_[exit]->setAccessibleDescription(whole);
 }
 
 void frmRoomProperties::cmbRoomNames_Change(std::size_t exit) {
@@ -130,8 +145,11 @@ void frmRoomProperties::butRoomAction_Click(std::size_t exit) {
             ExitOf(game.Rooms.Edit(room_), exit).Edit().Script = script;
     };
     const GameEdit edit(context_.edits, write);
-    if (!context_.scripts.EditScript(this, script))
+    const QString what =
+        exit == 0 ? tr("exit out") : tr("exit %1").arg(QLatin1String(CompassExits[exit - 1].direction));
+    if (!context_.scripts.EditScript(this, script, what))
         return;
+    ShowExitScript(exit, script);
     GameModel changed = context_.door.Game();
     write(changed);
     if (!SameGame(changed, context_.door.Game()))
@@ -144,6 +162,13 @@ void frmRoomProperties::FillPlaces(const Room& room) {
         ui_->lstPlaces->addItem(ToQt(place.Key));
         placeScripts_.push_back(place.Script);
     }
+    placeScript_ = new SelectedScript(
+        context_, *this, *ui_->lstPlaces,
+        {[this](int row) -> const std::string& { return placeScripts_[static_cast<std::size_t>(row)]; },
+         [this](int row, const std::string& script) {
+             placeScripts_[static_cast<std::size_t>(row)] = script;
+         },
+         [this](int row) { return tr("place %1").arg(ui_->lstPlaces->item(row)->text()); }});
     OnClick(ui_->butAddPlace, this, context_.dialogs, [this] { butAddPlace_Click(); });
     OnClick(ui_->butRemovePlace, this, context_.dialogs, [this] { butRemovePlace_Click(); });
     OnClick(ui_->butScript, this, context_.dialogs, [this] { butScript_Click(); });
@@ -173,7 +198,8 @@ void frmRoomProperties::butScript_Click() {
     if (row < 0)
         return;
     std::string& script = placeScripts_[static_cast<std::size_t>(row)];
-    context_.scripts.EditScript(this, script);
+    context_.scripts.EditScript(this, script, tr("place %1").arg(ui_->lstPlaces->item(row)->text()));
+    placeScript_->Refresh();
 }
 
 void frmRoomProperties::ConnectMisc() {

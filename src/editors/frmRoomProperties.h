@@ -24,6 +24,7 @@ namespace zem {
 
 class NameBox;
 class ScriptField;
+class SelectedScript;
 
 /// Edits a room. Everything is written on OK, except that the action of an exit is written when it is edited.
 class frmRoomProperties : public QDialog {
@@ -42,6 +43,7 @@ private:
     void FillPlaces(const Room& room);
     void ConnectMisc();
 
+    void ShowExitScript(std::size_t exit, const std::string& script);
     void cmbRoomNames_Change(std::size_t exit);
     void butRoomAction_Click(std::size_t exit);
     void butAddPlace_Click();
@@ -64,6 +66,7 @@ private:
     NameListModel outNames_;
     NameListModel compassNames_;
     NameListModel roomNames_;
+    SelectedScript* placeScript_ = nullptr; // below the list of places
     ScriptField* enterScript_ = nullptr;
     ScriptField* descriptionScript_ = nullptr;
     std::vector<std::string> placeScripts_; // by position, also of places removed since

@@ -2,9 +2,11 @@
 
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
+#include "forms/EditorHead.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
 #include "qt/QtText.h"
+#include "script/BlockBeside.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmSelectionWindow.h"
 
@@ -17,8 +19,21 @@ frmSelectionWindow::frmSelectionWindow(const EditorContext& context, const Selec
       context_(context),
       menu_(menu) {
     ui_->setupUi(this);
+    ShowWhere(*this, tr("Menu %1").arg(ToQt(menu.Name)));
     EditParameter(*ui_->txtInfo, menu.Info, context.dialogs);
     choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu, menu.Choices);
+    new SelectedScript(
+        context, *this, *ui_->lstMenu,
+        {[this](int row) -> const std::string& {
+             return choices_->Pairs()[static_cast<std::size_t>(row)].Script;
+         },
+         [this](int row, const std::string& script) {
+             choices_->Edit(row).Script = script;
+             choices_->Show(row);
+         },
+         [this](int row) {
+             return tr("choice %1").arg(ToQt(choices_->Pairs()[static_cast<std::size_t>(row)].Key));
+         }});
     OnClick(ui_->butAdd, this, context_.dialogs, [this] { butAdd_Click(); });
     OnClick(ui_->butEdit, this, context_.dialogs, [this] { butEdit_Click(); });
     OnClick(ui_->butRename, this, context_.dialogs, [this] { butRename_Click(); });
@@ -57,7 +72,7 @@ void frmSelectionWindow::butEdit_Click() {
     if (row < 0)
         return;
     ScriptPair& choice = choices_->Edit(row);
-    context_.scripts.EditScript(this, choice.Script);
+    context_.scripts.EditScript(this, choice.Script, tr("choice %1").arg(ToQt(choice.Key)));
     choices_->Show(row);
 }
 

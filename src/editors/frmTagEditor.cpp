@@ -1,6 +1,7 @@
 #include "editors/frmTagEditor.h"
 
 #include "forms/AskBeforeDiscard.h"
+#include "forms/EditorHead.h"
 #include "forms/RunCommand.h"
 #include "ui_frmTagEditor.h"
 
@@ -53,6 +54,7 @@ void frmTagEditor::butOK_Click() {
 void EditTags(const EditorContext& context, std::string& tags, QWidget* parent) {
     frmTagEditor form(
         context, tags, [&](const std::string& text) { tags = text; }, parent);
+    ShowWhere(form, {});
     const ValueEdit<std::string> edit(context.edits, tags, [&form](GameModel&) { return form.Tags(); });
     AskBeforeDiscard(form, context.dialogs, edit);
     form.exec();

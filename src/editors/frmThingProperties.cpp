@@ -5,6 +5,7 @@
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
+#include "forms/EditorHead.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
 #include "script/ScriptEditing.h"
@@ -25,6 +26,10 @@ frmThingProperties::frmThingProperties(const EditorContext& context, ThingKind k
     ui_->setupUi(this);
     new PageButtons(*ui_->pages, {ui_->butDetails, ui_->butActions, ui_->butMisc});
     AdaptToKind();
+    const QString inRoom = ToQt(context.door.Game().Rooms[room_].Name);
+    ShowWhere(
+        *this,
+        (IsCharacter() ? tr("Character %1 in %2") : tr("Object %1 in %2")).arg(ToQt(Record().Name), inRoom));
     Fill();
     ConnectMisc();
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
@@ -64,9 +69,11 @@ void frmThingProperties::Fill() {
     EditParameter(*ui_->txtPrefix, thing.Prefix, dialogs);
     ui_->chkHidden->setChecked(thing.Hidden);
     ui_->chkInvisible->setChecked(thing.Invisible);
-    look_ = new ScriptField(context_, *this, *ui_->txtDescription, *ui_->butLookAction, thing.Look);
-    interact_ = new ScriptField(context_, *this, *ui_->txtInteract, *ui_->butSpeakAction,
-                                IsCharacter() ? thing.Speak : thing.Take);
+    look_ =
+        new ScriptField(context_, *this, *ui_->txtDescription, *ui_->butLookAction, thing.Look, tr("look"));
+    interact_ =
+        new ScriptField(context_, *this, *ui_->txtInteract, *ui_->butSpeakAction,
+                        IsCharacter() ? thing.Speak : thing.Take, IsCharacter() ? tr("speak") : tr("take"));
     miscTags_ = thing.MiscTags;
     uses_.assign(thing.Uses.begin(), thing.Uses.end());
     if (IsCharacter()) {

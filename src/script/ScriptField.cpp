@@ -1,6 +1,8 @@
 #include "script/ScriptField.h"
 
 #include "forms/RunCommand.h"
+#include "script/BlockBeside.h"
+#include "script/ScriptBlock.h"
 #include "script/ScriptEditing.h"
 
 #include <QKeyEvent>
@@ -10,15 +12,21 @@
 namespace zem {
 
 ScriptField::ScriptField(const EditorContext& context, QWidget& form, QTextEdit& box, QPushButton& button,
-                         const std::string& script)
+                         const std::string& script, const QString& what)
     : QObject(&form),
       context_(context),
       form_(form),
       box_(box),
       button_(button),
-      script_(script) {
-    context_.scripts.Show(script_, box_);
+      block_(PutBlockBeside(box, form, Qt::Horizontal)),
+      script_(script),
+      what_(what) {
+    block_->setAccessibleName(tr("%1, with its branches").arg(what));
+    ShowScript();
     OnClick(&button_, &form_, context_.dialogs, [this] { Edit(); });
+    connect(block_, &ScriptBlock::PartActivated, this, [this](const ScriptPath& path) {
+        RunCommand(context_.dialogs, &form_, [&] { EditPart(path); });
+    });
     box_.setAccessibleDescription(QStringLiteral("Return opens its editor"));
     box_.installEventFilter(this);
     box_.viewport()->installEventFilter(this);
@@ -35,9 +43,21 @@ bool ScriptField::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
+void ScriptField::ShowScript() {
+    context_.scripts.Show(script_, box_);
+    block_->Show(context_.scripts, script_);
+    // A script without branches says everything in its box.
+    block_->setVisible(block_->TellsMore());
+}
+
 void ScriptField::Edit() {
-    if (context_.scripts.EditScript(&form_, script_))
-        context_.scripts.Show(script_, box_);
+    if (context_.scripts.EditScript(&form_, script_, what_))
+        ShowScript();
+}
+
+void ScriptField::EditPart(const ScriptPath& path) {
+    if (context_.scripts.EditPart(&form_, script_, path, what_))
+        ShowScript();
 }
 
 } // namespace zem

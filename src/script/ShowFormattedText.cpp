@@ -9,9 +9,6 @@
 
 namespace zem {
 
-namespace {
-
-/// A colour of the PC text modes, darkened on light and lightened on dark backgrounds.
 QColor ScreenColour(int basicColour, const QPalette& palette) {
     const bool isDark = palette.color(QPalette::Base).lightness() < 128;
     switch (basicColour) {
@@ -27,8 +24,6 @@ QColor ScreenColour(int basicColour, const QPalette& palette) {
         return palette.color(QPalette::Text);
     }
 }
-
-} // namespace
 
 void ShowFormattedText(std::string_view text, QTextEdit& control) {
     control.clear();

@@ -8,6 +8,7 @@
 #include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
 #include "forms/ToolTip.h"
+#include "kel/ScriptRows.h"
 #include "qt/QtText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
@@ -26,13 +27,18 @@ frmConditional::frmConditional(const EditorContext& context, const std::string& 
     ui_->setupUi(this);
     names_ = new NamePicker(*ui_->txtConditionParameter, *ui_->lblConditionNames, *ui_->cmbConditionNames,
                             context.scripts);
+    ui_->pnlParts->Use(*ui_->txtConditionParameter, context.scripts, context.dialogs);
+    ui_->pnlParts->ComeAfter(*ui_->cmbConditionNames);
     ui_->cmbJoiner->addItems({tr("and"), tr("or")});
     FillConditionChooser();
     for (QLineEdit* box : {ui_->txtConditionParameter, ui_->txtRaw})
         RefuseUnstorableText(*box, context.dialogs);
     RemarkEarlyEnd(*ui_->txtConditionParameter);
     OfferMatches(*ui_->cmbCondition);
+    ui_->txtThenLine->Use(context.scripts, context.dialogs, *ui_->lblProblem);
+    ui_->txtElseLine->Use(context.scripts, context.dialogs, *ui_->lblProblem);
     ConnectControls();
+    ConnectBlock();
     if (line.empty()) {
         butAddCondition_Click();
     } else {
@@ -64,10 +70,10 @@ void frmConditional::ConnectControls() {
     onClick(ui_->butRemoveCondition, [this] { butRemoveCondition_Click(); });
     onClick(ui_->butConditionUp, [this] { MoveCondition(-1); });
     onClick(ui_->butConditionDown, [this] { MoveCondition(1); });
-    onClick(ui_->butThen, [this] { EditAction(parts_.Then, false); });
-    onClick(ui_->butThenIf, [this] { EditAction(parts_.Then, true); });
-    onClick(ui_->butElse, [this] { EditAction(parts_.Else, false); });
-    onClick(ui_->butElseIf, [this] { EditAction(parts_.Else, true); });
+    onClick(ui_->butThen, [this] { EditBranch(parts_.Then); });
+    onClick(ui_->butThenIf, [this] { EditBranchIf(parts_.Then); });
+    onClick(ui_->butElse, [this] { EditBranch(parts_.Else); });
+    onClick(ui_->butElseIf, [this] { EditBranchIf(parts_.Else); });
     onClick(ui_->butOK, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstConditions, {ui_->butAddCondition, ui_->butRemoveCondition, nullptr,
@@ -115,19 +121,47 @@ void frmConditional::ShowParts() {
         for (std::size_t k = 0; k < parts_.Conditions.size(); ++k)
             ui_->lstConditions->addItem(DescribeCondition(k));
         ui_->lstConditions->setCurrentRow(std::min(row, ui_->lstConditions->count() - 1));
-        ui_->txtThen->setText(
-            ToQt(context_.scripts.Render(parts_.Then, ScriptForm::Plain, InternalProcedures::ShowCall)));
-        ui_->txtThen->setToolTip(ToolTipOf(ToQt(parts_.Then)));
-        ui_->txtElse->setText(
-            ToQt(context_.scripts.Render(parts_.Else, ScriptForm::Plain, InternalProcedures::ShowCall)));
-        ui_->txtElse->setToolTip(ToolTipOf(ToQt(parts_.Else)));
+        ShowBranch(*ui_->txtThen, parts_.Then);
+        ShowBranch(*ui_->txtElse, parts_.Else);
         if (!parts_.Else.empty())
             ui_->chkElse->setChecked(true);
         const bool hasElse = ui_->chkElse->isChecked();
         ui_->butElse->setEnabled(hasElse);
         ui_->butElseIf->setEnabled(hasElse);
+        ui_->lblElseLine->setEnabled(hasElse);
+        ui_->txtElseLine->setEnabled(hasElse);
     }
     ShowCondition();
+}
+
+/// Shows a branch in one line, its own lines one after the other.
+void frmConditional::ShowBranch(QLineEdit& box, const std::string& action) const {
+    RowOptions options;
+    options.friendly = context_.scripts.IsFriendly();
+    std::string text;
+    for (const ScriptRow& row :
+         RowsOfScript(context_.scripts.Game(), action, context_.scripts.Commands(), options))
+        text.append(text.empty() ? "" : "; ").append(row.Text());
+    box.setText(ToQt(text));
+    box.setCursorPosition(0);
+    box.setToolTip(ToolTipOf(ToQt(action)));
+}
+
+/// Shows the line with its branches; of one that is not complete as far as it goes.
+void frmConditional::ShowWhole() {
+    std::string line = FromQt(ui_->txtRaw->text());
+    if (!problem_.isEmpty()) {
+        IfLine parts = parts_;
+        if (parts.Then.empty())
+            parts.Then = "(nothing yet)";
+        try {
+            line = WriteIfLine(parts);
+        } catch (const KelError&) {
+            line.clear();
+        }
+    }
+    ui_->blkWhole->Show(context_.scripts, line);
+    ui_->butCreate->SetScript(line);
 }
 
 /// Shows the selected condition in the controls below the list.
@@ -159,15 +193,14 @@ void frmConditional::ShowCondition() {
                          : ToQt(context_.scripts.IsFriendly() ? entry->FriendlyPrompt : entry->RawSyntax));
     if (!condition.HasParameter)
         ui_->txtConditionParameter->setPlaceholderText(tr("This condition has no parameter."));
+    ui_->pnlParts->SetCommand(condition.HasParameter ? entry : nullptr);
     names_->SetSyntax(entry == nullptr || !condition.HasParameter ? std::string() : entry->RawSyntax);
 }
 
 void frmConditional::ShowProblem(const QString& problem) {
     problem_ = problem;
     ui_->lblProblem->setText(problem.isEmpty() ? QString() : tr("Not complete: %1.").arg(problem));
-    ui_->lblEnglish->setText(
-        problem.isEmpty() ? ToQt(DescribeIfLine(FromQt(ui_->txtRaw->text()), context_.scripts.Commands()))
-                          : QString());
+    ShowWhole();
 }
 
 // ---- Changing
@@ -177,7 +210,10 @@ void frmConditional::PartsChanged() {
     ShowParts();
     try {
         const QScopedValueRollback<bool> showing(showing_, true);
-        ui_->txtRaw->setText(ToQt(WriteIfLine(parts_)));
+        const std::string line =
+            context_.scripts.ChangeScript([this](GameModel& game) { return WriteWholeIfLine(game, parts_); });
+        parts_ = ParseIfLine(line); // an action may have gone into a procedure, because of the other one
+        ui_->txtRaw->setText(ToQt(line));
         ui_->txtRaw->setCursorPosition(0);
     } catch (const KelError& error) {
         ShowProblem(ToQt(error.Problem()));
@@ -197,7 +233,6 @@ void frmConditional::txtRaw_Change() {
         ShowProblem({});
         ui_->lblProblem->setText(tr("The parts cannot be shown: %1. The line is kept as you write it.")
                                      .arg(ToQt(error.Problem())));
-        ui_->lblEnglish->clear();
         return;
     }
     ui_->fraParts->setEnabled(true);
@@ -277,19 +312,100 @@ void frmConditional::MoveCondition(int by) {
     ui_->lstConditions->setCurrentRow(target);
 }
 
-void frmConditional::EditAction(std::string& action, bool asConditional) {
-    // Each of the two editors goes on with the action only if it is of its own kind.
-    const std::string before = action;
-    if (BeginsWith(action, "if ") != asConditional)
-        action.clear();
-    const std::string opened = action;
-    ScriptEditing& scripts = context_.scripts;
-    const bool isEdited =
-        asConditional ? scripts.EditConditional(this, action) : scripts.EditScriptLine(this, action);
-    if (isEdited && action != opened)
+QString frmConditional::WhatIs(const std::string& action) const {
+    return &action == &parts_.Then ? tr("then") : tr("otherwise");
+}
+
+void frmConditional::EditBranch(std::string& action) {
+    if (context_.scripts.EditScript(this, action, WhatIs(action)))
         PartsChanged();
-    else
-        action = before;
+}
+
+/// Opens the "if" that is all the branch does, or adds one to its lines.
+void frmConditional::EditBranchIf(std::string& action) {
+    const std::string before = action;
+    std::vector<std::string> lines = UnfoldScript(context_.scripts.Game(), action);
+    const bool isOnlyIf = lines.size() == 1 && BeginsWith(lines.front(), "if ");
+    std::string line = isOnlyIf ? lines.front() : std::string();
+    const auto fold = [&](GameModel& game) {
+        std::vector<std::string> all = lines;
+        if (isOnlyIf)
+            all.front() = line;
+        else if (!line.empty())
+            all.push_back(line);
+        return FoldScript(game, before, all);
+    };
+    const ValueEdit<std::string> edit(context_.edits, action, fold);
+    if (!context_.scripts.EditConditional(this, line, WhatIs(action)))
+        return;
+    action = context_.scripts.ChangeScript(fold);
+    PartsChanged();
+}
+
+void frmConditional::AddToBranch(std::string& action, const std::string& line) {
+    RunCommand(context_.dialogs, this, [&] {
+        action = context_.scripts.ChangeScript([&](GameModel& game) {
+            std::vector<std::string> lines = UnfoldScript(game, action);
+            lines.push_back(line);
+            return FoldScript(game, action, lines);
+        });
+        PartsChanged();
+    });
+}
+
+// ---- The whole line as a block
+
+void frmConditional::ConnectBlock() {
+    ui_->butCreate->Use(context_.scripts, context_.dialogs);
+    connect(ui_->butCreate, &CreateButton::Created, this, &frmConditional::ShowWhole);
+    ui_->blkWhole->AllowChanges();
+    connect(ui_->txtThenLine, &LineBox::LineTyped, this,
+            [this](const std::string& line) { AddToBranch(parts_.Then, line); });
+    connect(ui_->txtElseLine, &LineBox::LineTyped, this,
+            [this](const std::string& line) { AddToBranch(parts_.Else, line); });
+    connect(ui_->blkWhole, &ScriptBlock::PartActivated, this,
+            [this](const ScriptPath& path) { RunCommand(context_.dialogs, this, [&] { EditPart(path); }); });
+    connect(ui_->blkWhole, &ScriptBlock::RemoveAsked, this, [this](const ScriptPath& path) {
+        ChangePart(
+            [&](GameModel& game, const std::string& line) { return ReplaceLine(game, line, path, {}); });
+    });
+    connect(ui_->blkWhole, &ScriptBlock::MoveAsked, this, [this](ScriptPath path, int by) {
+        ChangePart(
+            [&](GameModel& game, const std::string& line) { return MoveLineAt(game, line, path, by); });
+        ui_->blkWhole->SelectPath(path);
+    });
+}
+
+/// A line inside a branch opens in its own editor; the whole line is in this one already.
+void frmConditional::EditPart(const ScriptPath& path) {
+    if (!problem_.isEmpty() || !ui_->fraParts->isEnabled()) {
+        ui_->txtThenLine->setFocus();
+        return;
+    }
+    if (path.size() == 1) {
+        ui_->lstConditions->setFocus();
+        return;
+    }
+    std::string line = FromQt(ui_->txtRaw->text());
+    if (context_.scripts.EditPart(this, line, path))
+        TakeLine(line);
+}
+
+void frmConditional::ChangePart(
+    const std::function<std::string(GameModel&, const std::string& line)>& change) {
+    RunCommand(context_.dialogs, this, [&] {
+        const std::string line = FromQt(ui_->txtRaw->text());
+        if (!problem_.isEmpty() || !ui_->fraParts->isEnabled() || ui_->blkWhole->CurrentPath().size() < 2)
+            return;
+        TakeLine(context_.scripts.ChangeScript([&](GameModel& game) { return change(game, line); }));
+    });
+}
+
+void frmConditional::TakeLine(const std::string& line) {
+    ui_->txtRaw->setText(ToQt(line));
+    ui_->txtRaw->setCursorPosition(0);
+    ShowWhole(); // the line may be the same, and a procedure that it calls another
+    ShowParts();
 }
 
 std::string frmConditional::TypedLine() const {
@@ -311,6 +427,8 @@ void frmConditional::chkElse_Click() {
     if (!ui_->chkElse->isChecked())
         parts_.Else.clear();
     PartsChanged();
+    if (ui_->chkElse->isChecked())
+        ui_->txtElseLine->setFocus();
 }
 
 void frmConditional::butOK_Click() {

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "forms/EditorContext.h"
-#include "kel/IfLine.h"
+#include "kel/ScriptTree.h"
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,8 +20,9 @@ namespace zem {
 
 class NamePicker;
 
-/// Builds or changes one "if" line: its conditions and its actions, or the raw line itself. The raw line is
-/// what OK takes; the parts show what it says, and say why when it is not understood.
+/// Builds or changes one "if" line: its conditions and its branches, or the raw line itself. A branch of
+/// several lines is an internal procedure, which its author sees as lines only. The raw line is what OK
+/// takes; the parts show what it says, and say why when it is not understood.
 class frmConditional : public QDialog {
     Q_OBJECT
 
@@ -49,7 +51,16 @@ private:
     void butAddCondition_Click();
     void butRemoveCondition_Click();
     void MoveCondition(int by);
-    void EditAction(std::string& action, bool asConditional);
+    void EditBranch(std::string& action);
+    void EditBranchIf(std::string& action);
+    void AddToBranch(std::string& action, const std::string& line);
+    QString WhatIs(const std::string& action) const; // "then" or "otherwise"
+    void ConnectBlock();
+    void ChangePart(const std::function<std::string(GameModel&, const std::string& line)>& change);
+    void EditPart(const ScriptPath& path);
+    void ShowWhole();
+    void ShowBranch(QLineEdit& box, const std::string& action) const;
+    void TakeLine(const std::string& line);
     void chkElse_Click();
     void butOK_Click();
     std::optional<std::string> FromChooser() const;

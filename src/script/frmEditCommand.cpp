@@ -2,6 +2,7 @@
 
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
+#include "forms/EditorHead.h"
 #include "forms/RunCommand.h"
 #include "qt/QtText.h"
 #include "script/ScriptEditing.h"
@@ -16,8 +17,9 @@ frmEditCommand::frmEditCommand(const EditorContext& context, const std::string& 
       ui_(std::make_unique<Ui::frmEditCommand>()),
       context_(context) {
     ui_->setupUi(this);
+    ShowWhere(*this, pattern.empty() ? tr("New command") : tr("Command %1").arg(ToQt(pattern)));
     EditParameter(*ui_->txtCommand, pattern, context.dialogs);
-    action_ = new ScriptField(context, *this, *ui_->txtAction, *ui_->butEdit, action);
+    action_ = new ScriptField(context, *this, *ui_->txtAction, *ui_->butEdit, action, tr("action"));
     OnClick(ui_->butInsertVariable, this, context_.dialogs, [this] { butInsertVariable_Click(); });
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -6,10 +6,17 @@
 #include "forms/OfferMatches.h"
 #include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
+#include "forms/ToolTip.h"
+#include "kel/CommandGroups.h"
 #include "qt/QtText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptEditor.h"
+
+#include <QSignalBlocker>
+#include <QTreeWidgetItemIterator>
+
+#include <map>
 
 namespace zem {
 
@@ -33,12 +40,18 @@ frmScriptEditor::frmScriptEditor(const EditorContext& context, const std::string
     for (QLineEdit* box : {ui_->txtParameter, ui_->txtOther})
         RefuseUnstorableText(*box, context.dialogs);
     RemarkEarlyEnd(*ui_->txtParameter);
+    ui_->pnlParts->Use(*ui_->txtParameter, context.scripts, context.dialogs);
+    ui_->butCreate->Use(context.scripts, context.dialogs);
+    FillGroups();
     OpenLine(line);
+    OfferToCreate();
 
     connect(ui_->cmbCommands, &QComboBox::currentIndexChanged, this, &frmScriptEditor::ChooseCommand);
     connect(ui_->cmbFriendly, &QComboBox::currentIndexChanged, this, &frmScriptEditor::ChooseCommand);
     connect(ui_->cmbCommands, &QComboBox::editTextChanged, this, &frmScriptEditor::cmbCommands_Change);
     connect(ui_->cmbFriendly, &QComboBox::editTextChanged, this, &frmScriptEditor::cmbFriendly_Change);
+    connect(ui_->treGroups, &QTreeWidget::currentItemChanged, this, &frmScriptEditor::treGroups_Change);
+    connect(ui_->txtParameter, &QLineEdit::textChanged, this, &frmScriptEditor::OfferToCreate);
     connect(ui_->chkNoParameter, &QCheckBox::clicked, this, &frmScriptEditor::chkNoParameter_Click);
     connect(ui_->butClear, &QPushButton::clicked, this, &frmScriptEditor::butClear_Click);
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
@@ -113,6 +126,8 @@ void frmScriptEditor::ShowCommand(const CommandDefinition& entry) {
         ui_->txtParameter->clear();
     }
     names_->SetSyntax(entry.RawSyntax);
+    ui_->pnlParts->SetCommand(takesParameter ? &entry : nullptr);
+    OfferToCreate();
     ShowOther(entry.Keyword == OtherCommand);
     if (entry.Keyword == OtherCommand)
         chkNoParameter_Click();
@@ -124,6 +139,7 @@ void frmScriptEditor::ChooseCommand(int index) {
         ShowCommand(catalogue[index + 1]); // The choosers leave out the conditions, which come last.
     else
         ui_->txtSyntax->clear();
+    SelectInGroups(index);
     for (QComboBox* chooser : {ui_->cmbCommands, ui_->cmbFriendly})
         if (chooser->currentIndex() != index)
             chooser->setCurrentIndex(index);
@@ -131,6 +147,49 @@ void frmScriptEditor::ChooseCommand(int index) {
     QComboBox* hidden = context_.scripts.IsFriendly() ? ui_->cmbCommands : ui_->cmbFriendly;
     if (hidden->currentText() != hidden->itemText(index))
         hidden->setEditText(hidden->itemText(index));
+}
+
+// ---- The commands in groups
+
+/// Behind each command stands its place in the choosers, which leave out the conditions at the end.
+void frmScriptEditor::FillGroups() {
+    const CommandCatalogue& catalogue = context_.scripts.Commands().Catalogue();
+    std::map<const CommandDefinition*, int> places;
+    for (int k = 1; k <= catalogue.Count(); ++k)
+        places.emplace(&catalogue[k], k - 1);
+    for (const CommandGroup& group : GroupsOfCommands(context_.scripts.Commands())) {
+        auto* top = new QTreeWidgetItem(ui_->treGroups, {QLatin1String(group.name)});
+        top->setData(0, Qt::UserRole, -1);
+        for (const CommandDefinition* command : group.commands) {
+            const std::string& name =
+                context_.scripts.IsFriendly() ? command->FriendlyName : command->Keyword;
+            auto* item = new QTreeWidgetItem(top, {ToQt(name)});
+            item->setData(0, Qt::UserRole, places[command]);
+            item->setToolTip(0, ToolTipOf(ToQt(command->Keyword + ": " + command->FriendlyPrompt)));
+        }
+    }
+}
+
+/// Shows the chosen command in the groups, too.
+void frmScriptEditor::SelectInGroups(int index) {
+    const QSignalBlocker silence(ui_->treGroups);
+    const QTreeWidgetItem* current = ui_->treGroups->currentItem();
+    if (current != nullptr && current->data(0, Qt::UserRole) == index)
+        return;
+    ui_->treGroups->setCurrentItem(nullptr);
+    for (QTreeWidgetItemIterator item(ui_->treGroups); index >= 0 && *item != nullptr; ++item)
+        if ((*item)->data(0, Qt::UserRole) == index)
+            ui_->treGroups->setCurrentItem(*item);
+}
+
+void frmScriptEditor::treGroups_Change(const QTreeWidgetItem* item) {
+    const int index = item == nullptr ? -1 : item->data(0, Qt::UserRole).toInt();
+    if (index >= 0)
+        VisibleChooser()->setCurrentIndex(index);
+}
+
+void frmScriptEditor::OfferToCreate() {
+    ui_->butCreate->SetScript(TypedLine());
 }
 
 bool frmScriptEditor::ChooseTyped(const QComboBox& chooser, Qt::MatchFlags match) {
@@ -143,6 +202,7 @@ bool frmScriptEditor::ChooseTyped(const QComboBox& chooser, Qt::MatchFlags match
     }
     ui_->txtSyntax->clear();
     ui_->txtParameter->setEnabled(true);
+    SelectInGroups(-1);
     return false;
 }
 
@@ -167,6 +227,7 @@ void frmScriptEditor::butClear_Click() {
     ui_->txtParameter->clear();
     ui_->txtSyntax->clear();
     names_->SetSyntax({});
+    ui_->pnlParts->SetCommand(nullptr);
     ShowOther(false);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 
 class QComboBox;
+class QTreeWidgetItem;
 
 namespace Ui {
 class frmScriptEditor;
@@ -48,6 +49,10 @@ private:
     void butOK_Click();
     QComboBox* VisibleChooser() const;
     void ShowOther(bool isOther);
+    void FillGroups();
+    void SelectInGroups(int index);
+    void treGroups_Change(const QTreeWidgetItem* item);
+    void OfferToCreate();
 
     std::unique_ptr<Ui::frmScriptEditor> ui_;
     EditorContext context_;

@@ -6,8 +6,6 @@
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
-#include "kel/InternalCall.h"
-#include "model/InternalScripts.h"
 #include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptLines.h"
@@ -15,18 +13,6 @@
 #include <utility>
 
 namespace zem {
-
-namespace {
-
-/// The lines of a script, without the empty ones at its end.
-std::vector<std::string_view> SplitLines(std::string_view script) {
-    const std::size_t last = script.find_last_not_of(" \r\n");
-    if (last == std::string_view::npos)
-        return {};
-    return SplitAt(script.substr(0, script.find("\r\n", last)), "\r\n");
-}
-
-} // namespace
 
 frmScriptLines::frmScriptLines(const EditorContext& context, const std::string& script, QWidget* parent)
     : QDialog(parent),
@@ -38,6 +24,8 @@ frmScriptLines::frmScriptLines(const EditorContext& context, const std::string& 
     ui_->lblLines->setBuddy(&List());
     OpenScript(script);
     ConnectButtons();
+    ConnectWhole();
+    ShowWhole();
     List().setFocus();
     RememberSize(*this);
 }
@@ -62,11 +50,9 @@ void frmScriptLines::ConnectButtons() {
 }
 
 void frmScriptLines::OpenScript(const std::string& script) {
-    const GameModel game = context_.scripts.Game();
-    procedure_ = CalledInternalProcedure(game, script);
-    const std::string text = procedure_ == 0 ? script : game.Procedures[procedure_].Script;
-    for (const std::string_view line : SplitLines(text))
-        InsertLine(static_cast<int>(lines_.size()), std::string(line));
+    script_ = script;
+    for (const std::string& line : UnfoldScript(context_.scripts.Game(), script))
+        InsertLine(static_cast<int>(lines_.size()), line);
 }
 
 QListWidget& frmScriptLines::List() const {
@@ -103,16 +89,17 @@ void frmScriptLines::AddLine(const std::string& line) {
         return;
     InsertLine(static_cast<int>(lines_.size()), line);
     SelectLine(static_cast<int>(lines_.size()) - 1);
+    ShowWhole();
 }
 
 void frmScriptLines::butAdd_Click() {
-    if (context_.scripts.EditScriptLine(this, newLine_))
+    if (context_.scripts.EditScriptLine(this, newLine_, tr("new line")))
         AddLine(newLine_);
     newLine_.clear();
 }
 
 void frmScriptLines::butAddConditional_Click() {
-    if (context_.scripts.EditConditional(this, newLine_))
+    if (context_.scripts.EditConditional(this, newLine_, tr("new line")))
         AddLine(newLine_);
     newLine_.clear();
 }
@@ -122,11 +109,13 @@ void frmScriptLines::butEdit_Click() {
     if (index < 0)
         return;
     std::string& line = lines_[static_cast<std::size_t>(index)];
+    const QString what = tr("line %1").arg(index + 1);
     if (BeginsWith(line, "if "))
-        context_.scripts.EditConditional(this, line);
+        context_.scripts.EditConditional(this, line, what);
     else
-        context_.scripts.EditScriptLine(this, line);
+        context_.scripts.EditScriptLine(this, line, what);
     ShowLine(index);
+    ShowWhole();
 }
 
 void frmScriptLines::butRemove_Click() {
@@ -136,6 +125,7 @@ void frmScriptLines::butRemove_Click() {
     lines_.erase(lines_.begin() + index);
     for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
         delete list->takeItem(index);
+    ShowWhole();
 }
 
 void frmScriptLines::MoveLine(int by) {
@@ -147,29 +137,109 @@ void frmScriptLines::MoveLine(int by) {
     ShowLine(index);
     ShowLine(target);
     SelectLine(target);
+    ShowWhole();
 }
 
 std::string frmScriptLines::FoldLines(GameModel& game) const {
     std::vector<std::string> lines = lines_;
     if (!newLine_.empty())
         lines.push_back(newLine_);
-    std::string joined;
-    for (std::size_t k = 0; k < lines.size(); ++k)
-        joined.append(k == 0 ? "" : "\r\n").append(lines[k]);
-    if (procedure_ != 0) {
-        if (game.Procedures[procedure_].Script != joined)
-            game.Procedures.Edit(procedure_).Script = joined;
-        return "do <" + game.Procedures[procedure_].Name + ">";
+    return FoldScript(game, script_, lines);
+}
+
+// ---- The whole script
+
+void frmScriptLines::ConnectWhole() {
+    ui_->txtLine->Use(context_.scripts, context_.dialogs, *ui_->lblLineProblem);
+    connect(ui_->txtLine, &LineBox::LineTyped, this, &frmScriptLines::LineTyped);
+    ui_->butCreate->Use(context_.scripts, context_.dialogs);
+    connect(ui_->butCreate, &CreateButton::Created, this, &frmScriptLines::ShowWhole);
+    ui_->blkWhole->AllowChanges();
+    connect(ui_->blkWhole, &ScriptBlock::PartActivated, this,
+            [this](const ScriptPath& path) { RunCommand(context_.dialogs, this, [&] { EditPart(path); }); });
+    connect(ui_->blkWhole, &ScriptBlock::RemoveAsked, this, [this](const ScriptPath& path) {
+        if (SelectLineOf(path))
+            butRemove_Click();
+        else
+            ChangePart(path, [](GameModel& game, const std::string& line, ScriptPath& part) {
+                return ReplaceLine(game, line, part, {});
+            });
+    });
+    connect(ui_->blkWhole, &ScriptBlock::MoveAsked, this, [this](ScriptPath path, int by) {
+        if (SelectLineOf(path)) {
+            MoveLine(by);
+            path.front().line = SelectedLine();
+            ui_->blkWhole->SelectPath(path);
+        } else
+            ChangePart(path, [by](GameModel& game, const std::string& line, ScriptPath& part) {
+                return MoveLineAt(game, line, part, by);
+            });
+    });
+}
+
+void frmScriptLines::ShowWhole() {
+    ui_->blkWhole->Show(context_.scripts, ScriptText());
+    ui_->butCreate->SetScript(ScriptText());
+}
+
+std::string frmScriptLines::ScriptText() const {
+    std::string text;
+    for (std::size_t k = 0; k < lines_.size(); ++k)
+        text.append(k == 0 ? "" : "\r\n").append(lines_[k]);
+    return text;
+}
+
+/// Selects the line of a row of the block, if the row shows a line of this very list.
+bool frmScriptLines::SelectLineOf(const ScriptPath& path) {
+    const bool isHere = path.size() == 1 && path.front().line < static_cast<int>(lines_.size());
+    if (isHere)
+        SelectLine(path.front().line);
+    return isHere;
+}
+
+/// What is typed goes behind the selected line, so that one line follows the other.
+void frmScriptLines::LineTyped(const std::string& line) {
+    const int selected = SelectedLine();
+    const int index = selected < 0 ? static_cast<int>(lines_.size()) : selected + 1;
+    InsertLine(index, line);
+    SelectLine(index);
+    ShowWhole();
+}
+
+void frmScriptLines::EditPart(const ScriptPath& path) {
+    if (SelectLineOf(path)) {
+        butEdit_Click();
+        return;
     }
-    return lines.size() < 2 ? joined : "do <" + AddInternalProcedure(game, joined) + ">";
+    const auto index = static_cast<std::size_t>(path.front().line);
+    if (index >= lines_.size())
+        return;
+    ScriptPath part = path;
+    part.front().line = 0; // the line is a script of its own
+    if (context_.scripts.EditPart(this, lines_[index], part, tr("line %1").arg(path.front().line + 1)))
+        ShowLine(path.front().line);
+    ShowWhole();
+}
+
+void frmScriptLines::ChangePart(
+    ScriptPath path,
+    const std::function<std::string(GameModel&, const std::string& line, ScriptPath& path)>& change) {
+    const int index = path.front().line;
+    if (index >= static_cast<int>(lines_.size()))
+        return;
+    RunCommand(context_.dialogs, this, [&] {
+        std::string& line = lines_[static_cast<std::size_t>(index)];
+        path.front().line = 0;
+        line = context_.scripts.ChangeScript([&](GameModel& game) { return change(game, line, path); });
+        ShowLine(index);
+        ShowWhole();
+        path.front().line = index;
+        ui_->blkWhole->SelectPath(path);
+    });
 }
 
 void frmScriptLines::butOK_Click() {
-    ScriptEditing& scripts = context_.scripts;
-    GameModel game = scripts.Game();
-    value_ = FoldLines(game);
-    if (!SameGame(game, scripts.Game()))
-        scripts.ChangeProcedures([this](GameModel& changed) { FoldLines(changed); });
+    value_ = context_.scripts.ChangeScript([this](GameModel& game) { return FoldLines(game); });
     accept();
 }
 

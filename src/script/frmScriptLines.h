@@ -1,9 +1,11 @@
 #pragma once
 
 #include "forms/EditorContext.h"
+#include "kel/ScriptTree.h"
 
 #include <QDialog>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -47,12 +49,21 @@ private:
     void butRemove_Click();
     void MoveLine(int by);
     void butOK_Click();
+    void ConnectWhole();
+    void ShowWhole();
+    void LineTyped(const std::string& line);
+    std::string ScriptText() const;
+    bool SelectLineOf(const ScriptPath& path);
+    void EditPart(const ScriptPath& path);
+    void ChangePart(
+        ScriptPath path,
+        const std::function<std::string(GameModel&, const std::string& line, ScriptPath& path)>& change);
 
     std::unique_ptr<Ui::frmScriptLines> ui_;
     EditorContext context_;
     std::vector<std::string> lines_;
     std::string newLine_; // while its editor is open
-    int procedure_ = 0;   // the internal procedure that was opened, from 1; 0 for none
+    std::string script_;  // the value that was opened
     std::string value_;
 };
 

@@ -133,6 +133,7 @@ void frmMain::ConnectMenus() {
     ConnectEditor(ui_->mnuEditErrorMessages, "edit error messages", &frmMain::mnuEditErrorMessages_Click);
     ConnectEditor(ui_->mnuViewTextSectionEditor, "edit text blocks",
                   &frmMain::mnuViewTextSectionEditor_Click);
+    ConnectEditor(ui_->mnuToolsTimers, "edit timers", &frmMain::mnuToolsTimers_Click);
     Connect(ui_->mnuViewOptions, &frmMain::mnuViewOptions_Click);
     Connect(ui_->mnuZEMRef, &frmMain::mnuZEMRef_Click);
     Connect(ui_->mnuKELRef, &frmMain::mnuKELRef_Click);

@@ -178,6 +178,7 @@ private:
     void mnuToolsUndo_Click();
     void mnuToolsRedo_Click();
     void mnuToolsVersions_Click();
+    void mnuToolsTimers_Click();
     void mnuZEMRef_Click();
     void mnuKELRef_Click();
     void mnuHelpAbout_Click();

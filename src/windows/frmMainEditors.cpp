@@ -9,6 +9,7 @@
 #include "editors/frmSynonyms.h"
 #include "editors/frmTagEditor.h"
 #include "editors/frmTextSectionEdit.h"
+#include "editors/frmTimers.h"
 #include "forms/AskBeforeDiscard.h"
 #include "windows/EditorMarks.h"
 #include "windows/frmMain.h"
@@ -52,6 +53,10 @@ void frmMain::mnuViewMiscKEL_Click() {
     const GameEdit edit(context_.edits, [&form](GameModel& game) { game.UnknownBlocks = form.Tags(); });
     AskBeforeDiscard(form, dialogs_, edit);
     form.exec();
+}
+
+void frmMain::mnuToolsTimers_Click() {
+    frmTimers(context_, this).exec();
 }
 
 void frmMain::mnuViewLibraries_Click() {

@@ -303,15 +303,19 @@ TEST_F(ScriptForms, BuildAConditionalLineFromItsParts) {
     TypeText(*form, "txtConditionParameter", "Quay");
     PressKey(*form, "chkNot", Qt::Key_Space);
     Find<QComboBox>(*form, "cmbJoiner").setCurrentIndex(1);
-    WhenOpen<frmScriptEditor>([](frmScriptEditor& line) {
-        TypeText(line, "cmbFriendly", "Print a message");
-        TypeText(line, "txtParameter", "Here.");
-        Click(line, "butOK");
+    WhenOpen<frmScriptLines>([](frmScriptLines& script) {
+        WhenOpen<frmScriptEditor>([](frmScriptEditor& line) {
+            TypeText(line, "cmbFriendly", "Print a message");
+            TypeText(line, "txtParameter", "Here.");
+            Click(line, "butOK");
+        });
+        Click(script, "butAdd");
+        Click(script, "butOK");
     });
     Click(*form, "butThen");
-    EXPECT_EQ(TextOf(*form, "lblEnglish"),
-              "If the player has \"iron key\" or it is not so that the player is in \"Quay\", then: Print "
-              "\"Here.\"");
+    EXPECT_EQ(Rows(*form, "blkWhole"),
+              (QStringList{"If the player has \"iron key\" or it is not so that the player is in \"Quay\":",
+                           "   Print \"Here.\""}));
     Click(*form, "butConditionUp");
     PressKey(*form, "chkElse", Qt::Key_Space);
     WhenOpen<frmConditional>([](frmConditional& inner) {
@@ -319,8 +323,10 @@ TEST_F(ScriptForms, BuildAConditionalLineFromItsParts) {
         Click(inner, "butOK");
     });
     Click(*form, "butElseIf");
-    WhenOpen<frmScriptEditor>([](auto& line) { EXPECT_EQ(TextOf(line, "cmbFriendly"), ""); });
-    Click(*form, "butElse"); // It begins anew: the action is a conditional line.
+    WhenOpen<frmScriptLines>([](frmScriptLines& script) {
+        EXPECT_EQ(Rows(script, "lstScriptLines"), QStringList{"if flag <x> then win"});
+    });
+    Click(*form, "butElse");
     Click(*form, "butOK");
     EXPECT_EQ(form->Line(), "if not in <Quay> and has <iron key> then msg <Here.> else if flag <x> then win");
 }

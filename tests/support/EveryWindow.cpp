@@ -58,6 +58,7 @@ constexpr Way Ways[] = {
     {"mnuViewSynonyms > lstSynonyms=, butEdit > lstWords="},
     {"mnuViewProcedures > cmbProcedures="},
     {"mnuViewMenus > lstMenus="},
+    {"mnuToolsTimers > lstTimers="},
     {"mnuViewMenus > lstMenus=, butEdit > lstMenu="},
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstFriendlyLines=", "Friendly"},
     {"mnuViewProcedures > cmbProcedures=tour, butEdit > butAdd >", "New"},

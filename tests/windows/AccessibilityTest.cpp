@@ -255,8 +255,13 @@ TEST(Accessibility, EveryControlHasARoleAndANameOfItsOwnAndIsReachedByTabInReadi
 /// The whole of what can be seen of the control, after scrolling to it where it lies in an area that scrolls.
 QSize SeenOf(const QWidget& control) {
     for (QWidget* parent = control.parentWidget(); parent != nullptr; parent = parent->parentWidget())
-        if (auto* area = qobject_cast<QScrollArea*>(parent))
-            area->ensureWidgetVisible(const_cast<QWidget*>(&control));
+        if (auto* area = qobject_cast<QScrollArea*>(parent)) {
+            // Not ensureWidgetVisible, which is content with the caret of a box.
+            const QPoint top = control.mapTo(area->widget(), QPoint());
+            area->ensureVisible(top.x() + std::min(control.width(), 60),
+                                top.y() + std::min(control.height(), 40), 0, 0);
+            area->ensureVisible(top.x(), top.y(), 0, 0);
+        }
     return control.visibleRegion().boundingRect().size();
 }
 

@@ -113,7 +113,7 @@ TEST(Keyboard, MakesAGameOfThreeRooms) {
     keys.In("frmThingProperties", {"Shift+Tab", "Shift+Tab", "Space", "Alt+L", "Return"});
     keys.In("frmScriptLines", {"Ins"});
     keys.In("frmScriptEditor", {"\"Print a message\"", "Alt+P", "\"Brass.\"", "Return"});
-    keys.In("frmScriptLines", QStringList(7, "Tab") + QStringList{"Space"});
+    keys.In("frmScriptLines", QStringList(9, "Tab") + QStringList{"Space"});
     keys.In("frmThingProperties", QStringList(4, "Tab") + QStringList{"Space"});
     keys.In("frmMain", {"Alt+E", "G", "P"});
     keys.In("frmGameProperties", {"\"Tower\"", "Tab", "\"Hall\"", "Return"});

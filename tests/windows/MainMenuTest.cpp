@@ -91,7 +91,7 @@ TEST(MainMenu, HasItsMenusAndToolbarInOrder) {
               "Panel, "
               "Mer&ge with Another Version..., -, E&xport... Ctrl+E, Export Again Ctrl+Shift+E, -, "
               "Standard &layout, -, "
-              "Earlier &versions..., -, &What's this?"},
+              "T&imers..., Earlier &versions..., -, &What's this?"},
              {"mnuHelp", "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM"},
              {"Toolbar1", "New game, Open a game, Save, Run KEL file, -, Items, Collectables, Text Sections, "
                           "Game Properties, Procedures, Misc KEL, -, Options, Libraries, Synonyms, -, Help"},

@@ -35,10 +35,10 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
     p.Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [](frmTextSectionEdit& form) {
         TypeText(form, "txtText", "abc"); // Three changes become one step.
     });
-    EXPECT_EQ(UndoText(p), "&Undo edit text blocks, -");
+    EXPECT_EQ(UndoText(p), "&Undo edit text blocks: intro, -");
     p.Trigger("mnuToolsUndo");
     EXPECT_EQ(p.game.TextSections[1].Text, "");
-    EXPECT_EQ(UndoText(p), "&Undo edit room, &Redo edit text blocks");
+    EXPECT_EQ(UndoText(p), "&Undo edit room Attic: alias, &Redo edit text blocks: intro");
     p.dialogs.SaveFile(p.Path("other.kel"));
     p.Trigger("mnuFileSaveAs");
     EXPECT_FALSE(p.game.Modified);
@@ -47,7 +47,7 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
     EXPECT_TRUE(SameGame(p.game, opened));
     EXPECT_EQ(p.Rows("lstRooms"), (QStringList{"Hall", "Attic"}));
     EXPECT_TRUE(p.game.Modified) << "the file holds a later state";
-    EXPECT_EQ(UndoText(p), "-, &Redo delete room");
+    EXPECT_EQ(UndoText(p), "-, &Redo delete room Hall");
     p.Trigger("mnuToolsRedo");
     p.Trigger("mnuToolsRedo");
     EXPECT_FALSE(p.game.Modified) << "back at what was saved";
@@ -55,7 +55,7 @@ TEST(Undo, TakesBackEveryCommandThatChangedSomethingAndKnowsTheSavedState) {
     EXPECT_EQ(p.game.FileName, p.folder.Path("other.kel"));
     p.Trigger("mnuToolsUndo");
     DeleteRoom(p, 0); // A new change drops the undone steps and with them the saved state.
-    EXPECT_EQ(UndoText(p), "&Undo delete room, -");
+    EXPECT_EQ(UndoText(p), "&Undo delete room Attic, -");
     p.Trigger("mnuToolsUndo");
     EXPECT_TRUE(p.game.Modified);
 }
@@ -67,10 +67,10 @@ TEST(Undo, JumpsToAnyStepFromThePanel) {
     DeleteRoom(p, 0);
     DeleteRoom(p, 0);
     const auto steps = [&p] { return p.Rows("lstSteps").join(u'|').toStdString(); };
-    EXPECT_EQ(steps(), "(as opened)|delete room|delete room");
+    EXPECT_EQ(steps(), "(as opened)|delete room Hall|delete room Attic");
     p.Select("lstSteps", 0);
     EXPECT_EQ(p.game.Rooms.Count(), 2);
-    EXPECT_EQ(steps(), "(as opened)|delete room (undone)|delete room (undone)");
+    EXPECT_EQ(steps(), "(as opened)|delete room Hall (undone)|delete room Attic (undone)");
     p.Select("lstSteps", 1);
     EXPECT_EQ(p.Rows("lstRooms"), QStringList{"Attic"});
     EXPECT_EQ(p.SelectedRow("lstSteps"), 1);
