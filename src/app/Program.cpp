@@ -4,6 +4,7 @@
 #include "forms/RunCommand.h"
 #include "kel/ErrorCatalogue.h"
 #include "qt/QtText.h"
+#include "session/RenameTrail.h"
 #include "windows/frmMain.h"
 #include "windows/frmRecovery.h"
 #include "windows/frmStart.h"
@@ -94,6 +95,8 @@ frmMain& Program::LoadMainWindow() {
         const EditorContext context{session_, edits_, dialogs_, editorShell_, *scripts_};
         main_ =
             std::make_unique<frmMain>(session_, settings_, context, saveCheck_, versions_, programFolder_);
+        recovery_.TakeNamesFrom(
+            [this] { return main_ ? main_->Renames().Names() : std::vector<NameChange>(); });
         connect(main_.get(), &frmMain::Unloaded, this, [this] { start_.reset(); });
     }
     return *main_;
@@ -129,6 +132,7 @@ bool Program::OfferRecovery() {
     RecoveryCopy& copy = copies[static_cast<std::size_t>(form.Selected())];
     LoadMainWindow();
     session_.Restore(copy.game, copy.stamp);
+    main_->Renames().Restore(copy.names);
     recovery_.WriteNow(); // before the old copy goes
     Recovery::Discard(copy);
     main_->show();

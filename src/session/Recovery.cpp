@@ -42,12 +42,38 @@ std::unique_ptr<QLockFile> MakeLock(const QString& path) {
     return lock;
 }
 
-/// Writes the stamp, then the game. What is written stands beside the old copy and then takes its place, so
-/// that one of the two is always whole.
+void WriteNames(QDataStream& stream, const std::vector<NameChange>& names) {
+    stream << static_cast<quint32>(names.size());
+    for (const NameChange& name : names)
+        stream << static_cast<qint32>(name.kind) << QByteArray::fromStdString(name.from)
+               << QByteArray::fromStdString(name.to);
+}
+
+/// None where the copy has none, as those of earlier versions.
+std::vector<NameChange> ReadNames(QDataStream& stream) {
+    std::vector<NameChange> names;
+    quint32 count = 0;
+    stream >> count;
+    for (; count > 0 && stream.status() == QDataStream::Ok; --count) {
+        qint32 kind = 0;
+        QByteArray from;
+        QByteArray to;
+        stream >> kind >> from >> to;
+        if (stream.status() == QDataStream::Ok)
+            names.push_back({static_cast<NameKind>(kind), from.toStdString(), to.toStdString()});
+    }
+    return names;
+}
+
+/// Writes the stamp with the names, then the game. What is written stands beside the old copy and then takes
+/// its place, so that one of the two is always whole.
 /// @return what went wrong
-std::optional<QString> WriteCopy(const QString& path, const GameModel& game, const FileStamp& stamp) {
+std::optional<QString> WriteCopy(const QString& path, const GameModel& game, const FileStamp& stamp,
+                                 const std::vector<NameChange>& names) {
     QByteArray head;
-    QDataStream(&head, QIODevice::WriteOnly) << stamp.size << stamp.modified << stamp.hash;
+    QDataStream stream(&head, QIODevice::WriteOnly);
+    stream << stamp.size << stamp.modified << stamp.hash;
+    WriteNames(stream, names);
     const std::string snapshot = WriteSnapshot(game);
     const QString folder = QFileInfo(path).absolutePath();
     if (!MakePrivateFolder(folder))
@@ -77,7 +103,9 @@ RecoveryCopy ReadCopy(const QString& path) {
         throw KelError("the copy ends too early");
     RecoveryCopy copy;
     const QByteArray head(rest.data(), static_cast<qsizetype>(headSize));
-    QDataStream(head) >> copy.stamp.size >> copy.stamp.modified >> copy.stamp.hash;
+    QDataStream stream(head);
+    stream >> copy.stamp.size >> copy.stamp.modified >> copy.stamp.hash;
+    copy.names = ReadNames(stream);
     copy.game = ReadSnapshot(rest.substr(headSize));
     copy.path = path;
     copy.time = QFileInfo(path).lastModified();
@@ -145,21 +173,22 @@ void Recovery::StartWriting(const GameModel& game) {
     MakePrivateFolder(folder_); // where it cannot be made, writing the copy says so
     if (!lock_->isLocked())
         lock_->tryLock(0);
-    pool_.start(
-        [this, path = path_, game, stamp = IsGameLost() ? session_.LostGame()->stamp : session_.Stamp()] {
-            std::optional<QString> problem;
-            try {
-                problem = WriteCopy(path, game, stamp);
-            } catch (const std::exception& error) { // which nobody would catch on this thread
-                problem = QLatin1String(error.what());
-            }
-            isWriting_ = false;
-            if (problem)
-                QMetaObject::invokeMethod(this, [this, problem] {
-                    if (!std::exchange(hasFailed_, true))
-                        emit Failed(*problem);
-                });
-        });
+    pool_.start([this, path = path_, game,
+                 stamp = IsGameLost() ? session_.LostGame()->stamp : session_.Stamp(),
+                 names = names_ && !IsGameLost() ? names_() : std::vector<NameChange>()] {
+        std::optional<QString> problem;
+        try {
+            problem = WriteCopy(path, game, stamp, names);
+        } catch (const std::exception& error) { // which nobody would catch on this thread
+            problem = QLatin1String(error.what());
+        }
+        isWriting_ = false;
+        if (problem)
+            QMetaObject::invokeMethod(this, [this, problem] {
+                if (!std::exchange(hasFailed_, true))
+                    emit Failed(*problem);
+            });
+    });
 }
 
 void Recovery::WriteNow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "game/Rename.h"
 #include "model/GameModel.h"
 #include "qt/OpenEdits.h"
 #include "session/FileStamp.h"
@@ -13,6 +14,7 @@
 #include <QTimer>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -25,6 +27,7 @@ struct RecoveryCopy {
     QDateTime time;
     GameModel game;
     FileStamp stamp;                 // of the game's file when the changes began
+    std::vector<NameChange> names;   // what was renamed since
     std::shared_ptr<QLockFile> lock; // while one lives, no other program offers this copy
 };
 
@@ -40,6 +43,10 @@ public:
 
     /// Deletes the copy: by now the author was asked about unsaved changes. It stays if he wanted them saved.
     ~Recovery() override;
+
+    /// Says where the names stand that changed since the game was saved. A copy keeps them, because what lies
+    /// beside the game follows them with the next save.
+    void TakeNamesFrom(std::function<std::vector<NameChange>()> names) { names_ = std::move(names); }
 
     /// The copies of programs that no longer run, the latest first. What cannot be read is kept aside under
     /// another name and added to `damaged`.
@@ -78,6 +85,7 @@ private:
 
     GameSession& session_;
     const OpenEdits& edits_;
+    std::function<std::vector<NameChange>()> names_;
     QString folder_;
     QString path_; // of this program's copy
     std::unique_ptr<QLockFile> lock_;

@@ -29,6 +29,9 @@ public:
     /// The step that was recorded last gave something other names.
     void Add(const std::vector<NameChange>& names);
 
+    /// The game that was just opened comes from a copy of unsaved changes, which has these names.
+    void Restore(const std::vector<NameChange>& names) { names_ = names; }
+
     /// From the names of the saved game to those of the open one, in order.
     const std::vector<NameChange>& Names() const { return names_; }
 

@@ -4,8 +4,10 @@
 #include "model/Place.h"
 #include "problems/Problem.h"
 #include "qt/LatestWork.h"
+#include "windows/Landing.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <memory>
@@ -39,7 +41,9 @@ class EditorMarks : public QObject {
 public:
     /// All arguments outlive this object.
     /// @param form    the editor
-    /// @param record  that it edits: a room, a thing, or the game with its own fields
+    /// @param record  that it edits: a room, a thing, or the game with its own fields; a step with the entry
+    /// 0
+    ///                for a whole list
     EditorMarks(QDialog& form, const Place& record, const OpenEdits& edits, const ProblemWatch& watch,
                 EditorChecks& checks);
     ~EditorMarks() override;
@@ -53,10 +57,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    /// A problem of the record, and the control that shows what it is about.
+    /// A problem of the record, and the way to what it is about.
     struct Own {
         problems::Problem problem;
-        QString control;
+        std::vector<LandingStep> steps; // at least one
+        QString text;                   // that is told
+        QString value;                  // of the field; what a box of another window must show to be meant
     };
     struct Checked {
         std::shared_ptr<const FoundProblems> found;
@@ -74,12 +80,17 @@ private:
 
     void Check();
     void Show(Checked checked);
+    void Arrange();
+    void DropMarksIn(const QObject& window);
+    void AddKeys(QWidget& window);
+    QWidget* ControlOf(const Own& own) const;
+    std::vector<FieldMark*> MarksHere() const;
     void ShowFixes(const std::vector<FieldFix>& fixes);
     void MarkPages();
     void Fix(const Own& own, const std::string& text);
     void OpenMenu();
     void GoToNext(bool backwards);
-    FieldMark* MarkOf(const QString& control) const;
+    FieldMark* MarkOf(const QWidget* control) const;
 
     QDialog& form_;
     Place record_;
@@ -89,7 +100,8 @@ private:
     QTimer wait_;
     std::unique_ptr<GameModel> game_; // that is checked or shown; null at first
     Checked shown_;
-    std::vector<FieldMark*> marks_;
+    std::vector<QPointer<FieldMark>> marks_; // those in windows that this one has opened go with them
+    std::vector<QWidget*> controls_;         // that carry the marks, of each problem; only to be compared
     std::vector<QLabel*> pageMarks_;
 };
 

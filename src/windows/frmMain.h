@@ -75,6 +75,9 @@ public:
     /// gone.
     void OpenEditor(const Place& place);
 
+    /// What was renamed since the game was saved.
+    RenameTrail& Renames() { return *renames_; }
+
 signals:
     /// The author has closed the window, and it stays closed.
     void Unloaded();
@@ -143,6 +146,7 @@ private:
     void AddNameCommands(QWidget& list);
     void Replace();
     void EditAsOneStep(const QString& name, const std::function<void()>& command);
+    void TellStepOfPanel();
     void TellGoneNames(const GameModel& before);
     void ShowGoneNames(const std::vector<GoneName>& gone, std::size_t step);
     void CloseGoneNames();
@@ -219,6 +223,7 @@ private:
     void ShowLostPlaces(const std::vector<LostPlace>& places);
     void OpenRoomOrThing(const Place& place);
     void RunEditor(QDialog& form, const Place& record);
+    void RunListEditor(QDialog& form, FieldId list);
     QString ProgramForGames() const;
     void OpenDocument(const QString& path);
 
@@ -267,6 +272,8 @@ private:
     QAction* showUses_ = nullptr;
     QPointer<WhereUsedPanel> usedPanel_;
     QPointer<MessageBar> goneNames_;        // tells the names that went last
+    bool isEditing_ = false;                // a command of this window makes a step
+    std::size_t seenSteps_ = 0;             // of the history
     std::size_t goneStep_ = 0;              // of the history, with which they went
     std::optional<GameModel> beforeLookup_; // the game before edits whose gone names are not told yet
     LatestWork lookup_;                     // for what uses names that have gone

@@ -22,25 +22,34 @@ void frmMain::RunEditor(QDialog& form, const Place& record) {
     form.exec();
 }
 
+/// The same of an editor of all records of a list.
+void frmMain::RunListEditor(QDialog& form, FieldId list) {
+    RunEditor(form, Place::Of({{list, 0}}));
+}
+
 void frmMain::mnuViewGameProperties_Click() {
     frmGameProperties form(context_, this);
     RunEditor(form, {});
 }
 
 void frmMain::mnuViewItems_Click() {
-    frmEditItems(context_, this).exec();
+    frmEditItems form(context_, this);
+    RunListEditor(form, FieldId::GameItems);
 }
 
 void frmMain::mnuViewCollectables_Click() {
-    frmEditCollectables(context_, this).exec();
+    frmEditCollectables form(context_, this);
+    RunListEditor(form, FieldId::GameCollectables);
 }
 
 void frmMain::mnuViewMenus_Click() {
-    frmMenuList(context_, this).exec();
+    frmMenuList form(context_, this);
+    RunListEditor(form, FieldId::GameSelectionMenus);
 }
 
 void frmMain::mnuViewProcedures_Click() {
-    frmProcedureEditor(context_, this).exec();
+    frmProcedureEditor form(context_, this);
+    RunListEditor(form, FieldId::GameProcedures);
 }
 
 /// The blocks of a kind that no form knows.
@@ -52,7 +61,7 @@ void frmMain::mnuViewMiscKEL_Click() {
     form.setWindowTitle(QStringLiteral("Misc Kel Editor"));
     const GameEdit edit(context_.edits, [&form](GameModel& game) { game.UnknownBlocks = form.Tags(); });
     AskBeforeDiscard(form, dialogs_, edit);
-    form.exec();
+    RunEditor(form, Place::Of({}, FieldId::GameUnknownBlocks));
 }
 
 void frmMain::mnuToolsTimers_Click() {
@@ -60,15 +69,18 @@ void frmMain::mnuToolsTimers_Click() {
 }
 
 void frmMain::mnuViewLibraries_Click() {
-    frmIncludedLibraries(context_, this).exec();
+    frmIncludedLibraries form(context_, this);
+    RunListEditor(form, FieldId::GameIncludes);
 }
 
 void frmMain::mnuViewSynonyms_Click() {
-    frmSynonyms(context_, this).exec();
+    frmSynonyms form(context_, this);
+    RunListEditor(form, FieldId::GameSynonyms);
 }
 
 void frmMain::mnuViewTextSectionEditor_Click() {
-    frmTextSectionEdit(context_, this).exec();
+    frmTextSectionEdit form(context_, this);
+    RunListEditor(form, FieldId::GameTextSections);
 }
 
 void frmMain::mnuEditErrorMessages_Click() {
@@ -77,7 +89,8 @@ void frmMain::mnuEditErrorMessages_Click() {
     const auto write = [&form](GameModel& game) { game.ErrorMessages = form.Errors(); };
     const GameEdit edit(context_.edits, write);
     AskBeforeDiscard(form, dialogs_, edit);
-    if (form.exec() == QDialog::Accepted)
+    RunListEditor(form, FieldId::GameErrorMessages);
+    if (form.result() == QDialog::Accepted)
         ChangeGame(CurrentSelection(), write);
 }
 

@@ -15,6 +15,8 @@
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <utility>
 
@@ -189,9 +191,20 @@ void frmMain::Rename(const NamedThing& named, const std::optional<Place>& own, Q
 /// is asked before: there is Undo.
 void frmMain::EditAsOneStep(const QString& name, const std::function<void()>& command) {
     const GameModel before = session_.Game();
-    session_.AsOneStep(name, command);
+    {
+        const QScopedValueRollback<bool> isEditing(isEditing_, true);
+        session_.AsOneStep(name, command);
+    }
     if (!SameGame(before, session_.Game()))
         TellGoneNames(before);
+}
+
+/// The same of a step that a panel has made: a room removed on the map.
+void frmMain::TellStepOfPanel() {
+    const History& history = session_.Steps();
+    const std::size_t seen = std::exchange(seenSteps_, history.Done());
+    if (!isEditing_ && seen + 1 == history.Done() && history.Done() == history.Count())
+        TellGoneNames(history.Game(seen));
 }
 
 void frmMain::TellGoneNames(const GameModel& before) {

@@ -47,6 +47,7 @@ void frmMain::ConnectTools() {
 /// Names the steps that can be undone and redone.
 void frmMain::ShowSteps() {
     CloseGoneNames();
+    TellStepOfPanel();
     const History& history = session_.Steps();
     const auto name = [&history](std::size_t step) {
         return ToQt(history.Name(step)).replace(u'&', QLatin1String("&&"));

@@ -1,11 +1,13 @@
 #include "panels/MapPanel.h"
 
 #include "forms/ColourRoles.h"
+#include "forms/MessageBar.h"
 #include "player/InputLine.h"
 #include "support/RunningProgram.h"
 
 #include <QAccessible>
 #include <QMenu>
+#include <QPushButton>
 #include <QTest>
 
 namespace zem::test {
@@ -291,6 +293,21 @@ TEST(MapPanel, TheMenuTurnsAndRemovesConnections) {
     choose(line(), "Remove connection");
     EXPECT_EQ(p.Exits(), "Mole south msg <Too deep.>");
     choose(p.Room("Mole"), "Delete room");
+    EXPECT_EQ(p.game.Rooms.Count(), 2);
+}
+
+TEST(MapPanel, ARoomRemovedThereIsToldWhereItIsStillUsed) {
+    MapProgram p("define game <Map>\r\nstart <Quay>\r\nstartscript goto <Isle>\r\nend define\r\n"
+                 "define room <Quay>\r\nend define\r\ndefine room <Isle>\r\nend define\r\n");
+    p.Key(Qt::Key_I);
+    p.Key(Qt::Key_Delete);
+    ASSERT_EQ(p.game.Rooms.Count(), 1);
+    const auto bar = [&] { return p.Main()->findChild<MessageBar*>(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bar() != nullptr; }, 10000));
+    EXPECT_EQ(bar()->Text(), "1 place used the room Isle.");
+    for (QPushButton* button : bar()->findChildren<QPushButton*>())
+        if (button->text() == "U&ndo")
+            button->click();
     EXPECT_EQ(p.game.Rooms.Count(), 2);
 }
 

@@ -15,7 +15,9 @@
 #include "support/Panels.h"
 #include "support/RunningProgram.h"
 #include "support/ZemCall.h"
+#include "windows/frmRecovery.h"
 
+#include <QDir>
 #include <QLabel>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -403,6 +405,32 @@ TEST(Rename, TakesNotesAndRecordedRunsAlongWhenTheGameIsSaved) {
     EXPECT_EQ(ReadBytes(notes), "silence E01 at room \"Hall\" because it is dark\n");
     EXPECT_EQ(ZemCall({"test", file}).result.exitStatus, 0);
     EXPECT_EQ(silenced(), 1);
+}
+
+TEST(Rename, IsRememberedByTheCopyOfUnsavedChanges) {
+    RunningProgram p;
+    const std::string notes = p.folder.Write("game.kel.notes", "silence E01 at room \"Hall\"\n");
+    p.folder.Write("game.kel", Lit);
+    {
+        RunningProgram killed;
+        killed.Start(p.Path("game.kel"));
+        killed.Select("lstRooms", 0);
+        RenameTo(killed, "Parlour");
+        killed.program->Rescue();
+        const QDir copies(killed.Path("state/recovery"));
+        QDir().mkpath(p.Path("state/recovery"));
+        for (const QString& name : copies.entryList({"*.recovery"}, QDir::Files))
+            QFile::copy(copies.filePath(name), p.Path("state/recovery/") + name);
+    }
+    EXPECT_EQ(ReadBytes(notes), "silence E01 at room \"Hall\"\n") << "the file has the old name";
+    WhenOpen<frmRecovery>([](frmRecovery& form) { Click(form, "butRestore"); });
+    p.Start();
+    ASSERT_NE(p.Main(), nullptr);
+    auto* watch = p.Main()->findChild<ProblemWatch*>();
+    WaitFor([&] { return watch->IsChecking(); });
+    EXPECT_EQ(watch->Found().silenced, 1);
+    p.Trigger("mnuFileSave");
+    EXPECT_EQ(ReadBytes(notes), "silence E01 at room \"Parlour\"\n");
 }
 
 TEST(RoomFilter, HidesTheRoomsThatDoNotMatch) {

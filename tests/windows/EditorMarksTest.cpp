@@ -1,7 +1,12 @@
 // What is wrong with a record stands at its fields while it is edited.
 #include "windows/EditorMarks.h"
 
+#include "editors/frmEditItems.h"
+#include "editors/frmMenuList.h"
 #include "editors/frmRoomProperties.h"
+#include "editors/frmSelectionWindow.h"
+#include "editors/frmSynonyms.h"
+#include "editors/frmTextSectionEdit.h"
 #include "editors/frmThingProperties.h"
 #include "support/Panels.h"
 #include "support/RunningProgram.h"
@@ -113,6 +118,59 @@ TEST(EditorMarks, AreThoseOfTheThingInItsEditor) {
         EXPECT_NE(m.Marks().find("\ntxtInteract: error: "), std::string::npos) << m.Marks();
         EXPECT_NE(m.Marks().find("kee"), std::string::npos) << m.Marks();
         Click(form, "butCancel");
+    });
+}
+
+constexpr std::string_view MarkedLists =
+    "define game <Test>\r\nstart <Hall>\r\nitems <key; oar>\r\nstartitems <key>\r\n"
+    "startscript choose <where>\r\nafterturn if has <key> and has <oar> then text <letter>\r\nend define\r\n"
+    "define synonyms\r\nget = take\r\ntake = take\r\nend define\r\n"
+    "define room <Hall>\r\nlook <A long hall.>\r\nend define\r\n"
+    "define text <letter>\r\nDear |q.\r\nend define\r\n"
+    "define selection <other>\r\ninfo <What?>\r\nchoice <nothing> win\r\nend define\r\n"
+    "define selection <where>\r\ninfo <Where |q?>\r\nchoice <up> goto <Atic>\r\nend define\r\n"
+    "define text <win>\r\nDone.\r\nend define\r\n";
+
+TEST(EditorMarks, StandInListEditorsAndInTheWindowsThatTheyOpen) {
+    RunningProgram p(MarkedLists);
+    p.Open<frmEditItems>("mnuViewItems", [](frmEditItems& form) {
+        const MarkedForm m(form);
+        EXPECT_TRUE(m.Marks().starts_with("lstItems: warning: item oar: ")) << m.Marks();
+        Click(form, "butCancel");
+    });
+    p.Open<frmSynonyms>("mnuViewSynonyms", [](frmSynonyms& form) {
+        const MarkedForm m(form);
+        EXPECT_TRUE(m.Marks().starts_with("lstSynonyms: warning: synonym take, words: ")) << m.Marks();
+    });
+    p.Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [](frmTextSectionEdit& form) {
+        const MarkedForm m(form);
+        SelectRow(form, "cmbTextSections", static_cast<int>(Rows(form, "cmbTextSections").indexOf("win")));
+        PressKey(form, "cmbTextSections", Qt::Key_Shift);
+        m.Wait();
+        EXPECT_TRUE(m.Marks().starts_with("cmbTextSections: warning: ")) << m.Marks();
+        SelectRow(form, "cmbTextSections", static_cast<int>(Rows(form, "cmbTextSections").indexOf("letter")));
+        PressKey(form, "cmbTextSections", Qt::Key_Shift);
+        m.Wait();
+        EXPECT_TRUE(m.Marks().starts_with("txtText: warning: ")) << "beside its text: " << m.Marks();
+        Click(form, "butClose");
+    });
+    p.Open<frmMenuList>("mnuViewMenus", [](frmMenuList& form) {
+        const MarkedForm m(form);
+        EXPECT_TRUE(m.Marks().starts_with("lstMenus: warning: menu where, prompt: ")) << m.Marks();
+        EXPECT_NE(m.Marks().find("error: menu where, choice up, "), std::string::npos) << m.Marks();
+        for (const int row : {0, 1}) {
+            SelectRow(form, "lstMenus", row);
+            WhenOpen<frmSelectionWindow>([&](frmSelectionWindow& menu) {
+                PressKey(menu, "txtInfo", Qt::Key_Shift);
+                m.Wait();
+                const bool isMarked = menu.findChild<FieldMark*>("mark_txtInfo") != nullptr;
+                EXPECT_EQ(isMarked, row == 1) << "the other menu has no mistake";
+                Click(menu, "butCancel");
+            });
+            Click(form, "butEdit");
+            m.Wait();
+        }
+        EXPECT_EQ(m.Marks().find("txtInfo"), std::string::npos) << "the window is closed: " << m.Marks();
     });
 }
 
