@@ -317,8 +317,10 @@ TEST(MapPanel, TellsScreenReadersItsRooms) {
     ASSERT_NE(map, nullptr);
     ASSERT_EQ(map->childCount(), 3);
     EXPECT_EQ(map->child(1)->text(QAccessible::Name), QStringLiteral("Mole"));
-    EXPECT_EQ(map->child(1)->text(QAccessible::Description),
-              QStringLiteral("south runs a script, west to Quay"));
+    // What is wrong with it comes behind that, as soon as it is known.
+    const QString description = map->child(1)->text(QAccessible::Description);
+    EXPECT_TRUE(description.startsWith(QStringLiteral("south runs a script, west to Quay")))
+        << description.toStdString();
     EXPECT_EQ(map->indexOfChild(map->child(2)), 2);
     EXPECT_EQ(map->child(3), nullptr);
     const QPoint middle = p.Canvas().mapToGlobal(p.Room("Cliff"));
