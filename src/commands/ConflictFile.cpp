@@ -14,7 +14,7 @@ using merge::ConflictKind;
 
 constexpr const char* ConflictFormat = "zem-conflicts";
 
-const char* WordFor(ConflictKind kind) {
+const char* WordForConflict(ConflictKind kind) {
     switch (kind) {
     case ConflictKind::Field:
         return "changed";
@@ -59,7 +59,7 @@ std::string ConflictFile(const merge::MergeResult& result, const merge::MergeVer
                          const std::string& path) {
     Json conflicts = Json::array();
     for (const Conflict& conflict : result.conflicts) {
-        Json json = {{"kind", WordFor(conflict.kind)}, {"where", JsonText(conflict.where)}};
+        Json json = {{"kind", WordForConflict(conflict.kind)}, {"where", JsonText(conflict.where)}};
         json["place"] = conflict.inMerged ? JsonPlace(result.game, *conflict.inMerged) : Json(nullptr);
         if (conflict.line != 0)
             json["line"] = conflict.line;
