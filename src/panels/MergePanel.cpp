@@ -195,6 +195,7 @@ void MergePanel::Decide(Take take) {
 
 void MergePanel::Finish() {
     const QString left = merge_.Finish();
+    hide();
     if (!left.isEmpty())
         throw CommandError(
             QStringLiteral("The list of conflicts cannot be removed: %1. Please do that yourself.").arg(left),

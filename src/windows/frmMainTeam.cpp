@@ -96,7 +96,7 @@ void frmMain::ShowLeftConflicts(const FileInspection& found) {
     ShowBar(QStringLiteral("A merge of this game left conflicts; it holds your version there. The other one "
                            "stands in %1.")
                 .arg(QFileInfo(list).fileName()),
-            {{QStringLiteral("Settle the &conflicts"),
+            {{QStringLiteral("Sett&le the conflicts"),
               [this, list] { RunCommand(dialogs_, this, [&] { SettleConflicts(list); }); }, true}});
 }
 

@@ -160,7 +160,7 @@ TEST(MergePanel, GoesOnWithWhatAMergeOutsideHasLeft) {
             p.dialogs.Message(
                 QStringLiteral("Merge: game.kel.conflicts: this is no list of the conflicts of a "
                                "merge. The file is left as it is."));
-        p.PressInBar("Settle the &conflicts");
+        p.PressInBar("Sett&le the conflicts");
         EXPECT_EQ(ReadBytes(file), list);
         if (!isWhole)
             continue;
