@@ -256,6 +256,9 @@ bool IsHidden(const TreeRecord& record) {
 }
 
 RecordTree::RecordTree(const GameModel& game, char version) : inline_(WithInlineScripts(game, version)) {
+    // A file says that there is no item in the same way as that there is one without a name.
+    if (game.Items.Count() == 1 && game.Items[1].Name.empty())
+        inline_.game.Items.Clear();
     TreeBuilder(*this).Run();
 }
 

@@ -30,7 +30,7 @@ namespace {
 std::string TowerWith(const char* hall, const char* attic) {
     return CrLf(
         std::string(
-            "define game <Tower>\nstart <Hall>\nitems <key>\nend define\ndefine room <Hall>\nlook <") +
+            "define game <Tower>\nstart <Hall>\nend define\ndefine room <Hall>\nlook <") +
         hall + ">\nend define\ndefine room <Attic>\nlook <" + attic + ">\nend define\n");
 }
 
