@@ -1,5 +1,6 @@
 // Any exits, ties and pins as a game: every room gets a cell of its own, a pinned one its pin, and the map
 // after an edit is as good. The bytes are taken three at a time.
+#include "MapOfBytes.h"
 #include "map/AfterEdit.h"
 
 #include <algorithm>
@@ -7,32 +8,12 @@
 #include <cstdint>
 #include <cstdlib>
 #include <set>
-#include <string>
 #include <vector>
 
 namespace {
 
 using zem::map::Cell;
 using zem::map::MapGraph;
-
-MapGraph GraphOf(const std::uint8_t* data, std::size_t size, int rooms) {
-    MapGraph graph;
-    for (int room = 0; room < rooms; ++room)
-        graph.names.push_back(std::to_string(room / 2)); // two rooms share a name
-    graph.pins.resize(rooms);
-    for (std::size_t k = 0; k + 2 < size; k += 3) {
-        const int from = data[k] % rooms;
-        const int to = data[k + 1] % rooms;
-        const int kind = data[k + 2];
-        if (kind < 200)
-            graph.exits.push_back({from, to, kind % 8, kind % 16 > 14, ""});
-        else if (kind < 240 && from != to)
-            graph.ties.push_back({from, to, kind % 2 == 0, ""});
-        else
-            graph.pins[from] = Cell{data[k + 1] % 16, kind % 16};
-    }
-    return graph;
-}
 
 void Check(const MapGraph& graph, const std::vector<Cell>& cells) {
     if (cells.size() != graph.names.size() ||

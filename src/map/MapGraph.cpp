@@ -92,6 +92,7 @@ private:
         Exit read{from, NoRoom, DirectionOf(direction), exit.Key == ActionExit, exit.Key, {}};
         if (read.scripted) {
             read.targets = RoomsOf(exit.Script);
+            read.condition = ConditionOf(exit.Script);
             read.target = read.targets.size() == 1 ? graph_.names[read.targets.front()] : std::string();
         }
         read.to = Find(read.target);
@@ -113,6 +114,37 @@ private:
             if (const auto found = procedures_.find(procedure); found != procedures_.end())
                 AddRooms(found->second, rooms, nullptr);
         return rooms;
+    }
+
+    /// The first condition of the script, or of a procedure that it calls.
+    std::string ConditionOf(std::string_view script) const {
+        std::string condition = FirstCondition(script);
+        std::vector<int> rooms;
+        std::vector<std::string_view> called;
+        AddRooms(script, rooms, &called);
+        for (const std::string_view procedure : called)
+            if (const auto found = procedures_.find(procedure);
+                condition.empty() && found != procedures_.end())
+                condition = FirstCondition(found->second);
+        return condition;
+    }
+
+    std::string FirstCondition(std::string_view script) const {
+        std::string condition;
+        ForEachLine(script, [&](TextRange range, int) {
+            const std::string_view line = range.Of(script);
+            const ScriptLine apart = TakeApart(line, noCatalogue_);
+            if (!condition.empty() || apart.actions.empty() || !apart.actions.front().IsIf())
+                return;
+            const ScriptAction& action = apart.actions.front();
+            const ScriptCondition& first = apart.conditions[action.firstCondition];
+            condition = (first.isNegated ? "not " : "") + std::string(first.call.keyword.Of(line));
+            if (first.call.hasParameter)
+                condition += ' ' + std::string(first.call.parameter.Of(line));
+            if (action.conditionCount > 1)
+                condition += " ...";
+        });
+        return condition;
     }
 
     /// @param called  gets the procedures that the script calls

@@ -23,6 +23,7 @@ struct Exit {
     bool scripted = false;
     std::string target; // as the exit names it; for a script the room that it goes to, if it names one
     std::vector<int> targets = {}; // for a script all rooms that it may go to, each once
+    std::string condition = {};    // on what a script depends first: "not has key"; empty without an "if"
 };
 
 /// A way without a direction: "out", or a place.

@@ -24,7 +24,7 @@ constexpr double LineWidth = 1.6;
 constexpr double TieWidth = 1.2;
 constexpr double Corner = 5;        // of a box
 constexpr double ShortestTick = 60; // a tick on a shorter line reads as an arrow
-constexpr double DiamondFromPort = 14;
+using routing::DiamondFromPort;
 constexpr double PortRadius = 4;
 constexpr double RegionMargin = 6;
 
@@ -76,6 +76,7 @@ MapPainter::MapPainter(const routing::RoutedMap& map, QStringList details)
     for (const std::string& name : map.graph.names)
         names_.append(ToQt(name));
     regions_ = FindRegions(map);
+    FindOutlines();
     lines_.resize(map.lines.size());
     for (std::size_t line = 0; line < lines_.size(); ++line)
         Prepare(line);
@@ -84,6 +85,7 @@ MapPainter::MapPainter(const routing::RoutedMap& map, QStringList details)
 void MapPainter::Update(const std::vector<int>& lines) {
     for (const int line : lines)
         Prepare(static_cast<std::size_t>(line));
+    FindOutlines();
 }
 
 void MapPainter::Prepare(std::size_t line) {
@@ -102,6 +104,7 @@ void MapPainter::Prepare(std::size_t line) {
 void MapPainter::Paint(QPainter& painter, const MapView& view) const {
     painter.setRenderHint(QPainter::Antialiasing, view.zoom >= ZoomOfBoxes);
     PaintRegions(painter, view);
+    PaintOutlines(painter, view);
     PaintLines(painter, view);
     painter.setRenderHint(QPainter::Antialiasing, view.zoom >= ZoomOfBoxes);
     if (view.zoom < ZoomOfBoxes)
@@ -110,6 +113,18 @@ void MapPainter::Paint(QPainter& painter, const MapView& view) const {
         PaintRooms(painter, view);
     if (view.zoom < ZoomOfNames)
         PaintRegionNames(painter, view);
+}
+
+/// Around each island a thin line, at any zoom.
+void MapPainter::PaintOutlines(QPainter& painter, const MapView& view) const {
+    QVector<QLineF> visible;
+    for (const QLineF& line : outlines_)
+        if (QRectF(line.p1(), line.p2()).normalized().adjusted(-1, -1, 1, 1).intersects(view.visible))
+            visible.append(line);
+    QPen pen(ColourOf(ColourRole::Hairline, view.palette), 1);
+    pen.setCosmetic(true);
+    painter.setPen(pen);
+    painter.drawLines(visible);
 }
 
 void MapPainter::PaintRegions(QPainter& painter, const MapView& view) const {
@@ -154,6 +169,8 @@ void MapPainter::PaintRegionNames(QPainter& painter, const MapView& view) const 
     font.setPixelSize(std::max(1, static_cast<int>(12 / view.zoom)));
     font.setBold(true);
     painter.setFont(font);
+    QColor paper = ColourOf(ColourRole::MapGround, view.palette);
+    paper.setAlphaF(.7F);
     const double wide = 220 / view.zoom;
     const double high = 20 / view.zoom;
     std::vector<QRectF> taken;
@@ -164,6 +181,8 @@ void MapPainter::PaintRegionNames(QPainter& painter, const MapView& view) const 
         if (region.size < Fewest || !isFree || !place.intersects(view.visible))
             continue;
         taken.push_back(place);
+        const QRectF words = painter.boundingRect(place, Qt::AlignCenter, ToQt(region.name));
+        painter.fillRect(words, paper); // rooms and lines below would make it hard to read
         painter.drawText(place, Qt::AlignCenter, ToQt(region.name));
     }
 }
@@ -171,7 +190,7 @@ void MapPainter::PaintRegionNames(QPainter& painter, const MapView& view) const 
 void MapPainter::PaintLines(QPainter& painter, const MapView& view) const {
     std::vector<int> visible;
     for (std::size_t line = 0; line < lines_.size(); ++line)
-        if (lines_[line].bounds.intersects(view.visible))
+        if (lines_[line].bounds.intersects(view.visible) && !IsMoving(view, map_->lines[line]))
             visible.push_back(static_cast<int>(line));
     if (view.zoom < ZoomOfBoxes)
         return PaintLinesFromAfar(painter, view, visible);
@@ -270,7 +289,8 @@ void MapPainter::PaintLabels(QPainter& painter, const MapView& view) const {
             continue;
         const MapLine& line = map_->lines[static_cast<std::size_t>(label.line)];
         const routing::Path& path = label.far ? line.farPath : line.path;
-        const Qt::Alignment side = place.left() >= path.End().x    ? Qt::AlignLeft
+        const Qt::Alignment side = label.isCondition               ? Qt::AlignHCenter
+                                   : place.left() >= path.End().x  ? Qt::AlignLeft
                                    : place.right() <= path.End().x ? Qt::AlignRight
                                                                    : Qt::AlignHCenter;
         painter.setPen(ColourOf(
@@ -302,16 +322,23 @@ void MapPainter::PaintRoomsFromAfar(QPainter& painter, const MapView& view) cons
 
 void MapPainter::PaintRooms(QPainter& painter, const MapView& view) const {
     for (std::size_t room = 0; room < map_->rooms.size(); ++room)
-        if (ToQt(map_->rooms[room].Box().Grown(8)).intersects(view.visible))
+        if (BoxOf(view, static_cast<int>(room)).adjusted(-8, -8, 8, 8).intersects(view.visible))
             PaintRoom(painter, view, static_cast<int>(room));
     for (const int room : {view.hovered, view.current})
-        if (room != map::NoRoom)
+        if (room != map::NoRoom && !view.offsets.contains(room))
             PaintPorts(painter, view, room);
+}
+
+/// Where the room is at the moment.
+QRectF MapPainter::BoxOf(const MapView& view, int room) const {
+    const QRectF box = ToQt(map_->rooms[static_cast<std::size_t>(room)].Box());
+    const auto moving = view.offsets.find(room);
+    return moving == view.offsets.end() ? box : box.translated(moving->second);
 }
 
 void MapPainter::PaintRoom(QPainter& painter, const MapView& view, int room) const {
     const RoomBox& shown = map_->rooms[static_cast<std::size_t>(room)];
-    const QRectF box = ToQt(shown.Box());
+    const QRectF box = BoxOf(view, room);
     const QColor accent = ColourOf(ColourRole::Accent, view.palette);
     const bool isStart = room == map_->graph.start;
     const bool isSelected = IsSelected(view, room);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "painting/Islands.h"
 #include "painting/Regions.h"
 #include "painting/RoomRemark.h"
 #include "routing/RoutedMap.h"
@@ -10,6 +11,7 @@
 #include <QRectF>
 #include <QStringList>
 
+#include <map>
 #include <set>
 #include <vector>
 
@@ -29,6 +31,7 @@ struct MapView {
     int player = map::NoRoom;  // where the player of a running game is
     int line = -1;             // the connection that is selected
     bool hasFocus = false;
+    std::map<int, QPointF> offsets;         // of rooms on their way: how far they still are from their places
     std::vector<RoomRemark> remarks;        // by room; rooms behind the end have none
     std::vector<routing::Path> wholeCurves; // of stubs whose other end is looked for
 };
@@ -54,6 +57,8 @@ private:
     };
 
     void Prepare(std::size_t line);
+    void FindOutlines() { outlines_ = IslandOutlines(*map_); }
+    void PaintOutlines(QPainter& painter, const MapView& view) const;
     void PaintRegions(QPainter& painter, const MapView& view) const;
     void PaintRegionNames(QPainter& painter, const MapView& view) const;
     void PaintLines(QPainter& painter, const MapView& view) const;
@@ -69,12 +74,17 @@ private:
     void PaintName(QPainter& painter, const MapView& view, int room, const QRectF& box) const;
     static void PaintLongName(QPainter& painter, const QString& name, const QFont& font,
                               const QRectF& inside);
+    bool IsMoving(const MapView& view, const routing::MapLine& line) const {
+        return view.offsets.contains(line.from.room) || view.offsets.contains(line.to.room);
+    }
+    QRectF BoxOf(const MapView& view, int room) const;
     bool IsSelected(const MapView& view, int room) const { return view.selected.contains(room); }
 
     const routing::RoutedMap* map_;
     QStringList details_;
     QStringList names_;
     MapRegions regions_;
+    QVector<QLineF> outlines_; // of islands
     std::vector<Line> lines_;
     QFont font_;
     QFont smallFont_;

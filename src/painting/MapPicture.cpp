@@ -26,17 +26,6 @@ constexpr int LargestPngSide = 30'000;
 constexpr double PointsForUnit = .75;     // of a PDF: a unit is a 96th of an inch
 constexpr double LongestPdfSide = 14'000; // points; readers take no more
 
-void PaintAll(QPainter& painter, const routing::RoutedMap& map, const QRectF& area, double scale) {
-    MapView view;
-    view.visible = area;
-    view.zoom = std::max(scale, ZoomOfNames); // a picture can be looked at closely, however small it is
-    view.palette = LightPalette();
-    painter.scale(scale, scale);
-    painter.translate(-area.topLeft());
-    painter.fillRect(area, ColourOf(ColourRole::MapGround, view.palette));
-    MapPainter(map).Paint(painter, view);
-}
-
 QByteArray Svg(const routing::RoutedMap& map, const QRectF& area) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -45,7 +34,7 @@ QByteArray Svg(const routing::RoutedMap& map, const QRectF& area) {
     svg.setSize(area.size().toSize());
     svg.setViewBox(QRectF(QPointF(), area.size()));
     QPainter painter(&svg);
-    PaintAll(painter, map, area, 1);
+    PaintPart(painter, map, area, 1);
     painter.end();
     return bytes;
 }
@@ -60,7 +49,7 @@ QByteArray Pdf(const routing::RoutedMap& map, const QRectF& area) {
     pdf.setPageMargins(QMarginsF());
     pdf.setPageSize(QPageSize(area.size() * points, QPageSize::Point));
     QPainter painter(&pdf);
-    PaintAll(painter, map, area, points);
+    PaintPart(painter, map, area, points);
     painter.end();
     return bytes;
 }
@@ -73,7 +62,7 @@ QByteArray Png(const routing::RoutedMap& map, const QRectF& area) {
     if (image.isNull())
         throw KelError("there is not enough memory for a picture of this map");
     QPainter painter(&image);
-    PaintAll(painter, map, area, scale);
+    PaintPart(painter, map, area, scale);
     painter.end();
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -82,6 +71,17 @@ QByteArray Png(const routing::RoutedMap& map, const QRectF& area) {
 }
 
 } // namespace
+
+void PaintPart(QPainter& painter, const routing::RoutedMap& map, const QRectF& area, double scale) {
+    MapView view;
+    view.visible = area;
+    view.zoom = std::max(scale, ZoomOfNames); // a picture can be looked at closely, however small it is
+    view.palette = LightPalette();
+    painter.scale(scale, scale);
+    painter.translate(-area.topLeft());
+    painter.fillRect(area, ColourOf(ColourRole::MapGround, view.palette));
+    MapPainter(map).Paint(painter, view);
+}
 
 PictureFormat PictureFormatOf(const std::string& fileName) {
     const std::string name = Lower(fileName);

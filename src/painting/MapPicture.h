@@ -2,7 +2,11 @@
 
 #include "routing/RoutedMap.h"
 
+#include <QRectF>
+
 #include <string>
+
+class QPainter;
 
 namespace zem {
 
@@ -14,5 +18,8 @@ PictureFormat PictureFormatOf(const std::string& fileName);
 /// The whole map as the bytes of a picture, in light colours. Needs an application. Throws KelError when it
 /// cannot be made.
 std::string MapPicture(const routing::RoutedMap& map, PictureFormat format);
+
+/// Paints a part of the map, of as many pixels for each of its units, as it is painted for a picture.
+void PaintPart(QPainter& painter, const routing::RoutedMap& map, const QRectF& area, double scale);
 
 } // namespace zem

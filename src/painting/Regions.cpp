@@ -1,8 +1,9 @@
 #include "painting/Regions.h"
 
+#include "painting/Sets.h"
+
 #include <algorithm>
 #include <map>
-#include <numeric>
 
 namespace zem {
 
@@ -10,24 +11,6 @@ namespace {
 
 constexpr int LongestInside = 2; // cells of a line within a region
 constexpr int Smallest = 4;      // rooms of a region
-
-class Sets {
-public:
-    explicit Sets(std::size_t size) : parent_(size) { std::iota(parent_.begin(), parent_.end(), 0); }
-
-    int Find(int entry) {
-        while (parent_[static_cast<std::size_t>(entry)] != entry) {
-            int& parent = parent_[static_cast<std::size_t>(entry)];
-            parent = parent_[static_cast<std::size_t>(parent)];
-            entry = parent;
-        }
-        return entry;
-    }
-    void Join(int a, int b) { parent_[static_cast<std::size_t>(Find(a))] = Find(b); }
-
-private:
-    std::vector<int> parent_;
-};
 
 } // namespace
 

@@ -11,6 +11,7 @@
 #include <QPoint>
 #include <QPointF>
 #include <QPointer>
+#include <QVariantAnimation>
 #include <QWidget>
 
 #include <memory>
@@ -70,8 +71,12 @@ public:
     /// The line that the author has clicked; -1 for none.
     int ChosenLine() const { return view_.line; }
 
-    /// The cell at a point, or the nearest one in which no room stands.
-    map::Cell FreeCellAt(QPointF point) const;
+    /// The cell, or that at a point of the widget, or the nearest one in which no room stands.
+    map::Cell FreeCellAt(QPointF point) const { return FreeCellNear(CellAt(point)); }
+    map::Cell FreeCellNear(map::Cell wanted) const;
+
+    /// Whether rooms are on their way to their new places, which is soon over.
+    bool IsMoving() const { return !view_.offsets.empty(); }
 
     /// Asks for the name of a new room where it will stand.
     void AskName(map::Cell cell, int from, map::Direction direction, bool oneWay);
@@ -92,6 +97,8 @@ signals:
     void RoomNamed(const QString& name, zem::map::Cell cell, int from, int direction, bool oneWay);
     /// @param back  the port at the other end; -1 for the one that suits
     void ConnectionDrawn(int from, int direction, int to, int back, bool oneWay);
+    /// The room to which this exit leads shall be made; the game has none of its name.
+    void UnknownRoomWanted(int exit);
     void DeleteWanted();
     void MenuWanted(QPoint globalPosition);
     void ZoomChanged(double zoom);
@@ -120,6 +127,9 @@ private:
     };
 
     QString DescribeExits(int room) const;
+    QString DescribeLine(int line) const;
+    void BeginMotion(const routing::RoutedMap& before);
+    int HollowEndAt(QPointF point) const;
     QPointF ToMap(QPointF point) const { return point / view_.zoom + origin_; }
     QPointF FromMap(QPointF point) const { return (point - origin_) * view_.zoom; }
     map::Cell CellAt(QPointF point) const;
@@ -141,7 +151,7 @@ private:
     void KeepInSight();
     void SeeWholeCurves();
     bool WalkOrDraw(QKeyEvent& event);
-    void Walk(map::Direction direction);
+    void Walk(map::Direction direction, bool add);
     void DrawByKey(map::Direction direction);
     void MoveByKey(map::Direction direction);
     void FindByTyping(const QString& text);
@@ -164,7 +174,10 @@ private:
     QPointF last_;
     PortHit port_;
     int pressedRoom_ = map::NoRoom;
+    int pressedEnd_ = -1;              // the line to an unknown room at whose end the mouse was pressed
     std::vector<map::Placing> before_; // of the rooms that are dragged
+
+    QVariantAnimation motion_; // from 1 to 0: how far rooms still are from their new places
 
     bool isOverviewShown_ = true;
     QImage overview_;

@@ -1,14 +1,9 @@
 #include "panels/MapPanel.h"
 
-#include "files/ReplaceFile.h"
-#include "forms/RunCommand.h"
-#include "painting/MapPicture.h"
 #include "qt/QtText.h"
-#include "writer/OutputFile.h"
 
 #include <QAction>
 #include <QLabel>
-#include <QMenu>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -105,6 +100,7 @@ void MapPanel::ConnectCanvas() {
     connect(canvas_, &MapCanvas::RoomsMoved, this, &MapPanel::MoveRooms);
     connect(canvas_, &MapCanvas::RoomNamed, this, &MapPanel::AddRoom);
     connect(canvas_, &MapCanvas::ConnectionDrawn, this, &MapPanel::Connect);
+    connect(canvas_, &MapCanvas::UnknownRoomWanted, this, &MapPanel::MakeUnknownRoom);
     connect(canvas_, &MapCanvas::DeleteWanted, this, &MapPanel::DeleteSelected);
     connect(canvas_, &MapCanvas::MenuWanted, this, &MapPanel::ShowMenu);
     connect(canvas_, &MapCanvas::ZoomChanged, this,
@@ -150,8 +146,12 @@ void MapPanel::LayOutAnew() {
     if (known != versions_.end() && !isNew_)
         placed_ = *known->placed;
     const int generation = ++generation_;
-    auto work = [this, generation, game = session_.Game(), before = placed_, isNew = isNew_,
-                 file](const IsOutdated& stop) {
+    // Lines that still hold stay as they are drawn; a copy, because the author may drag on meanwhile.
+    std::shared_ptr<const routing::RoutedMap> shown;
+    if (!isNew_ && canvas_->HasMap())
+        shown = std::make_shared<routing::RoutedMap>(canvas_->Map());
+    auto work = [this, generation, game = session_.Game(), before = placed_, isNew = isNew_, file,
+                 shown](const IsOutdated& stop) {
         Result result;
         result.placed.graph = map::ReadMapGraph(game);
         const map::MapGraph& graph = result.placed.graph;
@@ -175,7 +175,8 @@ void MapPanel::LayOutAnew() {
         else
             result.placed.cells =
                 isNew ? map::LayOut(graph, control) : map::LayOutAfterEdit(before, graph, control);
-        result.router = std::make_shared<routing::Router>(graph, result.placed.cells);
+        result.router = shown ? std::make_shared<routing::Router>(graph, result.placed.cells, *shown)
+                              : std::make_shared<routing::Router>(graph, result.placed.cells);
         return result;
     };
     work_.Run(*this, std::move(work), [this](Result result) { ShowResult(std::move(result)); });
@@ -218,269 +219,6 @@ void MapPanel::SelectRoom(int room) {
             canvas_->Select(room);
     } else
         wanted_ = room;
-}
-
-// ---- Changing the game
-
-void MapPanel::AsStep(const QString& name, const std::function<void(GameModel&)>& change) {
-    RunCommand(dialogs_, this, [&] { session_.AsOneStep(name, [&] { session_.Change(change); }); });
-}
-
-void MapPanel::MoveRooms(const std::vector<map::Placing>& placings) {
-    if (IsBusy())
-        return; // the map that was dragged is no longer that of the game; the new one comes at once
-    for (const map::Placing& placing : placings)
-        placed_.cells[static_cast<std::size_t>(placing.room)] = *placing.cell;
-    AsStep(placings.size() == 1 ? QStringLiteral("move %1 on the map")
-                                      .arg(ToQt(session_.Game().Rooms[placings.front().room + 1].Name))
-                                : QStringLiteral("move %1 rooms on the map").arg(placings.size()),
-           [&](GameModel& game) { map::PlaceRooms(game, placings); });
-}
-
-void MapPanel::AddRoom(const QString& name, map::Cell cell, int from, map::Direction direction, bool oneWay) {
-    if (IsBusy() && from != map::NoRoom)
-        return;
-    RunCommand(dialogs_, this, [&] {
-        const int number = session_.Game().Rooms.Count();
-        const std::string bytes = FromQt(name);
-        session_.AsOneStep(QStringLiteral("add room %1").arg(name), [&] {
-            session_.Change([&](GameModel& game) {
-                const int room = map::AddRoom(game, bytes, cell);
-                if (from == map::NoRoom)
-                    return;
-                map::Connect(game, {from, direction, room,
-                                    oneWay ? std::nullopt : map::WayBack(game, from, direction, room)});
-            });
-        });
-        wanted_ = number;
-    });
-}
-
-void MapPanel::Connect(int from, map::Direction direction, int to, int back, bool oneWay) {
-    if (IsBusy())
-        return;
-    const GameModel& game = session_.Game();
-    map::Connection connection{from, direction, to, std::nullopt};
-    if (!oneWay)
-        connection.back =
-            back >= 0 ? std::optional<map::Direction>(back) : map::WayBack(game, from, direction, to);
-    const QString there = ToQt(game.Rooms[to + 1].Name);
-    if (map::ReplacesScript(game, connection) &&
-        dialogs_.ShowMessageBox(
-            this,
-            QStringLiteral("The exit runs a script. Replace the script by a plain exit to %1?").arg(there),
-            QStringLiteral("Replace script"), QMessageBox::Yes | QMessageBox::No,
-            QMessageBox::Question) != QMessageBox::Yes)
-        return;
-    AsStep(QStringLiteral("connect %1 %2 to %3")
-               .arg(ToQt(game.Rooms[from + 1].Name), QLatin1String(map::WordOf(direction)), there),
-           [&](GameModel& changed) { map::Connect(changed, connection); });
-}
-
-void MapPanel::Disconnect(int room, map::Direction direction) {
-    AsStep(QStringLiteral("remove exit %1 of %2")
-               .arg(QLatin1String(map::WordOf(direction)), ToQt(session_.Game().Rooms[room + 1].Name)),
-           [&](GameModel& game) { map::SetExit(game, room, direction, ""); });
-}
-
-/// Turns a connection around: what lay north lies south.
-void MapPanel::Flip(const routing::MapLine& line) {
-    const map::Direction there = map::Opposite(line.from.port);
-    AsStep(QStringLiteral("turn a connection around"), [&](GameModel& game) {
-        const std::string from = game.Rooms[line.from.room + 1].Name;
-        const std::string to = game.Rooms[line.to.room + 1].Name;
-        map::SetExit(game, line.from.room, line.from.port, "");
-        if (line.to.exit >= 0)
-            map::SetExit(game, line.to.room, line.to.port, "");
-        map::SetExit(game, line.from.room, there, to);
-        if (line.to.exit >= 0)
-            map::SetExit(game, line.to.room, map::Opposite(there), from);
-    });
-}
-
-void MapPanel::DeleteSelected() {
-    if (IsBusy())
-        return;
-    if (const int line = canvas_->ChosenLine(); line >= 0)
-        return RemoveLine(canvas_->Map().lines[static_cast<std::size_t>(line)]);
-    const std::vector<int> rooms(canvas_->Selected().begin(), canvas_->Selected().end());
-    if (rooms.empty())
-        return;
-    AsStep(rooms.size() == 1 ? QStringLiteral("delete room")
-                             : QStringLiteral("delete %1 rooms").arg(rooms.size()),
-           [&](GameModel& game) { map::DeleteRooms(game, rooms); });
-}
-
-void MapPanel::UnpinSelected() {
-    std::vector<map::Placing> placings;
-    for (const int room : canvas_->Selected())
-        placings.push_back({room, std::nullopt});
-    AsStep(QStringLiteral("let go of places on the map"),
-           [&](GameModel& game) { map::PlaceRooms(game, placings); });
-}
-
-void MapPanel::RemoveLine(const routing::MapLine& line) {
-    if (line.IsTie() || line.from.exit < 0)
-        return;
-    AsStep(QStringLiteral("remove a connection"), [line](GameModel& game) {
-        map::SetExit(game, line.from.room, line.from.port, "");
-        if (line.to.exit >= 0)
-            map::SetExit(game, line.to.room, line.to.port, "");
-    });
-}
-
-/// The selected rooms are forgotten and come back where the others want them.
-void MapPanel::TidySelected() {
-    const std::set<int> rooms = canvas_->Selected();
-    if (rooms.empty() || IsBusy())
-        return;
-    map::PlacedMap others;
-    std::vector<int> numbers(placed_.cells.size(), map::NoRoom);
-    for (std::size_t room = 0; room < placed_.cells.size(); ++room) {
-        if (rooms.contains(static_cast<int>(room)))
-            continue;
-        numbers[room] = others.graph.RoomCount();
-        others.graph.names.push_back(placed_.graph.names[room]);
-        others.graph.pins.push_back(placed_.graph.pins[room]);
-        others.cells.push_back(placed_.cells[room]);
-    }
-    const auto number = [&](int room) { return room < 0 ? room : numbers[static_cast<std::size_t>(room)]; };
-    for (map::Exit exit : placed_.graph.exits) {
-        exit.from = number(exit.from);
-        const bool isLost = exit.to != map::NoRoom && number(exit.to) == map::NoRoom;
-        exit.to = number(exit.to);
-        if (exit.from != map::NoRoom && !isLost)
-            others.graph.exits.push_back(exit);
-    }
-    for (map::Tie tie : placed_.graph.ties) {
-        tie.from = number(tie.from);
-        tie.to = number(tie.to);
-        if (tie.from != map::NoRoom && tie.to != map::NoRoom)
-            others.graph.ties.push_back(tie);
-    }
-    versions_.clear();
-    placed_ = std::move(others);
-    isNew_ = placed_.cells.empty();
-    isStale_ = true;
-    UnpinSelected();
-    if (isStale_)
-        LayOutAnew(); // none of them was pinned, so the game did not change
-}
-
-void MapPanel::ForgetPlaces() {
-    placed_ = {};
-    versions_.clear();
-    isNew_ = true;
-    isStale_ = true;
-    canvas_->FitNext();
-    AsStep(QStringLiteral("forget places on the map"), [](GameModel& game) { map::ForgetPlaces(game); });
-    if (isStale_)
-        LayOutAnew();
-}
-
-// ---- The menu
-
-void MapPanel::AddRoomCommands(QMenu& menu) {
-    const std::set<int>& rooms = canvas_->Selected();
-    const int room = canvas_->Current();
-    menu.addAction(QStringLiteral("&Edit room..."), this, [this, room] { emit RoomOpened(room); });
-    menu.addActions(actions()); // those of the window for what has a name
-    QMenu* exits = menu.addMenu(QStringLiteral("Remove e&xit"));
-    for (map::Direction direction = 0; direction < map::DirectionCount; ++direction) {
-        const ScriptPair& exit = map::ExitOf(session_.Game().Rooms[room + 1], direction);
-        if (!exit.Key.empty())
-            exits->addAction(QStringLiteral("%1: %2").arg(
-                                 QLatin1String(map::WordOf(direction)),
-                                 exit.Key == ActionExit ? QStringLiteral("script")
-                                                        : ToQt(exit.Key).replace(u'&', QLatin1String("&&"))),
-                             this, [this, room, direction] { Disconnect(room, direction); });
-    }
-    exits->setEnabled(!exits->isEmpty());
-    menu.addAction(QStringLiteral("&Tidy here"), this, [this] { TidySelected(); });
-    const bool isPinned = std::any_of(rooms.begin(), rooms.end(), [this](int selected) {
-        return map::PinOf(session_.Game().Rooms[selected + 1].MiscTags).has_value();
-    });
-    menu.addAction(QStringLiteral("&Let go of the place"), this, [this] { UnpinSelected(); })
-        ->setEnabled(isPinned);
-    menu.addAction(rooms.size() > 1 ? QStringLiteral("&Delete rooms") : QStringLiteral("&Delete room"), this,
-                   [this] { DeleteSelected(); });
-    menu.addSeparator();
-}
-
-void MapPanel::AddLineCommands(QMenu& menu) {
-    const int number = canvas_->ChosenLine();
-    if (number < 0)
-        return;
-    const routing::MapLine line = canvas_->Map().lines[static_cast<std::size_t>(number)];
-    if (line.IsTie() || line.from.exit < 0 || line.kind == routing::LineKind::Goto)
-        return;
-    const auto word = [](routing::Port port) { return QLatin1String(map::WordOf(port)); };
-    menu.addAction(QStringLiteral("&Remove connection"), this, [this, line] { RemoveLine(line); });
-    if (line.to.room == map::NoRoom)
-        return;
-    const bool isPlain = !line.from.isScript && !line.to.isScript;
-    menu.addAction(QStringLiteral("&Turn around (%1 becomes %2)")
-                       .arg(word(line.from.port), word(map::Opposite(line.from.port))),
-                   this, [this, line] { Flip(line); })
-        ->setEnabled(isPlain &&
-                     map::ExitOf(session_.Game().Rooms[line.from.room + 1], map::Opposite(line.from.port))
-                         .Key.empty());
-    if (line.oneWay)
-        menu.addAction(QStringLiteral("Add the way &back"), this,
-                       [this, line] {
-                           Connect(line.from.room, line.from.port, line.to.room,
-                                   map::Opposite(line.from.port), false);
-                       })
-            ->setEnabled(isPlain);
-    else {
-        menu.addAction(QStringLiteral("Only %1").arg(word(line.from.port)), this,
-                       [this, line] { Disconnect(line.to.room, line.to.port); })
-            ->setEnabled(!line.to.isScript);
-        menu.addAction(QStringLiteral("Only %1").arg(word(line.to.port)), this,
-                       [this, line] { Disconnect(line.from.room, line.from.port); })
-            ->setEnabled(!line.from.isScript);
-    }
-    menu.addSeparator();
-}
-
-void MapPanel::ShowMenu(QPoint globalPosition) {
-    if (!canvas_->HasMap() || IsBusy())
-        return;
-    auto* menu = new QMenu(canvas_);
-    menu->setObjectName(QStringLiteral("mnuMap"));
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    const QPoint at = canvas_->mapFromGlobal(globalPosition);
-    if (canvas_->ChosenLine() >= 0)
-        AddLineCommands(*menu);
-    else if (canvas_->Current() != map::NoRoom)
-        AddRoomCommands(*menu);
-    menu->addAction(QStringLiteral("&New room here"), this,
-                    [this, at] { canvas_->AskName(canvas_->FreeCellAt(at), map::NoRoom, 0, false); });
-    menu->addAction(QStringLiteral("&Fit the map"), canvas_, &MapCanvas::FitAll);
-    menu->addAction(QStringLiteral("F&orget all hand-made places"), this, [this] { ForgetPlaces(); });
-    menu->addAction(QStringLiteral("&Save picture..."), this, [this] { ExportPicture(); });
-    menu->popup(globalPosition);
-}
-
-void MapPanel::ExportPicture() {
-    if (!canvas_->HasMap())
-        return;
-    RunCommand(dialogs_, this, [this] {
-        const QString path = dialogs_.AskSaveFile(
-            this, {QStringLiteral("Save Picture"), QStringLiteral("svg"),
-                   QStringLiteral(
-                       "SVG pictures (*.svg)|*.svg|PDF documents (*.pdf)|*.pdf|PNG pictures (*.png)|*.png"),
-                   session_.FileName()});
-        if (path.isEmpty())
-            return;
-        const std::string file = PathFromQt(path);
-        const std::string bytes = MapPicture(canvas_->Map(), PictureFormatOf(file));
-        ReplaceFile(file, [&](const std::string& target) {
-            OutputFile out(target);
-            out.Write(bytes);
-            out.Close();
-        });
-    });
 }
 
 } // namespace zem

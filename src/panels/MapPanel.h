@@ -39,6 +39,8 @@ public:
 
     /// Asks where to save a picture of the map, and saves it.
     void ExportPicture();
+    /// Asks for a printer, and prints the map.
+    void Print();
 
 signals:
     /// The author has chosen a room on the map; it counts from 0.
@@ -76,7 +78,9 @@ private:
     void UnpinSelected();
     void ForgetPlaces();
     void ShowMenu(QPoint globalPosition);
-    void AddLineCommands(QMenu& menu);
+    void AddLineCommands(QMenu& menu, const routing::MapLine& line);
+    void AddConnections(QMenu& menu, int room);
+    void MakeUnknownRoom(int exit);
     void AddRoomCommands(QMenu& menu);
 
     GameSession& session_;

@@ -9,7 +9,8 @@ namespace {
 
 constexpr double LetterWidth = 6.2; // of the small letters that names of stubs are set in
 constexpr double Height = 13;
-constexpr double Gap = 3; // between the end of the stub and its name
+constexpr double Gap = 3;    // between the end of the stub and its name
+constexpr double Beside = 8; // from the middle of a diamond to its words
 constexpr double Widest = 110;
 constexpr double Narrowest = 40; // a longer name may be cut to this
 
@@ -18,20 +19,42 @@ public:
     LabelPlacer(const Boxes& boxes, const LineIndex& lines) : boxes_(boxes), lines_(lines) {}
 
     void Place(int line, bool far, Point tip, Port port, const std::string& text) {
-        const double whole = std::min(Widest, static_cast<double>(text.size()) * LetterWidth + 6);
-        for (const bool overLines : {false, true})
-            for (const double width : {whole, std::min(whole, Narrowest)})
-                for (const Rect& place : Candidates(tip, port, width))
-                    if (IsFree(place) && (overLines || lines_.LinesNear(place).empty())) {
-                        taken_[KeyOf(CellOf({place.left, place.top}))].push_back(place);
-                        labels_.push_back({line, far, place, text});
-                        return;
-                    }
+        Put({line, far, {}, text, false}, [&](double width) { return Candidates(tip, port, width); });
+    }
+
+    /// Puts a condition beside its diamond; where the line runs sideways above or below it, or farther, where
+    /// a box is in the way.
+    void PlaceCondition(int line, Point diamond, Port port, const std::string& text) {
+        Put({line, false, {}, text, true}, [&](double width) {
+            std::vector<Rect> places;
+            if (PortStep(port).y != 0)
+                for (const double left : {diamond.x + Beside, diamond.x - Beside - width})
+                    places.push_back({left, diamond.y - Height / 2, left + width, diamond.y + Height / 2});
+            for (const double away : {Beside, BoxHeight / 2 + Gap})
+                for (const double top : {diamond.y - away - Height, diamond.y + away})
+                    places.push_back({diamond.x - width / 2, top, diamond.x + width / 2, top + Height});
+            return places;
+        });
     }
 
     std::vector<StubLabel> Take() { return std::move(labels_); }
 
 private:
+    /// Takes the first place that is free, rather narrow than over lines.
+    template <class Places>
+    void Put(StubLabel label, Places placesFor) {
+        const double whole = std::min(Widest, static_cast<double>(label.text.size()) * LetterWidth + 6);
+        for (const bool overLines : {false, true})
+            for (const double width : {whole, std::min(whole, Narrowest)})
+                for (const Rect& place : placesFor(width))
+                    if (IsFree(place) && (overLines || lines_.LinesNear(place).empty())) {
+                        taken_[KeyOf(CellOf({place.left, place.top}))].push_back(place);
+                        label.place = place;
+                        labels_.push_back(std::move(label));
+                        return;
+                    }
+    }
+
     static std::uint64_t KeyOf(map::Cell cell) {
         return std::uint64_t{static_cast<std::uint32_t>(cell.x)} << 32 | static_cast<std::uint32_t>(cell.y);
     }
@@ -79,6 +102,16 @@ std::string UnknownName(const map::MapGraph& graph, const MapLine& line) {
     return line.from.exit < 0 ? std::string() : graph.exits[static_cast<std::size_t>(line.from.exit)].target;
 }
 
+void PlaceConditionOf(LabelPlacer& placer, const map::MapGraph& graph, const Boxes& boxes, int line,
+                      const LineEnd& end) {
+    if (!end.isScript || end.exit < 0)
+        return;
+    const std::string& condition = graph.exits[static_cast<std::size_t>(end.exit)].condition;
+    const Point diamond = PortPoint(boxes[end.room], end.port) + DiamondFromPort * PortDirection(end.port);
+    if (!condition.empty())
+        placer.PlaceCondition(line, diamond, end.port, "if " + condition);
+}
+
 } // namespace
 
 std::vector<StubLabel> PlaceLabels(const map::MapGraph& graph, const Boxes& boxes, const LineIndex& lines,
@@ -86,6 +119,9 @@ std::vector<StubLabel> PlaceLabels(const map::MapGraph& graph, const Boxes& boxe
     LabelPlacer placer(boxes, lines);
     for (std::size_t k = 0; k < stubs.size(); ++k) {
         const MapLine& line = stubs[k];
+        if (line.kind != LineKind::Goto) // the exit itself has a line of its own
+            for (const LineEnd* end : {&line.from, &line.to})
+                PlaceConditionOf(placer, graph, boxes, static_cast<int>(k), *end);
         if (line.shape != LineShape::Stub || line.path.IsEmpty())
             continue;
         const auto nameOf = [&](int room) { return graph.names[static_cast<std::size_t>(room)]; };

@@ -51,12 +51,16 @@ struct MapLine {
     bool IsTie() const { return kind == LineKind::Out || kind == LineKind::Place; }
 };
 
-/// The name beside a stub.
+/// How far the diamond of a script is from its port.
+inline constexpr double DiamondFromPort = 14;
+
+/// The name beside a stub, or the condition beside a diamond.
 struct StubLabel {
     int line = 0;
     bool far = false; // beside the piece at `to`
     Rect place;
     std::string text;
+    bool isCondition = false;
 };
 
 struct RoomBox {

@@ -1,6 +1,7 @@
 #include "routing/Router.h"
 
 #include "routing/Curves.h"
+#include "routing/KeptLines.h"
 #include "routing/Labels.h"
 #include "routing/Lanes.h"
 #include "routing/Wishes.h"
@@ -41,15 +42,65 @@ Path StubAt(const RoomBox& box, Port port) {
 
 Router::Router(const map::MapGraph& graph, const std::vector<map::Cell>& cells)
     : boxes_(BoxesOf(graph, cells)) {
-    map_.graph = graph;
-    map_.rooms = boxes_.Rooms();
-    map_.lines = WishesOf(graph, boxes_);
-    segments_.resize(map_.lines.size());
+    ReadLines(graph);
     std::vector<int> all(map_.lines.size());
     for (std::size_t line = 0; line < all.size(); ++line)
         all[line] = static_cast<int>(line);
     RouteAll(all);
     PlaceNames();
+}
+
+Router::Router(const map::MapGraph& graph, const std::vector<map::Cell>& cells, const RoutedMap& before)
+    : boxes_(BoxesOf(graph, cells)) {
+    ReadLines(graph);
+    const std::vector<int> kept = KeptLines(before, map_);
+    std::vector<char> redo(map_.lines.size(), 0);
+    for (std::size_t line = 0; line < kept.size(); ++line)
+        redo[line] = kept[line] < 0 ||
+                     !KeepLine(static_cast<int>(line), before.lines[static_cast<std::size_t>(kept[line])]);
+    for (const int room : NewBoxes(before, map_))
+        MakeWay(boxes_[room].Box(), redo);
+    Redo(redo);
+}
+
+/// Collects what is to be drawn.
+void Router::ReadLines(const map::MapGraph& graph) {
+    map_.graph = graph;
+    map_.rooms = boxes_.Rooms();
+    map_.lines = WishesOf(graph, boxes_);
+    segments_.resize(map_.lines.size());
+}
+
+/// Draws a line as it was drawn before. A wish for another shape is another line.
+bool Router::KeepLine(int line, const MapLine& before) {
+    if (before.path.IsEmpty())
+        return false;
+    Lay(line, before.shape, before.path, before.farPath);
+    return true;
+}
+
+/// Marks the lines on which the box would stand; what stands at a port itself stays.
+void Router::MakeWay(const Rect& box, std::vector<char>& redo) const {
+    for (const int line : index_.LinesNear(box.Grown(4))) {
+        const MapLine& drawn = map_.lines[static_cast<std::size_t>(line)];
+        const bool isMark = drawn.shape == LineShape::Stub && drawn.to.room == map::NoRoom;
+        redo[static_cast<std::size_t>(line)] |= !isMark;
+    }
+}
+
+/// Draws the marked lines anew.
+std::vector<int> Router::Redo(const std::vector<char>& redo) {
+    std::vector<int> lines;
+    for (std::size_t line = 0; line < redo.size(); ++line)
+        if (redo[line])
+            lines.push_back(static_cast<int>(line));
+    for (const int line : lines) {
+        TakeUp(line);
+        Line(line).shape = WishedShape(Line(line), boxes_);
+    }
+    RouteAll(lines);
+    PlaceNames();
+    return lines;
 }
 
 /// Whether this routing has cost so much that its end counts more than its beauty.
@@ -187,24 +238,14 @@ std::vector<int> Router::MoveRooms(const std::vector<Move>& moves) {
         RoomBox& box = map_.rooms[static_cast<std::size_t>(move.room)];
         box.cell = move.to;
         boxes_.Move(move.room, move.to);
-        for (const int line : index_.LinesNear(box.Box().Grown(4)))
-            redo[static_cast<std::size_t>(line)] = 1;
+        MakeWay(box.Box(), redo);
     }
-    std::vector<int> lines;
     for (std::size_t line = 0; line < redo.size(); ++line) {
         const MapLine& drawn = map_.lines[line];
         const auto isMoved = [&](int room) { return room >= 0 && moved[static_cast<std::size_t>(room)]; };
-        const bool mark = drawn.shape == LineShape::Stub && drawn.to.room == map::NoRoom;
-        if (isMoved(drawn.from.room) || isMoved(drawn.to.room) || (redo[line] && !mark))
-            lines.push_back(static_cast<int>(line));
+        redo[line] |= isMoved(drawn.from.room) || isMoved(drawn.to.room);
     }
-    for (const int line : lines) {
-        TakeUp(line);
-        Line(line).shape = WishedShape(Line(line), boxes_);
-    }
-    RouteAll(lines);
-    PlaceNames();
-    return lines;
+    return Redo(redo);
 }
 
 void Router::PlaceNames() {

@@ -18,6 +18,10 @@ public:
     /// @param cells  of the rooms, no two alike
     Router(const map::MapGraph& graph, const std::vector<map::Cell>& cells);
 
+    /// The same for a map that was a little different before: what is drawn there and still holds stays.
+    /// @param before  a whole map
+    Router(const map::MapGraph& graph, const std::vector<map::Cell>& cells, const RoutedMap& before);
+
     const RoutedMap& Map() const { return map_; }
 
     struct Move {
@@ -38,6 +42,10 @@ public:
     std::vector<int> LinesNear(const Rect& area) const { return index_.LinesNear(area); }
 
 private:
+    void ReadLines(const map::MapGraph& graph);
+    bool KeepLine(int line, const MapLine& before);
+    void MakeWay(const Rect& box, std::vector<char>& redo) const;
+    std::vector<int> Redo(const std::vector<char>& redo);
     void RouteAll(const std::vector<int>& lines);
     void LayStub(int line);
     bool LayStraight(int line);

@@ -54,6 +54,20 @@ TEST(MapGraph, KnowsWhereExitsPlacesAndScriptsLead) {
         exits += std::to_string(exit.from) + ' ' + std::to_string(exit.direction) + ' ' +
                  std::to_string(exit.to) + (exit.scripted ? "s;" : ";");
     EXPECT_EQ(exits, "0 0 3;0 4 0;0 2 -1;0 6 3s;1 1 -1s;1 5 -1s;2 0 0s;") << "of two rooms B the last counts";
+    for (const auto& [script, condition] : Cases<std::string, std::string>{
+             {"msg <No.>", ""},
+             {"if has <key> then goto <A> else msg <No.>", "has key"},
+             {"if not flag <open> then goto <A>", "not flag open"},
+             {"if has <key> and in <A> then goto <A>", "has key ..."},
+             {"do <ask>", "flag asked"},
+             {"if has <key", ""},
+         })
+        EXPECT_EQ(GraphOf(RoomBlock("A", "north " + script) +
+                          "define procedure <ask>\nmsg <Well?>\nif flag <asked> then goto <A>\nend define\n")
+                      .exits.front()
+                      .condition,
+                  condition)
+            << script;
     EXPECT_TRUE(GraphOf(RoomBlock("", "") + RoomBlock("A", "")).ties.empty())
         << "no way out leads to no name";
     std::string ties;

@@ -3,12 +3,16 @@
 #include "forms/ColourRoles.h"
 #include "forms/Palettes.h"
 #include "map/MapGames.h"
+#include "painting/Islands.h"
 #include "painting/MapPainter.h"
+#include "painting/MapPrint.h"
 #include "routing/Router.h"
 #include "support/Cases.h"
 
+#include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QPdfWriter>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +77,44 @@ TEST(MapPicture, ShowsLessFromAfarAndMarksWhatIsSelected) {
         }
         EXPECT_NE(paint(zoom, {1})[0], box) << zoom;
     }
+}
+
+TEST(MapPicture, DrawsAnOutlineRoundEachIslandButTheLargest) {
+    const std::string mainland = RoomBlock("A", "east <B>") + RoomBlock("B", "east <C>") + RoomBlock("C");
+    for (const auto& [about, isle, edges] : Cases<std::string, std::string, int>{
+             {"no island", "", 0},
+             {"a room by itself", RoomBlock("I"), 0},
+             {"two rooms, with a cell between them", RoomBlock("I", "east <J>") + RoomBlock("J"), 8},
+             {"joined by a place alone", RoomBlock("I", "east <J>\nplace <B>") + RoomBlock("J"), 8},
+             {"joined by a script", RoomBlock("I", "east <J>\nnorth goto <B>") + RoomBlock("J"), 0},
+         }) {
+        const map::MapGraph graph = GraphOf(mainland + isle);
+        std::vector<map::Cell> cells{{0, 0}, {1, 0}, {2, 0}, {0, 4}, {2, 4}};
+        cells.resize(graph.names.size());
+        EXPECT_EQ(IslandOutlines(routing::RouteMap(graph, cells)).size(), edges) << about;
+    }
+}
+
+TEST(MapPicture, IsPrintedOnOnePageOrOnAsManyAsNamesNeed) {
+    std::string row;
+    std::vector<map::Cell> cells;
+    for (int room = 0; room < 60; ++room) {
+        row += RoomBlock("R" + std::to_string(room), "east <R" + std::to_string(room + 1) + ">");
+        cells.push_back({room, 0});
+    }
+    const auto pages = [](const routing::RoutedMap& map) {
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter pdf(&buffer);
+        pdf.setPageSize(QPageSize(QPageSize::A4));
+        PrintMap(pdf, map);
+        return bytes.count("/Type /Page\n");
+    };
+    EXPECT_EQ(pages(SmallMap()), 1);
+    const auto many = pages(routing::RouteMap(GraphOf(row), cells));
+    EXPECT_GT(many, 2);
+    EXPECT_LT(many, 10) << "no empty pages below";
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <QAccessible>
 #include <QMenu>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QTest>
 
@@ -309,6 +310,90 @@ TEST(MapPanel, ARoomRemovedThereIsToldWhereItIsStillUsed) {
         if (button->text() == "U&ndo")
             button->click();
     EXPECT_EQ(p.game.Rooms.Count(), 2);
+}
+
+TEST(MapPanel, AClickOnAHollowEndMakesTheRoom) {
+    MapProgram p("define game <Map>\r\nstart <Hall>\r\nend define\r\n"
+                 "define room <Hall>\r\nnorth <Loft>\r\neast <Yard>\r\nend define\r\n");
+    p.Canvas().ZoomTo(1);
+    const QPoint port = p.Port("Hall", 0);
+    QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, port);
+    EXPECT_EQ(p.game.Rooms.Count(), 1) << "a click at the port chooses the room";
+    QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, port - QPoint(0, 20));
+    p.Wait();
+    ASSERT_EQ(p.game.Rooms.Count(), 2);
+    EXPECT_EQ(p.game.Rooms[2].Name, "Loft");
+    EXPECT_EQ(p.CellOf("Loft") - p.CellOf("Hall"), (map::Cell{0, -1}));
+    EXPECT_EQ(p.Exits(), "Hall north Loft, Hall east Yard");
+    EXPECT_EQ(p.LastStep(), "add room Loft");
+}
+
+TEST(MapPanel, KeysReachConnectionsAndSelectSeveralRooms) {
+    const MapProgram p;
+    p.Canvas().setFocus();
+    const auto choose = [&](std::initializer_list<const char*> way) {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+        QCoreApplication::sendEvent(&p.Canvas(), &event);
+        auto* menu = p.Canvas().findChild<QMenu*>(QStringLiteral("mnuMap"));
+        ASSERT_NE(menu, nullptr);
+        QList<QAction*> actions = menu->actions();
+        for (const char* step : way) {
+            const auto action = std::find_if(actions.cbegin(), actions.cend(), [&](const QAction* one) {
+                return one->text().remove(u'&').startsWith(QLatin1String(step)) && one->isEnabled();
+            });
+            ASSERT_NE(action, actions.cend()) << step;
+            if (QMenu* inner = (*action)->menu())
+                actions = inner->actions();
+            else
+                (*action)->trigger();
+        }
+        menu->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        p.Wait();
+    };
+    p.Key(Qt::Key_Q);
+    choose({"Connections", "east Mole", "Turn around"});
+    EXPECT_EQ(p.Exits(), "Quay west Mole, Mole east Quay, Mole south msg <Too deep.>");
+    p.Key(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(p.Canvas().Selected(), (std::set<int>{0, 1}));
+    const map::Cell quay = p.CellOf("Quay");
+    const map::Cell mole = p.CellOf("Mole");
+    p.Key(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(p.CellOf("Quay"), quay + (map::Cell{0, -1}));
+    EXPECT_EQ(p.CellOf("Mole"), mole + (map::Cell{0, -1}));
+    EXPECT_EQ(p.LastStep(), "move 2 rooms on the map");
+}
+
+/// A desktop with or without motion.
+class MotionStyle : public QProxyStyle {
+public:
+    explicit MotionStyle(int duration) : duration_(duration) {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_Widget_Animation_Duration ? duration_
+                                                    : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+
+private:
+    int duration_;
+};
+
+TEST(MapPanel, RoomsGlideToTheirPlacesWhereTheDesktopWantsMotion) {
+    for (const int duration : {0, 200}) {
+        MotionStyle style(duration);
+        const MapProgram p;
+        p.Canvas().setStyle(&style);
+        std::vector<map::Cell> cells = p.Canvas().Map().Cells();
+        const auto show = [&] {
+            p.Canvas().Show(std::make_shared<routing::Router>(p.Canvas().Map().graph, cells), {});
+        };
+        show();
+        EXPECT_FALSE(p.Canvas().IsMoving()) << "nothing has moved";
+        cells[1] = cells[1] + map::Cell{0, 3};
+        show();
+        EXPECT_EQ(p.Canvas().IsMoving(), duration > 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !p.Canvas().IsMoving(); })) << "and it ends";
+    }
 }
 
 TEST(MapPanel, TellsScreenReadersItsRooms) {

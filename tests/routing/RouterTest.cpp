@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
+#include <set>
 
 namespace zem::test {
 namespace {
@@ -149,6 +150,23 @@ TEST(Router, NamesTheRoomBehindAStub) {
     EXPECT_EQ(names, "Gone?;B;A;");
 }
 
+TEST(Router, WritesTheConditionBesideADiamondAndOverNoRoom) {
+    for (const char* direction : {"north", "east", "southwest"}) {
+        const RoutedMap drawn = routing::RouteMap(
+            GraphOf(
+                RoomBlock("A", direction + std::string(" if has <brass key> then goto <B> else goto <C>")) +
+                RoomBlock("B") + RoomBlock("C")),
+            {{0, 0}, {1, 0}, {0, -1}});
+        std::string conditions;
+        for (const routing::StubLabel& label : drawn.labels) {
+            conditions += label.isCondition ? label.text + ';' : "";
+            for (const routing::RoomBox& room : drawn.rooms)
+                EXPECT_FALSE(label.place.Meets(room.Box())) << direction;
+        }
+        EXPECT_EQ(conditions, "if has brass key;") << direction << ": once, however many rooms it goes to";
+    }
+}
+
 TEST(Router, DrawsNoLineThroughARoom) {
     for (const auto& [rooms, untrue, places, seed] : Cases<int, double, double, std::uint32_t>{
              {200, 0, 0, 1}, {200, 5, 10, 2}, {200, 10, 25, 3}, {600, 5, 5, 4}}) {
@@ -203,6 +221,50 @@ TEST(Router, MovesARoomWithItsLines) {
     EXPECT_EQ(router.RoomAt(cells[0]), 1);
     EXPECT_EQ(router.RoomAt(cells[1]), 0);
     EXPECT_EQ(LinesThroughRooms(router.Map()), 0);
+}
+
+TEST(Router, KeepsTheLinesOfAMapThatWasALittleDifferent) {
+    const MapGraph graph = GraphOfMade({200, 5, 10, 6});
+    std::vector<Cell> cells = map::LayOut(graph);
+    const routing::Router before(graph, cells);
+    const auto linesIn = [](const RoutedMap& drawn) {
+        std::multiset<std::string> lines;
+        for (const MapLine& line : drawn.lines) {
+            std::string told = std::to_string(line.from.room) + ' ' + std::to_string(line.from.port) + ':';
+            for (const routing::Segment& segment : line.path.Flattened())
+                told += std::to_string(segment.b.x) + ' ' + std::to_string(segment.b.y) + ';';
+            lines.insert(told);
+        }
+        return lines;
+    };
+    EXPECT_EQ(linesIn(routing::Router(graph, cells, before.Map()).Map()), linesIn(before.Map()))
+        << "nothing has changed";
+
+    // A room on a line, a room that has moved, an exit less, and one that leads elsewhere.
+    MapGraph after = graph;
+    after.names.push_back("new");
+    after.pins.emplace_back();
+    const auto straight =
+        std::find_if(before.Map().lines.begin(), before.Map().lines.end(), [&](const MapLine& line) {
+            return line.shape == LineShape::Straight &&
+                   map::Length(cells[line.to.room] - cells[line.from.room]) == 2;
+        });
+    ASSERT_NE(straight, before.Map().lines.end());
+    const Cell way = cells[straight->to.room] - cells[straight->from.room];
+    cells.push_back(cells[straight->from.room] + Cell{way.x / 2, way.y / 2});
+    ASSERT_EQ(before.RoomAt(cells.back()), map::NoRoom);
+    cells[7] = before.Map().rooms[7].cell + Cell{40, 0};
+    after.exits.erase(after.exits.begin() + 20);
+    after.exits[30].to = after.RoomCount() - 1;
+    const RoutedMap now = routing::Router(after, cells, before.Map()).Map();
+    EXPECT_EQ(LinesThroughRooms(now), 0);
+    EXPECT_EQ(Untold(now), "");
+    const std::multiset<std::string> old = linesIn(before.Map());
+    const std::multiset<std::string> lines = linesIn(now);
+    const auto kept =
+        std::count_if(lines.begin(), lines.end(), [&](const auto& line) { return old.contains(line); });
+    EXPECT_GT(kept, static_cast<long>(old.size()) - 30);
+    EXPECT_LT(kept, static_cast<long>(old.size()));
 }
 
 } // namespace
