@@ -53,7 +53,9 @@ private:
         for (const CheckedCall* call : CertainCalls(script)) {
             if (Waits(*call))
                 break;
-            const CheckedScript* next = Is(*call, "do") ? flow.Procedure(call->Part(0)) : nullptr;
+            const CheckedScript* next = Is(*call, "do")       ? flow.Procedure(call->Part(0))
+                                        : Is(*call, "repeat") ? flow.Procedure(call->Part(1))
+                                                              : nullptr;
             if (next != nullptr)
                 runs.push_back({call, numbers_.at(next)});
         }

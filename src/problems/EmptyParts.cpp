@@ -210,10 +210,51 @@ void FindIdleRules(const CheckedGame& game, Findings& findings) {
     rules.Report();
 }
 
+/// Rules whose brackets are empty. Texts that are empty are no texts, so they are looked for by their lists.
+class NamelessRules {
+public:
+    explicit NamelessRules(Findings& findings) : findings_(findings) {}
+
+    void Look(const RecordList auto& rules, Place place, std::size_t depth, FieldId list) {
+        place.steps[depth].list = list;
+        for (const ScriptPair& rule : rules) {
+            ++place.steps[depth].entry;
+            if (Trim(rule.Key).empty())
+                findings_.Add("A05", place, "This rule names no item, so it never runs.").fixes = {
+                    RemoveRecord("Remove it", place)};
+        }
+    }
+
+    void LookAtThings(const RecordList auto& things, int room, FieldId list) {
+        int entry = 0;
+        for (const Thing& thing : things) {
+            const Place place = Place::Of({{FieldId::GameRooms, room}, {list, ++entry}});
+            Look(thing.Uses, place, 2, FieldId::ThingUses);
+            Look(thing.Gives, place, 2, FieldId::ThingGives);
+        }
+    }
+
+private:
+    Findings& findings_;
+};
+
+void FindNamelessRules(const CheckedGame& game, Findings& findings) {
+    NamelessRules rules(findings);
+    rules.Look(game.Game().GameUses, {}, 0, FieldId::GameUses);
+    int number = 0;
+    for (const Room& room : game.Game().Rooms) {
+        ++number;
+        rules.Look(room.Uses, Place::Of({{FieldId::GameRooms, number}}), 1, FieldId::RoomUses);
+        rules.LookAtThings(room.Characters, number, FieldId::RoomCharacters);
+        rules.LookAtThings(room.Objects, number, FieldId::RoomObjects);
+    }
+}
+
 } // namespace
 
 std::span<const Check> EmptyChecks() {
     static constexpr Check Rows[] = {
+        {"A05", Level::Error, "Items that are not in the list", FindNamelessRules},
         {"E01", Level::Warning, "Rooms without a description", FindEmptyRoomParts},
         {"E02", Level::Hint, "Descriptions that nobody reads", FindEmptyRoomParts},
         {"E03", Level::Hint, "Things without a look", FindEmptyRoomParts},

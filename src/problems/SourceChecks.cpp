@@ -4,6 +4,7 @@
 #include "base/TextFile.h"
 #include "model/Texts.h"
 #include "problems/Checks.h"
+#include "problems/Directions.h"
 #include "problems/Fixes.h"
 #include "problems/ReadAgain.h"
 #include "readback/ReadBack.h"
@@ -47,6 +48,7 @@ public:
     void Run() {
         for (const LoadRemark& remark : source_.inspection.remarks)
             AddRemark(remark);
+        FindEmptyExits();
         std::size_t outside = 0;
         std::size_t firstOutside = 0;
         for (const LostText& lost : source_.inspection.lost)
@@ -65,6 +67,26 @@ public:
     }
 
 private:
+    /// Exits of rooms whose brackets are empty: the game that was read has no trace of them.
+    void FindEmptyExits() {
+        if (source_.bytes.find("<>") == std::string::npos)
+            return;
+        bool isInRoom = false;
+        std::size_t number = 0;
+        for (std::string_view bytes = source_.bytes; !bytes.empty();) {
+            const std::string_view line = Trim(TakeLine(bytes));
+            ++number;
+            if (BeginsWith(line, "define "))
+                isInRoom = BeginsWith(line, "define room ");
+            const std::string_view word = line.substr(0, line.find(' '));
+            if (isInRoom && line.size() == word.size() + 3 && line.ends_with(" <>") &&
+                (IsDirection(word) || EqualIgnoringCase(word, "place")))
+                findings_.AddAtLine("M06", number,
+                                    "The brackets of " + QuoteShortly(word) +
+                                        " are empty, so this leads nowhere, and a save drops it.");
+        }
+    }
+
     static std::string Count(std::size_t count, const char* one, const char* several) {
         return std::to_string(count) + ' ' + (count == 1 ? one : several);
     }
@@ -378,6 +400,7 @@ void FindUnsavable(const CheckedGame& game, Findings& findings) {
 
 std::span<const Check> SourceChecks() {
     static constexpr Check Rows[] = {
+        {"M06", Level::Warning, "Exits that run an empty script", FindLeftovers},
         {"S04", Level::Warning, "Start items between semicolons", FindLeftovers},
         {"S05", Level::Hint, "Scripts behind exits to rooms", FindLeftovers},
         {"S06", Level::Error, "Blocks whose first line has capitals", FindLeftovers},
