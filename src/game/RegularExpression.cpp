@@ -43,6 +43,10 @@ struct RegularExpression::Compiled {
     };
 
     std::unique_ptr<pcre2_code, FreeCode> code;
+    // The same for texts of ASCII, which most are: without the classes of all letters of the world it is
+    // several times as fast. Null where the expression itself is none of ASCII.
+    std::unique_ptr<pcre2_code, FreeCode> asciiCode;
+    const pcre2_code* current = nullptr; // for the text
     std::unique_ptr<pcre2_match_context, FreeMatch> limits;
     std::unique_ptr<pcre2_match_data, FreeData> match;
 };
@@ -52,11 +56,19 @@ RegularExpression::RegularExpression(std::string_view expression, Option capital
     const std::string utf8 = ToUtf8(expression);
     const std::unique_ptr<pcre2_compile_context, FreeCompile> context(pcre2_compile_context_create(nullptr));
     pcre2_set_newline(context.get(), PCRE2_NEWLINE_CRLF);
-    const std::uint32_t options = PCRE2_UTF | PCRE2_UCP | PCRE2_MULTILINE | PCRE2_NEVER_BACKSLASH_C |
-                                  (capitals == AnyCapitals ? PCRE2_CASELESS : 0U);
+    const std::uint32_t options =
+        PCRE2_MULTILINE | PCRE2_NEVER_BACKSLASH_C | (capitals == AnyCapitals ? PCRE2_CASELESS : 0U);
     int error = 0;
     PCRE2_SIZE at = 0;
-    compiled_->code.reset(pcre2_compile(Units(utf8), utf8.size(), options, &error, &at, context.get()));
+    const auto compile = [&](std::uint32_t letters) {
+        return pcre2_compile(Units(utf8), utf8.size(), options | letters, &error, &at, context.get());
+    };
+    if (IsAscii(utf8))
+        compiled_->asciiCode.reset(compile(0));
+    if (compiled_->asciiCode != nullptr)
+        pcre2_jit_compile(compiled_->asciiCode.get(), PCRE2_JIT_COMPLETE);
+    compiled_->code.reset(compile(PCRE2_UTF | PCRE2_UCP));
+    compiled_->current = compiled_->code.get();
     if (compiled_->code == nullptr) {
         TellProblem(error, at, utf8);
         return;
@@ -80,7 +92,10 @@ void RegularExpression::TellProblem(int code, std::size_t at, std::string_view u
 
 void RegularExpression::SetText(std::string_view text) {
     next_ = counted_ = countedBytes_ = 0;
-    if (IsAscii(text)) {
+    const bool isAscii = IsAscii(text);
+    compiled_->current =
+        isAscii && compiled_->asciiCode != nullptr ? compiled_->asciiCode.get() : compiled_->code.get();
+    if (isAscii) {
         utf8_ = text;
         converted_.clear();
         return;
@@ -101,7 +116,7 @@ std::size_t RegularExpression::ToByte(std::size_t utf8Byte) {
 std::optional<TextRange> RegularExpression::Next() {
     while (problem_.empty() && next_ <= utf8_.size()) {
         const int result =
-            pcre2_match(compiled_->code.get(), Units(utf8_), utf8_.size(), next_,
+            pcre2_match(compiled_->current, Units(utf8_), utf8_.size(), next_,
                         PCRE2_NO_UTF_CHECK | PCRE2_NOTEMPTY, compiled_->match.get(), compiled_->limits.get());
         if (result == PCRE2_ERROR_NOMATCH)
             break;
