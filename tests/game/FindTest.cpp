@@ -101,7 +101,7 @@ TEST_F(FindIn, TakesWordsCapitalsKindsAndExpressions) {
              {{.words = "^lamp$", .isRegularExpression = true}, 1},
              {{.words = "\\b\xE9\\w\xC9\\b", .isRegularExpression = true}, 1},
              {{.words = "\xC9t\xE9", .isRegularExpression = true, .capitals = true}, 1},
-             {{.words = "x*", .isRegularExpression = true}, 2}, // nothing is no hit
+             {{.words = "x*", .isRegularExpression = true}, 2},                        // nothing is no hit
              {{.words = "\\p{Lu}", .isRegularExpression = true, .capitals = true}, 9}, // in all texts alike
              {{.words = "\\x{e9}", .isRegularExpression = true}, 2},
              {{.words = "\\N{U+e9}", .isRegularExpression = true}, 2},

@@ -28,10 +28,8 @@ namespace {
 
 /// A game of a hall and an attic.
 std::string TowerWith(const char* hall, const char* attic) {
-    return CrLf(
-        std::string(
-            "define game <Tower>\nstart <Hall>\nend define\ndefine room <Hall>\nlook <") +
-        hall + ">\nend define\ndefine room <Attic>\nlook <" + attic + ">\nend define\n");
+    return CrLf(std::string("define game <Tower>\nstart <Hall>\nend define\ndefine room <Hall>\nlook <") +
+                hall + ">\nend define\ndefine room <Attic>\nlook <" + attic + ">\nend define\n");
 }
 
 struct Team : RunningProgram {
