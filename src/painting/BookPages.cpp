@@ -47,11 +47,7 @@ public:
         document_.setDefaultFont(font);
         document_.setDocumentMargin(0);
         document_.setIndentWidth(DotsOf(IndentWidth));
-        document_.setDefaultStyleSheet(
-            QStringLiteral("a { color: black; text-decoration: none } li { margin: 0 } "
-                           "p { margin-top: 0; margin-bottom: %1px } dd { margin-left: %2px }")
-                .arg(DotsOf(2))
-                .arg(DotsOf(IndentWidth)));
+        document_.setDefaultStyleSheet(QStringLiteral("a { color: black; text-decoration: none }"));
         document_.setHtml(QString::fromStdString(html));
         document_.setPageSize({size_.width(), TextHeight()});
         NumberLinks();
@@ -111,28 +107,30 @@ private:
         return entries;
     }
 
-    /// The numbers stand at the right edge and make no line longer, so they do not move what they tell of;
-    /// should one do so all the same, they are put again.
+    /// Room for the numbers is made first, so that they do not move what they tell of.
     void NumberLinks() {
+        constexpr const char* Room = "000";
         const auto entries = EntriesOfLists();
-        QTextOption::Tab right(size_.width(), QTextOption::RightTab);
         for (const auto& [block, target] : entries) {
             QTextCursor cursor(block);
-            QTextBlockFormat format = block.blockFormat();
-            right.position = size_.width() - DotsOf(2 * IndentWidth); // from the start of an indented line
-            format.setTabPositions({right});
-            cursor.setBlockFormat(format);
             cursor.movePosition(QTextCursor::EndOfBlock);
-            cursor.insertText(QStringLiteral("\t000"), QTextCharFormat());
+            cursor.insertText(QChar(QChar::Nbsp) + QStringLiteral(" ") + QLatin1String(Room),
+                              QTextCharFormat());
         }
+        LayOutAnew();
         const QHash<QString, int> pages = PagesOfAnchors();
         for (const auto& [block, target] : entries) {
             QTextCursor cursor(block);
             cursor.movePosition(QTextCursor::EndOfBlock);
-            cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor, 3);
+            cursor.movePosition(QTextCursor::PreviousCharacter, QTextCursor::KeepAnchor,
+                                static_cast<int>(std::char_traits<char>::length(Room)));
             cursor.insertText(QString::number(pages.value(target)));
         }
+        LayOutAnew();
     }
+
+    /// A layout after edits drops lines of blocks that it only moves, so all of it is made anew.
+    void LayOutAnew() { document_.markContentsDirty(0, document_.characterCount()); }
 
     QPdfWriter& pdf_;
     QSizeF size_;

@@ -35,9 +35,9 @@ constexpr qsizetype MostShown = 200; // characters of a difference in its row
 
 /// The lines of a text as one, for a row.
 QString OnOneLine(const std::string& text) {
-    QString line = ToQt(text);
-    line.replace(QLatin1String("\r\n"), QLatin1String(" \u00B7 "));
-    return line.size() > MostShown ? line.left(MostShown) + QChar(0x2026) : line.trimmed();
+    QString line = ToQt(text).trimmed();
+    line.replace(QLatin1String("\r\n"), QStringLiteral(" \u00B7 "));
+    return line.size() > MostShown ? line.left(MostShown) + QChar(0x2026) : line;
 }
 
 /// A changed line as it is now, or as it was if nothing is left of it.

@@ -82,7 +82,9 @@ QWidget* FiguresPanel::MakeControls() {
     lstFigures_->setRootIsDecorated(false);
     lstFigures_->setUniformRowHeights(true);
     lstFigures_->setAllColumnsShowFocus(true);
-    lstFigures_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    lstFigures_->header()->setStretchLastSection(false);
+    lstFigures_->header()->setSectionResizeMode(0, QHeaderView::Stretch); // the value is always to be seen
+    lstFigures_->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     lstCounted_->setObjectName(QStringLiteral("lstCounted"));
     lstCounted_->setAccessibleName(QStringLiteral("What the figure counts"));
     spnWordsPerMinute_->setObjectName(QStringLiteral("spnWordsPerMinute"));

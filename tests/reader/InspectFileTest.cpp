@@ -34,55 +34,61 @@ void ExpectInspection(const Case& expected) {
     }
 }
 
-const std::string Game = "define game <x>\r\nend define\r\n";
-const std::string Room = "define room <r>\r\nend define\r\n";
+const std::string PlainGame = "define game <x>\r\nend define\r\n";
+const std::string PlainRoom = "define room <r>\r\nend define\r\n";
 
 TEST(InspectFile, TellsWhatALoadMakesOfOddFiles) {
     const Case cases[] = {
-        {"a plain game", Game + Room, {}},
+        {"a plain game", PlainGame + PlainRoom, {}},
         {"UTF-8", "define game <\xC3\xA9>\nend define\n", {"0: is UTF-8"}},
-        {"a UTF-8 mark", "\xEF\xBB\xBF" + Game + Room, {"1: hides the first line"}, {0, 2}},
-        {"a UTF-8 mark and nothing else", "\xEF\xBB\xBF" + Game, {"0: no Kel game", "1: UTF-8 mark"}, {0, 2}},
+        {"a UTF-8 mark", "\xEF\xBB\xBF" + PlainGame + PlainRoom, {"1: hides the first line"}, {0, 2}},
+        {"a UTF-8 mark and nothing else",
+         "\xEF\xBB\xBF" + PlainGame,
+         {"0: no Kel game", "1: UTF-8 mark"},
+         {0, 2}},
         {"UTF-16", "\xFF\xFE"s + "d\0e\0f\0"s, {"0: is UTF-16", "0: no Kel game"}, {0, 1}},
         {"a program", "\x7F" + "ELF\x02\x01\x01\0\0\0\0\0\0"s, {"0: no text", "0: no Kel game"}, {0, 1}},
         {"prose", "Dear diary,\n\n'today'\n", {"0: no Kel game"}, {1, 1}},
         {"nothing at all", "", {}},
         {"a conflict",
-         Game + "define procedure <p>\n<<<<<<< HEAD\na\n||||||| base\nb\n=======\nc\n>>>>>>> other\nend "
-                "define\n",
+         PlainGame + "define procedure <p>\n<<<<<<< HEAD\na\n||||||| base\nb\n=======\nc\n>>>>>>> other\nend "
+                     "define\n",
          {"4: lines of both versions", "6: other version", "8: other version", "10: ends a conflict"}},
-        {"no conflict", Game + "define text <t>\nTitle\n=======\n<<<<<<<< eight\nend define\n", {}},
-        {"a room without a blank", Game + "define room<r>\n'c\nend define\n", {"3: writes it twice"}},
-        {"synonyms in capitals", Game + "Define Synonyms\na=b\nend define\n", {"3: writes them twice"}},
-        {"game in capitals", "define Game <g>\nstart <r>\n\nend define\n" + Room, {"1: not read"}, {0, 3}},
+        {"no conflict", PlainGame + "define text <t>\nTitle\n=======\n<<<<<<<< eight\nend define\n", {}},
+        {"a room without a blank", PlainGame + "define room<r>\n'c\nend define\n", {"3: writes it twice"}},
+        {"synonyms in capitals", PlainGame + "Define Synonyms\na=b\nend define\n", {"3: writes them twice"}},
+        {"game in capitals",
+         "define Game <g>\nstart <r>\n\nend define\n" + PlainRoom,
+         {"1: not read"},
+         {0, 3}},
         {"no blank before the game's name",
          "define game<g>\nend define\n",
          {"1: kept as it is, but not read"}},
         {"a block in a room",
-         Game + "define room <r>\n'c\ndefine timer <t>\n'd\nx\nend define\ndefine object <o>\n'e\nend "
-                "define\nend define\n",
+         PlainGame + "define room <r>\n'c\ndefine timer <t>\n'd\nx\nend define\ndefine object <o>\n'e\nend "
+                     "define\nend define\n",
          {"5: a save drops it"},
          {3, 3}},
         {"two games",
-         Game + Room + "define game <y>\n'c\nz\nend define\n",
+         PlainGame + PlainRoom + "define game <y>\n'c\nz\nend define\n",
          {"1: only the last is read"},
          {1, 2}},
-        {"a lost object", Game + "define object <o>\nend define\n", {"3: must stand inside a room"}},
-        {"a kind of its own", Game + "define timer <t>\n'c\nend define\n", {}},
-        {"text without a blank", Game + "define text<t>\nx\nend define\n", {"3: \"define text <\""}},
-        {"a block without an end", Game + "'c\n<<<<<<< a\ndefine room <r>\n", {"4: a conflict"}},
+        {"a lost object", PlainGame + "define object <o>\nend define\n", {"3: must stand inside a room"}},
+        {"a kind of its own", PlainGame + "define timer <t>\n'c\nend define\n", {}},
+        {"text without a blank", PlainGame + "define text<t>\nx\nend define\n", {"3: \"define text <\""}},
+        {"a block without an end", PlainGame + "'c\n<<<<<<< a\ndefine room <r>\n", {"4: a conflict"}},
         {"lines that a menu does not know",
-         Game + "define selection <m>\n'c\ninfo <i>\nmaybe\nchoice <c> x\nend define\n",
+         PlainGame + "define selection <m>\n'c\ninfo <i>\nmaybe\nchoice <c> x\nend define\n",
          {},
          {1, 1}},
         {"what a save writes itself",
          "' /a/b.kel created by ZEM 1.0\n\n'*** The following line is required by ZEM - please do not "
          "remove\n"
          "'ZEM-NIP <7>\n\n!include <lib>\n" +
-             Game,
+             PlainGame,
          {}},
         {"comments, of which those of scripts and texts stay",
-         "'1\n" + Game +
+         "'1\n" + PlainGame +
              "'2\ndefine room <r>\n'3\nscript {\n'4\nmsg <x>\n}\nend define\ndefine procedure <p>\n'5\nend "
              "define\n",
          {},

@@ -78,6 +78,16 @@ TEST(ChangesPanel, FollowsTheGameAndComparesWithAnyVersion) {
     since->setCurrentIndex(0);
     p.WaitForDifferences(*p.Main());
     EXPECT_EQ(TextsOf(*p.Main(), "lstDifferences").size(), 1);
+    p.program->Session().Change([](GameModel& game) {
+        game.Rooms.Append().Name = "Loft";
+        game.Rooms.Edit(3).Alias = "the loft";
+        game.Rooms.Edit(3).Look = "High.";
+    });
+    p.WaitForDifferences(*p.Main());
+    EXPECT_TRUE(
+        TextsOf(*p.Main(), "lstDifferences")
+            .contains(QStringLiteral("room|room Loft|added|alias: the loft \u00B7 description: High.")))
+        << TextsOf(*p.Main(), "lstDifferences").join(u'\n').toStdString();
 }
 
 TEST(EarlierVersions, ShowWhatHasChangedSinceBeforeOneIsOpened) {
