@@ -10,6 +10,8 @@
 #include <QListWidget>
 #include <QSplitter>
 
+#include <memory>
+
 namespace zem {
 
 namespace {
@@ -26,7 +28,7 @@ void NameAsItsLabel(const QWidget& form, QWidget& control) {
 ScriptBlock* PutBlockBeside(QWidget& control, const QWidget& form, Qt::Orientation orientation) {
     NameAsItsLabel(form, control);
     auto* both = new QSplitter(orientation, control.parentWidget());
-    control.parentWidget()->layout()->replaceWidget(&control, both);
+    const std::unique_ptr<QLayoutItem> old(control.parentWidget()->layout()->replaceWidget(&control, both));
     auto* block = new ScriptBlock;
     block->setObjectName(QStringLiteral("blk") + control.objectName().mid(3));
     both->addWidget(&control);
