@@ -82,6 +82,8 @@ QWidget* FiguresPanel::MakeControls() {
     lstFigures_->setRootIsDecorated(false);
     lstFigures_->setUniformRowHeights(true);
     lstFigures_->setAllColumnsShowFocus(true);
+    lstFigures_->setMinimumWidth(fontMetrics().horizontalAdvance(
+        QStringLiteral("minutes to read it all, about  1,000 (an estimate)  ")));
     lstFigures_->header()->setStretchLastSection(false);
     lstFigures_->header()->setSectionResizeMode(0, QHeaderView::Stretch); // the value is always to be seen
     lstFigures_->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
