@@ -163,8 +163,9 @@ void MergePanel::ShowSelected(int row) {
     const bool isRow = row >= 0 && static_cast<std::size_t>(row) < merge_.Conflicts().size();
     const Conflict none;
     const Conflict& conflict = isRow ? merge_.Conflicts()[static_cast<std::size_t>(row)] : none;
-    const QString style = QStringLiteral("ins { color: %1; text-decoration: underline }")
-                              .arg(ColourOf(ColourRole::Accent, palette()).name());
+    const QString style =
+        QStringLiteral("ins { color: %1; text-decoration: underline } div { white-space: pre-wrap }")
+            .arg(ColourOf(ColourRole::Accent, palette()).name());
     const std::array<const std::string*, 3> texts = {&conflict.base, &conflict.ours, &conflict.theirs};
     for (std::size_t k = 0; k < texts.size(); ++k) {
         sides_[k]->document()->setDefaultStyleSheet(style);
@@ -194,12 +195,8 @@ void MergePanel::Decide(Take take) {
 }
 
 void MergePanel::Finish() {
-    const QString left = merge_.Finish();
+    merge_.Finish();
     hide();
-    if (!left.isEmpty())
-        throw CommandError(
-            QStringLiteral("The list of conflicts cannot be removed: %1. Please do that yourself.").arg(left),
-            QStringLiteral("Merge"));
 }
 
 } // namespace zem

@@ -13,7 +13,7 @@ namespace zem {
 
 namespace {
 
-constexpr QSize SizeOfDifferences(760, 520);
+constexpr QSize SizeOfDifferences(920, 520);
 
 } // namespace
 

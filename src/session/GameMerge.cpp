@@ -4,9 +4,7 @@
 #include "session/GameSession.h"
 
 #include <QFile>
-#include <QScopedValueRollback>
 
-#include <algorithm>
 #include <utility>
 
 namespace zem {
@@ -32,7 +30,11 @@ void Adopt(GameModel& game, GameModel merged) {
 } // namespace
 
 GameMerge::GameMerge(GameSession& session, QObject* parent) : QObject(parent), session_(session) {
-    connect(&session_, &GameSession::Replaced, this, &GameMerge::Forget);
+    connect(&session_, &GameSession::Replaced, this, [this] {
+        settled_.clear();
+        Forget();
+    });
+    connect(&session_, &GameSession::Saved, this, &GameMerge::RemoveSettled);
     connect(&session_, &GameSession::StepsChanged, this, [this] {
         if (IsOpen())
             emit Changed(); // undo takes decisions back
@@ -101,10 +103,18 @@ bool GameMerge::Decide(std::size_t conflict, Take take) {
     return isAllTaken;
 }
 
-QString GameMerge::Finish() {
-    const QString file = std::exchange(file_, QString());
+void GameMerge::Finish() {
+    settled_ = file_;
     Forget();
-    return file.isEmpty() || !QFile::exists(file) || QFile::remove(file) ? QString() : file;
+}
+
+/// A game that was saved under another name leaves the first one with its conflicts.
+void GameMerge::RemoveSettled() {
+    if (settled_.isEmpty() || settled_ != session_.FileName() + QLatin1String(".conflicts"))
+        return;
+    const QString file = std::exchange(settled_, QString());
+    if (QFile::exists(file) && !QFile::remove(file))
+        emit CouldNotRemove(file);
 }
 
 void GameMerge::Forget() {

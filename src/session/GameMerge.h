@@ -45,8 +45,9 @@ public:
     /// meanwhile stays; false then.
     bool Decide(std::size_t conflict, merge::Take take);
 
-    /// Forgets the merge. Its file of conflicts is removed; the path of one that cannot be is given.
-    QString Finish();
+    /// Forgets the merge. Its file of conflicts goes when the game is saved, and not before: until then it is
+    /// the only place that keeps the other version.
+    void Finish();
 
     /// What the conflict is, in plain words: "both changed it".
     static QString Describe(merge::ConflictKind kind);
@@ -54,6 +55,7 @@ public:
 signals:
     void Merged();  // two versions, or a merge goes on
     void Changed(); // the conflicts or what is decided
+    void CouldNotRemove(const QString& file);
 
 private:
     /// What was decided when a step was recorded.
@@ -64,12 +66,14 @@ private:
 
     const merge::Choices& ChoicesNow() const;
     void Forget();
+    void RemoveSettled();
 
     GameSession& session_;
     std::optional<merge::MergeVersions> versions_;
     std::vector<merge::Conflict> conflicts_;
     std::map<std::size_t, Step> steps_; // by their number in the history
     QString file_;
+    QString settled_; // a file of conflicts that are all decided; empty for none
 };
 
 } // namespace zem

@@ -36,6 +36,13 @@ void frmMain::AddTeam() {
         [this, open] { return new MergePanel(*merge_, dialogs_, open, this); }, Qt::BottomDockWidgetArea);
     AddCommand("mnuToolsMerge", "Mer&ge with Another Version...", "", [this] { Merge(); });
     connect(merge_, &GameMerge::Merged, this, &frmMain::ShowMerge);
+    connect(merge_, &GameMerge::CouldNotRemove, this, [this](const QString& file) {
+        ShowBar(
+            QStringLiteral("All conflicts are settled, but their list cannot be removed: %1. Please do that "
+                           "yourself.")
+                .arg(file),
+            {});
+    });
     connect(&session_, &GameSession::Inspected, this, &frmMain::ShowLeftConflicts);
 }
 

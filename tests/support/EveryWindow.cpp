@@ -3,6 +3,7 @@
 #include "forms/PageButtons.h"
 #include "help/frmHelp.h"
 #include "help/frmManual.h"
+#include "panels/frmDifferences.h"
 #include "support/RunningProgram.h"
 #include "support/WhenOpen.h"
 #include "windows/frmOrbMsgBox.h"
@@ -159,6 +160,12 @@ private:
         Visit(frmVersions({{QString(), evening, 71000, VersionKind::Saved},
                            {QString(), evening.addSecs(-60), 70000, VersionKind::BeforeLoss}},
                           program_.game));
+        Visit(frmDifferences(QStringLiteral("What the open game has that lighthouse.kel has not."),
+                             [game = program_.game] {
+                                 GameModel before = game;
+                                 before.Rooms.Edit(1).Look = "Rain.";
+                                 return ComparedGames{before, game};
+                             }));
         Visit(frmReadBack({LostPlace{{}, "room \"Quay\": its alias ends at the first \">\""},
                            LostPlace{{}, "item \"silver; watch\": comes back as two items"}}));
     }

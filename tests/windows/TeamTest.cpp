@@ -177,7 +177,30 @@ TEST(MergePanel, GoesOnWithWhatAMergeOutsideHasLeft) {
         p.Click("butTakeTheirs");
         EXPECT_EQ(p.Look(1), "Theirs.");
         p.Click("butFinishMerge");
-        EXPECT_FALSE(std::filesystem::exists(file)) << "all is settled";
+        EXPECT_EQ(ReadBytes(file), list) << "nothing else keeps the other version before a save";
+        p.dialogs.SaveFile(p.Path("other.kel"));
+        p.Trigger("mnuFileSaveAs");
+        EXPECT_EQ(ReadBytes(file), list) << "the first game still has its conflicts";
+    }
+}
+
+TEST(MergePanel, RemovesTheListOfConflictsWithTheSaveThatSettlesThem) {
+    merge::MergeVersions versions;
+    ReadGame(versions.base, TowerWith("Dark.", "Old."));
+    ReadGame(versions.ours, TowerWith("Mine.", "Old."));
+    ReadGame(versions.theirs, TowerWith("Theirs.", "Old."));
+    for (const bool isFinished : {true, false}) {
+        Team p;
+        const std::string file = p.folder.Write(
+            "game.kel.conflicts", ConflictFile(merge::MergeGames(versions), versions, "game.kel"));
+        p.StartWith(TowerWith("Mine.", "Old."));
+        p.PressInBar("Sett&le the conflicts");
+        p.Click("butTakeTheirs");
+        if (isFinished)
+            p.Click("butFinishMerge");
+        p.Trigger("mnuFileSave");
+        EXPECT_NE(p.Saved().find("look <Theirs.>"), std::string::npos);
+        EXPECT_EQ(std::filesystem::exists(file), !isFinished);
     }
 }
 
