@@ -1,9 +1,11 @@
 #include "painting/BookPages.h"
 
+#include "export/Export.h"
 #include "map/MapGames.h"
 #include "routing/Router.h"
 
 #include <gtest/gtest.h>
+#include <regex>
 
 namespace zem::test {
 namespace {
@@ -13,6 +15,16 @@ std::size_t CountOf(const std::string& text, const std::string& what) {
     for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + what.size()))
         ++count;
     return count;
+}
+
+TEST(BookPages, LoseNothingToTheNumbersOfTheirContents) {
+    const CommandCatalogue none;
+    const std::string html =
+        exports::AsHtml(LoadBytes(ReadBytes(ZEM_SAMPLES "/lighthouse.kel")), CommandLookup(none));
+    const std::string withoutLinks = std::regex_replace(html, std::regex("<a href="), "<a title=");
+    const std::size_t pages = CountOf(BookPages(withoutLinks, {}), "/Type /Page\n");
+    EXPECT_GT(pages, 20U);
+    EXPECT_EQ(CountOf(BookPages(html, {}), "/Type /Page\n"), pages);
 }
 
 TEST(BookPages, BeginWithTheMapAndGoOnAsLongAsTheText) {
