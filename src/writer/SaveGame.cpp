@@ -80,6 +80,11 @@ void WriteHeader(LineWriter& writer, const GameModel& game, std::string path) {
     writer.WriteLine();
 }
 
+void WritePlayerCommands(LineWriter& writer, const GameModel& game) {
+    for (const PlayerCommand& command : game.PlayerCommands)
+        writer.WriteLine("command <", command.Pattern, "> ", command.Script);
+}
+
 void WriteGameBlock(LineWriter& writer, const GameModel& game) {
     writer.WriteTaggedLine("define game", game.GameName);
     writer.WriteTaggedLine("kel-version", game.KelVersion);
@@ -98,8 +103,7 @@ void WriteGameBlock(LineWriter& writer, const GameModel& game) {
     writer.WriteLineIfSet("description ", game.GameDescription);
     writer.WriteLineIfSet("beforeturn ", game.BeforeTurnScript);
     writer.WriteLineIfSet("afterturn ", game.AfterTurnScript);
-    for (const PlayerCommand& command : game.PlayerCommands)
-        writer.WriteLine("command <", command.Pattern, "> ", command.Script);
+    WritePlayerCommands(writer, game);
     if (game.NoDebug)
         writer.WriteLine("nodebug");
     writer.WritePairs("use", game.GameUses);
@@ -202,13 +206,7 @@ void WriteSelectionMenu(LineWriter& writer, const SelectionMenu& menu) {
     writer.WriteLine("end define");
 }
 
-} // namespace
-
-void WriteGame(const GameModel& game, const std::string& path, Output& output) {
-    LineWriter writer(output);
-    WriteHeader(writer, game, path);
-    WriteGameBlock(writer, game);
-    WriteSynonyms(writer, game);
+void WriteBlocks(LineWriter& writer, const GameModel& game) {
     for (const Room& room : game.Rooms)
         WriteRoom(writer, room);
     for (const Procedure& procedure : game.Procedures)
@@ -217,7 +215,35 @@ void WriteGame(const GameModel& game, const std::string& path, Output& output) {
         WriteBodyBlock(writer, "define text", section.Name, section.Text);
     for (const SelectionMenu& menu : game.SelectionMenus)
         WriteSelectionMenu(writer, menu);
+}
+
+} // namespace
+
+void WriteGame(const GameModel& game, const std::string& path, Output& output) {
+    LineWriter writer(output);
+    WriteHeader(writer, game, path);
+    WriteGameBlock(writer, game);
+    WriteSynonyms(writer, game);
+    WriteBlocks(writer, game);
     writer.WriteLine(*game.UnknownBlocks);
+    writer.Flush();
+}
+
+void WriteRecords(const GameModel& game, const Room& things, Output& output) {
+    LineWriter writer(output);
+    writer.WriteTaggedLineIfSet("items", ItemsToText(game));
+    writer.WriteTaggedLineIfSet("startitems", StartItemsToText(game));
+    writer.WriteTaggedLineIfSet("collectables", CollectablesToText(game));
+    WritePlayerCommands(writer, game);
+    writer.WritePairs("use", game.GameUses);
+    if (!game.Synonyms.IsEmpty())
+        WriteSynonyms(writer, game);
+    for (const Thing& character : things.Characters)
+        WriteCharacter(writer, character);
+    for (const Thing& object : things.Objects)
+        WriteObject(writer, object);
+    WriteBlocks(writer, game);
+    writer.WriteLineIfSet("", *game.UnknownBlocks);
     writer.Flush();
 }
 

@@ -12,6 +12,11 @@ namespace zem {
 /// line. Throws KelError when the output fails.
 void WriteGame(const GameModel& game, const std::string& path, Output& output);
 
+/// Writes the records of a game and none of its properties: those that stand in the block of the game as
+/// lines of their own, then all blocks. Throws KelError when the output fails.
+/// @param things  its characters and objects are written as blocks outside of rooms
+void WriteRecords(const GameModel& game, const Room& things, Output& output);
+
 /// Saves the game to the path, with the protection of ReplaceFile for what is there, and makes the path the
 /// game's file name, unmodified, once the new version is on the disk. Warns through the host when the game
 /// has no start room, and goes on. Shows the host's progress window, which stays open: the caller closes it
