@@ -60,22 +60,25 @@ std::uint64_t Coverage::HitsOf(const Hit& hit) const {
 }
 
 void Coverage::AddParts(const Book& book, std::vector<CoveragePart>& parts) const {
+    const auto add = [&](CoveragePart::Kind kind, bool answer, const Source& source, const Hit& hit) {
+        parts.push_back({kind, answer, source, HitsOf(hit), hit});
+    };
     // Every file has the standard texts, if empty ones, and an empty text is never printed.
     const bool isEmpty = book.owner == Owner::Text && world_->FindText(book.number)->record->Text.empty();
     if (IsReachedItself(book.owner) && !isEmpty)
-        parts.push_back({KindOfRecord(book.owner), true, {&book, {}, 0, 0}, HitsOf({&book, Hit::Record})});
+        add(KindOfRecord(book.owner), true, {&book, {}, 0, 0}, {&book, Hit::Record});
     for (std::size_t k = 0; k < book.nodes.size(); ++k) {
         const Node& node = book.nodes[k];
         const Source source{&book, node.field, node.index, node.line};
-        const std::uint64_t hits = HitsOf({&book, Hit::OfNode(k, true)});
+        const Hit ran{&book, Hit::OfNode(k, true)}; // of an "if" line: it was true
         if (node.op == Op::If) {
-            parts.push_back({CoveragePart::Branch, true, source, hits});
-            parts.push_back({CoveragePart::Branch, false, source, HitsOf({&book, Hit::OfNode(k, false)})});
+            add(CoveragePart::Branch, true, source, ran);
+            add(CoveragePart::Branch, false, source, {&book, Hit::OfNode(k, false)});
             continue;
         }
-        parts.push_back({CoveragePart::Command, true, source, hits});
+        add(CoveragePart::Command, true, source, ran);
         if (node.op == Op::Win || node.op == Op::Die)
-            parts.push_back({CoveragePart::Ending, true, source, hits});
+            add(CoveragePart::Ending, true, source, ran);
     }
 }
 

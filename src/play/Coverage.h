@@ -31,6 +31,7 @@ struct CoveragePart {
     bool answer = true; // of the "if" line
     Source source;      // of a room, thing or text: its book, line 0
     std::uint64_t hits = 0;
+    Hit hit; // what a turn that reaches it gives
 };
 
 struct CoverageCount {
