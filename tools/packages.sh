@@ -4,7 +4,7 @@
 # What the build, the tests and the window need. "a|b" means either: releases name it differently.
 zem_packages=(
     g++ cmake ninja-build qt6-base-dev "qt6-svg-dev|libqt6svg6-dev" libgl1-mesa-dev qt6-qpa-plugins
-    libcli11-dev nlohmann-json3-dev libpcre2-dev libhunspell-dev libgtest-dev libbenchmark-dev fonts-dejavu-core dpkg-dev python3
+    libcli11-dev nlohmann-json3-dev libpcre2-dev libhunspell-dev hunspell-en-gb libgtest-dev libbenchmark-dev fonts-dejavu-core dpkg-dev python3
     clang "libclang-rt-dev|libclang-rt-14-dev"
 )
 

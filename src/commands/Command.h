@@ -109,5 +109,6 @@ void AddMergeCommand(CLI::App& app, CommandContext& context, int& status);
 void AddGitSetupCommand(CLI::App& app, CommandContext& context, int& status);
 void AddExportCommand(CLI::App& app, CommandContext& context, int& status);
 void AddStatsCommand(CLI::App& app, CommandContext& context, int& status);
+void AddSpellCommand(CLI::App& app, CommandContext& context, int& status);
 
 } // namespace zem

@@ -13,7 +13,7 @@ namespace {
 constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand,    AddFindCommand,
                            AddRenameCommand, AddMapCommand,   AddTestCommand,     AddWalkCommand,
                            AddDiffCommand,   AddMergeCommand, AddGitSetupCommand, AddStatsCommand,
-                           AddExportCommand};
+                           AddExportCommand,  AddSpellCommand};
 
 } // namespace
 

@@ -29,6 +29,19 @@ struct FoundCommand {
     std::string_view parameter;
 };
 
+/// Which part of the parameter of a command or condition the player reads, from 0; -1 for none.
+int PrintedPart(const CommandEntry& entry);
+
+/// The bytes of that part of a parameter; empty where the parameter has no so many.
+TextRange PartOf(std::string_view parameter, const ParameterSyntax& syntax, int part);
+
+/// Calls `printed` with each text that the game can print: its field, its kind, its bytes and the whole text
+/// of the field. What stands in an internal procedure is told there. The arguments are good during the call
+/// only.
+void VisitPrintedTexts(
+    const GameModel& game, const CommandLookup& commands,
+    const std::function<void(const Place&, PrintKind, TextRange bytes, const std::string& text)>& printed);
+
 /// Calls `printed` with the place, the kind and the number of words of each text that the game can print, and
 /// `command` with each command of a script that the catalogue knows. What stands in an internal procedure is
 /// told as its owner's.
