@@ -15,14 +15,6 @@ using namespace zem::play;
 constexpr std::size_t MostWords = 12; // tried for one variable of a pattern
 constexpr std::string_view AnyWord = "something";
 
-/// The same on every machine.
-std::uint64_t HashOf(std::string_view text) {
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char c : text)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-    return hash;
-}
-
 template <class Make>
 auto& Made(std::vector<std::unique_ptr<std::vector<std::unique_ptr<WalkOption>>>>& lists, Number number,
            Make make) {
@@ -34,6 +26,13 @@ auto& Made(std::vector<std::unique_ptr<std::vector<std::unique_ptr<WalkOption>>>
 }
 
 } // namespace
+
+std::uint64_t HashOfLine(std::string_view line) {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (const char c : line)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+    return hash;
+}
 
 WalkOptions::WalkOptions(const World& world) : world_(world) {
     CollectWords();
@@ -47,7 +46,7 @@ WalkOptions::WalkOptions(const World& world) : world_(world) {
 
 WalkOption& WalkOptions::Add(List& list, std::string line, WalkOption::Kind kind, Number item) const {
     auto option = std::make_unique<WalkOption>();
-    option->hash = HashOf(line);
+    option->hash = HashOfLine(line);
     option->line = std::move(line);
     option->kind = kind;
     option->item = item;
@@ -75,22 +74,35 @@ void WalkOptions::CollectWords() {
     answers_.emplace_back(AnyWord);
 }
 
-void WalkOptions::AddCommand(List& list, const WorldCommand& command) const {
+/// Each variable of a pattern holds any word but the chosen one.
+std::string WalkOptions::LineWith(const Pattern& pattern, std::size_t chosen, std::string_view word) {
+    std::string line = pattern.literals.front();
+    for (std::size_t k = 0; k < pattern.variables.size(); ++k)
+        line.append(k == chosen ? word : AnyWord).append(pattern.literals[k + 1]);
+    return line;
+}
+
+std::vector<std::string> WalkOptions::LinesOf(const WorldCommand& command) const {
     if (command.patterns.empty())
-        return;
+        return {};
     const Pattern& pattern = command.patterns.front();
-    // One variable after the other takes its words; the others hold any word meanwhile.
-    const auto lineWith = [&](std::size_t chosen, std::string_view word) {
-        std::string line = pattern.literals.front();
-        for (std::size_t k = 0; k < pattern.variables.size(); ++k)
-            line.append(k == chosen ? word : AnyWord).append(pattern.literals[k + 1]);
-        return line;
-    };
-    Add(list, lineWith(pattern.variables.size(), {}));
+    std::vector<std::string> lines = {LineWith(pattern, pattern.variables.size(), {})};
     for (std::size_t k = 0; k < pattern.variables.size(); ++k)
         if (const auto words = words_.find(pattern.variables[k]); words != words_.end())
             for (const std::string& word : words->second)
-                Add(list, lineWith(k, word));
+                lines.push_back(LineWith(pattern, k, word));
+    return lines;
+}
+
+std::string WalkOptions::LineOf(const WorldCommand& command, Number variable, std::string_view text) const {
+    const Pattern& pattern = command.patterns.front();
+    const auto found = std::find(pattern.variables.begin(), pattern.variables.end(), variable);
+    return LineWith(pattern, static_cast<std::size_t>(found - pattern.variables.begin()), text);
+}
+
+void WalkOptions::AddCommand(List& list, const WorldCommand& command) const {
+    for (std::string& line : LinesOf(command))
+        Add(list, std::move(line));
 }
 
 WalkOptions::List WalkOptions::MakeGameOptions() const {

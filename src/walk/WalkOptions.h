@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -36,6 +37,9 @@ struct WalkOption {
     std::array<play::Hit, 4> openHits{}; // answers of "if" lines that were never given, met while it ran
 };
 
+/// The same on every machine.
+std::uint64_t HashOfLine(std::string_view line);
+
 /// Knows what may be tried in the states of a game: exits, places, the author's commands, and what can be
 /// done with the things that are there and the items that are had. It looks into the game for what has a
 /// script, so it never tries what every game answers with a message.
@@ -47,6 +51,13 @@ public:
     /// @param had  the items that the player has
     void Collect(const play::State& state, const std::vector<Number>& had, std::vector<WalkOption*>& options);
 
+    /// The lines that a command of the author's takes, its variables filled with words that the game compares
+    /// them with, and with any other.
+    std::vector<std::string> LinesOf(const play::WorldCommand& command) const;
+
+    /// The line of a command in which one variable gets that text.
+    std::string LineOf(const play::WorldCommand& command, Number variable, std::string_view text) const;
+
     /// What may be answered to a question for a text: the texts that the game compares with.
     const std::vector<std::string>& Answers() const { return answers_; }
 
@@ -55,6 +66,7 @@ private:
 
     WalkOption& Add(List& list, std::string line, WalkOption::Kind kind = WalkOption::Act,
                     Number item = play::None) const;
+    static std::string LineWith(const play::Pattern& pattern, std::size_t chosen, std::string_view word);
     void AddCommand(List& list, const play::WorldCommand& command) const;
     void CollectWords();
     List MakeGameOptions() const;

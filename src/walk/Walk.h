@@ -1,0 +1,120 @@
+#pragma once
+
+#include "walk/Errand.h"
+#include "walk/Progress.h"
+#include "walk/StateArchive.h"
+#include "walk/TriedTable.h"
+#include "walk/Walker.h"
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace zem::walk {
+
+/// A walk through a game: the turns of it, and what it goes on with.
+class Walker::Walk : private ErrandPlayer {
+public:
+    Walk(std::shared_ptr<const play::World> world, WalkLimits limits);
+
+    void Run();
+
+    const std::shared_ptr<const play::World>& SharedWorld() const { return world_; }
+    std::uint64_t Seed() const { return limits_.seed; }
+
+private:
+    std::shared_ptr<const play::World> world_;
+    WalkLimits limits_;
+
+public:
+    play::Coverage coverage;
+    WalkFigures figures;
+    std::vector<WalkFinding> findings;
+
+private:
+    enum class Ending : std::uint8_t { None, Won, Lost, Nothing };
+
+    /// What came of a turn.
+    struct Turn {
+        Ending ending = Ending::None;
+        bool isStep = false;
+        std::size_t news = 0; // parts of the game that were never reached before
+        std::vector<std::string> answers;
+    };
+
+    // Turns.
+    bool Begin();
+    Turn Play(play::Input& input, std::uint64_t place);
+    std::string ChooseAnswer(const play::Outcome& outcome, std::uint64_t place);
+    std::optional<std::string> PlannedAnswer(play::Need need);
+    void Learn(const play::TurnResult& result, Turn& turn, const play::Input& input);
+    void NoteOpenBranches(const std::vector<play::Hit>& hits);
+    bool TakeTurn(WalkOption& option);
+    std::int64_t SecondsToNextDue() const;
+
+    // What was found.
+    std::vector<WalkStep> WayWith(const play::Input* input) const;
+    std::size_t LengthOfWay();
+    void NoteFinding(WalkFinding::Kind kind, const std::string& text, const play::Source& source,
+                     const play::Input* input);
+    void NoteEnd(const Turn& turn, const play::Input& input);
+
+    // What to go on with.
+    bool GoesOn();
+    int ChooseState();
+    double WorthOf(int state);
+    void GoTo(int state);
+    void Wander();
+    void KeepState(bool isNews);
+    void NoteTraits(KeptState& kept);
+    void NoteTrait(KeptState& kept, std::uint64_t what);
+    std::uint64_t WorthOf(const WalkOption& option) const;
+    bool IsPromising(const WalkOption& option) const;
+    WalkOption* ChooseOption();
+
+    // Errands: what was never reached, and goes there on purpose.
+    struct Target {
+        NodeId node = NoNode;
+        bool answer = true;       // of an "if" line
+        Number room = play::None; // to be entered, in place of a node
+        std::uint32_t trials = 0;
+        bool IsReached(const Walk& walk) const;
+    };
+    void CollectTargets();
+    bool RunErrand();
+    const play::State& Now() const override { return state_; }
+    std::uint64_t Draw(std::uint64_t count) override { return play::NextRandom(random_) % count; }
+    bool Do(const std::string& line, const PlannedAnswers& answers) override;
+
+    CauseMap causes_;
+    WalkOptions options_;
+    play::State state_;
+    play::State::Mark start_; // of the game, with nothing played
+    Progress progress_;
+    StateArchive archive_;
+    std::vector<int> news_; // states that reached something new
+    std::size_t nextNews_ = 0;
+    std::unordered_map<std::uint64_t, std::uint32_t> traits_; // the number of each
+    std::vector<std::uint32_t> traitCounts_;                  // how many kept states have it
+    TriedTable tried_;
+    std::uint64_t random_;
+    std::uint64_t nextAsk_ = 0;
+    bool isToldToEnd_ = false;
+
+    std::vector<Target> targets_; // that were never reached, when they were last looked through
+    Errand errand_;
+
+    // The walk that goes on.
+    int base_ = -1;               // the kept state in which its steps begin
+    std::vector<WalkStep> steps_; // since then
+    int patience_ = 0;
+    WalkOption* option_ = nullptr;
+    WalkOption passing_;  // time passes
+    WalkOption planned_;  // a turn of an errand
+    PlannedAnswers plan_; // for that turn
+    std::vector<WalkOption*> collected_;
+    std::vector<std::uint64_t> weights_;
+};
+
+} // namespace zem::walk
