@@ -1,8 +1,10 @@
 #include "base/LineText.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <system_error>
 #include <utility>
@@ -61,6 +63,26 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
     return result.append(text.substr(start));
 }
 
+/// Reads the number at the start of a text, as std::from_chars does.
+std::from_chars_result ReadReal(const char* begin, const char* end, double& value) {
+#ifdef __wasi__
+    // The library of the web player lacks it. There are no locales there.
+    const auto isOfNumber = [](char c) {
+        return std::string_view("0123456789.eE+-").find(c) != std::string_view::npos;
+    };
+    const std::string copy(begin, std::find_if_not(begin, end, isOfNumber));
+    char* stop = nullptr;
+    errno = 0;
+    value = std::strtod(copy.c_str(), &stop);
+    const char* const at = begin + (stop - copy.c_str());
+    return {at, at == begin       ? std::errc::invalid_argument
+                : errno == ERANGE ? std::errc::result_out_of_range
+                                  : std::errc()};
+#else
+    return std::from_chars(begin, end, value);
+#endif
+}
+
 struct ParsedNumber {
     double value = 0;
     bool isNumber = false;
@@ -77,7 +99,7 @@ ParsedNumber ParseNumber(std::string_view text) {
         return {};
     ParsedNumber number;
     const char* end = digits.data() + digits.size();
-    const auto [stop, error] = std::from_chars(digits.data(), end, number.value);
+    const auto [stop, error] = ReadReal(digits.data(), end, number.value);
     if (error == std::errc::result_out_of_range) {
         const bool isTiny = std::string_view(digits.data(), stop).find('-', 1) != std::string_view::npos;
         number.value = isTiny ? 0 : std::numeric_limits<double>::infinity();

@@ -40,7 +40,9 @@ constexpr Keyword<GameModel> GameRows[] = {
 };
 
 constexpr std::size_t ShortestGameWord =
-    std::ranges::min(GameRows, {}, [](const auto& row) { return row.word.size(); }).word.size();
+    std::min_element(std::begin(GameRows), std::end(GameRows), [](const auto& a, const auto& b) {
+        return a.word.size() < b.word.size();
+    })->word.size();
 
 struct HashIgnoringCase {
     std::size_t operator()(std::string_view text) const {
