@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-install_packages
+install_packages chromium # in which web pages are tried
 for preset in release dev; do
     build_preset "$preset"
     echo "Testing the $preset preset"

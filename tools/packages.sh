@@ -4,17 +4,31 @@
 # What the build, the tests and the window need. "a|b" means either: releases name it differently.
 zem_packages=(
     g++ cmake ninja-build qt6-base-dev "qt6-svg-dev|libqt6svg6-dev" libgl1-mesa-dev qt6-qpa-plugins
-    libcli11-dev nlohmann-json3-dev libpcre2-dev libhunspell-dev hunspell-en-gb libgtest-dev libbenchmark-dev fonts-dejavu-core dpkg-dev python3
+    zlib1g-dev libcli11-dev nlohmann-json3-dev libpcre2-dev libhunspell-dev hunspell-en-gb libgtest-dev libbenchmark-dev fonts-dejavu-core dpkg-dev python3
     clang "libclang-rt-dev|libclang-rt-14-dev"
 )
+
+# What makes the player for web pages: the libraries of the clang that is there, those of other releases exclude them. A
+# system that has none of them builds all the rest.
+web_packages() {
+    local release
+    release=$(apt-cache depends clang 2>/dev/null | sed -n 's/.*Depends: clang-\([0-9]*\)$/\1/p' | head -n 1)
+    [ -n "$release" ] || return 0
+    printf '%s\n' wasi-libc "libc++-$release-dev-wasm32" "libc++abi-$release-dev-wasm32" \
+        "libclang-rt-$release-dev-wasm32" "lld-$release"
+}
 
 is_installed() {
     dpkg-query -W -f='${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
 }
 
+# Installs what is missing, and the packages that are named besides; of those, what the system does not have is left out.
 install_packages() {
     command -v dpkg-query >/dev/null || return 0 # another system: its own packages are found, or cmake says what is missing
     local missing=() names package
+    for package in $(web_packages) "$@"; do
+        ! is_installed "$package" && apt-cache show "$package" >/dev/null 2>&1 && missing+=("$package")
+    done
     for names in "${zem_packages[@]}"; do
         is_installed "${names%%|*}" || is_installed "${names##*|}" || missing+=("$names")
     done

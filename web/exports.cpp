@@ -8,13 +8,15 @@
 #include "play/Transcript.h"
 #include "reader/LoadGame.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
-#include <exception>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <typeinfo>
+#include <vector>
 
 namespace {
 
@@ -112,6 +114,8 @@ void AddPiece(Json& json, const Piece& piece) {
         json.Text("colour", style.colour);
     if (!style.font.empty())
         json.Text("font", style.font);
+    if (piece.source.field == ScriptField::Choice && piece.source.line == 0) // not what its script prints
+        json.Number("choice", piece.source.index);
     json.Close('}');
 }
 
@@ -123,6 +127,19 @@ std::vector<std::string> ThingsHere() {
         for (const Number thing : state.ThingsIn(state[PlayerRoom]))
             if (IsThere(*world, state, thing) && !world->FindThing(thing)->record->Invisible)
                 names.push_back(world->FindThing(thing)->record->Name);
+    return names;
+}
+
+/// The names of the places that the player can go to from the room.
+std::vector<std::string> OpenPlaces() {
+    std::vector<std::string> names;
+    const State& state = session->GetState();
+    const WorldRoom* room =
+        state[PlayerRoom] == 0 ? nullptr : world->FindRoom(static_cast<Number>(state[PlayerRoom] - 1));
+    if (room != nullptr)
+        for (const WorldPlace& place : room->places)
+            if (IsOpenRoom(*world, state, place.room))
+                names.emplace_back(world->GetNames().Name(Kind::Room, place.room));
     return names;
 }
 
@@ -140,8 +157,10 @@ void Tell(const Outcome& outcome) {
     json.Text("room", session->RoomName());
     json.List("choices", outcome.choices);
     json.List("exits", session->OpenDirections());
+    json.List("places", OpenPlaces());
     json.List("items", session->ItemsHad());
     json.List("things", ThingsHere());
+    json.Number("turns", session->TurnCount());
     json.Number("undo", session->CanUndo() ? 1 : 0);
     json.Close('}');
     result = json.Take();

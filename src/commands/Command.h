@@ -108,6 +108,7 @@ void AddDiffCommand(CLI::App& app, CommandContext& context, int& status);
 void AddMergeCommand(CLI::App& app, CommandContext& context, int& status);
 void AddGitSetupCommand(CLI::App& app, CommandContext& context, int& status);
 void AddExportCommand(CLI::App& app, CommandContext& context, int& status);
+void AddPublishCommand(CLI::App& app, CommandContext& context, int& status);
 void AddStatsCommand(CLI::App& app, CommandContext& context, int& status);
 void AddSpellCommand(CLI::App& app, CommandContext& context, int& status);
 

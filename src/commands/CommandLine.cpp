@@ -10,10 +10,10 @@ namespace zem {
 namespace {
 
 /// In the order in which the help lists them.
-constexpr auto Commands = {AddFormatCommand, AddPrintCommand, AddCheckCommand,    AddFindCommand,
-                           AddRenameCommand, AddMapCommand,   AddTestCommand,     AddWalkCommand,
-                           AddDiffCommand,   AddMergeCommand, AddGitSetupCommand, AddStatsCommand,
-                           AddExportCommand,  AddSpellCommand};
+constexpr auto Commands = {AddFormatCommand, AddPrintCommand,   AddCheckCommand,    AddFindCommand,
+                           AddRenameCommand, AddMapCommand,     AddTestCommand,     AddWalkCommand,
+                           AddDiffCommand,   AddMergeCommand,   AddGitSetupCommand, AddStatsCommand,
+                           AddExportCommand, AddPublishCommand, AddSpellCommand};
 
 } // namespace
 

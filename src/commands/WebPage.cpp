@@ -2,7 +2,10 @@
 
 #include "base/KelError.h"
 #include "base/LineText.h"
+#include "base/TextEncoding.h"
+#include "commands/Sha256.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <zlib.h>
@@ -66,16 +69,25 @@ std::string Counted(std::string_view bytes) {
     return std::to_string(bytes.size()) + " " + std::string(bytes);
 }
 
-/// Only what stands in the page may run there. The number that says so hangs on the game.
-std::string Nonce(std::string_view game) {
-    std::uint64_t hash = 0xCBF29CE484222325U;
-    for (const char c : game)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-    return "z" + std::to_string(hash);
+/// What a policy calls a part of the page, so that the browser runs this part and nothing else.
+std::string PolicyHash(std::string_view part) {
+    return "'sha256-" + Base64(Sha256(part)) + "'";
 }
 
-} // namespace
+/// A name for what a browser keeps: the beginning of a hash, in letters that mean nothing anywhere.
+std::string KeyOf(std::string_view bytes) {
+    constexpr std::string_view Digits = "0123456789abcdef";
+    std::string key;
+    for (const char c : Sha256(bytes).substr(0, 12))
+        key.append(1, Digits[static_cast<unsigned char>(c) >> 4U]).append(1, Digits[c & 15]);
+    return key;
+}
 
+std::string DataAddress(const PageFile& file) {
+    return "data:" + std::string(MediaType(file.name)) + ";base64," + Base64(file.bytes);
+}
+
+/// Packs by gzip.
 std::string PackGzip(std::string_view bytes) {
     constexpr int Gzip = 15 + 16;
     z_stream stream{};
@@ -93,8 +105,36 @@ std::string PackGzip(std::string_view bytes) {
     return packed;
 }
 
+/// The signs of the frame and what comes in their place.
+using Values = std::vector<std::pair<std::string_view, std::string>>;
+
+/// Replaces each sign in one pass, so that nothing that is put in is searched again.
+std::string FillIn(std::string_view frame, const Values& values) {
+    std::string page;
+    while (!frame.empty()) {
+        const std::size_t at = std::min(frame.find('@'), frame.size());
+        page += frame.substr(0, at);
+        frame.remove_prefix(at);
+        const auto value = std::find_if(values.begin(), values.end(),
+                                        [&](const auto& pair) { return frame.starts_with(pair.first); });
+        const std::string_view sign = value == values.end() ? frame.substr(0, 1) : value->first;
+        page += value == values.end() ? sign : std::string_view(value->second);
+        frame.remove_prefix(sign.size());
+    }
+    return page;
+}
+
+std::string PackedGame(const WebPageParts& parts) {
+    std::string counted = Counted(parts.game);
+    for (const PageFile& library : parts.libraries)
+        counted += Counted(library.name) + Counted(library.bytes);
+    return PackGzip(counted);
+}
+
+} // namespace
+
 std::string_view MediaType(std::string_view name) {
-    constexpr std::array<std::pair<std::string_view, std::string_view>, 12> Types = {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 11> Types = {
         {{".png", "image/png"},
          {".jpg", "image/jpeg"},
          {".jpeg", "image/jpeg"},
@@ -105,8 +145,7 @@ std::string_view MediaType(std::string_view name) {
          {".wav", "audio/wav"},
          {".mp3", "audio/mpeg"},
          {".ogg", "audio/ogg"},
-         {".flac", "audio/flac"},
-         {".opus", "audio/ogg"}}};
+         {".flac", "audio/flac"}}};
     const std::string lower = Lower(name);
     for (const auto& [ending, type] : Types)
         if (lower.ends_with(ending))
@@ -115,40 +154,28 @@ std::string_view MediaType(std::string_view name) {
 }
 
 std::string MakeWebPage(const WebPageParts& parts) {
-    std::string packed = Counted(parts.game);
-    for (const auto& [name, bytes] : parts.libraries)
-        packed += Counted(name) + Counted(bytes);
     std::string files = "{";
-    for (const auto& [name, bytes] : parts.media)
-        files += (files.size() > 1 ? "," : "") + Quoted(name) + ":\"data:" + std::string(MediaType(name)) +
-                 ";base64," + Base64(bytes) + "\"";
-    const std::array<std::pair<std::string_view, std::string>, 8> values = {
-        {{"@NONCE@", Nonce(parts.game)},
-         {"@TITLE@", EscapedHtml(parts.title)},
-         {"@AUTHOR@", EscapedHtml(parts.author)},
-         {"@CSS@", parts.style},
-         {"@JS@", parts.script},
-         {"@PLAYER@", Base64(parts.player)},
-         {"@GAME@", Base64(PackGzip(packed))},
-         {"@FILES@", files + "}"}}};
-    // Each sign of the frame in one pass, so that nothing that is put in is searched again.
-    std::string page;
-    std::string_view rest = parts.frame;
-    while (!rest.empty()) {
-        const std::size_t at = std::min(rest.find('@'), rest.size());
-        page += rest.substr(0, at);
-        rest.remove_prefix(at);
-        std::string_view sign = rest.substr(0, 1);
-        std::string_view value = sign;
-        for (const auto& [name, text] : values)
-            if (rest.starts_with(name)) {
-                sign = name;
-                value = text;
-            }
-        page += value;
-        rest.remove_prefix(sign.size());
-    }
-    return page;
+    for (const PageFile& file : parts.media)
+        files += (files.size() > 1 ? "," : "") + Quoted(ToUtf8(file.name)) + ":\"" + DataAddress(file) + "\"";
+    const std::string title = EscapedHtml(parts.title);
+    const std::string game = PackedGame(parts);
+    const std::string names = parts.title + '\n' + parts.author;
+    // What stands between the tags is what counts, so the frame has no white space there.
+    return FillIn(parts.frame, {{"@STYLE_HASH@", PolicyHash(parts.style)},
+                                {"@SCRIPT_HASH@", PolicyHash(parts.script)},
+                                {"@TITLE@", title},
+                                {"@AUTHOR@", parts.author.empty() ? "" : "by " + EscapedHtml(parts.author)},
+                                {"@COVER@", parts.cover.name.empty()
+                                                ? ""
+                                                : "<img id=\"cover\" src=\"" + DataAddress(parts.cover) +
+                                                      "\" alt=\"Cover of " + title + "\">"},
+                                {"@STYLE@", parts.style},
+                                {"@SCRIPT@", parts.script},
+                                {"@GAME_KEY@", KeyOf(names)},
+                                {"@STATE_KEY@", KeyOf(names + '\n' + game + parts.player)},
+                                {"@PLAYER@", Base64(parts.player)},
+                                {"@GAME@", Base64(game)},
+                                {"@FILES@", files + "}"}});
 }
 
 } // namespace zem

@@ -7,24 +7,29 @@
 
 namespace zem {
 
+/// A file that stands in a page.
+struct PageFile {
+    std::string name; // as the game names it, Windows-1252
+    std::string bytes;
+};
+
 /// What a page is made of.
 struct WebPageParts {
     std::string frame; // the page with "@NAME@" where its parts go
     std::string style;
     std::string script;
-    std::string player;                                         // WebAssembly, packed by gzip
-    std::string title;                                          // of the game, UTF-8
-    std::string author;                                         // UTF-8
-    std::string game;                                           // the bytes of the file
-    std::vector<std::pair<std::string, std::string>> libraries; // names and bytes
-    std::vector<std::pair<std::string, std::string>> media;     // names in UTF-8, and bytes
+    std::string player; // WebAssembly, packed by gzip
+    std::string title;  // of the game, UTF-8
+    std::string author; // UTF-8, may be empty
+    PageFile cover;     // without a name when there is none
+    std::string game;   // the bytes of its file
+    std::vector<PageFile> libraries;
+    std::vector<PageFile> media; // pictures and sounds
 };
 
-/// One page that plays a game, with all that it needs in it.
+/// One page that plays a game, with all that it needs in it, and nothing of the game in it that a browser
+/// would take for more than text.
 std::string MakeWebPage(const WebPageParts& parts);
-
-/// The bytes, packed by gzip.
-std::string PackGzip(std::string_view bytes);
 
 /// What browsers call the kind of a picture or sound, by the ending of its name; empty for one that they do
 /// not show.

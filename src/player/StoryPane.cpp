@@ -66,7 +66,8 @@ void StoryPane::Show(const play::Piece& piece) {
     entry.text = ToQt(piece.text);
     entry.style = piece.style;
     entry.source = piece.source;
-    if (piece.source.field == play::ScriptField::Choice)
+    if (piece.source.field == play::ScriptField::Choice &&
+        piece.source.line == 0) // not what its script prints
         entry.choice = piece.source.index;
     Add(std::move(entry));
 }

@@ -2,6 +2,7 @@
 #include "reader/Keywords.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -46,12 +47,12 @@ constexpr std::size_t ShortestGameWord =
 
 struct HashIgnoringCase {
     std::size_t operator()(std::string_view text) const {
-        std::size_t hash = 0;
+        std::uint64_t hash = 0; // on the web, sizes have 32 bits
         for (const char c : text) {
             hash = (hash ^ static_cast<unsigned char>(Lower(c))) * 0x9E3779B97F4A7C15U;
             hash ^= hash >> 32U; // names that were made to collide without it are easy to find
         }
-        return hash;
+        return static_cast<std::size_t>(hash);
     }
 };
 
