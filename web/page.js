@@ -54,7 +54,7 @@ const addParagraph = name => {
 // The player.
 const toBytes = text => { const letters = atob(text), bytes = new Uint8Array(letters.length); for (let k = 0; k < letters.length; k++) bytes[k] = letters.charCodeAt(k); return bytes; };
 const toBase64 = bytes => { let text = ''; for (const byte of bytes) text += String.fromCharCode(byte); return btoa(text); };
-const unpack = async id => new Uint8Array(await new Response(new Blob([toBytes($(id).textContent)]).stream().pipeThrough(new DecompressionStream('gzip'))).arrayBuffer());
+const unpack = async id => new Uint8Array(await new Response(new Response(toBytes($(id).textContent)).body.pipeThrough(new DecompressionStream('gzip'))).arrayBuffer());
 let player, hasStopped = false;
 const stop = reason => {
     if (hasStopped) return;
@@ -96,7 +96,7 @@ const hues = {
     purple: 'purple violet indigo darkviolet', pink: 'pink hotpink magenta fuchsia deeppink', grey: 'grey gray darkgray darkgrey silver lightgray lightgrey'
 };
 const fonts = { sans: 'arial helvetica verdana tahoma calibri sans-serif', mono: 'courier consolas monospace lucida fixedsys terminal' };
-const nameIn = (lists, name) => Object.keys(lists).find(key => lists[key].split(' ').includes(String(name).trim().toLowerCase().split(' ')[0]));
+const nameIn = (lists, name) => name && Object.keys(lists).find(key => lists[key].split(' ').includes(String(name).trim().toLowerCase().split(' ')[0]));
 const addText = entry => {
     entry.text.split('\n').forEach((text, k) => {
         if (k > 0) paragraph = paragraph ? null : (addParagraph(), null);

@@ -70,7 +70,7 @@ private:
                 Add(parts_.libraries, name, *std::move(bytes));
         world_ = play::World::Compile(std::move(files));
         if (const std::string why = play::Session(world_, 1).WhyItCannotBegin(); !why.empty())
-            throw KelError(why);
+            throw KelError(why.substr(0, why.size() - 1)); // without the full stop
         parts_.game = source_.bytes;
         parts_.title = ToUtf8(Trim(world_->Game().GameName));
         if (parts_.title.empty())

@@ -128,9 +128,6 @@ TEST_F(Publish, RefusesMoreThanAPageCanHold) {
                   "define procedure <show>\r\n  picture <a.png>\r\n  sound <b.wav>\r\nend define\r\n");
     folder_.Write("a.png", "x");
     folder_.Write("b.wav", "x");
-    std::filesystem::resize_file(folder_.Path("b.wav"), 32 * 1024 * 1024 - 1);
-    EXPECT_EQ(Run(), 0) << told_;
-    std::filesystem::remove(folder_.Path("small.html"));
     std::filesystem::resize_file(folder_.Path("b.wav"), 32 * 1024 * 1024);
     EXPECT_EQ(Run(), 1);
     EXPECT_TRUE(HasTold("take more than 32 MB, which is too much for a page; b.wav is one too many"))
