@@ -60,6 +60,8 @@ const Picture Pictures[] = {
      {1080, 700},
      "take iron key|north|north",
      "race"},
+    {"RunsPanel", "lighthouse", "lstRooms=Quay, lstObjects=, butDeleteObj_1, mnuToolsRuns", {1100, 760}},
+    {"CoveragePanel", "lighthouse", "mnuToolsCoverage", {1100, 760}},
     {"PreviewPanel", "lighthouse", "lstRooms=Quay, mnuToolsPreview", {1000, 520}},
     {"MapPanel", "lighthouse", "lstRooms=Quay, mnuToolsMap", {1100, 620}},
     {"frmRename", "lighthouse", "lstRooms=Quay, mnuToolsRename >", {760, 420}, "Old Quay"},
@@ -104,7 +106,9 @@ QWidget& Shown(QWidget& window, const Picture& picture) {
 bool Take(const Picture& picture, const QDir& folder) {
     RunningProgram program;
     program.store.setValue("Editor/Colours", "Light");
-    program.StartWith(ReadBytes(std::string(ZEM_SAMPLES "/") + picture.game + ".kel"));
+    const std::string game = std::string(ZEM_SAMPLES "/") + picture.game + ".kel";
+    program.folder.Write("game.kel.tests", ReadBytes(game + ".tests"));
+    program.StartWith(ReadBytes(game));
     bool isSaved = false;
     FollowSteps(*program.Main(), QLatin1String(picture.steps), [&](QWidget& window) {
         window.resize(picture.size);

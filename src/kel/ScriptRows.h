@@ -31,7 +31,8 @@ struct RowSpan {
 struct ScriptRow {
     int indent = 0;
     std::vector<RowSpan> spans;
-    ScriptPath path; // to the line that it shows; of an "Otherwise" to its "if"
+    ScriptPath path;         // to the line that it shows; of an "Otherwise" to its "if"
+    std::string remark = {}; // what is to be said of it besides: "never run"
 
     /// The row without its colours.
     std::string Text() const;

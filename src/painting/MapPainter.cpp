@@ -388,6 +388,13 @@ void MapPainter::PaintRemark(QPainter& painter, const MapView& view, int room, c
         painter.setBrush(QBrush(hatching, Qt::BDiagPattern));
         painter.drawRoundedRect(box, corner, corner);
     }
+    if (remark.isNeverEntered) {
+        QPen dashes(ColourOf(ColourRole::Warning, view.palette), 2);
+        dashes.setDashPattern({1.5, 1});
+        painter.setPen(dashes);
+        painter.drawLine(box.topLeft() + QPointF(3, 4), box.bottomLeft() + QPointF(3, -4));
+        painter.setPen(Qt::NoPen);
+    }
     if (remark.sign == RoomRemark::Sign::None)
         return;
     const bool isError = remark.sign == RoomRemark::Sign::Error;

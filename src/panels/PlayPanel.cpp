@@ -7,6 +7,7 @@
 #include "panels/TraceView.h"
 #include "panels/TurnsView.h"
 #include "panels/WatchView.h"
+#include "play/JudgeRuns.h"
 #include "play/Renames.h"
 #include "player/InputLine.h"
 #include "player/PlayControl.h"
@@ -35,6 +36,12 @@ namespace zem {
 namespace {
 
 constexpr int Gap = 8; // device-independent pixels
+
+constexpr std::uint64_t SeedCount = 1'000'000; // short enough to be read in a file of runs
+
+std::uint64_t NewSeed() {
+    return static_cast<std::uint64_t>(QDateTime::currentMSecsSinceEpoch()) % SeedCount + 1;
+}
 
 /// The shape from which on the story and what is beside it stand side by side.
 bool IsWide(const QSize& size) {
@@ -128,6 +135,8 @@ QWidget* PlayPanel::MakeButtons() {
     AddButton(*buttons, "actPlayLook", tr("Look again"), QKeySequence(Qt::Key_F9), &PlayPanel::LookAgain);
     AddButton(*buttons, "actPlayFrom", tr("Play from..."), QKeySequence(tr("Ctrl+Shift+G")),
               &PlayPanel::AskForRoom);
+    AddButton(*buttons, "actPlayKeep", tr("Keep as a run..."), QKeySequence(tr("Ctrl+Shift+K")),
+              &PlayPanel::Keep);
     return buttons;
 }
 
@@ -166,16 +175,16 @@ void PlayPanel::MakeStory() {
 
 void PlayPanel::Play() {
     if (control_->Session() == nullptr)
-        Begin(std::nullopt);
+        Begin(std::nullopt, NewSeed());
     input_->setFocus();
 }
 
 void PlayPanel::PlayFrom(const play::StartingPoint& point) {
-    Begin(point);
+    Begin(point, NewSeed());
     input_->setFocus();
 }
 
-void PlayPanel::Begin(const std::optional<play::StartingPoint>& point) {
+void PlayPanel::Begin(const std::optional<play::StartingPoint>& point, std::uint64_t seed) {
     game_.ForgetLibraries();
     world_ = game_.Get();
     places_ = nullptr;
@@ -183,7 +192,8 @@ void PlayPanel::Begin(const std::optional<play::StartingPoint>& point) {
     rooms_.clear();
     where_->hide();
     watch_->Show(nullptr);
-    const auto seed = static_cast<std::uint64_t>(QDateTime::currentMSecsSinceEpoch());
+    seed_ = seed;
+    isFromBeginning_ = !point.has_value();
     auto session = std::make_unique<play::Session>(world_, seed);
     const QString reason = ToQt(session->WhyItCannotBegin());
     if (!point && !reason.isEmpty()) {
@@ -199,6 +209,41 @@ void PlayPanel::Begin(const std::optional<play::StartingPoint>& point) {
         story_->ShowWarning(ToQt(problem), {});
 }
 
+void PlayPanel::PlayRun(const play::RecordedRun& run, std::size_t steps) {
+    Begin(std::nullopt, run.seed);
+    if (control_->Session() == nullptr)
+        return;
+    std::size_t played = 0;
+    while (played < std::min(steps, run.steps.size()) && control_->Play(run.steps[played].input))
+        ++played;
+    const QString name = QString::fromStdString(run.name);
+    if (played < std::min(steps, run.steps.size()))
+        story_->ShowNote(tr("The run \"%1\" goes no further: the game does not ask for \"%2\" here.")
+                             .arg(name, QString::fromStdString(run.steps[played].input.written)));
+    else if (played < run.steps.size())
+        story_->ShowNote(tr("This is after line %1 of the run \"%2\".").arg(played).arg(name));
+    else
+        story_->ShowNote(tr("This is the end of the run \"%1\".").arg(name));
+    Refresh();
+    input_->setFocus();
+}
+
+play::RunResult PlayPanel::AsRun() {
+    const QString title = tr("Keep as a run");
+    if (control_->Session() == nullptr)
+        throw CommandError(tr("Nothing is being played. F5 plays the game."), title);
+    if (!isFromBeginning_)
+        throw CommandError(tr("A run begins at the beginning of the game, and this game was begun in another "
+                              "place. Restart plays from the beginning."),
+                           title);
+    const std::optional<std::vector<play::InputLine>> lines = control_->Entered();
+    if (!lines)
+        throw CommandError(tr("A run is made of what players type, and values were set by hand in this game. "
+                              "Take these turns back first."),
+                           title);
+    return play::MakeRun(game_.Get(), {}, seed_, *lines);
+}
+
 void PlayPanel::Stop() {
     control_->Stop();
     world_ = nullptr;
@@ -211,7 +256,7 @@ void PlayPanel::Stop() {
 }
 
 void PlayPanel::Restart() {
-    Begin(std::nullopt);
+    Begin(std::nullopt, NewSeed());
     input_->setFocus();
 }
 

@@ -2,11 +2,13 @@
 
 #include "forms/EditorContext.h"
 #include "model/Place.h"
+#include "play/RecordedRuns.h"
 #include "play/Session.h"
 #include "play/StoryPlaces.h"
 
 #include <QDockWidget>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,6 +49,13 @@ public:
     /// @param room  what is offered first
     void AskWhereToPlay(const QString& room);
 
+    /// Plays the first lines of a recorded run, and goes on from there.
+    void PlayRun(const play::RecordedRun& run, std::size_t steps);
+
+    /// What was played, as a run that tells what the game tells now. Throws CommandError when nothing was
+    /// played, or more than lines led to where the game is.
+    play::RunResult AsRun();
+
     /// The name of the room in which the player is; empty for none.
     std::string RoomOfPlayer() const;
 
@@ -57,6 +66,9 @@ signals:
     /// A turn was played or taken back, or the game has changed or ended.
     void Moved();
 
+    /// What was played is to be kept as a recorded run.
+    void KeepAsked();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
@@ -65,7 +77,8 @@ private:
     QWidget* MakeButtons();
     void AddButton(QToolBar& buttons, const char* name, const QString& caption, const QKeySequence& key,
                    void (PlayPanel::*handler)());
-    void Begin(const std::optional<play::StartingPoint>& point);
+    void Begin(const std::optional<play::StartingPoint>& point, std::uint64_t seed);
+    void Keep() { emit KeepAsked(); }
     void Restart();
     void Undo();
     void LookAgain();
@@ -102,6 +115,8 @@ private:
     std::shared_ptr<const play::World> world_; // of the running game; keeps its texts alive
     std::shared_ptr<play::StoryPlaces> places_;
     std::vector<play::TraceEntry> traced_;
+    std::uint64_t seed_ = 1;
+    bool isFromBeginning_ = true;
     std::vector<std::string> rooms_; // that the player was in after each turn
 };
 

@@ -10,6 +10,7 @@
 #include <QEvent>
 #include <QKeyEvent>
 
+#include <algorithm>
 #include <utility>
 
 namespace zem {
@@ -33,6 +34,15 @@ QString PromptFor(play::Need need) {
     default:
         return PlayControl::tr("The game has ended: undo, restore or restart it");
     }
+}
+
+bool IsQuestion(play::Need need) {
+    return need != play::Need::Line && need != play::Need::Nothing;
+}
+
+play::Outcome WithoutPauses(play::Outcome outcome) {
+    std::erase_if(outcome.pieces, [](const play::Piece& piece) { return piece.kind == play::Piece::Pause; });
+    return outcome;
 }
 
 } // namespace
@@ -65,6 +75,9 @@ void PlayControl::Start(std::unique_ptr<play::Session> session, const QString& f
     story_.ClearPage();
     transcript_.clear();
     input_.ForgetHistory();
+    entered_.clear();
+    takenBack_.clear();
+    saved_.reset();
     Show(begin(*session_));
     clock_.start();
 }
@@ -104,9 +117,11 @@ void PlayControl::Redo() {
     story_.BeginTurn();
     story_.ShowInput(line);
     transcript_ += QStringLiteral("\n> ") + line + u'\n';
+    ForgetTakenBack();
     play::Outcome outcome = session_->Redo();
-    std::erase_if(outcome.pieces, [](const play::Piece& piece) { return piece.kind == play::Piece::Pause; });
-    Show(std::move(outcome));
+    for (; !takenBack_.empty() && takenBack_.back().steps <= session_->StepCount(); takenBack_.pop_back())
+        entered_.push_back(takenBack_.back());
+    Show(WithoutPauses(std::move(outcome)));
 }
 
 void PlayControl::CloseQuestion() {
@@ -114,8 +129,7 @@ void PlayControl::CloseQuestion() {
         return;
     pause_.stop();
     ShowQueue();
-    const play::Need need = session_->Needs();
-    if (need != play::Need::Line && need != play::Need::Nothing)
+    if (IsQuestion(session_->Needs()))
         session_->Undo();
     story_.EndChoices();
     AskForInput();
@@ -139,9 +153,105 @@ void PlayControl::Enter(const QString& line) {
         story_.ShowInput(line);
         transcript_ += QStringLiteral("\n> ") + line + u'\n';
     }
-    const std::string typed = FromQtForPlayer(line);
-    const bool isAnswer = need != play::Need::Line && need != play::Need::Nothing;
-    Show(isAnswer ? session_->Answer(typed) : session_->Type(typed));
+    play::InputLine entered;
+    entered.text = FromQtForPlayer(line);
+    entered.kind = IsQuestion(need) ? play::InputLine::Answer : play::InputLine::Typed;
+    ForgetTakenBack();
+    const std::size_t steps = session_->StepCount();
+    play::Outcome outcome = IsQuestion(need) ? session_->Answer(entered.text) : session_->Type(entered.text);
+    Note(entered, outcome, steps);
+    Show(std::move(outcome));
+}
+
+bool PlayControl::Play(const play::InputLine& line) {
+    if (!session_)
+        return false;
+    pause_.stop();
+    ShowQueue();
+    const play::Need need = session_->Needs();
+    const bool isAsked = line.kind == play::InputLine::Answer    ? IsQuestion(need)
+                         : line.kind == play::InputLine::Seconds ? need != play::Need::Nothing
+                                                                 : !IsQuestion(need);
+    if (!isAsked)
+        return false;
+    story_.EndChoices();
+    story_.BeginTurn();
+    if (line.kind != play::InputLine::Seconds && need != play::Need::Key) {
+        story_.ShowInput(ToQt(line.text));
+        transcript_ += QStringLiteral("\n> ") + ToQt(line.text) + u'\n';
+    }
+    ForgetTakenBack();
+    const std::size_t steps = session_->StepCount();
+    play::Outcome outcome = line.kind == play::InputLine::Answer    ? session_->Answer(line.text)
+                            : line.kind == play::InputLine::Seconds ? session_->Pass(line.seconds)
+                                                                    : session_->Type(line.text);
+    if (outcome.isRefused)
+        return false;
+    const play::Request request = std::exchange(outcome.request, play::Request::None);
+    Note(line, outcome, steps);
+    if (request == play::Request::Save)
+        saved_ = session_->Save();
+    Show(WithoutPauses(std::move(outcome)));
+    if (request == play::Request::Save)
+        Show(session_->Saved(true));
+    else if (request == play::Request::Restore)
+        Show(saved_ ? session_->Restore(*saved_) : session_->NotRestored());
+    return true;
+}
+
+/// Keeps what was entered, but for what changed nothing of the game.
+/// @param stepsBefore  that could be taken back before it
+void PlayControl::Note(const play::InputLine& line, const play::Outcome& outcome, std::size_t stepsBefore) {
+    const std::size_t steps = session_->StepCount();
+    const bool isEmptyLine =
+        line.kind == play::InputLine::Typed && line.text.find_first_not_of(' ') == std::string::npos;
+    if (steps < stepsBefore) { // UNDO
+        ForgetTakenBack();
+        return;
+    }
+    if (outcome.isRefused || isEmptyLine)
+        return;
+    if (line.kind != play::InputLine::Answer)
+        turnBegin_ = entered_.size();
+    entered_.push_back({line, steps});
+    const bool isOpen = IsQuestion(session_->Needs());
+    for (std::size_t k = turnBegin_; k < entered_.size(); ++k)
+        entered_[k].steps = isOpen ? steps + 1 : steps;
+    if (outcome.request != play::Request::None) // for whoever shows the game; nothing has happened in it
+        entered_.resize(std::min(turnBegin_, entered_.size()));
+    if (!session_->CanRedo() && !isOpen)
+        takenBack_.clear();
+}
+
+/// Leaves out what was entered in turns that were taken back meanwhile.
+void PlayControl::ForgetTakenBack() {
+    const std::size_t steps = session_->StepCount() + (IsQuestion(session_->Needs()) ? 1 : 0);
+    for (; !entered_.empty() && entered_.back().steps > steps; entered_.pop_back())
+        takenBack_.push_back(entered_.back());
+    turnBegin_ = std::min(turnBegin_, entered_.size());
+}
+
+std::optional<std::vector<play::InputLine>> PlayControl::Entered() {
+    std::vector<play::InputLine> lines;
+    if (!session_)
+        return lines;
+    ForgetTakenBack();
+    std::size_t steps = 0;
+    for (const EnteredLine& entered : entered_) {
+        if (entered.steps > steps + 1)
+            return std::nullopt;
+        steps = entered.steps;
+        const bool goesOn = entered.line.kind == play::InputLine::Seconds && !lines.empty() &&
+                            lines.back().kind == play::InputLine::Seconds;
+        if (goesOn)
+            lines.back().seconds += entered.line.seconds;
+        else
+            lines.push_back(entered.line);
+    }
+    const bool isOpen = IsQuestion(session_->Needs());
+    if (steps != session_->StepCount() + (isOpen && !lines.empty() ? 1 : 0))
+        return std::nullopt;
+    return lines;
 }
 
 void PlayControl::Show(play::Outcome outcome) {
@@ -235,7 +345,17 @@ void PlayControl::AskForInput() {
 void PlayControl::Tick() {
     if (!session_ || IsWaiting() || session_->Needs() != play::Need::Line || !story_.isVisible())
         return;
+    const std::size_t steps = session_->StepCount();
     play::Outcome outcome = session_->Pass(1);
+    play::InputLine second;
+    second.kind = play::InputLine::Seconds;
+    second.seconds = 1;
+    ForgetTakenBack();
+    if (!entered_.empty() && entered_.back().line.kind == play::InputLine::Seconds &&
+        steps == session_->StepCount() && !IsQuestion(session_->Needs()))
+        ++entered_.back().line.seconds; // an evening before the prompt is one line
+    else
+        Note(second, outcome, steps);
     if (!outcome.pieces.empty() || !outcome.warnings.empty())
         Show(std::move(outcome));
 }

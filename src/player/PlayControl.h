@@ -1,6 +1,7 @@
 #pragma once
 
 #include "play/Session.h"
+#include "play/Transcript.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -10,6 +11,8 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace zem {
@@ -51,6 +54,14 @@ public:
     /// Shows what a call of the session has given.
     void Show(play::Outcome outcome);
 
+    /// Plays a line of a recorded run, without its pauses. False, and nothing is played, where it is not
+    /// asked for.
+    bool Play(const play::InputLine& line);
+
+    /// The lines, answers and seconds that led to where the game is; those that were taken back are not among
+    /// them. Nothing when it was led there by something else as well, such as a value that was set by hand.
+    std::optional<std::vector<play::InputLine>> Entered();
+
     /// Whether the author's warnings stand beside the story.
     void SetShowsWarnings(bool shows) { showsWarnings_ = shows; }
     /// Everything that was shown so far, as plain text.
@@ -70,6 +81,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Something that went into the game.
+    struct EnteredLine {
+        play::InputLine line;
+        std::size_t steps = 0; // that can be taken back when it and its answers are played
+    };
+
     static play::Outcome BeginGame(play::Session& session) { return session.Begin(); }
 
     void Enter(const QString& line);
@@ -80,6 +97,8 @@ private:
     void AskForInput();
     void Tick();
     bool IsWaiting() const { return pause_.isActive(); }
+    void Note(const play::InputLine& line, const play::Outcome& outcome, std::size_t stepsBefore);
+    void ForgetTakenBack();
 
     StoryPane& story_;
     InputLine& input_;
@@ -90,6 +109,10 @@ private:
     std::deque<play::Piece> queue_;       // to be shown; a pause stops it
     std::vector<play::Warning> warnings_; // to be told behind what is to be shown
     play::Request request_ = play::Request::None;
+    std::vector<EnteredLine> entered_;
+    std::vector<EnteredLine> takenBack_; // the next one to be played again last
+    std::size_t turnBegin_ = 0;          // of the turn that was entered last, in entered_
+    std::optional<std::string> saved_;   // by a line of a recorded run
     QTimer pause_;
     QTimer clock_;
     bool showsWarnings_ = false;

@@ -3,10 +3,13 @@
 #include "base/LineText.h"
 #include "forms/ToolTip.h"
 #include "qt/QtText.h"
+#include "script/ReachedLines.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptRowPainter.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 
 #include <algorithm>
 
@@ -54,7 +57,10 @@ ScriptBlock::ScriptBlock(QWidget* parent) : QListView(parent) {
         rows_,
         [this](const ScriptRow& row) {
             const QString called = scripts_ == nullptr ? QString() : CalledText(*scripts_, row);
-            return ToolTipOf(called.isEmpty() ? ToQt(row.Text()) : called);
+            const QString text = called.isEmpty() ? ToQt(row.Text()) : called;
+            return ToolTipOf(row.remark.empty() ? text
+                                                : tr("No run and no walk has got here: %1.\n%2")
+                                                      .arg(QString::fromStdString(row.remark), text));
         },
         this));
     setItemDelegate(new ScriptRowPainter(rows_, this));
@@ -68,9 +74,10 @@ ScriptBlock::ScriptBlock(QWidget* parent) : QListView(parent) {
     connect(this, &QListView::doubleClicked, this, &ScriptBlock::Activate);
 }
 
-void ScriptBlock::Show(const ScriptEditing& scripts, const std::string& script) {
+void ScriptBlock::Show(const ScriptEditing& scripts, const std::string& script, const std::string& home) {
     scripts_ = &scripts;
     script_ = script;
+    home_ = home.empty() ? script : home;
     Fill();
 }
 
@@ -79,9 +86,44 @@ void ScriptBlock::Fill() {
     static_cast<ScriptRowModel*>(model())->Reset([this] {
         options_.friendly = scripts_->IsFriendly();
         rows_ = RowsOfScript(scripts_->Game(), script_, scripts_->Commands(), options_);
+        MarkReached();
     });
     if (current >= 0 && !rows_.empty())
         setCurrentIndex(model()->index(std::min(current, static_cast<int>(rows_.size()) - 1), 0));
+}
+
+/// Says of each row whether it has ever run.
+void ScriptBlock::MarkReached() {
+    hits_.assign(rows_.size(), std::nullopt);
+    const std::shared_ptr<const ReachedLines> known = scripts_->Reached();
+    if (known == nullptr || known->lines == nullptr)
+        return;
+    const GameModel game = scripts_->Game();
+    for (std::size_t k = 0; k < rows_.size(); ++k) {
+        const ScriptPath& path = rows_[k].path;
+        const bool isOtherwise =
+            std::any_of(rows_.begin(), rows_.begin() + static_cast<std::ptrdiff_t>(k),
+                        [&](const ScriptRow& row) { return row.path == path && !path.empty(); });
+        ReachedRow reached = ReachedRowOf(*known->lines, game, script_, home_, path, isOtherwise);
+        rows_[k].remark = reached.remark.toStdString();
+        hits_[k] = reached.hit;
+    }
+}
+
+void ScriptBlock::contextMenuEvent(QContextMenuEvent* event) {
+    const int row = indexAt(event->reason() == QContextMenuEvent::Mouse ? event->pos()
+                                                                        : visualRect(currentIndex()).center())
+                        .row();
+    const std::shared_ptr<const ReachedLines> known = scripts_ == nullptr ? nullptr : scripts_->Reached();
+    if (known == nullptr || known->judged == nullptr || row < 0)
+        return QListView::contextMenuEvent(event);
+    const std::optional<play::Hit> hit = hits_[static_cast<std::size_t>(row)];
+    QMenu menu(this);
+    QAction* which = menu.addAction(hit ? tr("&Which run gets here?") : tr("No run gets here"));
+    which->setObjectName(QStringLiteral("actWhichRun"));
+    which->setEnabled(hit.has_value());
+    if (menu.exec(event->globalPos()) == which && hit)
+        known->playRun(known->judged, *hit);
 }
 
 ScriptPath ScriptBlock::CurrentPath() const {

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "kel/ScriptRows.h"
+#include "play/Outcome.h"
 
 #include <QListView>
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace zem {
 
@@ -22,7 +25,8 @@ public:
     /// Shows a script as the game with its open drafts has it. The row in which one was stays the current
     /// one.
     /// @param scripts  outlives this widget
-    void Show(const ScriptEditing& scripts, const std::string& script);
+    /// @param home  the value of the field of which the script is the lines; empty where it is that itself
+    void Show(const ScriptEditing& scripts, const std::string& script, const std::string& home = {});
 
     /// The way to the line of the current row; empty for none.
     ScriptPath CurrentPath() const;
@@ -45,19 +49,23 @@ signals:
     void MoveAsked(const zem::ScriptPath& path, int by);
 
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void Fill();
+    void MarkReached();
     void Activate(const QModelIndex& index);
     bool Unfold(bool isUnfolded);
 
     const ScriptEditing* scripts_ = nullptr;
     std::string script_;
+    std::string home_;
     RowOptions options_;
     std::vector<ScriptRow> rows_;
+    std::vector<std::optional<play::Hit>> hits_; // of each row, by which a run that gets there is found
     bool isChanged_ = false;
 };
 

@@ -9,7 +9,9 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 class QTextEdit;
@@ -18,6 +20,7 @@ class QWidget;
 namespace zem {
 
 class ScriptDraft;
+struct ReachedLines;
 
 /// Shows and edits the scripts of the game: what every form that has a script field works with.
 class ScriptEditing {
@@ -70,6 +73,10 @@ public:
     /// the change throws, everything is as it was before, and the exception goes on.
     void ChangeProcedures(const std::function<void(GameModel&)>& change);
 
+    /// What runs have reached of the game as it was played last; null at first, when nothing is known.
+    void SetReached(std::shared_ptr<const ReachedLines> reached) { reached_ = std::move(reached); }
+    const std::shared_ptr<const ReachedLines>& Reached() const { return reached_; }
+
     bool IsFriendly() const { return isFriendly_(); }
     const CommandLookup& Commands() const { return commands_; }
 
@@ -84,7 +91,8 @@ private:
     EditorContext context_; // of the windows that this object opens
     const CommandLookup& commands_;
     std::function<bool()> isFriendly_;
-    mutable NameCache names_;          // of the game as it was when a name was last to be chosen
+    mutable NameCache names_; // of the game as it was when a name was last to be chosen
+    std::shared_ptr<const ReachedLines> reached_;
     std::vector<ScriptDraft*> drafts_; // of the open editors, the innermost last
 };
 

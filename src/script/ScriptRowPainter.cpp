@@ -16,7 +16,8 @@ namespace zem {
 namespace {
 
 constexpr int IndentInLetters = 3;
-constexpr int RowMargin = 4;            // device-independent pixels beside a row
+constexpr int RowMargin = 6; // device-independent pixels beside a row
+constexpr int MarkWidth = 2;
 constexpr qsizetype MostLetters = 4000; // of a row; the rest of it stands in its tool tip and its editor
 
 QColor ColourOfRole(RowRole role, const QPalette& palette) {
@@ -109,9 +110,13 @@ QVariant ScriptRowModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
         return QString(row.indent * IndentInLetters, u' ') + ToQt(row.Text());
-    case Qt::AccessibleTextRole:
-        return row.indent == 0 ? ToQt(row.Text())
-                               : tr("level %1: %2").arg(row.indent + 1).arg(ToQt(row.Text()));
+    case Qt::AccessibleTextRole: {
+        const QString remark =
+            row.remark.empty() ? QString() : QStringLiteral(" (%1)").arg(QString::fromStdString(row.remark));
+        return (row.indent == 0 ? ToQt(row.Text())
+                                : tr("level %1: %2").arg(row.indent + 1).arg(ToQt(row.Text()))) +
+               remark;
+    }
     case Qt::ToolTipRole:
         return tip_(row);
     default:
@@ -137,6 +142,14 @@ void ScriptRowPainter::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->save();
     painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
     layout.draw(painter, option.rect.topLeft() + QPoint(indent, 1));
+    if (!shown.remark.empty()) {
+        // Dashes beside what no run has reached, in one line from row to row.
+        QPen dashes(ColourOf(ColourRole::Warning, option.palette), MarkWidth);
+        dashes.setDashPattern({1.5, 1});
+        painter->setPen(dashes);
+        const int left = option.rect.left() + MarkWidth / 2 + 1;
+        painter->drawLine(left, option.rect.top(), left, option.rect.bottom() + 1);
+    }
     painter->restore();
 }
 

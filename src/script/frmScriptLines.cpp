@@ -1,18 +1,41 @@
 #include "script/frmScriptLines.h"
 
 #include "base/LineText.h"
+#include "forms/ColourRoles.h"
 #include "forms/DialogSize.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
 #include "qt/QtText.h"
+#include "script/ReachedLines.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmScriptLines.h"
+
+#include <QIcon>
+#include <QPainter>
 
 #include <utility>
 
 namespace zem {
+
+namespace {
+
+/// A dashed ring, as the dashes beside the rows of a whole script.
+QIcon IconOfNeverRun(const QPalette& palette) {
+    constexpr int Size = 32;
+    QPixmap picture(Size, Size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPen pen(ColourOf(ColourRole::Warning, palette), 4);
+    pen.setDashPattern({1.5, 1});
+    painter.setPen(pen);
+    painter.drawEllipse(4, 4, Size - 8, Size - 8);
+    return QIcon(picture);
+}
+
+} // namespace
 
 frmScriptLines::frmScriptLines(const EditorContext& context, const std::string& script, QWidget* parent)
     : QDialog(parent),
@@ -178,8 +201,31 @@ void frmScriptLines::ConnectWhole() {
 }
 
 void frmScriptLines::ShowWhole() {
-    ui_->blkWhole->Show(context_.scripts, ScriptText());
+    ui_->blkWhole->Show(context_.scripts, ScriptText(), script_);
+    MarkReached();
     ui_->butCreate->SetScript(ScriptText());
+}
+
+/// Says of each line whether it has ever run.
+void frmScriptLines::MarkReached() {
+    const std::shared_ptr<const ReachedLines> known = context_.scripts.Reached();
+    if (known == nullptr || known->lines == nullptr)
+        return;
+    const GameModel game = context_.scripts.Game();
+    const int height = fontMetrics().ascent(); // a row with an icon is as high as one without
+    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+        list->setIconSize(QSize(height, height));
+    for (int line = 0; line < static_cast<int>(lines_.size()); ++line) {
+        const QString remark =
+            ReachedRowOf(*known->lines, game, ScriptText(), script_, {ScriptStep{line}}, false).remark;
+        for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines}) {
+            QListWidgetItem* item = list->item(line);
+            item->setIcon(remark.isEmpty() ? QIcon() : IconOfNeverRun(palette()));
+            item->setData(Qt::AccessibleTextRole, remark.isEmpty()
+                                                      ? QVariant()
+                                                      : QStringLiteral("%1 (%2)").arg(item->text(), remark));
+        }
+    }
 }
 
 std::string frmScriptLines::ScriptText() const {

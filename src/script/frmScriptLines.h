@@ -51,6 +51,7 @@ private:
     void butOK_Click();
     void ConnectWhole();
     void ShowWhole();
+    void MarkReached();
     void LineTyped(const std::string& line);
     std::string ScriptText() const;
     bool SelectLineOf(const ScriptPath& path);

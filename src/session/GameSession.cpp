@@ -5,6 +5,7 @@
 #include "qt/CommandError.h"
 #include "qt/QtText.h"
 #include "reader/LoadGame.h"
+#include "session/Companions.h"
 #include "writer/SaveGame.h"
 
 #include <QFileInfo>
@@ -219,6 +220,7 @@ void GameSession::SaveGame(const QString& path) {
         status +=
             QLatin1String(" Click 'Edit' then 'Game Properties...' to select a start room for this game.");
     emit AboutToSave(path);
+    const QString before = FileName();
     {
         const auto end = qScopeGuard([this] { host_.CloseProgress(); });
         const std::string file = PathFromQt(path);
@@ -233,6 +235,9 @@ void GameSession::SaveGame(const QString& path) {
         isFileAGame_ = true;
         emit StepsChanged();
     }
+    const QString left = before.isEmpty() || before == path ? QString() : TakeAlong(before, path);
+    if (!left.isEmpty())
+        emit ProblemFound(left);
     AddToRecentFiles(path);
     emit StatusChanged(status);
     emit Saved(); // last, as what hangs on it may ask the author

@@ -106,6 +106,7 @@ void RenameTrail::FollowInRuns(std::vector<NameChange> names) {
             --following_;
             if (!told.isEmpty())
                 emit CouldNotFollow(told);
+            emit Followed();
         };
         QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     });

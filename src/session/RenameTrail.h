@@ -42,6 +42,9 @@ signals:
     /// What could not follow, in plain words.
     void CouldNotFollow(const QString& text);
 
+    /// The recorded runs have the new names, as far as they could follow.
+    void Followed();
+
 private:
     struct Step {
         GameModel game; // after it

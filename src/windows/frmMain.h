@@ -7,6 +7,7 @@
 #include "game/GoneNames.h"
 #include "model/NameKind.h"
 #include "painting/RoomRemark.h"
+#include "play/JudgeRuns.h"
 #include "play/RecordedRuns.h"
 #include "qt/LatestWork.h"
 #include "session/GameDocument.h"
@@ -52,6 +53,8 @@ struct EditorChecks;
 class MapPanel;
 class ProblemsPanel;
 class RenameTrail;
+class RunWatch;
+class RunsPanel;
 class SearchIndex;
 class WhereUsedPanel;
 
@@ -108,6 +111,14 @@ private:
     void ConnectTools();
     void AddPanels();
     void AddPlaying();
+    void AddRuns();
+    void ShowRuns();
+    void KeepRun();
+    void ShowReached();
+    std::vector<RoomRemark> WithRoomsNeverEntered(std::vector<RoomRemark> remarks) const;
+    void PlayWhatEntersRoom();
+    void PlayWhatReaches(const std::shared_ptr<const play::JudgedRuns>& judged, const play::Hit& part);
+    void PlayRunTo(const play::RecordedRun& run, std::size_t steps);
     PlayPanel& Player();
     void ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
     void OpenFromPanel(const Place& place);
@@ -256,6 +267,12 @@ private:
     QString programFolder_;
     QLabel* status_;
     QLabel* saved_;
+    RunWatch* runs_;
+    QToolButton* butRuns_ = nullptr; // tells how they are told now
+    QAction* runsCommand_ = nullptr; // of their panel
+    QPointer<RunsPanel> runsPanel_;
+    QAction* whichRun_ = nullptr; // gets to the selected room
+    QStringList toldRuns_;        // those that were told to be changed
     RenameTrail* renames_;
     ProblemWatch* problems_;
     EditorChecks* editorChecks_;
@@ -278,6 +295,7 @@ private:
     std::optional<GameModel> beforeLookup_; // the game before edits whose gone names are not told yet
     LatestWork lookup_;                     // for what uses names that have gone
     LatestWork exporting_;
+    LatestWork findingRun_; // that gets to something
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;

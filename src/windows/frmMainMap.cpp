@@ -14,7 +14,7 @@ void frmMain::AddMap() {
     QAction* map = AddPanel(QStringLiteral("mnuToolsMap"), QStringLiteral("&Map"), Qt::Key_F6, [this] {
         mapPanel_ = new MapPanel(session_, dialogs_, StateFolder() + QLatin1String("/maps"), this);
         mapPanel_->setProperty("isLarge", true);
-        mapPanel_->addActions({renameName_, showUses_}); // for its menu
+        mapPanel_->addActions({renameName_, showUses_, whichRun_}); // for its menu
         connect(mapPanel_, &MapPanel::RoomChosen, this, [this](int room) {
             if (SelectedRow(*ui_->lstRooms) != room)
                 ui_->lstRooms->setCurrentIndex(rooms_.index(room));

@@ -97,8 +97,9 @@ QAction* frmMain::AddCommand(const char* name, const char* caption, const char* 
 void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
-    for (void (frmMain::*addGroup)() : {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch,
-                                        &frmMain::AddPlaying, &frmMain::AddTeam, &frmMain::AddExport}) {
+    for (void (frmMain::*addGroup)() :
+         {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch, &frmMain::AddPlaying,
+          &frmMain::AddRuns, &frmMain::AddTeam, &frmMain::AddExport}) {
         (this->*addGroup)();
         ui_->mnuTools->insertSeparator(ui_->mnuToolsSep1);
     }

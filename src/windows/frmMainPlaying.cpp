@@ -51,6 +51,8 @@ PlayPanel& frmMain::Player() {
         AddNameCommands(*player_->findChild<QWidget*>(QStringLiteral("lstWatch")));
         connect(player_, &PlayPanel::PlaceChosen, this, &frmMain::OpenFromPanel, Qt::QueuedConnection);
         connect(player_, &PlayPanel::Moved, this, &frmMain::ShowPlayerOnMap);
+        connect(player_, &PlayPanel::KeepAsked, this,
+                [this] { RunCommand(dialogs_, this, [this] { KeepRun(); }); });
     }
     return *player_;
 }

@@ -6,6 +6,7 @@
 #include "script/ScriptEditing.h"
 #include "session/ProblemWatch.h"
 #include "session/RenameTrail.h"
+#include "session/RunWatch.h"
 #include "ui_frmMain.h"
 #include "windows/EditorMarks.h"
 #include "windows/frmMain.h"
@@ -61,6 +62,7 @@ QIcon IconOfNothing(bool isBesideOthers) {
 } // namespace
 
 void frmMain::AddProblems() {
+    runs_ = new RunWatch(session_, this); // its runs are in their file before their names follow
     renames_ = new RenameTrail(session_, context_.scripts.Commands(), this);
     connect(renames_, &RenameTrail::CouldNotFollow, this, [this](const QString& text) { ShowBar(text, {}); });
     problems_ = new ProblemWatch(session_, context_.scripts.Commands(), *renames_, this);
@@ -125,7 +127,7 @@ void frmMain::ShowProblems() {
 
 void frmMain::ShowProblemsOnMap() {
     if (mapPanel_ != nullptr)
-        mapPanel_->Canvas().ShowRemarks(remarks_);
+        mapPanel_->Canvas().ShowRemarks(WithRoomsNeverEntered(remarks_));
 }
 
 } // namespace zem

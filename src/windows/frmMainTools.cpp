@@ -2,6 +2,7 @@
 #include "base/TextFile.h"
 #include "forms/RunCommand.h"
 #include "qt/QtText.h"
+#include "session/RunWatch.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 #include "windows/frmReadBack.h"
@@ -89,7 +90,10 @@ void frmMain::mnuToolsVersions_Click() {
 
 void frmMain::CheckFile() {
     if (isActiveWindow() && QApplication::activeModalWidget() == nullptr)
-        RunCommand(dialogs_, this, [this] { document_.CheckDisk(); });
+        RunCommand(dialogs_, this, [this] {
+            runs_->CheckDisk();
+            document_.CheckDisk();
+        });
 }
 
 // ---- Messages in the window

@@ -78,8 +78,10 @@ constexpr Way Ways[] = {
     {"mnuToolsWhereUsedPanel, lstRooms=Net Loft, mnuToolsPreview", "Preview"},
     {"mnuToolsPreview, mnuToolsPlay", "Play"},
     {"mnuToolsPlay, actPlayFrom >"},
+    {"mnuToolsPlay, mnuToolsRuns", "Runs"},
+    {"mnuToolsRuns, mnuToolsCoverage", "Coverage"},
     {"mnuToolsMerge >"},
-    {"mnuToolsPlay, mnuToolsFigures", "Figures"},
+    {"mnuToolsCoverage, mnuToolsFigures", "Figures"},
     {"mnuToolsFigures, mnuToolsMergePanel", "Merge"},
     // Last, because it changes the game.
     {"mnuToolsMergePanel, lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, "
