@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <ostream>
 
@@ -28,7 +29,7 @@ struct WalkCommandOptions {
 };
 
 /// In the order of WalkFinding::Kind.
-constexpr std::array<const char*, 4> KindNames = {"win", "loss", "mistake", "circle"};
+constexpr std::array<const char*, 5> KindNames = {"win", "loss", "mistake", "circle", "dead end"};
 
 bool IsFault(const WalkFinding& finding) {
     return finding.kind == WalkFinding::Mistake || finding.kind == WalkFinding::Circle;
@@ -46,7 +47,29 @@ void TellFigures(const walk::Walker& walker, std::ostream& out) {
         << SummariseCoverage(walker.Reached());
 }
 
+/// Rooms and endings that no walk has reached; for some it is certain that no player ever will.
+std::string ListUnreached(const walk::Walker& walker, const PlaceWords& places) {
+    std::string list;
+    for (const walk::WalkUnreached& unreached : walker.NeverReached()) {
+        const bool isRoom = unreached.part.kind == play::CoveragePart::Room;
+        list += places.At(unreached.part.source) + (isRoom ? " never entered" : " never reached");
+        list += unreached.isCertain ? ": nothing leads there\n" : " in this walk\n";
+    }
+    return list;
+}
+
+/// Recorded runs may be an author's work, so nothing is written over a file that is there.
+bool MayWriteRuns(CommandContext& context, const std::string& file) {
+    std::error_code error;
+    if (file.empty() || file == "-" || !std::filesystem::exists(file, error))
+        return true;
+    context.Err() << file << ": there is such a file, and it is left as it is\n";
+    return false;
+}
+
 int Walk(CommandContext& context, const WalkCommandOptions& options) {
+    if (!MayWriteRuns(context, options.runs))
+        return FileProblem;
     std::optional<play::GameFiles> files = play::LoadGameFiles(options.file, context.Err());
     if (!files)
         return FileProblem;
@@ -76,6 +99,7 @@ int Walk(CommandContext& context, const WalkCommandOptions& options) {
         if (!options.runs.empty())
             runs.push_back(walker.AsRun(finding, name));
     }
+    context.Out() << ListUnreached(walker, places);
     if (options.coverage)
         context.Out() << ListNeverReached(walker.Reached(), places);
     context.Out() << std::flush;
@@ -90,7 +114,8 @@ void AddWalkCommand(CLI::App& app, CommandContext& context, int& status) {
     CLI::App* walk = app.add_subcommand(
         "walk",
         "let a walker play a game by itself and tell what it finds: ways to win and to lose, mistakes in "
-        "scripts, turns without end, and how much of the game it reached; exit status 1 for mistakes");
+        "scripts, turns without end, turns after which the game can no longer be won, rooms and endings "
+        "never reached, and how much of the game it reached; exit status 1 for mistakes");
     auto options = std::make_shared<WalkCommandOptions>();
     walk->add_option("FILE", options->file, "the game")->required();
     walk->add_option("--turns", options->turns, "how many turns it makes")
@@ -102,7 +127,7 @@ void AddWalkCommand(CLI::App& app, CommandContext& context, int& status) {
     walk->add_option("--seconds", options->seconds, "the most time that it takes; it may end earlier then")
         ->check(CLI::PositiveNumber);
     walk->add_option("--runs", options->runs,
-                     "write the findings as recorded runs, which can be played again");
+                     "write the findings as recorded runs, which can be played again, into a new file");
     walk->add_flag("--coverage", options->coverage, "list what of the game it never reached");
     walk->final_callback([&context, &status, options] { status = Walk(context, *options); });
 }

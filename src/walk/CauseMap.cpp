@@ -75,6 +75,8 @@ void CauseMap::AddGame(const WorldGame& game, bool isOwn) {
 }
 
 void CauseMap::AddRoom(const WorldRoom& room) {
+    for (const WorldThing& thing : room.things)
+        AddThing(thing);
     if (world_.FindRoom(room.number) != &room)
         return; // another of the same name stands for it
     for (std::size_t k = 0; k < DirectionCount; ++k)
@@ -88,8 +90,6 @@ void CauseMap::AddRoom(const WorldRoom& room) {
     AddCommands(room.book, room.commands, room.number);
     for (const ItemRule& rule : room.uses)
         Add({Root::Use, &room.book, rule.script, room.number, None, rule.item});
-    for (const WorldThing& thing : room.things)
-        AddThing(thing);
 }
 
 void CauseMap::AddThing(const WorldThing& thing) {
@@ -114,6 +114,8 @@ void CauseMap::AddCommands(const Book& book, const std::vector<WorldCommand>& co
         Root root{Root::Command, &book, command.script, room};
         root.command = &command;
         Add(root);
+        for (const Pattern& pattern : command.patterns)
+            captured_.insert(pattern.variables.begin(), pattern.variables.end());
         if (!command.patterns.empty())
             for (const Number variable : command.patterns.front().variables)
                 captures_[variable].push_back({&command, room});

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace zem::walk {
@@ -94,6 +95,9 @@ public:
     const std::vector<ScriptedExit>& ScriptedExitsOf(Number room) const;
     const std::vector<Capture>& CapturesOf(Number variable) const;
 
+    /// Whether any command of the player fills a variable.
+    bool IsCaptured(Number variable) const { return captured_.contains(variable); }
+
     /// Whether a condition, a "use" or a "give" asks for the cell.
     bool IsAsked(Cell cell) const { return isAsked_[cell]; }
     /// The comparisons of a variable or collectable, by its cell.
@@ -123,6 +127,7 @@ private:
     std::vector<std::vector<ScriptedExit>> exits_;
     std::unordered_map<Cell, std::vector<NodeId>> writers_;
     std::unordered_map<Number, std::vector<Capture>> captures_;
+    std::unordered_set<Number> captured_;
     std::unordered_map<Cell, std::vector<Fact>> comparisons_;
     std::vector<bool> isAsked_;
 };

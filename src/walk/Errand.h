@@ -48,9 +48,10 @@ public:
     /// Goes to a room. False when it gave up.
     bool Visit(Number room);
 
-private:
-    struct Step;
+    /// How many rooms were looked at so far to find ways.
+    std::uint64_t Work() const { return roads_.Work(); }
 
+private:
     void Begin();
     bool GoesOn() { return isRunning_ && --effort_ > 0; }
     bool RunChain(NodeId node, const std::vector<Fact>& more, int depth);

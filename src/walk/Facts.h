@@ -45,6 +45,31 @@ bool Compares(const play::State& state, const Fact& fact, std::int64_t value);
 /// The cells on which a fact hangs: the first of one name; FirstWait where there is no single one.
 Cell CellOf(const play::World& world, const Fact& fact);
 
+/// Which answers an "if" line may have, going by which facts may hold, each for itself.
+struct Outcomes {
+    bool canBeTrue = false;
+    bool canBeFalse = false;
+    bool Can(bool answer) const { return answer ? canBeTrue : canBeFalse; }
+};
+
+template <class Possible>
+Outcomes OutcomesOf(const play::World& world, const play::Book& book, const play::Node& line,
+                    Possible possible) {
+    Outcomes all{true, line.count > 0};
+    for (std::uint32_t k = 0; k < line.count; ++k) {
+        const play::BookCondition& condition = book.conditions[line.first + k];
+        const bool canBeTrue = possible(FactOf(world, condition, true));
+        const bool canBeFalse = possible(FactOf(world, condition, false));
+        if (k == 0)
+            all = {canBeTrue, canBeFalse};
+        else if (condition.isOr)
+            all = {all.canBeTrue || canBeTrue, all.canBeFalse && canBeFalse};
+        else
+            all = {all.canBeTrue && canBeTrue, all.canBeFalse || canBeFalse};
+    }
+    return all;
+}
+
 /// The ways in which an "if" line comes to an answer, each a list of facts that must hold together. No ways
 /// where there are too many of them to look at.
 std::vector<std::vector<Fact>> WaysTo(const play::World& world, const play::Book& book,

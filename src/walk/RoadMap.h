@@ -28,6 +28,9 @@ public:
     /// a detour. Nothing where there is no way at all, or none in the part of the game that is near.
     std::optional<std::vector<Road>> WayTo(const play::State& state, Number room);
 
+    /// How many rooms were looked at so far.
+    std::uint64_t Work() const { return work_; }
+
     /// The line that takes the player along a road.
     std::string LineOf(const Road& road) const;
 
@@ -40,6 +43,7 @@ private:
 
     const play::World& world_;
     const CauseMap& causes_;
+    std::uint64_t work_ = 0;
     std::vector<Road> roads_; // of the room that is looked at
     std::vector<Road> ways_;  // into each room, by number
     std::vector<std::uint32_t> costs_;

@@ -13,7 +13,7 @@ int StateArchive::Find(std::uint64_t key) const {
 bool StateArchive::IsWanted(std::uint64_t key, std::uint32_t depth) const {
     const int known = Find(key);
     if (known < 0)
-        return states_.size() < most_;
+        return states_.size() < most_ && bytes_ < MostBytes;
     // Ways of other states begin in it, so a little shorter is not worth the longer way of those.
     return depth + 2 < states_[static_cast<std::size_t>(known)].depth;
 }
@@ -23,6 +23,12 @@ int StateArchive::Keep(KeptState kept) {
     if (const int known = Find(kept.key); known >= 0)
         kept.trials = states_[static_cast<std::size_t>(known)].trials;
     numbers_[kept.key] = number; // one that is known stays for those whose way begins in it
+    bytes_ += sizeof(KeptState) + kept.changes.size() * sizeof(KeptState::Change) +
+              kept.traits.size() * sizeof(KeptState::Trait);
+    for (const std::string& text : kept.texts)
+        bytes_ += sizeof(text) + text.size();
+    for (const WalkStep& step : kept.steps)
+        bytes_ += sizeof(step) + step.line.size() + step.answers.size() * sizeof(std::string);
     states_.push_back(std::move(kept));
     return number;
 }
@@ -37,10 +43,10 @@ std::vector<WalkStep> StateArchive::WayTo(int number) const {
     return way;
 }
 
-void NoteChanges(const play::State& state, const play::Names& names, const play::State::Mark& start,
+void NoteChanges(const play::State& state, const play::Names& names, const play::State::Mark& since,
                  KeptState& kept) {
     std::vector<play::Cell> cells;
-    state.ForEachWriteSince(start, [&](play::Cell cell, std::int64_t) { cells.push_back(cell); });
+    state.ForEachWriteSince(since, [&](play::Cell cell, std::int64_t) { cells.push_back(cell); });
     std::sort(cells.begin(), cells.end());
     cells.erase(std::unique(cells.begin(), cells.end()), cells.end());
     for (const play::Cell cell : cells) {
@@ -53,13 +59,22 @@ void NoteChanges(const play::State& state, const play::Names& names, const play:
     }
 }
 
-void GoTo(play::State& state, const play::State::Mark& start, const KeptState& kept) {
+void StateArchive::GoTo(int number, play::State& state, const play::State::Mark& start) {
     state.GoBackTo(start);
-    for (const KeptState::Change& change : kept.changes)
-        if (change.text < 0)
-            state.Set(change.cell, change.value);
-        else
-            state.SetText(change.cell, kept.texts[static_cast<std::size_t>(change.text)]);
+    ++round_;
+    // From the last state to the first: what was written later counts.
+    while (number >= 0) {
+        const KeptState& kept = states_[static_cast<std::size_t>(number)];
+        for (const KeptState::Change& change : kept.changes) {
+            if (std::exchange(writtenIn_[change.cell], round_) == round_)
+                continue;
+            if (change.text < 0)
+                state.Set(change.cell, change.value);
+            else
+                state.SetText(change.cell, kept.texts[static_cast<std::size_t>(change.text)]);
+        }
+        number = kept.parent;
+    }
 }
 
 } // namespace zem::walk

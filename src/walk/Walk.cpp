@@ -10,9 +10,12 @@ using namespace zem::play;
 
 namespace {
 constexpr std::size_t MostStates = 200'000;
-constexpr std::size_t MostNews = 256; // states that reached something new, to go on from
-constexpr int WanderPatience = 12;    // turns that a walk goes on without anything new
-constexpr int MostInARow = 6;         // errands from one state on
+constexpr std::size_t MostTraits = 16;    // of one state
+constexpr std::size_t MostNews = 256;     // states that reached something new, to go on from
+constexpr int WanderPatience = 12;        // turns that a walk goes on without anything new
+constexpr std::uint64_t RoomsPerTurn = 6; // looked at for the ways of errands
+constexpr std::uint64_t MostRoomsAtOnce = 10'000;
+constexpr int MostInARow = 6; // errands from one state on
 } // namespace
 
 Walker::Walk::Walk(std::shared_ptr<const World> world, WalkLimits limits)
@@ -23,21 +26,30 @@ Walker::Walk::Walk(std::shared_ptr<const World> world, WalkLimits limits)
       options_(*world_),
       state_(world_->NamesOfGame(), world_->Start(), world_->ThingOrder()),
       progress_(*world_, state_, causes_),
-      archive_(MostStates),
+      archive_(MostStates, world_->GetNames().CellCount()),
       random_(limits_.seed),
-      errand_(*world_, causes_, options_, *this) {
+      errand_(*world_, causes_, options_, *this),
+      outlook_(*world_, causes_) {
     state_.Set(Chance, static_cast<std::int64_t>(limits_.seed));
     passing_.hash = 0x5EC0;
 }
 
 void Walker::Walk::Run() {
-    if (!GoesOn() || !Begin())
+    if (!GoesOn())
         return;
+    LookAhead();
+    if (!Begin())
+        return;
+    if (isNeverWon_)
+        NoteFinding(WalkFinding::Hopeless, "the game cannot be won: nothing leads to any \"win\"", {},
+                    nullptr);
     std::uint64_t nextCollection = 0;
     while (GoesOn()) {
         if (figures.walks >= nextCollection) {
             CollectTargets();
             nextCollection = figures.walks + 256;
+        }
+        while (TendFindings()) {
         }
         ++figures.walks;
         GoTo(Draw(2) == 0 ? 0 : ChooseState());
@@ -45,7 +57,6 @@ void Walker::Walk::Run() {
         }
         Wander();
     }
-    figures.states = archive_.Count();
 }
 
 bool Walker::Walk::GoesOn() {
@@ -87,7 +98,8 @@ void Walker::Walk::CollectTargets() {
 
 /// Goes for one of what was tried least; false when that failed.
 bool Walker::Walk::RunErrand() {
-    if (targets_.empty())
+    // In a large game the way to a far room costs more to find than to walk.
+    if (targets_.empty() || errand_.Work() > figures.turns * RoomsPerTurn + MostRoomsAtOnce)
         return false;
     constexpr int Drawn = 6;
     Target* best = &targets_[Draw(targets_.size())];
@@ -132,16 +144,18 @@ int Walker::Walk::ChooseState() {
 double Walker::Walk::WorthOf(int state) {
     const KeptState& kept = archive_[state];
     double rarity = 0;
-    for (const std::uint32_t trait : kept.traits)
-        rarity += 1.0 / traitCounts_[trait];
+    for (const KeptState::Trait& trait : kept.traits)
+        rarity += 1.0 / traitCounts_[trait.number];
     return rarity / ((1.0 + kept.trials) * (50.0 + kept.depth));
 }
 
 void Walker::Walk::GoTo(int number) {
     KeptState& kept = archive_[number];
     ++kept.trials;
-    walk::GoTo(state_, start_, kept);
+    isHopeless_ = kept.isHopeless;
+    archive_.GoTo(number, state_, start_);
     base_ = number;
+    baseMark_ = state_.Here();
     steps_.clear();
     progress_.ReadAll(start_);
 }
@@ -159,13 +173,16 @@ void Walker::Walk::Wander() {
 void Walker::Walk::KeepState(bool isNews) {
     KeptState kept;
     kept.key = progress_.Key();
-    NoteChanges(state_, world_->GetNames(), start_, kept);
+    NoteChanges(state_, world_->GetNames(), baseMark_, kept);
     kept.depth = static_cast<std::uint32_t>(LengthOfWay());
     kept.parent = base_;
     kept.steps = std::move(steps_);
+    kept.isHopeless = isHopeless_;
     NoteTraits(kept);
     steps_.clear();
     base_ = archive_.Keep(std::move(kept));
+    figures.states = archive_.Count();
+    baseMark_ = state_.Here();
     if (!isNews)
         return;
     if (news_.size() < MostNews)
@@ -174,23 +191,37 @@ void Walker::Walk::KeepState(bool isNews) {
         news_[nextNews_++ % MostNews] = base_;
 }
 
-/// The rarer what a state has, the more it is worth to go on from it.
+/// The rarer what a state has, the more it is worth to go on from it. It has what the state before had, but
+/// for what has changed since.
 void Walker::Walk::NoteTraits(KeptState& kept) {
+    if (kept.parent >= 0)
+        for (const KeptState::Trait& trait : archive_[kept.parent].traits)
+            if (trait.cell != PlayerRoom &&
+                std::none_of(kept.changes.begin(), kept.changes.end(),
+                             [&](const KeptState::Change& change) { return change.cell == trait.cell; }))
+                kept.traits.push_back(trait);
     for (const KeptState::Change& change : kept.changes)
         if (change.value != world_->Start()[change.cell])
-            NoteTrait(kept, progress_.PartOfKey(change.cell, change.value));
+            NoteTrait(kept, change.cell, progress_.PartOfKey(change.cell, change.value));
     // In each room there is something else to try.
-    NoteTrait(kept, Mix(PlayerRoom, static_cast<std::uint64_t>(state_[PlayerRoom])));
+    NoteTrait(kept, PlayerRoom, Mix(PlayerRoom, static_cast<std::uint64_t>(state_[PlayerRoom])));
+    for (const KeptState::Trait& trait : kept.traits)
+        ++traitCounts_[trait.number];
+    std::stable_sort(kept.traits.begin(), kept.traits.end(),
+                     [&](const KeptState::Trait& a, const KeptState::Trait& b) {
+                         return traitCounts_[a.number] < traitCounts_[b.number];
+                     });
+    if (kept.traits.size() > MostTraits)
+        kept.traits.resize(MostTraits);
 }
 
-void Walker::Walk::NoteTrait(KeptState& kept, std::uint64_t what) {
+void Walker::Walk::NoteTrait(KeptState& kept, Cell cell, std::uint64_t what) {
     if (what == 0)
         return;
     const auto [trait, isNew] = traits_.emplace(what, static_cast<std::uint32_t>(traitCounts_.size()));
     if (isNew)
         traitCounts_.push_back(0);
-    ++traitCounts_[trait->second];
-    kept.traits.push_back(trait->second);
+    kept.traits.push_back({cell, trait->second});
 }
 
 bool Walker::Walk::IsPromising(const WalkOption& option) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "walk/Errand.h"
+#include "walk/Outlook.h"
 #include "walk/Progress.h"
 #include "walk/StateArchive.h"
 #include "walk/TriedTable.h"
@@ -9,6 +10,7 @@
 #include <cstdint>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace zem::walk {
@@ -19,6 +21,7 @@ public:
     Walk(std::shared_ptr<const play::World> world, WalkLimits limits);
 
     void Run();
+    std::vector<WalkUnreached> NeverReached() const;
 
     const std::shared_ptr<const play::World>& SharedWorld() const { return world_; }
     std::uint64_t Seed() const { return limits_.seed; }
@@ -60,6 +63,16 @@ private:
                      const play::Input* input);
     void NoteEnd(const Turn& turn, const play::Input& input);
 
+    /// Where a certain end of all chances lies on a way, and shorter ways to what was found.
+    void LookAhead();
+    void LookOut();
+    bool TendFindings();
+    void Shorten(std::size_t finding);
+    bool MayRepeat() const;
+    void Replay(const std::vector<WalkStep>& way, bool looksOut);
+    std::vector<bool> WhatCanBeHad() const;
+    void NoteHopeless(const play::Input& input, const std::vector<bool>& before);
+
     // What to go on with.
     bool GoesOn();
     int ChooseState();
@@ -68,7 +81,7 @@ private:
     void Wander();
     void KeepState(bool isNews);
     void NoteTraits(KeptState& kept);
-    void NoteTrait(KeptState& kept, std::uint64_t what);
+    void NoteTrait(KeptState& kept, Cell cell, std::uint64_t what);
     std::uint64_t WorthOf(const WalkOption& option) const;
     bool IsPromising(const WalkOption& option) const;
     WalkOption* ChooseOption();
@@ -105,8 +118,28 @@ private:
     std::vector<Target> targets_; // that were never reached, when they were last looked through
     Errand errand_;
 
+    Outlook outlook_;
+    std::vector<bool> roomsFromStart_; // that may ever be entered, by number
+    std::vector<bool> possible_;       // lines that may ever run
+    bool isNeverWon_ = false;          // whatever the player does
+    bool tellsHopeless_ = false;       // the game can be won, and it can be told when no more
+    bool isHopeless_ = false;          // the state is
+    std::uint64_t repeatTurns_ = 0;    // made to find shorter ways
+    std::unordered_set<std::uint64_t> hopelessSeen_;
+    std::vector<std::vector<WalkStep>> hopelessWays_; // to be looked through
+    /// How far it was tried to shorten a way.
+    struct Shortening {
+        std::size_t length = 0; // of the way
+        std::size_t begun = 0;  // its length when this round began
+        std::size_t piece = 0;  // that is left out; 0 for nothing more to try
+        std::size_t first = 1;  // step of the piece
+    };
+    std::vector<Shortening> shortenings_; // by finding
+    std::vector<std::string> replayed_;   // answers of the turn that is played again
+
     // The walk that goes on.
     int base_ = -1;               // the kept state in which its steps begin
+    play::State::Mark baseMark_;  // where it lies in the journal
     std::vector<WalkStep> steps_; // since then
     int patience_ = 0;
     WalkOption* option_ = nullptr;

@@ -9,14 +9,14 @@ namespace zem::walk {
 using namespace zem::play;
 
 namespace {
-constexpr std::size_t MostAnswers = 12;   // in one turn
-constexpr std::size_t MostFindings = 100; // of one kind
-constexpr int Patience = 12;              // turns that a walk goes on without anything new
+constexpr std::size_t MostAnswers = 12; // in one turn
+constexpr int Patience = 12;            // turns that a walk goes on without anything new
 } // namespace
 
 /// Plays the beginning of the game; false when it cannot be begun.
 bool Walker::Walk::Begin() {
     start_ = state_.Here();
+    baseMark_ = start_;
     Input input;
     const Turn turn = Play(input, 0);
     if (turn.ending != Ending::None || state_[PlayerRoom] == 0)
@@ -71,6 +71,11 @@ std::optional<std::string> Walker::Walk::PlannedAnswer(Need need) {
 }
 
 std::string Walker::Walk::ChooseAnswer(const Outcome& outcome, std::uint64_t place) {
+    if (!replayed_.empty()) {
+        std::string first = std::move(replayed_.front());
+        replayed_.erase(replayed_.begin());
+        return first;
+    }
     if (auto planned = PlannedAnswer(outcome.need))
         return *std::move(planned);
     std::vector<std::string> answers;
@@ -96,10 +101,13 @@ void Walker::Walk::Learn(const TurnResult& result, Turn& turn, const Input& inpu
     turn.news = coverage.Add(result.hits);
     if (option_ != nullptr)
         NoteOpenBranches(result.hits);
-    for (const Warning& warning : result.outcome.warnings)
+    for (const Warning& warning : result.outcome.warnings) {
+        if (warning.text.starts_with('['))
+            continue; // a file that cannot be played here; the script is right
         NoteFinding(result.metLimit && warning.source.book == nullptr ? WalkFinding::Circle
                                                                       : WalkFinding::Mistake,
                     warning.text, warning.source, &input);
+    }
 }
 
 /// Notes "if" lines whose other answer was never seen, so that the option is tried again when the state
@@ -149,6 +157,7 @@ bool Walker::Walk::TakeTurn(WalkOption& option) {
         return true;
     if (turn.news > 0 || progress_.KeyWithoutRoom() != withoutRoom)
         ++option.usefulCount;
+    LookOut();
     KeepState(turn.news > 0);
     patience_ = Patience;
     return true;
@@ -164,45 +173,6 @@ std::int64_t Walker::Walk::SecondsToNextDue() const {
             next = std::min(next, state_[cells + TimerDue]);
     }
     return next == INT64_MAX ? 0 : std::max<std::int64_t>(next - state_[play::Now], 1);
-}
-
-std::vector<WalkStep> Walker::Walk::WayWith(const Input* input) const {
-    std::vector<WalkStep> way = base_ < 0 ? std::vector<WalkStep>() : archive_.WayTo(base_);
-    way.insert(way.end(), steps_.begin(), steps_.end());
-    if (input != nullptr)
-        way.push_back({input->line, input->seconds, input->answers});
-    return way;
-}
-
-std::size_t Walker::Walk::LengthOfWay() {
-    return steps_.size() + (base_ < 0 ? 0 : archive_[base_].depth);
-}
-
-void Walker::Walk::NoteFinding(WalkFinding::Kind kind, const std::string& text, const Source& source,
-                               const Input* input) {
-    std::size_t count = 0;
-    for (WalkFinding& known : findings) {
-        if (known.kind != kind)
-            continue;
-        ++count;
-        if (known.source == source && known.text == text) {
-            if (LengthOfWay() + 1 < known.way.size())
-                known.way = WayWith(input);
-            return;
-        }
-    }
-    if (count < MostFindings)
-        findings.push_back({kind, text, source, WayWith(input)});
-}
-
-void Walker::Walk::NoteEnd(const Turn& turn, const Input& input) {
-    if (turn.ending == Ending::Won) {
-        ++figures.wins;
-        NoteFinding(WalkFinding::Win, "the game can be won", {}, &input);
-    } else if (turn.ending == Ending::Lost) {
-        ++figures.losses;
-        NoteFinding(WalkFinding::Loss, "the game can be lost", {}, &input);
-    }
 }
 
 } // namespace zem::walk

@@ -30,6 +30,10 @@ const std::vector<WalkFinding>& Walker::Findings() const {
     return walk_->findings;
 }
 
+std::vector<WalkUnreached> Walker::NeverReached() const {
+    return walk_->NeverReached();
+}
+
 RecordedRun Walker::AsRun(const WalkFinding& finding, const std::string& name) const {
     RecordedRun run;
     run.name = name;

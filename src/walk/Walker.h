@@ -21,12 +21,19 @@ struct WalkFinding {
         Win,     // the shortest way that was found
         Loss,    // the same
         Mistake, // a warning of the player program
-        Circle   // a turn that would never have ended
+        Circle,  // a turn that would never have ended
+        Hopeless // after the last turn the game can certainly not be won any more
     };
     Kind kind = Win;
     std::string text;    // in plain words, Windows-1252
     play::Source source; // where the mistake stands
     std::vector<WalkStep> way;
+};
+
+/// A room or ending that no walk has reached.
+struct WalkUnreached {
+    play::CoveragePart part;
+    bool isCertain = false; // whatever the player does, it cannot be reached
 };
 
 struct WalkLimits {
@@ -57,6 +64,9 @@ public:
     const play::Coverage& Reached() const;
     const WalkFigures& Figures() const;
     const std::vector<WalkFinding>& Findings() const;
+
+    /// The rooms and endings that were never reached, in the order of the game.
+    std::vector<WalkUnreached> NeverReached() const;
 
     /// A finding as a run that can be played again, told as it is told now.
     play::RecordedRun AsRun(const WalkFinding& finding, const std::string& name) const;

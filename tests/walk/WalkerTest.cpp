@@ -99,7 +99,7 @@ TEST(Walker, FindsWhatIsHiddenBehindThingsThatWantOneAnother) {
         const play::RecordedRun run = walker.AsRun(*found, "found");
         const play::RunResult again = PlayRun(world, run);
         EXPECT_EQ(again.problem, "");
-        EXPECT_LE(run.steps.size(), 20U);
+        EXPECT_LE(run.steps.size(), 11U) << one.deed; // of which seven are turns; the rest answers and time
         const bool hasEnded = again.need == play::Need::YesNo;
         EXPECT_EQ(hasEnded, one.kind == WalkFinding::Win || one.kind == WalkFinding::Loss) << one.deed;
         EXPECT_EQ(again.warnings.empty(), hasEnded) << one.deed;
@@ -132,6 +132,137 @@ TEST(Walker, GoesTheSameWayForTheSameSeed) {
     const std::string first = walk(5);
     EXPECT_EQ(first, walk(5));
     EXPECT_NE(first, walk(6));
+}
+
+/// Wins only where the way is: a plot of fifty turns, each of which wants another first, against the clock.
+TEST(Walker, WinsTheLighthouseFromNothing) {
+    const auto world = Compile(ReadFile(ZEM_SAMPLES "/lighthouse.kel"));
+    Walker walker(world, {40'000, 1, {}});
+    walker.Run();
+    EXPECT_TRUE(IsWhole(walker.Reached().Count(CoveragePart::Room)));
+    const play::CoverageCount commands = walker.Reached().Count(CoveragePart::Command);
+    EXPECT_GE(commands.reached * 100, commands.all * 90);
+    const WalkFinding* win = Find(walker, WalkFinding::Win);
+    ASSERT_NE(win, nullptr);
+    const play::RecordedRun run = walker.AsRun(*win, "win");
+    EXPECT_NE(run.steps.back().story.find("The No\xC3\xABlle passed"), std::string::npos);
+    EXPECT_EQ(Find(walker, WalkFinding::Mistake), nullptr);
+}
+
+/// A game with a room to win in; its hall has the lines that are given.
+std::string Errands(const std::string& game, const std::string& hall, const std::string& more) {
+    return "define game <G>\n start <Hall>\n items <coin; rope>\n startitems <coin>\n" + game +
+           "end define\ndefine room <Hall>\n" + hall + "end define\n" + more;
+}
+
+TEST(Walker, TellsWhenAGameCanNoLongerBeWonAndOnlyThen) {
+    struct Case {
+        const char* name;
+        std::string game;
+        std::string hall;
+        std::string more;
+        std::string told; // the beginning of it; empty for nothing
+    };
+    const std::string guard = " define character <guard>\n  give <coin> win\n end define\n";
+    const std::string beggar = " define character <beggar>\n  give <coin> lose <coin>\n end define\n";
+    const std::string cannot = "the game can no longer be won after ";
+    for (const Case& one : {
+             Case{"the only coin is given away", "", guard + beggar, "",
+                  cannot + "\"give coin to beggar\": there is no way left to \"coin\""},
+             Case{"the coin comes back", "",
+                  guard + beggar + " define object <purse>\n  take give <coin>\n end define\n", "", ""},
+             Case{"a dropped coin can be taken", "",
+                  guard + " define object <coin>\n  hidden\n  take {\n   give <coin>\n   hide <coin>\n  }\n"
+                          " end define\n",
+                  "", ""},
+             Case{"a way of no return", "", guard + " north <Cliff>\n", "define room <Cliff>\nend define\n",
+                  cannot + "\"north\": there is no way left to \"Hall\""},
+             Case{"a way round", "", guard + " north <Cliff>\n",
+                  "define room <Cliff>\n east <Shore>\nend define\n"
+                  "define room <Shore>\n command <swim> goto <Hall>\nend define\n",
+                  ""},
+             Case{"a door that falls shut", "", " north <Vault>\n command <slam> exit off <Hall; north>\n",
+                  "define room <Vault>\n out <Hall>\n command <sing> win\nend define\n",
+                  cannot + "\"slam\": there is no way left to \"Vault\""},
+             Case{"a door that opens again", "",
+                  " north <Vault>\n command <slam> exit off <Hall; north>\n command <open> exit on <Hall; "
+                  "north>\n",
+                  "define room <Vault>\n out <Hall>\n command <sing> win\nend define\n", ""},
+             Case{"something breaks", "",
+                  " command <break> flag on <broken>\n command <pull> if not flag <broken> then win\n", "",
+                  cannot + "\"break\""},
+             Case{"it is mended by time", "",
+                  " command <break> {\n  flag on <broken>\n  after <9; mend>\n }\n"
+                  " command <pull> if not flag <broken> then win\n",
+                  "define procedure <mend>\n flag off <broken>\nend define\n", ""},
+             Case{"a thing is gone", "", guard + " command <scare> conceal <guard>\n", "",
+                  cannot + "\"scare\""},
+             Case{"a thing is moved", "",
+                  guard + " east <Yard>\n command <scare> move character <guard; Yard>\n",
+                  "define room <Yard>\nend define\n", cannot + "\"east\": there is no way left to \"Hall\""},
+             Case{"a word that nobody guesses", "",
+                  " command <say #word#> if equal <word; #secret#> then win\n", "", ""},
+             Case{"an amount that can rise", " collectables <gold p=3>\n",
+                  " command <lose> spend <gold; 3>\n command <dig> gain <gold; 1>\n"
+                  " command <buy> if amount <gold; 3> then win\n",
+                  "", ""},
+             Case{"an amount that cannot", " collectables <gold p=3>\n",
+                  " command <buy> if has <rope> and amount <gold; 3> then win\n", "",
+                  "the game cannot be won: nothing leads to any \"win\""},
+             Case{"a win that nothing calls", "", "", "define procedure <end>\n win\nend define\n",
+                  "the game cannot be won: nothing leads to any \"win\""},
+             Case{"no win at all", "", beggar, "", ""},
+         }) {
+        const auto world = Compile(Errands(one.game, one.hall, one.more));
+        Walker walker(world, {3'000, 1, {}});
+        walker.Run();
+        const WalkFinding* found = Find(walker, WalkFinding::Hopeless);
+        EXPECT_EQ(found != nullptr, !one.told.empty()) << one.name << ": " << (found ? found->text : "");
+        if (found == nullptr || one.told.empty())
+            continue;
+        EXPECT_EQ(found->text.substr(0, one.told.size()), one.told) << one.name;
+        EXPECT_LE(found->way.size(), 2U) << one.name;
+        const play::RunResult again = PlayRun(world, walker.AsRun(*found, "dead end"));
+        EXPECT_EQ(again.problem, "") << one.name;
+        EXPECT_EQ(again.need, play::Need::Line) << one.name;
+    }
+}
+
+TEST(Walker, KnowsWhatCanNeverBeReached) {
+    struct Case {
+        const char* hall;
+        const char* more;
+        bool isCertain;
+    };
+    for (const Case& one : {
+             Case{"", "", true},
+             Case{" north if flag <never> then goto <Attic>\n", "", true},
+             Case{" command <climb> if has <rope> then goto <Attic>\n", "", true},
+             Case{" command <climb> if chance <1> and turns <900000> then goto <Attic>\n", "", false},
+             Case{"", "define procedure <fly>\n exit to <Hall; north; Attic>\nend define\n", true},
+         }) {
+        Walker walker(
+            Compile(Errands("", one.hall,
+                            std::string("define room <Attic>\n script die\nend define\n") + one.more)),
+            {1'000, 1, {}});
+        walker.Run();
+        const std::vector<WalkUnreached> unreached = walker.NeverReached();
+        ASSERT_EQ(unreached.size(), 2U) << one.hall;
+        EXPECT_EQ(unreached[0].part.kind, CoveragePart::Room);
+        EXPECT_EQ(unreached[1].part.kind, CoveragePart::Ending);
+        for (const WalkUnreached& part : unreached)
+            EXPECT_EQ(part.isCertain, one.isCertain) << one.hall;
+    }
+}
+
+TEST(Walker, MakesNoTurnWhenItMayMakeNone) {
+    Walker walker(Compile(Puzzle("win")), {0, 1, {}});
+    walker.Run();
+    EXPECT_EQ(walker.Figures().turns, 0U);
+    EXPECT_EQ(walker.Figures().states, 0U);
+    EXPECT_TRUE(walker.Findings().empty());
+    for (const WalkUnreached& part : walker.NeverReached())
+        EXPECT_FALSE(part.isCertain); // nothing was looked at
 }
 
 TEST(Walker, EndsWhenItIsToldTo) {
