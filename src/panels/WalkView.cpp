@@ -40,9 +40,10 @@ constexpr int UsualTurns = 200'000;
 constexpr int RefreshEvery = 200; // milliseconds
 
 /// In the order of WalkFinding::Kind.
-constexpr std::array<const char*, 4> FindingGroups = {"Ways to win", "Ways to lose", "Mistakes in scripts",
-                                                      "Turns without end"};
-constexpr std::array<const char*, 4> FindingNames = {"win", "loss", "mistake", "endless turn"};
+constexpr std::array<const char*, 5> FindingGroups = {"Ways to win", "Ways to lose", "Mistakes in scripts",
+                                                      "Turns without end",
+                                                      "Turns after which nothing can be won"};
+constexpr std::array<const char*, 5> FindingNames = {"win", "loss", "mistake", "endless turn", "dead end"};
 
 QString CountOf(std::uint64_t count, const char* word) {
     return QStringLiteral("%1 %2%3").arg(QLocale().toString(qulonglong(count)), QLatin1String(word),
