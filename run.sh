@@ -19,7 +19,7 @@ build/release/veldt --set-up # for this user, once: the editor then knows that g
 # The player for web pages takes a minute or two, for which nobody waits: it is built when the editor has opened.
 (
     sleep 10
-    nice -n 19 cmake --build --preset release --target web_player >build/release/web_player.log 2>&1
+    nice -n 19 cmake --build --preset release --target web_samples >build/release/web_player.log 2>&1
 ) </dev/null >/dev/null 2>&1 &
 if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-}" ]; then
     echo "There is no display to open a window on, so here is the game as text:"

@@ -7,6 +7,7 @@ set(program_folder lib/zem)
 install(TARGETS zem veldt RUNTIME DESTINATION ${program_folder})
 install(FILES ${zem_data} DESTINATION ${program_folder})
 install(DIRECTORY data/manual DESTINATION ${program_folder})
+install(FILES web/page.html web/page.css web/page.js ${CMAKE_BINARY_DIR}/web/player.wasm.gz DESTINATION ${program_folder}/web OPTIONAL)
 file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packaging)
 foreach(name zem veldt)
     file(RELATIVE_PATH program /usr/${CMAKE_INSTALL_BINDIR} /usr/${program_folder}/${name})
@@ -39,6 +40,7 @@ install(CODE [[
 # For the reader.
 file(GLOB samples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/samples/*.kel)
 install(FILES ${samples} DESTINATION ${CMAKE_INSTALL_DATADIR}/zem/samples)
+install(DIRECTORY ${CMAKE_BINARY_DIR}/web/samples DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL) # to play in a browser
 file(READ LICENSE ZEM_LICENCE)
 file(READ data/icons/LICENSE ICONS_LICENCE)
 configure_file(packaging/copyright.in packaging/copyright @ONLY)

@@ -14,7 +14,7 @@ say "Building the package"
 output=$PWD/build/package
 rm -rf "$output"
 cmake --preset release >/dev/null
-cmake --build --preset release --target zem veldt >/dev/null
+cmake --build --preset release --target zem veldt web_samples >/dev/null
 cpack --config build/release/CPackConfig.cmake -B "$output" >/dev/null
 package=$(ls "$output"/*.deb)
 echo "$(basename "$package"): $(stat -c %s "$package") bytes"
@@ -59,6 +59,9 @@ inside zem print /usr/share/zem/samples/lighthouse.kel >"$work/sample"
 inside zem print $author/out.kel >"$work/copy"
 cmp "$work/sample" "$work/copy" || die "the saved sample is another"
 echo "format: the saved sample prints the same $(wc -l <"$work/copy") lines"
+inside zem publish /usr/share/zem/samples/cottage.kel $author/cottage.html
+[ -s "$root/usr/share/doc/zem/samples/lighthouse.html" ] || die "the samples are not there as web pages"
+echo "publish: a page of $(stat -c %s "$root$author/cottage.html") bytes"
 printf '> look\n' >"$root$author/lines"
 inside veldt --text /usr/share/zem/samples/lighthouse.kel --lines $author/lines | grep -q "^> look" || die "no game is played"
 inside grep -q InstalledVer /etc/xdg/Veldt/Veldt.conf || die "the editor is not told that games can be played"

@@ -8,4 +8,5 @@ cd "$(dirname "$0")/.."
 build_preset release
 mkdir -p "$folder"
 QT_QPA_PLATFORM=offscreen build/release/tools/ManualPictures "$folder" 2> >(grep -v -e propagateSizeHints -e XDG_RUNTIME_DIR >&2)
+python3 tools/page_pictures.py build/release/zem samples/lighthouse.kel "$folder"
 echo "The pictures are in $folder"

@@ -42,12 +42,21 @@ $('colours').addEventListener('click', () => changeLook({ dark: !isDark() }));
 
 // The story: entries, of which the page shows all and the browser keeps the last.
 const mostLetters = 1e6, mostKept = 60000;
-let entries = [], paragraph = null, letters = 0, firstNew = null;
+let entries = [], part = null, paragraph = null, letters = 0, firstNew = null;
+// The story stands in parts, of which the browser lays out only those in sight: a turn may print a thousand paragraphs.
+const addBlock = made => {
+    if (!part || part.childElementCount >= 40) {
+        part = document.createElement('div');
+        part.className = 'part';
+        story.append(part);
+    }
+    part.append(made);
+    firstNew = firstNew || made;
+};
 const addParagraph = name => {
     const made = document.createElement('p');
     if (name) made.className = name;
-    story.append(made);
-    firstNew = firstNew || made;
+    addBlock(made);
     return made;
 };
 
@@ -75,13 +84,14 @@ let files;
 try {
     files = JSON.parse($('files').textContent);
     const nothing = () => 0; // the player has no system around it and asks for none
-    const { instance } = await WebAssembly.instantiate(await unpack('player'), {
+    const [wasm, game] = await Promise.all([unpack('player'), unpack('game')]);
+    const { instance } = await WebAssembly.instantiate(wasm, {
         page: { Fault: (at, length) => stop(new TextDecoder().decode(memory().slice(at, at + length))) },
         wasi_snapshot_preview1: new Proxy({}, { get: () => nothing })
     });
     player = instance.exports;
     if (player._initialize) player._initialize();
-    put(await unpack('game'));
+    put(game);
     player.Load();
 } catch (error) {
     tell('This browser could not start the game (' + error + '). Firefox 113, Chrome and Edge 103, Safari 16.4 and all later ones can.');
@@ -120,8 +130,7 @@ const addPicture = entry => {
     const image = document.createElement('img');
     image.src = files[entry.text];
     image.alt = entry.text;
-    story.append(image);
-    firstNew = firstNew || image;
+    addBlock(image);
     paragraph = null;
 };
 const render = entry => {
@@ -130,7 +139,7 @@ const render = entry => {
     else if (entry.kind === 'picture') addPicture(entry);
     else { paragraph = null; addParagraph(entry.kind).textContent = entry.text; }
 };
-const clear = () => { entries = []; letters = 0; paragraph = null; firstNew = null; story.replaceChildren(); };
+const clear = () => { entries = []; letters = 0; part = null; paragraph = null; firstNew = null; story.replaceChildren(); };
 const add = entry => {
     entries.push(entry);
     render(entry);

@@ -136,6 +136,10 @@ private:
     void AddSearch();
     void AddExport();
     void Export(const QString& out);
+    void AddPublishing();
+    void Publish(const QString& out);
+    bool MayPublish(const QStringList& errors, int count);
+    void WritePage(const QString& out, const std::string& html, const QStringList& remarks);
     std::optional<play::RecordedRun> AskRun();
     void AddTeam();
     void Merge();
@@ -296,6 +300,7 @@ private:
     LatestWork lookup_;                     // for what uses names that have gone
     LatestWork exporting_;
     LatestWork findingRun_; // that gets to something
+    LatestWork publishing_;
     NameListModel rooms_;
     std::array<NameListModel, 2> things_;
     std::array<std::vector<ThingPlace>, 2> thingPlaces_;

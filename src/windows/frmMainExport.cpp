@@ -83,6 +83,7 @@ void frmMain::AddExport() {
             throw CommandError(QStringLiteral("This game was not exported yet."), QStringLiteral("Export"));
         Export(out);
     });
+    AddPublishing();
 }
 
 void frmMain::Export(const QString& out) {

@@ -89,7 +89,9 @@ TEST(MainMenu, HasItsMenusAndToolbarInOrder) {
               "F2, -, "
               "Pr&eview, Pla&y F5, (Play from the &selected room Shift+F5), -, &Changes, Fi&gures, Merge "
               "Panel, "
-              "Mer&ge with Another Version..., -, E&xport... Ctrl+E, Export Again Ctrl+Shift+E, -, "
+              "Mer&ge with Another Version..., -, E&xport... Ctrl+E, Export Again Ctrl+Shift+E, Publish as "
+              "&web page..., "
+              "-, "
               "Standard &layout, -, "
               "T&imers..., Earlier &versions..., -, &What's this?"},
              {"mnuHelp", "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM"},

@@ -319,5 +319,49 @@ TEST(Export, WritesWhatTheEndingSaysAndAgainAsLastTime) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return p.Status().empty(); }, 20000));
 }
 
+TEST(Publish, WritesAPageAndAsksWhenTheGameHasErrors) {
+    Team p(TowerWith("Dark.", "Old."));
+    /// Whether a page is written, with what is told on the way.
+    const auto publish = [&](const QString& message, QMessageBox::StandardButton answer = QMessageBox::Ok) {
+        p.dialogs.SaveFile(p.Path("page.html"));
+        if (!message.isEmpty())
+            p.dialogs.Message(QStringLiteral("Publish as web page: ") + message, answer);
+        p.Trigger("mnuToolsPublish");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return p.Status() != "Making the page..."; }, 60000));
+        p.dialogs.ExpectAllAsked();
+        std::error_code error;
+        const bool isWritten = std::filesystem::remove(p.folder.Path("page.html"), error);
+        EXPECT_EQ(p.Status().starts_with("Published as "), isWritten) << p.Status();
+        return isWritten;
+    };
+    EXPECT_FALSE(
+        publish("The game is not published: the player for web pages is not there yet. ./run.sh builds "
+                "it after the editor has opened, which takes some minutes and needs clang with its "
+                "libraries for wasm32; build/release/web_player.log tells more."));
+    std::filesystem::create_directory(p.folder.Path("program/web"));
+    for (const char* part : {"page.html", "page.css", "page.js"})
+        std::filesystem::copy_file(ZEM_SOURCES "/../web/" + std::string(part),
+                                   p.folder.Path("program/web/") + part);
+    p.folder.Write("program/web/player.wasm.gz", "PLAYER");
+    p.SetLook(2, "Not saved yet.");
+    EXPECT_TRUE(publish(""));
+    const auto setStart = [&](const char* script) {
+        p.program->Session().Change([&](GameModel& game) { game.StartScript = script; });
+    };
+    setStart("goto <Loft>");
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes})
+        EXPECT_EQ(
+            publish("The game has an error:\ngame properties, start action: There is no room \"Loft\", so "
+                    "\"goto\" does nothing here.\n\nPublish it all the same?",
+                    answer),
+            answer == QMessageBox::Yes);
+    setStart("picture <tower.png>");
+    EXPECT_TRUE(
+        publish("The page is written, but:\nthe page does without tower.png, which is not beside the game"));
+    p.program->Session().Change([](GameModel& game) { game.StartRoom = "nowhere"; });
+    EXPECT_FALSE(publish(
+        "The game is not published: The game cannot begin: its start room, nowhere, does not exist."));
+}
+
 } // namespace
 } // namespace zem::test
