@@ -8,13 +8,13 @@ namespace zem {
 
 namespace {
 
-using Words = std::array<std::uint32_t, 8>;
+using HashWords = std::array<std::uint32_t, 8>;
 constexpr std::size_t BlockSize = 64;
 
 // The first bits behind the point of the square roots of the first 8 primes, and of the cube roots of the
 // first 64.
-constexpr Words FirstHash = {0x6A09E667, 0xBB67AE85, 0x3C6EF372, 0xA54FF53A,
-                             0x510E527F, 0x9B05688C, 0x1F83D9AB, 0x5BE0CD19};
+constexpr HashWords FirstHash = {0x6A09E667, 0xBB67AE85, 0x3C6EF372, 0xA54FF53A,
+                                 0x510E527F, 0x9B05688C, 0x1F83D9AB, 0x5BE0CD19};
 constexpr std::array<std::uint32_t, 64> RoundKeys = {
     0x428A2F98, 0x71374491, 0xB5C0FBCF, 0xE9B5DBA5, 0x3956C25B, 0x59F111F1, 0x923F82A4, 0xAB1C5ED5,
     0xD807AA98, 0x12835B01, 0x243185BE, 0x550C7DC3, 0x72BE5D74, 0x80DEB1FE, 0x9BDC06A7, 0xC19BF174,
@@ -25,18 +25,18 @@ constexpr std::array<std::uint32_t, 64> RoundKeys = {
     0x19A4C116, 0x1E376C08, 0x2748774C, 0x34B0BCB5, 0x391C0CB3, 0x4ED8AA4A, 0x5B9CCA4F, 0x682E6FF3,
     0x748F82EE, 0x78A5636F, 0x84C87814, 0x8CC70208, 0x90BEFFFA, 0xA4506CEB, 0xBEF9A3F7, 0xC67178F2};
 
-std::uint32_t Word(std::string_view block, std::size_t index) {
+std::uint32_t WordAt(std::string_view block, std::size_t index) {
     std::uint32_t word = 0;
     for (std::size_t k = 0; k < 4; ++k)
         word = word << 8U | static_cast<unsigned char>(block[4 * index + k]);
     return word;
 }
 
-void AddBlock(Words& hash, std::string_view block) {
+void AddBlock(HashWords& hash, std::string_view block) {
     using std::rotr;
     std::array<std::uint32_t, 64> schedule{};
     for (std::size_t k = 0; k < 16; ++k)
-        schedule[k] = Word(block, k);
+        schedule[k] = WordAt(block, k);
     for (std::size_t k = 16; k < 64; ++k) {
         const std::uint32_t before = schedule[k - 15];
         const std::uint32_t last = schedule[k - 2];
@@ -57,7 +57,7 @@ void AddBlock(Words& hash, std::string_view block) {
         b = a;
         a = one + two;
     }
-    const Words added = {a, b, c, d, e, f, g, h};
+    const HashWords added = {a, b, c, d, e, f, g, h};
     for (std::size_t k = 0; k < hash.size(); ++k)
         hash[k] += added[k];
 }
@@ -66,7 +66,7 @@ void AddBlock(Words& hash, std::string_view block) {
 
 std::string Sha256(std::string_view bytes) {
     const std::uint64_t bits = std::uint64_t{bytes.size()} * 8;
-    Words hash = FirstHash;
+    HashWords hash = FirstHash;
     for (; bytes.size() >= BlockSize; bytes.remove_prefix(BlockSize))
         AddBlock(hash, bytes.substr(0, BlockSize));
     std::string rest(bytes);
