@@ -2,9 +2,12 @@
 
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "pieces/PastePiece.h"
+#include "script/ScriptEditing.h"
 #include "ui_frmEditItems.h"
 
 namespace zem {
@@ -17,10 +20,14 @@ frmEditItems::frmEditItems(const EditorContext& context, QWidget* parent)
     for (const ItemEntry& entry : context.door.Game().Items)
         Append(entry.Name, entry.IsStartItem);
     OnClick(ui_->butAdd, this, context.dialogs, [this] { butAdd_Click(); });
-    OnClick(ui_->butRemove, this, context.dialogs, [this] { RemoveSelectedRow(*ui_->lstItems); });
+    OnClick(ui_->butRemove, this, context.dialogs, [this] { RemoveSelectedRows(*ui_->lstItems); });
     OnClick(ui_->butOK, this, context.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstItems, {ui_->butAdd, ui_->butRemove});
+    ConnectClipboard(*ui_->lstItems, context.dialogs,
+                     {[this] { return Copy(); },
+                      [this](std::string_view text, const QString&) { Paste(text); },
+                      [this] { RemoveSelectedRows(*ui_->lstItems); }});
     ui_->lstItems->setFocus();
     edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
     AskBeforeDiscard(*this, context_.dialogs, *edit_);
@@ -43,6 +50,32 @@ void frmEditItems::butAdd_Click() {
         return;
     Append(FromQt(*name), false);
     ui_->lstItems->setCurrentRow(ui_->lstItems->count() - 1);
+}
+
+/// The game with the items of this window, which it does not have before OK.
+GameModel frmEditItems::Game() const {
+    GameModel game = context_.door.Game();
+    Write(game);
+    return game;
+}
+
+PieceText frmEditItems::Copy() const {
+    std::vector<Place> places;
+    for (const int row : SelectedRows(*ui_->lstItems))
+        places.push_back(Place::Of({{FieldId::GameItems, row + 1}}));
+    return CopyPiece(Game(), places);
+}
+
+void frmEditItems::Paste(std::string_view text) {
+    const Pasted pasted =
+        PastePiece(Game(), text, {.only = {FieldId::GameItems}}, context_.scripts.Commands());
+    std::vector<int> rows;
+    for (const Place& place : pasted.added) {
+        const ItemEntry& item = pasted.game.Items[place.steps.front().entry];
+        rows.push_back(ui_->lstItems->count());
+        Append(item.Name, item.IsStartItem);
+    }
+    SelectRows(*ui_->lstItems, rows);
 }
 
 void frmEditItems::Write(GameModel& game) const {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "forms/EditorContext.h"
+#include "pieces/CopyPiece.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <string_view>
 
 namespace Ui {
 class frmEditItems;
@@ -25,6 +27,9 @@ private:
     void butAdd_Click();
     void butOK_Click();
     void Write(GameModel& game) const;
+    GameModel Game() const;
+    PieceText Copy() const;
+    void Paste(std::string_view text);
 
     std::unique_ptr<Ui::frmEditItems> ui_;
     EditorContext context_;

@@ -3,13 +3,18 @@
 #include "editors/frmSelectionWindow.h"
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "pieces/MoveRecords.h"
+#include "pieces/PastePiece.h"
 #include "qt/QtText.h"
 #include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmMenuList.h"
+
+#include <algorithm>
 
 namespace zem {
 
@@ -24,6 +29,10 @@ frmMenuList::frmMenuList(const EditorContext& context, QWidget* parent)
     OnClick(ui_->butRemove, this, context_.dialogs, [this] { butRemove_Click(); });
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     ConnectListKeys(*ui_->lstMenus, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
+    ConnectClipboard(*ui_->lstMenus, context_.dialogs,
+                     {[this] { return CopyPiece(context_.door.Game(), SelectedPlaces()); },
+                      [this](std::string_view text, const QString&) { Paste(text); },
+                      [this] { butRemove_Click(); }});
     RememberSize(*this);
 }
 
@@ -68,12 +77,30 @@ void frmMenuList::butEdit_Click() {
 }
 
 void frmMenuList::butRemove_Click() {
-    const int k = SelectedMenu();
-    if (k == 0)
+    const std::vector<int> rows = SelectedRows(*ui_->lstMenus);
+    if (rows.empty())
         return;
-    context_.door.Change([&](GameModel& game) { game.SelectionMenus.Remove(k); });
+    context_.door.Change([places = SelectedPlaces()](GameModel& game) { RemoveRecords(game, places); });
     Refresh();
-    ui_->lstMenus->setCurrentRow(std::min(k, ui_->lstMenus->count()) - 1);
+    ui_->lstMenus->setCurrentRow(std::min(rows.front() + 1, ui_->lstMenus->count()) - 1);
+}
+
+std::vector<Place> frmMenuList::SelectedPlaces() const {
+    std::vector<Place> places;
+    for (const int row : SelectedRows(*ui_->lstMenus))
+        places.push_back(Place::Of({{FieldId::GameSelectionMenus, row + 1}}));
+    return places;
+}
+
+void frmMenuList::Paste(std::string_view text) {
+    const Pasted pasted = PastePiece(context_.door.Game(), text, {.only = {FieldId::GameSelectionMenus}},
+                                     context_.scripts.Commands());
+    context_.door.Change([&](GameModel& game) { game = pasted.game; });
+    Refresh();
+    std::vector<int> rows;
+    for (const Place& place : pasted.added)
+        rows.push_back(place.steps.front().entry - 1);
+    SelectRows(*ui_->lstMenus, rows);
 }
 
 void frmMenuList::butOK_Click() {

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "forms/EditorContext.h"
+#include "model/Place.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <string_view>
+#include <vector>
 
 namespace Ui {
 class frmMenuList;
@@ -26,6 +29,8 @@ private:
     void butAdd_Click();
     void butEdit_Click();
     void butRemove_Click();
+    std::vector<Place> SelectedPlaces() const;
+    void Paste(std::string_view text);
     void butOK_Click();
 
     std::unique_ptr<Ui::frmMenuList> ui_;

@@ -3,8 +3,11 @@
 #include "forms/AskBeforeDiscard.h"
 #include "forms/DialogSize.h"
 #include "forms/EditorHead.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
+#include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "pieces/PastePiece.h"
 #include "script/BlockBeside.h"
 #include "script/ScriptDraft.h"
 #include "script/ScriptEditing.h"
@@ -41,10 +44,43 @@ frmPlayerCommandEditor::frmPlayerCommandEditor(const EditorContext& context,
     connect(ui_->butOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstCommands, {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butUp, ui_->butDown});
+    ConnectClipboard(*ui_->lstCommands, context_.dialogs,
+                     {[this] { return Copy(); },
+                      [this](std::string_view text, const QString&) { Paste(text); },
+                      [this] { commands_->RemoveSelected(); }});
     RememberSize(*this);
 }
 
 frmPlayerCommandEditor::~frmPlayerCommandEditor() = default;
+
+PieceText frmPlayerCommandEditor::Copy() const {
+    GameModel game = context_.scripts.Game();
+    game.PlayerCommands.Clear();
+    std::vector<Place> places;
+    for (const int row : SelectedRows(*ui_->lstCommands)) {
+        const ScriptPair& command = Commands()[static_cast<std::size_t>(row)];
+        game.PlayerCommands.Append({command.Key, command.Script});
+        places.push_back(Place::Of({{FieldId::GamePlayerCommands, game.PlayerCommands.Count()}}));
+    }
+    return CopyPiece(game, places);
+}
+
+void frmPlayerCommandEditor::Paste(std::string_view text) {
+    Pasted pasted;
+    context_.scripts.ChangeScript([&](GameModel& game) {
+        pasted = PastePiece(game, text, {.only = {FieldId::GamePlayerCommands}}, context_.scripts.Commands());
+        game.Procedures = pasted.game.Procedures;
+        game.NextInternalProcedure = pasted.game.NextInternalProcedure;
+        return std::string();
+    });
+    std::vector<int> rows;
+    for (const Place& place : pasted.added) {
+        const PlayerCommand& command = pasted.game.PlayerCommands[place.steps.front().entry];
+        rows.push_back(commands_->Count());
+        commands_->Append({command.Pattern, command.Script});
+    }
+    SelectRows(*ui_->lstCommands, rows);
+}
 
 void frmPlayerCommandEditor::butAdd_Click() {
     ScriptDraft draft(context_.scripts);

@@ -3,10 +3,12 @@
 #include "forms/EditorContext.h"
 #include "forms/ScriptPairList.h"
 #include "model/GameModel.h"
+#include "pieces/CopyPiece.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace Ui {
@@ -31,6 +33,8 @@ public:
 private:
     void butAdd_Click();
     void butEdit_Click();
+    PieceText Copy() const;
+    void Paste(std::string_view text);
 
     std::unique_ptr<Ui::frmPlayerCommandEditor> ui_;
     EditorContext context_;

@@ -2,13 +2,17 @@
 
 #include "base/LineText.h"
 #include "forms/DialogSize.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "pieces/MoveRecords.h"
+#include "pieces/PastePiece.h"
 #include "script/BlockBeside.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmProcedureEditor.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace zem {
@@ -34,6 +38,10 @@ frmProcedureEditor::frmProcedureEditor(const EditorContext& context, QWidget* pa
     OnClick(ui_->butRemove, this, context.dialogs, [this] { butRemove_Click(); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
     ConnectListKeys(*ui_->cmbProcedures, {ui_->butAdd, ui_->butRemove, ui_->butEdit});
+    ConnectClipboard(*ui_->cmbProcedures, context.dialogs,
+                     {[this] { return CopyPiece(context_.door.Game(), SelectedPlaces()); },
+                      [this](std::string_view text, const QString&) { Paste(text); },
+                      [this] { butRemove_Click(); }});
     ui_->cmbProcedures->setFocus();
     RememberSize(*this);
 }
@@ -97,16 +105,37 @@ void frmProcedureEditor::butEdit_Click() {
 }
 
 void frmProcedureEditor::butRemove_Click() {
-    const int k = SelectedProcedure();
-    if (k == 0)
+    const std::vector<Place> places = SelectedPlaces();
+    if (places.empty())
         return;
-    context_.door.Change([&](GameModel& game) { game.Procedures.Remove(k); });
+    context_.door.Change([&](GameModel& game) { RemoveRecords(game, places); });
     // The list is not filled anew: that would hide what was added under a name like an internal one's.
-    procedures_.erase(procedures_.begin() + SelectedRow(*ui_->cmbProcedures));
+    EraseRows(procedures_, RemoveSelectedRows(*ui_->cmbProcedures));
     for (int& later : procedures_)
-        later -= later > k ? 1 : 0;
-    RemoveSelectedRow(*ui_->cmbProcedures);
+        later -= static_cast<int>(std::count_if(places.begin(), places.end(), [&](const Place& removed) {
+            return removed.steps.front().entry < later;
+        }));
     script_->Refresh();
+}
+
+std::vector<Place> frmProcedureEditor::SelectedPlaces() const {
+    std::vector<Place> places;
+    for (const int row : SelectedRows(*ui_->cmbProcedures))
+        places.push_back(Place::Of({{FieldId::GameProcedures, procedures_[static_cast<std::size_t>(row)]}}));
+    return places;
+}
+
+void frmProcedureEditor::Paste(std::string_view text) {
+    const Pasted pasted = PastePiece(context_.door.Game(), text, {.only = {FieldId::GameProcedures}},
+                                     context_.scripts.Commands());
+    context_.door.Change([&](GameModel& game) { game = pasted.game; });
+    std::vector<int> rows;
+    for (const Place& place : pasted.added) {
+        rows.push_back(ui_->cmbProcedures->count());
+        procedures_.push_back(place.steps.front().entry);
+        ui_->cmbProcedures->addItem(ToQt(pasted.game.Procedures[procedures_.back()].Name));
+    }
+    SelectRows(*ui_->cmbProcedures, rows);
 }
 
 } // namespace zem

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "forms/EditorContext.h"
+#include "model/Place.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace Ui {
@@ -31,6 +33,8 @@ private:
     void butAdd_Click();
     void butEdit_Click();
     void butRemove_Click();
+    std::vector<Place> SelectedPlaces() const;
+    void Paste(std::string_view text);
 
     std::unique_ptr<Ui::frmProcedureEditor> ui_;
     EditorContext context_;

@@ -1,9 +1,12 @@
 #include "editors/frmTextSectionEdit.h"
 
 #include "forms/DialogSize.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
+#include "pieces/PastePiece.h"
+#include "script/ScriptEditing.h"
 #include "ui_frmTextSectionEdit.h"
 
 #include <QEvent>
@@ -39,6 +42,10 @@ frmTextSectionEdit::frmTextSectionEdit(const EditorContext& context, QWidget* pa
     OnClick(ui_->butRename, this, context.dialogs, [this] { butRename_Click(); });
     connect(ui_->butClose, &QPushButton::clicked, this, &QDialog::accept);
     ConnectListKeys(*ui_->cmbTextSections, {ui_->butAdd, nullptr, ui_->butRename});
+    ConnectClipboard(*ui_->cmbTextSections, context.dialogs,
+                     {[this] { return CopyPiece(context_.door.Game(), SelectedPlaces()); },
+                      [this](std::string_view text, const QString&) { Paste(text); },
+                      {}}); // texts cannot be taken away here
     cmbTextSections_Click();
     ui_->cmbTextSections->setCurrentRow(ui_->cmbTextSections->count() > 0 ? 0 : -1);
     ui_->cmbTextSections->setFocus();
@@ -101,6 +108,27 @@ void frmTextSectionEdit::butRename_Click() {
     context_.door.Change([&](GameModel& game) { game.TextSections.Edit(k).Name = FromQt(*name); });
     ui_->cmbTextSections->item(k - 1)->setText(*name);
     cmbTextSections_Click(); // A text with a fixed name cannot be renamed again.
+}
+
+std::vector<Place> frmTextSectionEdit::SelectedPlaces() const {
+    std::vector<Place> places;
+    for (const int row : SelectedRows(*ui_->cmbTextSections))
+        places.push_back(Place::Of({{FieldId::GameTextSections, row + 1}}));
+    return places;
+}
+
+void frmTextSectionEdit::Paste(std::string_view text) {
+    const Pasted pasted = PastePiece(context_.door.Game(), text, {.only = {FieldId::GameTextSections}},
+                                     context_.scripts.Commands());
+    context_.door.Change([&](GameModel& game) { game = pasted.game; });
+    std::vector<int> rows;
+    for (const Place& place : pasted.added) {
+        rows.push_back(place.steps.front().entry - 1);
+        if (rows.back() == ui_->cmbTextSections->count()) // not a standard text, which stood there empty
+            ui_->cmbTextSections->addItem(ToQt(pasted.game.TextSections[rows.back() + 1].Name));
+    }
+    SelectRows(*ui_->cmbTextSections, rows);
+    cmbTextSections_Click();
 }
 
 /// However the window is closed, the game counts as changed.

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "forms/EditorContext.h"
+#include "model/Place.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <string_view>
+#include <vector>
 
 namespace Ui {
 class frmTextSectionEdit;
@@ -31,6 +34,8 @@ private:
     void txtText_Change();
     void butAdd_Click();
     void butRename_Click();
+    std::vector<Place> SelectedPlaces() const;
+    void Paste(std::string_view text);
 
     std::unique_ptr<Ui::frmTextSectionEdit> ui_;
     EditorContext context_;

@@ -2,7 +2,11 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QAction>
 #include <QKeyEvent>
+
+#include <utility>
+#include <vector>
 
 namespace zem {
 
@@ -17,10 +21,22 @@ public:
     ListKeyFilter(QAbstractItemView& list, const ListButtons& buttons)
         : QObject(&list),
           list_(list),
-          buttons_(buttons) {}
+          buttons_(buttons) {
+        list.setContextMenuPolicy(Qt::ActionsContextMenu);
+        AddCommand(buttons.edit, "Return");
+        AddCommand(buttons.add, "Insert");
+        AddCommand(buttons.remove, "Delete");
+        AddCommand(buttons.up, "Ctrl+Up");
+        AddCommand(buttons.down, "Ctrl+Down");
+        list.installEventFilter(this);
+        list.viewport()->installEventFilter(this);
+    }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        const bool isUsed = event->type() == QEvent::KeyPress && Use(*static_cast<QKeyEvent*>(event));
+        if (event->type() == QEvent::ContextMenu)
+            ShowWhatCanBeDone();
+        const bool isUsed =
+            watched == &list_ && event->type() == QEvent::KeyPress && Use(*static_cast<QKeyEvent*>(event));
         return isUsed || QObject::eventFilter(watched, event);
     }
 
@@ -34,6 +50,28 @@ private:
         if (button == buttons_.add || !SelectFocusedRow(list_))
             button->click();
         return true;
+    }
+
+    /// Puts what a button does into the menu of the list, with its key, which this filter looks after.
+    void AddCommand(QAbstractButton* button, const char* key) {
+        if (button == nullptr)
+            return;
+        const QString name = button->accessibleName().isEmpty() ? button->text() : button->accessibleName();
+        auto* command = new QAction(name + u'\t' + QLatin1String(key), &list_);
+        QObject::connect(command, &QAction::triggered, button, &QAbstractButton::click);
+        list_.addAction(command);
+        commands_.push_back({button, command});
+    }
+
+    void ShowWhatCanBeDone() {
+        const bool isSelected = list_.selectionModel()->hasSelection();
+        for (const auto& [button, command] : commands_) {
+            const bool needsRow = button != buttons_.add;
+            command->setEnabled(button->isEnabled() && (isSelected || !needsRow));
+            command->setStatusTip(command->isEnabled() ? button->toolTip()
+                                  : !isSelected        ? QObject::tr("Select something in the list first.")
+                                                : QObject::tr("This cannot be done with what is selected."));
+        }
     }
 
     QAbstractButton* ButtonFor(const QKeyEvent& event) const {
@@ -60,6 +98,7 @@ private:
 
     QAbstractItemView& list_;
     ListButtons buttons_;
+    std::vector<std::pair<QAbstractButton*, QAction*>> commands_;
 };
 
 } // namespace
@@ -74,7 +113,7 @@ bool SelectFocusedRow(QAbstractItemView& list) {
 }
 
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons) {
-    list.installEventFilter(new ListKeyFilter(list, buttons)); // The list owns it.
+    new ListKeyFilter(list, buttons); // The list owns it.
     if (buttons.edit != nullptr)
         QObject::connect(&list, &QAbstractItemView::doubleClicked, buttons.edit, &QAbstractButton::click);
 }

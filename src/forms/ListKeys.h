@@ -18,8 +18,8 @@ struct ListButtons {
 bool SelectFocusedRow(QAbstractItemView& list);
 
 /// Gives the list keys for its buttons: Insert adds, Delete removes, Return and a double-click edit, Ctrl+Up
-/// and Ctrl+Down move. Where no row is selected, the first of these keys and of the plain arrow keys selects
-/// the row with the focus, and does no more.
+/// and Ctrl+Down move; its menu has the same with their keys. Where no row is selected, the first of these
+/// keys and of the plain arrow keys selects the row with the focus, and does no more.
 void ConnectListKeys(QAbstractItemView& list, const ListButtons& buttons);
 
 } // namespace zem

@@ -41,6 +41,12 @@ public:
         Reset(records.Count(), [records](int row) { return ToQt(records[row + 1].Name); });
     }
 
+    /// Lets rows be dragged out of the list; RowsDraggedFrom tells where they are let go which they are.
+    void AllowDrag() { isDragged_ = true; }
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count_; }
 
     QVariant data(const QModelIndex& index, int role) const override {
@@ -56,6 +62,7 @@ private:
     int count_ = 0;
     NameAt nameAt_;
     std::function<QIcon(int row)> iconAt_;
+    bool isDragged_ = false;
 };
 
 } // namespace zem

@@ -26,9 +26,7 @@ void ScriptPairList::Append(const ScriptPair& pair) {
 }
 
 void ScriptPairList::RemoveSelected() {
-    const int row = RemoveSelectedRow(list_);
-    if (row >= 0)
-        pairs_.erase(pairs_.begin() + row);
+    EraseRows(pairs_, RemoveSelectedRows(list_));
 }
 
 void ScriptPairList::MoveSelected(int by) {
@@ -39,7 +37,7 @@ void ScriptPairList::MoveSelected(int by) {
     std::swap(Edit(row), Edit(target));
     Show(row);
     Show(target);
-    list_.setCurrentRow(target);
+    SelectRows(list_, {target}); // and no others, although Ctrl is down
 }
 
 } // namespace zem

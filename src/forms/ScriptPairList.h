@@ -38,7 +38,7 @@ public:
     /// Adds a pair at the end and selects it.
     void Append(const ScriptPair& pair);
 
-    /// Removes the selected pair; the one that takes its place, or the last, is selected.
+    /// Removes the selected pairs; the one that takes their place, or the last, is selected.
     void RemoveSelected();
 
     /// Swaps the selected pair with its neighbour and keeps it selected; nothing at the end of the list.

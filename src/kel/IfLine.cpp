@@ -4,6 +4,9 @@
 #include "kel/FormatCodes.h"
 #include "kel/RenderScript.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace zem {
 
 namespace {
@@ -36,6 +39,38 @@ void CheckCanBeWritten(const IfLine& line, const std::string& written) {
 } // namespace
 
 /// "If the player has "key" ..." without its frame: "the player has "key"".
+namespace {
+
+constexpr std::string_view AnyAction = " then back";
+
+}
+
+std::string WriteConditions(std::vector<Condition> conditions) {
+    if (!conditions.empty())
+        conditions.front().JoinedBy = Joiner::And; // it is joined to nothing
+    std::string line = WriteIfLine({std::move(conditions), "back", {}});
+    line.resize(line.size() - AnyAction.size());
+    return line;
+}
+
+std::vector<Condition> ReadConditions(std::string_view text) {
+    constexpr std::string_view Blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
+    text = text.substr(0, text.find_last_not_of(Blanks) + 1);
+    if (text.empty() || text.find_first_of("\r\n") != std::string_view::npos)
+        throw KelError("conditions stand in one line, such as \"if has <key> and not in <Hall>\"");
+    const std::string line = (BeginsWith(text, "if ") ? "" : "if ") + std::string(text);
+    IfLine parsed;
+    try {
+        parsed = ParseIfLine(line + std::string(AnyAction));
+    } catch (const KelError& error) {
+        throw KelError("these are no conditions: " + QuoteShortly(text) + " (" + error.Problem() + ")");
+    }
+    if (parsed.Then != AnyAction.substr(6))
+        throw KelError("the line says what is to be done, too; it can be pasted in the window of a script");
+    return parsed.Conditions;
+}
+
 std::string DescribeCondition(const Condition& condition, const CommandLookup& commands) {
     const std::string raw =
         condition.Keyword + (condition.HasParameter ? " <" + condition.Parameter + ">" : "");

@@ -36,6 +36,14 @@ IfLine ParseIfLine(std::string_view line);
 /// can be made, among them an "else" that an inner "if" without one would take for itself.
 std::string WriteIfLine(const IfLine& line);
 
+/// Conditions by themselves, as they stand in a line: "if has <key> and not in <Hall>". Throws KelError for
+/// those of which no line can be made.
+std::string WriteConditions(std::vector<Condition> conditions);
+
+/// Reads them again, with or without the "if"; other lines of blanks around them do not count. Throws
+/// KelError for anything else, and for a line that says what is to be done, too.
+std::vector<Condition> ReadConditions(std::string_view text);
+
 /// A condition in plain English: "the player has "key"".
 std::string DescribeCondition(const Condition& condition, const CommandLookup& commands);
 

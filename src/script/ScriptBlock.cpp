@@ -7,6 +7,7 @@
 #include "script/ScriptEditing.h"
 #include "script/ScriptRowPainter.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -72,6 +73,26 @@ ScriptBlock::ScriptBlock(QWidget* parent) : QListView(parent) {
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setMinimumSize(160, 60);
     connect(this, &QListView::doubleClicked, this, &ScriptBlock::Activate);
+    AddCommand(tr("&Edit line"), Qt::Key_Return);
+    AddCommand(tr("&Show what it calls"), Qt::Key_Right);
+    AddCommand(tr("&Hide what it calls"), Qt::Key_Left);
+}
+
+void ScriptBlock::AllowChanges() {
+    isChanged_ = true;
+    AddCommand(tr("&Remove line"), Qt::Key_Delete);
+    AddCommand(tr("Move &up"), Qt::CTRL | Qt::Key_Up);
+    AddCommand(tr("Move &down"), Qt::CTRL | Qt::Key_Down);
+}
+
+/// Puts what a key does into the menu.
+void ScriptBlock::AddCommand(const QString& caption, const QKeySequence& key) {
+    auto* command = new QAction(caption + u'\t' + key.toString(QKeySequence::NativeText), this);
+    connect(command, &QAction::triggered, this, [this, key] {
+        QKeyEvent press(QEvent::KeyPress, key[0].key(), key[0].keyboardModifiers());
+        keyPressEvent(&press);
+    });
+    addAction(command);
 }
 
 void ScriptBlock::Show(const ScriptEditing& scripts, const std::string& script, const std::string& home) {
@@ -115,13 +136,18 @@ void ScriptBlock::contextMenuEvent(QContextMenuEvent* event) {
                                                                         : visualRect(currentIndex()).center())
                         .row();
     const std::shared_ptr<const ReachedLines> known = scripts_ == nullptr ? nullptr : scripts_->Reached();
-    if (known == nullptr || known->judged == nullptr || row < 0)
-        return QListView::contextMenuEvent(event);
-    const std::optional<play::Hit> hit = hits_[static_cast<std::size_t>(row)];
     QMenu menu(this);
-    QAction* which = menu.addAction(hit ? tr("&Which run gets here?") : tr("No run gets here"));
-    which->setObjectName(QStringLiteral("actWhichRun"));
-    which->setEnabled(hit.has_value());
+    const QAction* which = nullptr;
+    std::optional<play::Hit> hit;
+    if (known != nullptr && known->judged != nullptr && row >= 0) {
+        hit = hits_[static_cast<std::size_t>(row)];
+        QAction* told = menu.addAction(hit ? tr("&Which run gets here?") : tr("No run gets here"));
+        told->setObjectName(QStringLiteral("actWhichRun"));
+        told->setEnabled(hit.has_value());
+        menu.addSeparator();
+        which = told;
+    }
+    menu.addActions(actions()); // what keys do
     if (menu.exec(event->globalPos()) == which && hit)
         known->playRun(known->judged, *hit);
 }

@@ -40,7 +40,7 @@ public:
     bool TellsMore() const;
 
     /// Delete and Ctrl with an arrow key ask for a change from now on; otherwise the script is only read.
-    void AllowChanges() { isChanged_ = true; }
+    void AllowChanges();
 
 signals:
     /// A row was double-clicked, or Return was pressed on it.
@@ -59,6 +59,7 @@ private:
     void MarkReached();
     void Activate(const QModelIndex& index);
     bool Unfold(bool isUnfolded);
+    void AddCommand(const QString& caption, const QKeySequence& key);
 
     const ScriptEditing* scripts_ = nullptr;
     std::string script_;

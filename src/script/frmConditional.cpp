@@ -3,7 +3,9 @@
 #include "base/LineText.h"
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
+#include "forms/ListRows.h"
 #include "forms/OfferMatches.h"
 #include "forms/RunCommand.h"
 #include "forms/StorableInput.h"
@@ -16,6 +18,7 @@
 
 #include <QScopedValueRollback>
 
+#include <numeric>
 #include <utility>
 
 namespace zem {
@@ -78,6 +81,10 @@ void frmConditional::ConnectControls() {
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     ConnectListKeys(*ui_->lstConditions, {ui_->butAddCondition, ui_->butRemoveCondition, nullptr,
                                           ui_->butConditionUp, ui_->butConditionDown});
+    ConnectClipboard(*ui_->lstConditions, context_.dialogs,
+                     {[this] { return CopyConditions(); },
+                      [this](std::string_view text, const QString&) { PasteConditions(text); },
+                      [this] { butRemoveCondition_Click(); }});
     connect(ui_->lstConditions, &QListWidget::currentRowChanged, this, &frmConditional::ShowCondition);
     connect(ui_->cmbCondition, &QComboBox::editTextChanged, this, &frmConditional::cmbCondition_Change);
     connect(ui_->cmbCondition, &QComboBox::currentIndexChanged, this, &frmConditional::cmbCondition_Change);
@@ -296,8 +303,27 @@ void frmConditional::butRemoveCondition_Click() {
     const int index = SelectedCondition();
     if (index < 0)
         return;
-    parts_.Conditions.erase(parts_.Conditions.begin() + index);
+    EraseRows(parts_.Conditions, SelectedRows(*ui_->lstConditions));
     PartsChanged();
+}
+
+PieceText frmConditional::CopyConditions() const {
+    std::vector<Condition> conditions;
+    for (const int row : SelectedRows(*ui_->lstConditions))
+        conditions.push_back(parts_.Conditions[static_cast<std::size_t>(row)]);
+    return {WriteConditions(conditions), {}};
+}
+
+/// What is pasted goes behind the selected conditions.
+void frmConditional::PasteConditions(std::string_view text) {
+    const std::vector<Condition> pasted = ReadConditions(text);
+    const std::vector<int> selected = SelectedRows(*ui_->lstConditions);
+    int row = selected.empty() ? static_cast<int>(parts_.Conditions.size()) : selected.back() + 1;
+    parts_.Conditions.insert(parts_.Conditions.begin() + row, pasted.begin(), pasted.end());
+    PartsChanged();
+    std::vector<int> rows(pasted.size());
+    std::iota(rows.begin(), rows.end(), row);
+    SelectRows(*ui_->lstConditions, rows);
 }
 
 void frmConditional::MoveCondition(int by) {
@@ -309,7 +335,7 @@ void frmConditional::MoveCondition(int by) {
               parts_.Conditions[static_cast<std::size_t>(target)]);
     parts_.Conditions.front().JoinedBy = Joiner::And; // The first condition has no joiner to keep.
     PartsChanged();
-    ui_->lstConditions->setCurrentRow(target);
+    SelectRows(*ui_->lstConditions, {target}); // and no others, although Ctrl is down
 }
 
 QString frmConditional::WhatIs(const std::string& action) const {

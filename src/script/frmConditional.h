@@ -2,6 +2,7 @@
 
 #include "forms/EditorContext.h"
 #include "kel/ScriptTree.h"
+#include "pieces/CopyPiece.h"
 
 #include <QDialog>
 
@@ -9,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 class QLineEdit;
 
@@ -51,6 +53,8 @@ private:
     void butAddCondition_Click();
     void butRemoveCondition_Click();
     void MoveCondition(int by);
+    PieceText CopyConditions() const;
+    void PasteConditions(std::string_view text);
     void EditBranch(std::string& action);
     void EditBranchIf(std::string& action);
     void AddToBranch(std::string& action, const std::string& line);

@@ -3,10 +3,13 @@
 #include "base/LineText.h"
 #include "forms/ColourRoles.h"
 #include "forms/DialogSize.h"
+#include "forms/ListClipboard.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "forms/RowDrag.h"
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
+#include "pieces/PastePiece.h"
 #include "qt/QtText.h"
 #include "script/ReachedLines.h"
 #include "script/ScriptEditing.h"
@@ -15,6 +18,8 @@
 #include <QIcon>
 #include <QPainter>
 
+#include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace zem {
@@ -64,12 +69,23 @@ void frmScriptLines::ConnectButtons() {
     OnClick(ui_->butDown, this, context_.dialogs, [this] { MoveLine(1); });
     OnClick(ui_->butOK, this, context_.dialogs, [this] { butOK_Click(); });
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
-    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+    ConnectLists();
+}
+
+void frmScriptLines::ConnectLists() {
+    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines}) {
         ConnectListKeys(*list, {ui_->butAdd, ui_->butRemove, ui_->butEdit, ui_->butUp, ui_->butDown});
-    connect(ui_->lstFriendlyLines, &QListWidget::currentRowChanged, ui_->lstScriptLines,
-            qOverload<int>(&QListWidget::setCurrentRow));
-    connect(ui_->lstScriptLines, &QListWidget::currentRowChanged, ui_->lstFriendlyLines,
-            qOverload<int>(&QListWidget::setCurrentRow));
+        ConnectClipboard(*list, context_.dialogs,
+                         {[this] { return CopyLines(context_.scripts.Game(), SelectedTexts()); },
+                          [this](std::string_view text, const QString&) { Paste(text); },
+                          [this] { butRemove_Click(); }});
+        MoveRowsByDrag(*list, [this](const std::vector<int>& rows, int to) { MoveLines(rows, to); });
+        QListWidget* other = list == ui_->lstScriptLines ? ui_->lstFriendlyLines : ui_->lstScriptLines;
+        connect(list, &QListWidget::currentRowChanged, other, [other](int row) {
+            if (other->currentRow() != row) // it may be where this comes from, with several selected
+                other->setCurrentRow(row);
+        });
+    }
 }
 
 void frmScriptLines::OpenScript(const std::string& script) {
@@ -97,7 +113,14 @@ void frmScriptLines::ShowLine(int index) {
 }
 
 void frmScriptLines::SelectLine(int index) {
-    List().setCurrentRow(index);
+    SelectRows(List(), {index}); // and no others, whatever keys are down
+}
+
+std::vector<std::string> frmScriptLines::SelectedTexts() const {
+    std::vector<std::string> texts;
+    for (const int row : SelectedRows(List()))
+        texts.push_back(lines_[static_cast<std::size_t>(row)]);
+    return texts;
 }
 
 void frmScriptLines::InsertLine(int index, const std::string& line) {
@@ -142,12 +165,47 @@ void frmScriptLines::butEdit_Click() {
 }
 
 void frmScriptLines::butRemove_Click() {
-    const int index = SelectedLine();
-    if (index < 0)
+    const std::vector<int> rows = SelectedRows(List());
+    if (rows.empty())
         return;
-    lines_.erase(lines_.begin() + index);
-    for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
-        delete list->takeItem(index);
+    EraseRows(lines_, rows);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        for (QListWidget* list : {ui_->lstScriptLines, ui_->lstFriendlyLines})
+            delete list->takeItem(*row);
+    ShowWhole();
+}
+
+/// What is pasted goes behind the selected lines, as what is typed does.
+void frmScriptLines::Paste(std::string_view text) {
+    Pasted pasted;
+    context_.scripts.ChangeScript([&](GameModel& game) {
+        pasted = PastePiece(game, text, {.takesLines = true, .only = {FieldId::None}},
+                            context_.scripts.Commands());
+        game = pasted.game;
+        return std::string();
+    });
+    const std::vector<int> selected = SelectedRows(List());
+    int index = selected.empty() ? static_cast<int>(lines_.size()) : selected.back() + 1;
+    std::vector<int> rows;
+    for (const std::string& line : pasted.lines) {
+        rows.push_back(index);
+        InsertLine(index++, line);
+    }
+    SelectRows(List(), rows);
+    ShowWhole();
+}
+
+/// @param to  the line before which they go
+void frmScriptLines::MoveLines(const std::vector<int>& rows, int to) {
+    if (rows.empty())
+        return;
+    lines_ = Moved(lines_, rows, to);
+    for (int index = 0; index < static_cast<int>(lines_.size()); ++index)
+        ShowLine(index);
+    const auto before = std::count_if(rows.begin(), rows.end(), [to](int row) { return row < to; });
+    std::vector<int> moved(rows.size());
+    std::iota(moved.begin(), moved.end(), to - static_cast<int>(before));
+    SelectRows(List(), moved);
     ShowWhole();
 }
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class QListWidget;
@@ -37,6 +38,7 @@ public:
 private:
     void OpenScript(const std::string& script);
     void ConnectButtons();
+    void ConnectLists();
     QListWidget& List() const;
     int SelectedLine() const; // from 0; -1 for none
     void ShowLine(int index);
@@ -48,6 +50,9 @@ private:
     void butEdit_Click();
     void butRemove_Click();
     void MoveLine(int by);
+    std::vector<std::string> SelectedTexts() const;
+    void Paste(std::string_view text);
+    void MoveLines(const std::vector<int>& rows, int to);
     void butOK_Click();
     void ConnectWhole();
     void ShowWhole();

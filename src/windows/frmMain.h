@@ -25,6 +25,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -205,6 +206,14 @@ private:
 
     /// The buttons of the toolbar, each with the menu command that it runs.
     std::vector<std::pair<QAction*, QAction*>> ToolbarCommands() const;
+
+    void ConnectClipboard();
+    std::vector<Place> SelectedPlaces(const QListView& list) const;
+    void PasteText(std::string_view text, const QString& verb);
+    void RemovePlaces(const QString& verb, const std::vector<Place>& places);
+    void MoveToRoom(const std::vector<Place>& things, int room);
+    void AcceptThings(QWidget& target, const std::function<int(QPoint)>& roomAt);
+    void SelectPlaces(const std::vector<Place>& places);
 
     void lstRooms_Click();
     void lstThings_Click();

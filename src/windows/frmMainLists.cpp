@@ -5,6 +5,7 @@
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
 #include "panels/MapPanel.h"
+#include "pieces/MoveRecords.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
@@ -69,6 +70,7 @@ void frmMain::ConnectLists() {
         connect(ThingList(index)->selectionModel(), &QItemSelectionModel::selectionChanged, this,
                 &frmMain::lstThings_Click);
     }
+    ConnectClipboard();
 }
 
 QListView* frmMain::ThingList(std::size_t index) const {
@@ -212,9 +214,10 @@ void frmMain::butDeleteRoom_Click() {
     const int row = SelectedRow(*ui_->lstRooms);
     if (row < 0)
         return;
+    const std::vector<Place> rooms = SelectedPlaces(*ui_->lstRooms);
     Selection selection;
-    selection.room = row;
-    ChangeGame(selection, [row](GameModel& game) { game.Rooms.Remove(row + 1); });
+    selection.room = SelectedRows(*ui_->lstRooms).front();
+    ChangeGame(selection, [&](GameModel& game) { RemoveRecords(game, rooms); });
 }
 
 void frmMain::butAddObj_Click(std::size_t index) {
@@ -258,9 +261,10 @@ void frmMain::butDeleteObj_Click(std::size_t index) {
     const int row = SelectedRow(*ThingList(index));
     if (row < 0)
         return;
-    const ThingPlace place = thingPlaces_[index][static_cast<std::size_t>(row)];
-    ChangeGame(CurrentSelection(),
-               [&](GameModel& game) { Things(game.Rooms.Edit(place.room), index).Remove(place.thing); });
+    Selection selection = CurrentSelection();
+    selection.things[index] = SelectedRows(*ThingList(index)).front();
+    const std::vector<Place> things = SelectedPlaces(*ThingList(index));
+    ChangeGame(selection, [&](GameModel& game) { RemoveRecords(game, things); });
 }
 
 } // namespace zem

@@ -32,6 +32,7 @@ void frmMain::AddMap() {
         };
         connect(mapPanel_->toggleViewAction(), &QAction::toggled, ui_->things, makeRoom);
         makeRoom(true);
+        AcceptThings(mapPanel_->Canvas(), [this](QPoint at) { return mapPanel_->Canvas().RoomAt(at) + 1; });
         mapPanel_->SelectRoom(SelectedRow(*ui_->lstRooms));
         ShowProblemsOnMap();
         ShowPlayerOnMap();

@@ -86,20 +86,9 @@ void frmMain::AddSearch() {
         if (const auto selected = SelectedName())
             Rename(selected->named, selected->own);
     });
-    const std::array<std::pair<QListView*, std::array<QPushButton*, 3>>, 3> lists = {{
-        {ui_->lstRooms, {ui_->butEditRoom, ui_->butAddNewRoom, ui_->butDeleteRoom}},
-        {ui_->lstCharacters, {ui_->butEditObj_0, ui_->butAddObj_0, ui_->butDeleteObj_0}},
-        {ui_->lstObjects, {ui_->butEditObj_1, ui_->butAddObj_1, ui_->butDeleteObj_1}},
-    }};
-    for (const auto& [list, buttons] : lists) {
-        for (QPushButton* button : buttons) {
-            const QString name = button->accessibleName();
-            auto* action = new QAction(name.isEmpty() ? QString(button->text()).remove(u'&') : name, list);
-            connect(action, &QAction::triggered, button, &QPushButton::click);
-            list->addAction(action);
-        }
+    for (QWidget* list : {static_cast<QWidget*>(ui_->lstRooms), static_cast<QWidget*>(ui_->lstCharacters),
+                          static_cast<QWidget*>(ui_->lstObjects)})
         AddNameCommands(*list);
-    }
     connect(ui_->txtRoomFilter, &QLineEdit::textChanged, this, &frmMain::FilterRooms);
 }
 

@@ -1,0 +1,138 @@
+#include "forms/ListClipboard.h"
+
+#include "forms/RunCommand.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMimeData>
+
+#include <utility>
+
+namespace zem {
+
+namespace {
+
+/// The commands of one list.
+class ClipboardCommands : public QObject {
+public:
+    ClipboardCommands(QAbstractItemView& list, Dialogs& dialogs, ListClipboard clipboard)
+        : QObject(&list),
+          list_(list),
+          dialogs_(dialogs),
+          clipboard_(std::move(clipboard)) {
+        list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+        list.setContextMenuPolicy(Qt::ActionsContextMenu);
+        auto* separator = new QAction(&list);
+        separator->setSeparator(true);
+        list.addAction(separator);
+        if (clipboard_.cut)
+            cut_ = Add("actCut", tr("Cu&t"), QStringLiteral("Ctrl+X"), [this] { Cut(); });
+        copy_ = Add("actCopy", tr("&Copy as Kel"), QStringLiteral("Ctrl+Shift+C"), [this] { Copy(); });
+        paste_ = Add("actPaste", tr("&Paste"), QStringLiteral("Ctrl+V"), [this] { Paste(); });
+        duplicate_ = Add("actDuplicate", tr("&Duplicate"), QStringLiteral("Ctrl+D"), [this] { Duplicate(); });
+        connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                [this] { ShowWhatCanBeDone(); });
+        connect(list.model(), &QAbstractItemModel::modelReset, this, [this] { ShowWhatCanBeDone(); });
+        connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this,
+                [this] { LookIntoClipboard(); });
+        list.installEventFilter(this);
+        ShowWhatCanBeDone();
+        LookIntoClipboard();
+    }
+
+    /// The keys belong to the list that has the focus, even where its window is not the active one yet.
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const QKeySequence pressed(key.keyCombination());
+        for (QAction* command : {cut_, copy_, paste_, duplicate_})
+            if (command != nullptr && command->shortcut() == pressed) {
+                command->trigger();
+                return true;
+            }
+        return false;
+    }
+
+private:
+    QAction* Add(const char* name, const QString& caption, const QString& key, std::function<void()> run) {
+        auto* command = new QAction(caption, &list_);
+        command->setObjectName(QLatin1String(name));
+        command->setShortcut(QKeySequence(key));
+        command->setShortcutContext(Qt::WidgetShortcut);
+        connect(command, &QAction::triggered, this,
+                [this, run = std::move(run)] { RunCommand(dialogs_, list_.window(), run); });
+        list_.addAction(command);
+        return command;
+    }
+
+    /// A command that is off says why.
+    static void Enable(QAction& command, bool isEnabled, const QString& what, const QString& why) {
+        command.setEnabled(isEnabled);
+        command.setStatusTip(isEnabled ? what : why);
+    }
+
+    void ShowWhatCanBeDone() {
+        const bool isSelected = list_.selectionModel()->hasSelection();
+        const QString why = tr("Select something in the list first.");
+        if (cut_ != nullptr)
+            Enable(*cut_, isSelected, tr("Takes what is selected away and keeps it in the clipboard"), why);
+        Enable(*copy_, isSelected, tr("Copies what is selected as Kel text, with all that it needs"), why);
+        Enable(*duplicate_, isSelected, tr("Adds a copy of what is selected, under a free name"), why);
+    }
+
+    /// Other programs are asked for it, which takes its time, so that nobody does it at every row.
+    void LookIntoClipboard() {
+        const QMimeData* held = QGuiApplication::clipboard()->mimeData();
+        Enable(*paste_, held != nullptr && held->hasText(), tr("Adds what the clipboard holds as Kel text"),
+               tr("The clipboard holds no text."));
+    }
+
+    void Copy() { QGuiApplication::clipboard()->setText(ToClipboard(clipboard_.copy().text)); }
+
+    void Cut() {
+        Copy();
+        clipboard_.cut();
+    }
+
+    void Paste() {
+        const QString text = QGuiApplication::clipboard()->text();
+        try {
+            clipboard_.paste(FromQt(text), tr("paste"));
+        } catch (const KelError& error) {
+            throw CommandError(tr("Nothing was pasted. %1").arg(AsSentence(error)), tr("Paste"));
+        }
+    }
+
+    void Duplicate() { clipboard_.paste(clipboard_.copy().text, tr("duplicate")); }
+
+    static QString AsSentence(const KelError& error) {
+        QString sentence = ToQt(error.what());
+        sentence[0] = sentence[0].toUpper();
+        return sentence.endsWith(u'.') ? sentence : sentence + u'.';
+    }
+
+    QAbstractItemView& list_;
+    Dialogs& dialogs_;
+    ListClipboard clipboard_;
+    QAction* cut_ = nullptr;
+    QAction* copy_ = nullptr;
+    QAction* paste_ = nullptr;
+    QAction* duplicate_ = nullptr;
+};
+
+} // namespace
+
+void ConnectClipboard(QAbstractItemView& list, Dialogs& dialogs, ListClipboard clipboard) {
+    new ClipboardCommands(list, dialogs, std::move(clipboard)); // the list owns it
+}
+
+/// Other programs have lines end without CR.
+QString ToClipboard(std::string_view text) {
+    return ToQt(text).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
+} // namespace zem
