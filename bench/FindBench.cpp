@@ -1,12 +1,14 @@
-// Finding, where used and renaming in a game larger than any author's, each time after one room was changed,
-// as after a key: in processor time, and as a ratio to copying the bytes of its file, measured in the same
-// run.
+// Finding, where used, renaming and duplicating in a game larger than any author's, each time after one room
+// was changed, as after a key: in processor time, and as a ratio to copying the bytes of its file, measured
+// in the same run.
 #include "LargeGame.h"
 #include "game/Find.h"
 #include "game/Rename.h"
 #include "game/Replace.h"
 #include "game/WhereUsed.h"
 #include "kel/CommandCatalogue.h"
+#include "pieces/CopyPiece.h"
+#include "pieces/PastePiece.h"
 #include "reader/LoadGame.h"
 
 #include <algorithm>
@@ -136,6 +138,21 @@ void CarryOutRename(benchmark::State& state) {
     });
 }
 
+/// One of the rooms, with its objects and what their scripts call.
+void DuplicateRoom(benchmark::State& state) {
+    const CommandLookup commands(Shared().catalogue);
+    const GameModel& game = Shared().game;
+    int room = 0;
+    Measure(state, [&] {
+        room = room % LargeGame::Rooms + 1;
+        const double start = CpuMilliseconds();
+        const PieceText copied = CopyPiece(game, {Place::Of({{FieldId::GameRooms, room}})});
+        const Pasted pasted = PastePiece(game, copied.text, {}, commands);
+        state.counters["found"] = static_cast<double>(pasted.renamed.size());
+        return CpuMilliseconds() - start;
+    });
+}
+
 BENCHMARK(First)->Iterations(5);
 BENCHMARK_CAPTURE(FindQueryOf, no_such_words, FindQuery{.words = "no such words"})->Iterations(40);
 BENCHMARK_CAPTURE(FindQueryOf, lamp, FindQuery{.words = "lamp"})->Iterations(40);
@@ -160,6 +177,7 @@ BENCHMARK_CAPTURE(ReplaceOf, lamp, FindQuery{.words = "lamp"}, "lantern")->Itera
 BENCHMARK_CAPTURE(ReplaceOf, e, FindQuery{.words = "e"}, "a")->Iterations(10);
 BENCHMARK(CarryOutReplace)->Iterations(10);
 BENCHMARK(CarryOutRename)->Iterations(20);
+BENCHMARK(DuplicateRoom)->Iterations(40);
 
 } // namespace
 } // namespace zem::bench

@@ -7,8 +7,11 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QListWidget>
 #include <QMimeData>
+#include <QTimer>
 
+#include <optional>
 #include <utility>
 
 namespace zem {
@@ -23,7 +26,10 @@ public:
           list_(list),
           dialogs_(dialogs),
           clipboard_(std::move(clipboard)) {
-        list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+        if (isWidget_)
+            list.viewport()->installEventFilter(this);
+        else
+            list.setSelectionMode(QAbstractItemView::ExtendedSelection);
         list.setContextMenuPolicy(Qt::ActionsContextMenu);
         auto* separator = new QAction(&list);
         separator->setSeparator(true);
@@ -44,8 +50,13 @@ public:
     }
 
     /// The keys belong to the list that has the focus, even where its window is not the active one yet.
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress)
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (isWidget_ && MaySelectSeveral(*event)) {
+            list_.setSelectionMode(QAbstractItemView::ExtendedSelection);
+            QTimer::singleShot(0, this,
+                               [this] { list_.setSelectionMode(QAbstractItemView::SingleSelection); });
+        }
+        if (event->type() != QEvent::KeyPress || watched != &list_)
             return false;
         const auto& key = static_cast<const QKeyEvent&>(*event);
         const QKeySequence pressed(key.keyCombination());
@@ -58,6 +69,23 @@ public:
     }
 
 private:
+    /// Where several rows can be selected, a list widget only adds to them when a form selects a row. So they
+    /// can be just while the author uses a key or the mouse for it.
+    bool MaySelectSeveral(const QEvent& event) const {
+        if (event.type() == QEvent::KeyPress)
+            return static_cast<const QKeyEvent&>(event).modifiers().testFlag(Qt::ShiftModifier);
+        if (event.type() != QEvent::MouseButtonPress && event.type() != QEvent::MouseMove &&
+            event.type() != QEvent::MouseButtonRelease)
+            return false;
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        if ((mouse.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier)) != 0)
+            return true;
+        // One of several is pressed, perhaps to drag them all or to open the menu.
+        const QItemSelectionModel& selected = *list_.selectionModel();
+        return selected.isSelected(list_.indexAt(mouse.position().toPoint())) &&
+               selected.selectedIndexes().size() > 1;
+    }
+
     QAction* Add(const char* name, const QString& caption, const QString& key, std::function<void()> run) {
         auto* command = new QAction(caption, &list_);
         command->setObjectName(QLatin1String(name));
@@ -100,6 +128,8 @@ private:
 
     void Paste() {
         const QString text = QGuiApplication::clipboard()->text();
+        if (const std::optional<QString> problem = UnstorableCharacter(text))
+            throw CommandError(tr("Nothing was pasted. %1").arg(*problem), tr("Paste"));
         try {
             clipboard_.paste(FromQt(text), tr("paste"));
         } catch (const KelError& error) {
@@ -116,6 +146,7 @@ private:
     }
 
     QAbstractItemView& list_;
+    const bool isWidget_ = qobject_cast<QListWidget*>(&list_) != nullptr;
     Dialogs& dialogs_;
     ListClipboard clipboard_;
     QAction* cut_ = nullptr;

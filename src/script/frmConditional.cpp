@@ -317,6 +317,10 @@ PieceText frmConditional::CopyConditions() const {
 /// What is pasted goes behind the selected conditions.
 void frmConditional::PasteConditions(std::string_view text) {
     const std::vector<Condition> pasted = ReadConditions(text);
+    if (!BeginsWith(text, "if ")) // which says that they are conditions, even of an add-on
+        for (const Condition& condition : pasted)
+            if (FindEntry(condition.Keyword) == nullptr)
+                throw KelError("this is no condition: " + QuoteShortly(condition.Keyword));
     const std::vector<int> selected = SelectedRows(*ui_->lstConditions);
     int row = selected.empty() ? static_cast<int>(parts_.Conditions.size()) : selected.back() + 1;
     parts_.Conditions.insert(parts_.Conditions.begin() + row, pasted.begin(), pasted.end());

@@ -82,7 +82,8 @@ void frmScriptLines::ConnectLists() {
         MoveRowsByDrag(*list, [this](const std::vector<int>& rows, int to) { MoveLines(rows, to); });
         QListWidget* other = list == ui_->lstScriptLines ? ui_->lstFriendlyLines : ui_->lstScriptLines;
         connect(list, &QListWidget::currentRowChanged, other, [other](int row) {
-            if (other->currentRow() != row) // it may be where this comes from, with several selected
+            // It may be where this comes from, with several rows selected.
+            if (other->currentRow() != row || !other->selectionModel()->hasSelection())
                 other->setCurrentRow(row);
         });
     }

@@ -54,8 +54,10 @@ public:
             return false;
         auto& drop = static_cast<QDropEvent&>(*event); // the others derive from it
         const std::vector<Place> things = dragged_(*drop.mimeData());
-        if (things.empty())
-            return false; // a file, perhaps, for the window
+        if (things.empty()) { // a file, perhaps, which the window takes
+            drop.ignore();
+            return true;
+        }
         const int room = roomAt_(drop.position().toPoint());
         drop.setDropAction(Qt::CopyAction); // after a move the list would take its rows away by itself
         // What comes over the widget is taken even beside the rooms: there is one a little further.

@@ -33,7 +33,7 @@ void SetClip(const std::string& text) {
 
 class Clipboard : public testing::Test {
 protected:
-    Clipboard() : p(Manor) { SetClip(""); }
+    Clipboard() : p(Manor) { QGuiApplication::clipboard()->clear(); }
 
     void Press(const char* list, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::ControlModifier) const {
         QTest::keyClick(p.Find<QWidget>(list), key, modifiers);
@@ -99,7 +99,7 @@ TEST_F(Clipboard, DuplicateBringsTheWholeScriptAndLeavesTheClipboardAlone) {
     ASSERT_EQ(p.game.Procedures.Count(), 2);
     EXPECT_EQ(p.game.Procedures[1].Script, "give <lamp>\r\nhide <lamp>\r\n");
     EXPECT_EQ(p.game.Procedures[2].Script, "give <lamp>\r\nhide <lamp 2>\r\n");
-    EXPECT_EQ(p.game.Rooms[1].Objects[3].Take, "do <" + p.game.Procedures[2].Name + ">");
+    EXPECT_EQ(p.game.Rooms[1].Objects[3].Take, " do <" + p.game.Procedures[2].Name + ">");
     p.Trigger("mnuToolsUndo");
     EXPECT_EQ(p.game.Procedures.Count(), 1) << "with the procedure that it brought";
 }
@@ -131,7 +131,6 @@ TEST_F(Clipboard, WhatIsNoKelIsToldAndChangesNothing) {
         Press("lstRooms", Qt::Key_V);
         p.dialogs.ExpectAllAsked();
     }
-    QGuiApplication::clipboard()->setText(QString::fromUtf8("define room <\u0394>\nend define\n"));
     EXPECT_EQ(p.game.Rooms, before.Rooms);
     EXPECT_FALSE(p.game.Modified);
 }
@@ -139,9 +138,10 @@ TEST_F(Clipboard, WhatIsNoKelIsToldAndChangesNothing) {
 TEST_F(Clipboard, CommandsThatAreOffSayWhy) {
     p.Select("lstRooms", 0);
     EXPECT_FALSE(Command("lstObjects", "actCopy").isEnabled()) << "nothing is selected";
-    EXPECT_EQ(Command("lstObjects", "actCopy").statusTip(), "Select something in the list first.");
+    EXPECT_EQ(Command("lstObjects", "actCopy").statusTip().toStdString(),
+              "Select something in the list first.");
     EXPECT_FALSE(Command("lstRooms", "actPaste").isEnabled());
-    EXPECT_EQ(Command("lstRooms", "actPaste").statusTip(), "The clipboard holds no text.");
+    EXPECT_EQ(Command("lstRooms", "actPaste").statusTip().toStdString(), "The clipboard holds no text.");
     SetClip("win");
     EXPECT_TRUE(Command("lstRooms", "actPaste").isEnabled());
     p.Select("lstObjects", 0);
@@ -166,7 +166,8 @@ TEST_F(Clipboard, OneRowOfSeveralStaysSelectedAndDeleteTakesAll) {
     EXPECT_EQ(click(0, Qt::ControlModifier), (std::vector<int>{0})) << "the only one cannot be let go of";
     EXPECT_EQ(click(2, Qt::ControlModifier), (std::vector<int>{0, 2}));
     EXPECT_EQ(click(0, Qt::ControlModifier), (std::vector<int>{2}));
-    EXPECT_EQ(click(1, Qt::ShiftModifier), (std::vector<int>{1, 2}));
+    EXPECT_EQ(click(1, {}), (std::vector<int>{1}));
+    EXPECT_EQ(click(2, Qt::ShiftModifier), (std::vector<int>{1, 2}));
     p.Click("butDeleteRoom");
     EXPECT_EQ(Rooms(), "Hall");
     p.Trigger("mnuToolsUndo");
