@@ -58,9 +58,8 @@ QString Reached(const play::Coverage& coverage, CoveragePart::Kind kind, const c
 QString Summary(const walk::Walker& walker) {
     const walk::WalkFigures& figures = walker.Figures();
     const play::Coverage& reached = walker.Reached();
-    return QStringLiteral("%1: %2, %3, %4. Reached: %5, %6, %7.")
-        .arg(CountOf(figures.turns, "turn"), CountOf(figures.wins, "time won"),
-             CountOf(figures.losses, "time lost"), CountOf(figures.states, "state kept"),
+    return QStringLiteral("%1: won %2, lost %3. Reached: %4, %5, %6.")
+        .arg(CountOf(figures.turns, "turn"), CountOf(figures.wins, "time"), CountOf(figures.losses, "time"),
              Reached(reached, CoveragePart::Room, "rooms"),
              Reached(reached, CoveragePart::Command, "commands"),
              Reached(reached, CoveragePart::Ending, "endings"));
@@ -108,7 +107,8 @@ WalkView::WalkView(RunWatch& watch, Dialogs& dialogs,
     top->addWidget(butWalk_);
     top->addWidget(lblTurns);
     top->addWidget(spnTurns_);
-    top->addWidget(prgWalk_, 1);
+    top->addWidget(prgWalk_, 3);
+    top->addStretch(1); // without the progress the buttons stay as they are
     top->addWidget(butPlay_);
     top->addWidget(butKeep_);
     auto* column = new QVBoxLayout(this);

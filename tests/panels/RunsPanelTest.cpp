@@ -6,6 +6,7 @@
 #include "panels/MapPanel.h"
 #include "panels/PlayPanel.h"
 #include "panels/RunTreeView.h"
+#include "panels/frmRename.h"
 #include "player/InputLine.h"
 #include "player/StoryPane.h"
 #include "reader/LoadGame.h"
@@ -178,6 +179,27 @@ TEST(RunsPanel, RunsAreCutRenamedDeletedAndAllOfItTakenBack) {
     EXPECT_FALSE(test::Find<QAction>(r.Panel(), "actRunTakeBack").isEnabled());
 }
 
+TEST(RunsPanel, ANewNameIsNoDifferenceAndTheRunsGetItWithTheSave) {
+    Runs r;
+    r.Play({"n"});
+    r.KeepAs("mine", "to Yard");
+    r.Select("lstRooms", 1);
+    r.Open<frmRename>("mnuToolsRename", [](frmRename& form) {
+        test::Find<QLineEdit>(form, "txtNewName").clear();
+        TypeText(form, "txtNewName", "Garden");
+        WaitFor([&] { return form.IsBusy(); });
+        test::Click(form, "butOK");
+    });
+    r.Wait();
+    EXPECT_EQ(r.Button(), "1 run well") << r.Tree();
+    EXPECT_NE(r.File().find("Yard"), std::string::npos) << "the saved game has the old name";
+    r.Trigger("mnuFileSave");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return r.File().find("Garden") != std::string::npos; })) << r.File();
+    EXPECT_EQ(r.File().find("Yard"), std::string::npos);
+    r.Wait();
+    EXPECT_EQ(r.Button(), "1 run well") << r.Tree();
+}
+
 TEST(RunsPanel, ARunGoesOnInThePlayPanel) {
     Runs r;
     r.Play({"name", "Ann", "n"});
@@ -303,6 +325,24 @@ TEST(RunsPanel, AWalkersFindingsAreKeptAsNewRuns) {
     WaitFor([&] { return panel.IsBusy(); });
     EXPECT_EQ(runs.topLevelItem(0)->text(2), "as approved");
     EXPECT_NE(ReadBytes(p.folder.Path("game.kel.tests")).find("You have won."), std::string::npos);
+}
+
+TEST(RunsPanel, AWalkIsStoppedAndTellsHowFarItCame) {
+    RunningProgram p(ReadBytes(ZEM_SAMPLES "/lighthouse.kel"));
+    p.Trigger("mnuToolsRuns");
+    auto& panel = test::Find<RunsPanel>(*p.Main(), "dckRuns");
+    test::Find<QTabWidget>(panel, "tabRuns").setCurrentIndex(1);
+    test::Find<QSpinBox>(panel, "spnTurns").setValue(10'000'000);
+    test::Click(panel, "butWalk");
+    const auto progress = [&] { return TextOf(panel, "lblWalk"); };
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return progress().ends_with(" so far.") && progress() != "0 turns so far."; }, 20000))
+        << progress();
+    EXPECT_EQ(TextOf(panel, "butWalk"), "&Stop the walker");
+    test::Click(panel, "butWalk");
+    WaitFor([&] { return panel.IsBusy(); });
+    EXPECT_NE(progress().find(" of 32 rooms"), std::string::npos) << progress();
+    EXPECT_EQ(TextOf(panel, "butWalk"), "&Let a walker try");
 }
 
 TEST(CoveragePanel, ListsWhatNoRunReachesAndPlaysTheOneThatDoes) {
