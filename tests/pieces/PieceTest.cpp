@@ -72,7 +72,7 @@ Place RoomPlace(int k) {
     return Place::Of({{FieldId::GameRooms, k}});
 }
 
-std::string Renamed(const Pasted& pasted) {
+std::string NewNames(const Pasted& pasted) {
     std::string names;
     for (const NameChange& change : pasted.renamed)
         names += (names.empty() ? "" : ", ") + change.from + " > " + change.to;
@@ -136,7 +136,7 @@ TEST_P(PastedText, GetsFreeNames) {
     const Pasted pasted =
         PastePiece(PantryGame(), CrLf(GetParam().text), {.room = 2, .takesLines = true}, PasteCommands());
     EXPECT_EQ(pasted.what, GetParam().what);
-    EXPECT_EQ(Renamed(pasted), GetParam().renamed);
+    EXPECT_EQ(NewNames(pasted), GetParam().renamed);
     EXPECT_EQ(pasted.added.size(), GetParam().added);
     std::string lines;
     for (const std::string& line : pasted.lines)
@@ -267,9 +267,9 @@ TEST(PastePiece, StandardTextsAndScriptsOfTheGameAreJoined) {
                                   "define text <intro>\nOnce.\nend define\n");
     const Pasted once = PastePiece(game, text, {}, PasteCommands());
     const Pasted twice = PastePiece(once.game, text, {}, PasteCommands());
-    EXPECT_EQ(Renamed(once), "");
+    EXPECT_EQ(NewNames(once), "");
     EXPECT_EQ(once.game.TextSections.Count(), game.TextSections.Count());
-    EXPECT_EQ(Renamed(twice), "intro > intro 2");
+    EXPECT_EQ(NewNames(twice), "intro > intro 2");
     EXPECT_EQ(UnfoldScript(twice.game, twice.game.StartScript),
               (std::vector<std::string>{"msg <Two.>", "msg <Two.>"}));
 }

@@ -175,7 +175,7 @@ TEST_F(Clipboard, OneRowOfSeveralStaysSelectedAndDeleteTakesAll) {
 }
 
 /// Drags the rows of a list over a point of a widget and lets them go there. Whether they were taken.
-bool Drag(QAbstractItemView& from, const std::vector<int>& rows, QWidget& over, QPoint at) {
+bool DragRows(QAbstractItemView& from, const std::vector<int>& rows, QWidget& over, QPoint at) {
     QModelIndexList indexes;
     for (const int row : rows)
         indexes.append(from.model()->index(row, 0));
@@ -194,7 +194,7 @@ TEST_F(Clipboard, ThingsAreDraggedToAnotherRoom) {
     auto& objects = *p.Find<QAbstractItemView>("lstObjects");
     const auto middle = [&](int row) { return rooms.visualRect(rooms.model()->index(row, 0)).center(); };
     const GameModel before = p.game;
-    EXPECT_TRUE(Drag(objects, {0, 1}, *rooms.viewport(), middle(2)));
+    EXPECT_TRUE(DragRows(objects, {0, 1}, *rooms.viewport(), middle(2)));
     EXPECT_EQ(Objects(), "");
     ASSERT_EQ(p.game.Rooms[3].Objects.Count(), 2);
     EXPECT_EQ(p.game.Rooms[3].Objects[1], before.Rooms[1].Objects[1]);
@@ -202,9 +202,9 @@ TEST_F(Clipboard, ThingsAreDraggedToAnotherRoom) {
     p.Trigger("mnuToolsUndo");
     EXPECT_EQ(p.game.Rooms, before.Rooms);
     const std::string step = LastStep();
-    Drag(objects, {0}, *rooms.viewport(), middle(0));
-    EXPECT_FALSE(Drag(objects, {0}, *rooms.viewport(), QPoint(5, rooms.viewport()->height() - 2)));
-    EXPECT_FALSE(Drag(rooms, {0}, *rooms.viewport(), middle(1))) << "a room does not go into a room";
+    DragRows(objects, {0}, *rooms.viewport(), middle(0));
+    EXPECT_FALSE(DragRows(objects, {0}, *rooms.viewport(), QPoint(5, rooms.viewport()->height() - 2)));
+    EXPECT_FALSE(DragRows(rooms, {0}, *rooms.viewport(), middle(1))) << "a room does not go into a room";
     EXPECT_EQ(p.game.Rooms, before.Rooms);
     EXPECT_EQ(LastStep(), step);
 }
