@@ -25,7 +25,8 @@ Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QStr
       recovery_(session_, edits_, stateFolder + QLatin1String("/recovery")),
       versions_(stateFolder + QLatin1String("/versions")),
       saveCheck_(session_, versions_),
-      editorShell_(settings_, host_),
+      spelling_(session_, spelling::DictionaryFolders()),
+      editorShell_(settings_, host_, spelling_),
       helpKey_(programFolder, dialogs) {
     ConnectSafetyNets();
 }

@@ -7,6 +7,7 @@
 #include "kel/CommandLookup.h"
 #include "script/ScriptEditing.h"
 #include "session/GameSession.h"
+#include "session/GameSpelling.h"
 #include "session/Recovery.h"
 #include "session/SaveCheck.h"
 #include "session/Settings.h"
@@ -47,6 +48,8 @@ public:
 
     GameSession& Session() { return session_; }
 
+    GameSpelling& Spelling() { return spelling_; }
+
     /// What is typed into open editors.
     const OpenEdits& Edits() const { return edits_; }
     frmManual* ManualWindow() const { return helpKey_.Manual(); }
@@ -74,6 +77,7 @@ private:
     SaveCheck saveCheck_;
     CommandCatalogue commands_;
     std::unique_ptr<CommandLookup> lookup_;
+    GameSpelling spelling_;
     AppEditorShell editorShell_;
     std::unique_ptr<ScriptEditing> scripts_;
     std::unique_ptr<frmStart> start_;

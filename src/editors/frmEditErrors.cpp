@@ -4,6 +4,8 @@
 #include "forms/EarlyEnd.h"
 #include "forms/ListKeys.h"
 #include "forms/ListRows.h"
+#include "prose/HelpWriting.h"
+#include "prose/ProseRow.h"
 #include "qt/QtText.h"
 #include "ui_frmEditErrors.h"
 
@@ -17,6 +19,7 @@ frmEditErrors::frmEditErrors(const EditorContext& context, const Table<ErrorMess
     ui_->setupUi(this);
     ui_->txtError->setEnabled(false);
     EditParameter(*ui_->txtError, {}, context.dialogs);
+    HelpWriting(*ui_->txtError, *ui_->rowError, context);
     for (const ErrorMessage& error : errors_)
         ui_->lstErrors->addItem(ToQt(friendly ? error.Description : error.Name));
     ConnectListKeys(*ui_->lstErrors, {}); // The arrow keys then select the first row.

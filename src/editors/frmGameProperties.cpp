@@ -10,6 +10,8 @@
 #include "forms/EditorHead.h"
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
+#include "prose/HelpWriting.h"
+#include "prose/ProseRow.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
 #include "ui_frmGameProperties.h"
@@ -55,6 +57,7 @@ void frmGameProperties::FillInformation(const GameModel& game) {
     ui_->txtGameInfo->SetText(BarToCrLf(game.GameInfo));
     ui_->txtGameInfo->RefuseUnstorableText(dialogs);
     RemarkEarlyEnd(*ui_->txtGameInfo);
+    HelpWriting(*ui_->txtGameInfo, *ui_->rowGameInfo, context_);
     roomNames_.ShowNames(game.Rooms);
     ui_->cmbRoomNames->Offer(roomNames_);
     ui_->cmbRoomNames->SetText(game.StartRoom);

@@ -13,6 +13,8 @@
 #include "forms/PageButtons.h"
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
+#include "prose/HelpWriting.h"
+#include "prose/ProseRow.h"
 #include "script/BlockBeside.h"
 #include "script/ScriptEditing.h"
 #include "script/ScriptField.h"
@@ -98,6 +100,8 @@ void frmRoomProperties::FillDetails(const Room& room) {
     ui_->txtDescription->RefuseUnstorableText(dialogs);
     ui_->txtDescription->HoldOneLine(); // The file holds it on one line.
     RemarkEarlyEnd(*ui_->txtDescription);
+    HelpWriting(*ui_->txtInDescription, context_);
+    HelpWriting(*ui_->txtDescription, *ui_->rowDescription, context_);
 }
 
 void frmRoomProperties::FillExits(const Room& room) {

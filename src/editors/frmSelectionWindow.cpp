@@ -5,6 +5,8 @@
 #include "forms/EditorHead.h"
 #include "forms/ListKeys.h"
 #include "forms/RunCommand.h"
+#include "prose/HelpWriting.h"
+#include "prose/ProseRow.h"
 #include "qt/QtText.h"
 #include "script/BlockBeside.h"
 #include "script/ScriptEditing.h"
@@ -21,6 +23,7 @@ frmSelectionWindow::frmSelectionWindow(const EditorContext& context, const Selec
     ui_->setupUi(this);
     ShowWhere(*this, tr("Menu %1").arg(ToQt(menu.Name)));
     EditParameter(*ui_->txtInfo, menu.Info, context.dialogs);
+    HelpWriting(*ui_->txtInfo, *ui_->rowInfo, context);
     choices_ = std::make_unique<ScriptPairList>(*ui_->lstMenu, menu.Choices);
     new SelectedScript(
         context, *this, *ui_->lstMenu,

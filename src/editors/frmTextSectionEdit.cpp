@@ -6,6 +6,8 @@
 #include "forms/ListRows.h"
 #include "forms/RunCommand.h"
 #include "pieces/PastePiece.h"
+#include "prose/HelpWriting.h"
+#include "prose/ProseRow.h"
 #include "script/ScriptEditing.h"
 #include "ui_frmTextSectionEdit.h"
 
@@ -33,6 +35,7 @@ frmTextSectionEdit::frmTextSectionEdit(const EditorContext& context, QWidget* pa
     for (const TextSection& section : context.door.Game().TextSections)
         ui_->cmbTextSections->addItem(ToQt(section.Name));
     ui_->txtText->RefuseUnstorableText(context.dialogs);
+    HelpWriting(*ui_->txtText, *ui_->rowText, context);
     ui_->txtText->installEventFilter(this);
     connect(ui_->cmbTextSections, &QListWidget::itemSelectionChanged, this,
             &frmTextSectionEdit::cmbTextSections_Click);

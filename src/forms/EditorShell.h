@@ -7,6 +7,8 @@ class QWidget;
 
 namespace zem {
 
+class GameSpelling;
+
 /// What the editors ask of the program around them.
 class EditorShell {
 public:
@@ -21,6 +23,9 @@ public:
     /// The size in twips, fifteenths of a device-independent pixel, in which the tag editor opens.
     virtual QSize TagEditorSize() const = 0;
     virtual void StoreTagEditorSize(const QSize& twips) = 0;
+
+    /// The spelling of the game; null where nobody checks it.
+    virtual GameSpelling* Spelling() { return nullptr; }
 };
 
 } // namespace zem

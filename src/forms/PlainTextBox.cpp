@@ -48,6 +48,20 @@ void PlainTextBox::SetText(const std::string& text) {
     shown_ = document()->toRawText();
 }
 
+void PlainTextBox::EditText(const std::string& text, bool goesOn) {
+    const QString shown = WithSigns(ToQt(text));
+    if (HasEndlessWord(shown))
+        ChooseWrapping(*this, shown);
+    QTextCursor cursor(document());
+    if (goesOn)
+        cursor.joinPreviousEditBlock();
+    else
+        cursor.beginEditBlock();
+    cursor.select(QTextCursor::Document);
+    cursor.insertText(shown);
+    cursor.endEditBlock();
+}
+
 std::string PlainTextBox::Text() const {
     // The plain text of a document has ordinary blanks for no-break ones; its raw text has not.
     QString text = document()->toRawText();

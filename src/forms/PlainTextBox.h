@@ -25,9 +25,14 @@ public:
     /// From now on the box holds one line, which is only shown on several: Return does nothing and pasted
     /// line ends become blanks.
     void HoldOneLine() { oneLine_ = true; }
+    bool HoldsOneLine() const { return oneLine_; }
 
     /// Shows a text whose lines are joined with CR LF.
     void SetText(const std::string& text);
+
+    /// Puts another text in the place of all of it, as an author would: one step that Ctrl+Z takes back.
+    /// @param goesOn  the step is the one before, too
+    void EditText(const std::string& text, bool goesOn = false);
 
     /// The text, its lines joined with CR LF; there is no line end after the last.
     std::string Text() const;

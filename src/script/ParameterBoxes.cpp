@@ -1,9 +1,11 @@
 #include "script/ParameterBoxes.h"
 
 #include "base/LineText.h"
+#include "figures/PrintedWords.h"
 #include "forms/OfferMatches.h"
 #include "forms/StorableInput.h"
 #include "kel/ScriptLine.h"
+#include "prose/HelpWriting.h"
 #include "qt/QtText.h"
 #include "script/ScriptEditing.h"
 
@@ -107,6 +109,9 @@ void ParameterBoxes::AddBox(const QString& label, NameKind kind) {
     static_cast<QListView*>(box->view())->setUniformItemSizes(true);
     OfferMatches(*box);
     RefuseUnstorableText(*box->lineEdit(), *dialogs_);
+    const CommandEntry* entry = scripts_->Commands().FindKeyword(command_->Keyword);
+    if (context_ && entry != nullptr && figures::PrintedPart(*entry) == static_cast<int>(boxes_.size()))
+        HelpWriting(*box->lineEdit(), *context_);
     box->setAccessibleName(label);
     box->setAccessibleDescription(label);
     connect(box, &QComboBox::editTextChanged, this, &ParameterBoxes::PartChanged);

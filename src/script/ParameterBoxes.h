@@ -1,11 +1,13 @@
 #pragma once
 
+#include "forms/EditorContext.h"
 #include "forms/NameListModel.h"
 #include "kel/ParameterSyntax.h"
 
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,12 @@ public:
     /// @param whole  the box of the whole parameter
     void Use(QLineEdit& whole, const ScriptEditing& scripts, Dialogs& dialogs);
 
+    /// The box of what players read helps with writing it. Must come before the first command.
+    void UseForProse(const EditorContext& context) { context_.emplace(context); }
+
+    /// The command whose parameter is typed now; null for none.
+    const CommandDefinition* Command() const { return command_; }
+
     /// For a form in which another control than the whole parameter stands before the boxes.
     void ComeAfter(QWidget& before) { before_ = &before; }
 
@@ -53,6 +61,7 @@ private:
     ParameterSyntax syntax_;
     std::vector<QComboBox*> boxes_;
     std::vector<std::unique_ptr<NameListModel>> names_; // of the boxes
+    std::optional<EditorContext> context_;              // of the box for prose
     bool showing_ = false;                              // the boxes are being filled
 };
 

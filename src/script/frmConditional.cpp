@@ -11,6 +11,7 @@
 #include "forms/StorableInput.h"
 #include "forms/ToolTip.h"
 #include "kel/ScriptRows.h"
+#include "prose/HelpWriting.h"
 #include "qt/QtText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
@@ -32,6 +33,13 @@ frmConditional::frmConditional(const EditorContext& context, const std::string& 
                             context.scripts);
     ui_->pnlParts->Use(*ui_->txtConditionParameter, context.scripts, context.dialogs);
     ui_->pnlParts->ComeAfter(*ui_->cmbConditionNames);
+    ui_->pnlParts->UseForProse(context);
+    const CommandLookup& commands = context.scripts.Commands();
+    HelpWriting(*ui_->txtConditionParameter, context,
+                PartsOfParameter(commands, [this] { return ui_->pnlParts->Command(); }));
+    for (QLineEdit* box :
+         {static_cast<QLineEdit*>(ui_->txtThenLine), static_cast<QLineEdit*>(ui_->txtElseLine), ui_->txtRaw})
+        HelpWriting(*box, context, PartsOfLine(commands));
     ui_->cmbJoiner->addItems({tr("and"), tr("or")});
     FillConditionChooser();
     for (QLineEdit* box : {ui_->txtConditionParameter, ui_->txtRaw})

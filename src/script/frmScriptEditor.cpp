@@ -1,6 +1,7 @@
 #include "script/frmScriptEditor.h"
 
 #include "base/LineText.h"
+#include "figures/PrintedWords.h"
 #include "forms/DialogSize.h"
 #include "forms/EarlyEnd.h"
 #include "forms/OfferMatches.h"
@@ -8,6 +9,8 @@
 #include "forms/StorableInput.h"
 #include "forms/ToolTip.h"
 #include "kel/CommandGroups.h"
+#include "prose/HelpWriting.h"
+#include "prose/ProseRow.h"
 #include "qt/QtText.h"
 #include "script/NamePicker.h"
 #include "script/ScriptEditing.h"
@@ -41,6 +44,10 @@ frmScriptEditor::frmScriptEditor(const EditorContext& context, const std::string
         RefuseUnstorableText(*box, context.dialogs);
     RemarkEarlyEnd(*ui_->txtParameter);
     ui_->pnlParts->Use(*ui_->txtParameter, context.scripts, context.dialogs);
+    ui_->pnlParts->UseForProse(context);
+    HelpWriting(*ui_->txtParameter, *ui_->rowParameter, context,
+                PartsOfParameter(context.scripts.Commands(), [this] { return ui_->pnlParts->Command(); }));
+    ui_->rowParameter->hide();
     ui_->butCreate->Use(context.scripts, context.dialogs);
     FillGroups();
     OpenLine(line);
@@ -127,6 +134,8 @@ void frmScriptEditor::ShowCommand(const CommandDefinition& entry) {
     }
     names_->SetSyntax(entry.RawSyntax);
     ui_->pnlParts->SetCommand(takesParameter ? &entry : nullptr);
+    const CommandEntry* found = context_.scripts.Commands().FindKeyword(entry.Keyword);
+    ui_->rowParameter->setVisible(found != nullptr && figures::PrintedPart(*found) >= 0);
     OfferToCreate();
     ShowOther(entry.Keyword == OtherCommand);
     if (entry.Keyword == OtherCommand)
@@ -228,6 +237,7 @@ void frmScriptEditor::butClear_Click() {
     ui_->txtSyntax->clear();
     names_->SetSyntax({});
     ui_->pnlParts->SetCommand(nullptr);
+    ui_->rowParameter->hide();
     ShowOther(false);
 }
 

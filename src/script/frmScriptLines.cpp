@@ -10,6 +10,7 @@
 #include "forms/RunCommand.h"
 #include "forms/ToolTip.h"
 #include "pieces/PastePiece.h"
+#include "prose/HelpWriting.h"
 #include "qt/QtText.h"
 #include "script/ReachedLines.h"
 #include "script/ScriptEditing.h"
@@ -233,6 +234,7 @@ std::string frmScriptLines::FoldLines(GameModel& game) const {
 
 void frmScriptLines::ConnectWhole() {
     ui_->txtLine->Use(context_.scripts, context_.dialogs, *ui_->lblLineProblem);
+    HelpWriting(*ui_->txtLine, context_, PartsOfLine(context_.scripts.Commands()));
     connect(ui_->txtLine, &LineBox::LineTyped, this, &frmScriptLines::LineTyped);
     ui_->butCreate->Use(context_.scripts, context_.dialogs);
     connect(ui_->butCreate, &CreateButton::Created, this, &frmScriptLines::ShowWhole);

@@ -135,6 +135,7 @@ private:
     void AddProblems();
     void AddMap();
     void AddSearch();
+    void AddSpelling();
     void AddExport();
     void Export(const QString& out);
     void AddPublishing();

@@ -98,8 +98,8 @@ void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
     for (void (frmMain::*addGroup)() :
-         {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch, &frmMain::AddPlaying,
-          &frmMain::AddRuns, &frmMain::AddTeam, &frmMain::AddExport}) {
+         {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch, &frmMain::AddSpelling,
+          &frmMain::AddPlaying, &frmMain::AddRuns, &frmMain::AddTeam, &frmMain::AddExport}) {
         (this->*addGroup)();
         ui_->mnuTools->insertSeparator(ui_->mnuToolsSep1);
     }

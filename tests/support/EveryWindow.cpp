@@ -4,6 +4,7 @@
 #include "help/frmHelp.h"
 #include "help/frmManual.h"
 #include "panels/frmDifferences.h"
+#include "panels/frmNamesOfGame.h"
 #include "support/RunningProgram.h"
 #include "support/WhenOpen.h"
 #include "windows/frmOrbMsgBox.h"
@@ -55,6 +56,7 @@ constexpr Way Ways[] = {
     {"mnuViewItems > lstItems="},
     {"mnuViewLibraries > lstLibs="},
     {"mnuViewTextSectionEditor > cmbTextSections="},
+    {"mnuViewTextSectionEditor > cmbTextSections=, txtText_Large > txtLargeText_Preview"},
     {"mnuViewSynonyms > lstSynonyms="},
     {"mnuViewSynonyms > lstSynonyms=, butEdit > lstWords="},
     {"mnuViewProcedures > cmbProcedures="},
@@ -83,8 +85,9 @@ constexpr Way Ways[] = {
     {"mnuToolsMerge >"},
     {"mnuToolsCoverage, mnuToolsFigures", "Figures"},
     {"mnuToolsFigures, mnuToolsMergePanel", "Merge"},
+    {"mnuToolsMergePanel, mnuToolsSpelling", "Spelling"},
     // Last, because it changes the game.
-    {"mnuToolsMergePanel, lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, "
+    {"mnuToolsSpelling, lstRooms=Net Loft, lstObjects=, butDeleteObj_1, lstRooms=Mole, butDeleteRoom, "
      "mnuToolsUndo, "
      "mnuToolsHistory",
      "History"},
@@ -168,6 +171,7 @@ private:
                                  before.Rooms.Edit(1).Look = "Rain.";
                                  return ComparedGames{before, game};
                              }));
+        Visit(frmNamesOfGame({{"Kervella", 8}, {"No\xEBlle", 7}}));
         Visit(frmReadBack({LostPlace{{}, "room \"Quay\": its alias ends at the first \">\""},
                            LostPlace{{}, "item \"silver; watch\": comes back as two items"}}));
     }
