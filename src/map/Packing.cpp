@@ -217,7 +217,9 @@ private:
             return;
         }
         int left = block.cells.front().x, right = left, top = block.cells.front().y, bottom = top;
+        std::vector<Cell> outline;
         ForEachCell(block, [&](Cell cell, bool) {
+            outline.push_back(cell);
             left = std::min(left, cell.x);
             right = std::max(right, cell.x);
             top = std::min(top, cell.y);
@@ -229,7 +231,13 @@ private:
             Place(number, {-left, -top});
             return;
         }
-        if (shelfLeft_ + width > shelfRight_ || shelfTop_ + height > shelfBottom_ || !onShelf_)
+        // What was put near a tie since the shelf began may stand on it.
+        const auto hasRoom = [&] {
+            return onShelf_ && shelfLeft_ + width <= shelfRight_ && shelfTop_ + height <= shelfBottom_;
+        };
+        while (hasRoom() && !Fits(outline, Cell{shelfLeft_ - left, shelfTop_ - top}))
+            ++shelfLeft_;
+        if (!hasRoom())
             BeginShelf(height);
         Place(number, Cell{shelfLeft_ - left, shelfTop_ - top});
         shelfLeft_ += width + 1;

@@ -216,5 +216,34 @@ TEST(MapLayout, GetsThroughHostileGamesWithoutAnOverlap) {
     }
 }
 
+/// Some rows of rooms, many of them joined to another row by a place.
+MapGraph Islands(std::uint32_t seed) {
+    MapGraph graph;
+    std::uint32_t dice = seed;
+    const auto below = [&dice](int count) {
+        dice = dice * 1664525U + 1013904223U;
+        return static_cast<int>((dice >> 8U) % static_cast<std::uint32_t>(count));
+    };
+    while (graph.RoomCount() < 120) {
+        const map::Direction direction = below(map::DirectionCount);
+        for (int left = 2 + below(5), length = left; left > 0; --left) {
+            const int room = graph.RoomCount();
+            graph.names.push_back(std::to_string(room));
+            if (left < length)
+                graph.exits.push_back({room - 1, room, direction, false, ""});
+            if (room > 0 && below(6) == 0)
+                graph.ties.push_back({below(room), room, false, ""});
+        }
+    }
+    std::erase_if(graph.ties, [](const map::Tie& tie) { return tie.from == tie.to; });
+    graph.pins.resize(graph.names.size());
+    return graph;
+}
+
+TEST(MapLayout, PutsNoIslandOnAnotherThatCameWhileItsRowWasFilled) {
+    for (std::uint32_t seed = 1; seed <= 40; ++seed)
+        EXPECT_EQ(Overlaps(map::LayOut(Islands(seed))), 0) << "seed " << seed;
+}
+
 } // namespace
 } // namespace zem::test
