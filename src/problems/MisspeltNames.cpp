@@ -8,9 +8,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -29,7 +29,7 @@ struct TypedWord {
     bool isPattern = false; // of a command
 };
 
-using TypedWords = std::unordered_map<std::string, TypedWord>;
+using TypedWords = std::map<std::string, TypedWord>; // in order, so that the same is said everywhere
 
 void AddWords(const Place& place, std::string_view text, bool isPattern, TypedWords& words) {
     ForEachWord(text, [&](TextRange range) {
@@ -234,14 +234,17 @@ void FindMisspelt(const CheckedGame& game, Findings& findings) {
     const WordSet read = CollectRead(game);
     WordSet common;
     AddTo(common, CommonWords);
-    constexpr int MostAsked = 300; // a game that has more has a language of its own
-    int asked = 0;
+    constexpr std::size_t MostAsked = 300; // a game that has more has a language of its own
     WordSet names;
-    for (const auto& [word, use] : typed)
-        names.Add(word);
+    std::vector<std::string_view> asked;
     for (const auto& [word, use] : typed) {
-        if (use.count > 1 || read.contains(word) || common.contains(word) || ++asked > MostAsked)
-            continue;
+        names.Add(word);
+        if (use.count == 1 && !read.contains(word) && !common.contains(word))
+            asked.push_back(word);
+    }
+    asked.resize(std::min(asked.size(), MostAsked));
+    for (const std::string_view word : asked) {
+        const TypedWord& use = typed.find(std::string(word))->second;
         const char* where = "one has ";
         std::string_view neighbour =
             word.size() < ShortestWord ? std::string_view() : NeighbourOf(word, read);
