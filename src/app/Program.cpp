@@ -26,7 +26,8 @@ Program::Program(GameModel& game, QSettings& store, Dialogs& dialogs, const QStr
       versions_(stateFolder + QLatin1String("/versions")),
       saveCheck_(session_, versions_),
       spelling_(session_, spelling::DictionaryFolders()),
-      editorShell_(settings_, host_, spelling_),
+      editorShell_(settings_, host_, spelling_,
+                   [this](const QString& place, QWidget& beside) { helpKey_.ShowPlace(place, beside); }),
       helpKey_(programFolder, dialogs) {
     ConnectSafetyNets();
 }
@@ -35,11 +36,15 @@ Program::~Program() = default;
 
 void Program::Main(const QString& file) {
     ApplyLook(settings_.StoredLook()); // before the first message
+    ApplyLetterSize(settings_.StoredLetterSize());
     LoadSettings();
     LoadCatalogues();
-    start_ = std::make_unique<frmStart>(settings_, dialogs_);
+    start_ = std::make_unique<frmStart>(settings_, dialogs_, programFolder_);
     connect(start_.get(), &frmStart::NewGameChosen, this, &Program::CreateNewGame);
     connect(start_.get(), &frmStart::GameChosen, this, &Program::OpenGame);
+    connect(start_.get(), &frmStart::CopyChosen, this, &Program::OpenCopy);
+    connect(start_.get(), &frmStart::ManualWanted, this,
+            [this](const QString& place) { helpKey_.ShowPlace(place, *start_); });
     start_->show();
     const bool isRestored = OfferRecovery();
     const QString path = QFileInfo(file).absoluteFilePath(); // its name must be good from any folder
@@ -157,6 +162,18 @@ void Program::OpenGame(const QString& path) {
         LoadMainWindow();
         if (!session_.LoadGame(path))
             return;
+        main_->show();
+        start_->hide();
+    });
+}
+
+/// A game that others made to begin with: what is changed in it is never written over it.
+void Program::OpenCopy(const QString& path) {
+    if (!start_)
+        return;
+    RunCommand(dialogs_, start_.get(), [&] {
+        LoadMainWindow();
+        session_.OpenVersion(path);
         main_->show();
         start_->hide();
     });

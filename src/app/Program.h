@@ -62,6 +62,7 @@ private:
     bool OfferRecovery();
     void CreateNewGame();
     void OpenGame(const QString& path);
+    void OpenCopy(const QString& path);
     frmMain& LoadMainWindow();
     void UnloadAllForms();
 

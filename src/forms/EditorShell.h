@@ -20,6 +20,9 @@ public:
     /// Shows a section of the help beside the form.
     virtual void ShowHelp(const QString& section, QWidget* parent) = 0;
 
+    /// Shows a place of the manual, the beginning for an empty name, beside the window.
+    virtual void ShowManual(const QString& place, QWidget& beside) = 0;
+
     /// The size in twips, fifteenths of a device-independent pixel, in which the tag editor opens.
     virtual QSize TagEditorSize() const = 0;
     virtual void StoreTagEditorSize(const QSize& twips) = 0;

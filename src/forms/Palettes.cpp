@@ -161,6 +161,20 @@ void ApplyLook(Look look) {
     QApplication::setPalette(look == Look::Desktop ? QPalette() : PaletteOf(look));
 }
 
+void ApplyLetterSize(int percent) {
+    static const QFont ofDesktop = QApplication::font();
+    static int now = 100;
+    if (percent == now)
+        return;
+    now = percent;
+    QFont font = ofDesktop;
+    if (ofDesktop.pointSizeF() > 0)
+        font.setPointSizeF(ofDesktop.pointSizeF() * percent / 100);
+    else
+        font.setPixelSize(ofDesktop.pixelSize() * percent / 100);
+    QApplication::setFont(font);
+}
+
 QPalette LightPalette() {
     return PaletteOf(Look::Light);
 }

@@ -68,20 +68,32 @@ bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-void HelpKey::Show(QWidget& window) {
+/// False when it cannot be read; the author has been told then.
+bool HelpKey::OpenManual(QWidget& window) {
     if (!manual_ && !QFileInfo(file_).isReadable()) {
         dialogs_.ShowMessageBox(&window,
                                 QStringLiteral("The manual cannot be shown: there is no file %1, or it "
                                                "cannot be read.")
                                     .arg(file_),
                                 QLatin1String(DefaultTitle), QMessageBox::Ok, QMessageBox::Warning);
-        return;
+        return false;
     }
     if (!manual_)
         manual_ = std::make_unique<frmManual>(file_, dialogs_);
+    return true;
+}
+
+void HelpKey::Show(QWidget& window) {
+    if (OpenManual(window))
+        ShowPlace(PlaceOf(window), window);
+}
+
+void HelpKey::ShowPlace(const QString& place, QWidget& beside) {
+    if (!OpenManual(beside))
+        return;
     manual_->show();
-    LetUseBeside(*window.window());
-    manual_->GoTo(PlaceOf(window)); // Where the place is depends on the size of the shown window.
+    LetUseBeside(*beside.window());
+    manual_->GoTo(place); // Where the place is depends on the size of the shown window.
     manual_->setWindowState(manual_->windowState() & ~Qt::WindowMinimized);
     manual_->raise();
     manual_->activateWindow();

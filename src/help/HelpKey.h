@@ -24,12 +24,17 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    /// Shows a place of the manual, the beginning for an empty name.
+    /// @param beside  a window that goes on being used
+    void ShowPlace(const QString& place, QWidget& beside);
+
     /// The window of the manual, once it was opened.
     frmManual* Manual() const { return manual_.get(); }
 
 private:
     /// @param window  or a panel in one
     void Show(QWidget& window);
+    bool OpenManual(QWidget& window);
     QString PlaceOf(const QWidget& window) const;
     void LetUseBeside(const QWidget& window);
 

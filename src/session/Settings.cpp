@@ -32,7 +32,9 @@ struct Settings::Keys {
     static constexpr Key TagEditorWindowHeight{"Editor", "TagEditorWindowHeight", "6000"};
     static constexpr Key MainWindowGeometry{"Editor", "MainWindowGeometry", ""}; // in Base64
     static constexpr Key MainWindowState{"Editor", "MainWindowState", ""};       // in Base64
-    static constexpr Key ShownPanels{"Editor", "ShownPanels", ""};               // with blanks between them
+    static constexpr Key LetterSize{"Editor", "LetterSize", "100"};
+    static constexpr Key RecentCommands{"Editor", "RecentCommands", ""}; // with blanks between them
+    static constexpr Key ShownPanels{"Editor", "ShownPanels", ""};       // with blanks between them
     static constexpr Key Exports{"Editor", "Exports",
                                  ""}; // a line for a game, a line for its file, and so on
 };
@@ -97,6 +99,26 @@ void Settings::StoreMainWindowGeometry(const QByteArray& geometry) {
 
 QByteArray Settings::MainWindowState() const {
     return QByteArray::fromBase64(Read(Keys::MainWindowState).toLatin1());
+}
+
+std::int16_t Settings::StoredLetterSize() const {
+    constexpr int Smallest = 50;
+    constexpr int Largest = 400;
+    bool isNumber = false;
+    const int stored = Read(Keys::LetterSize).toInt(&isNumber);
+    return static_cast<std::int16_t>(isNumber ? std::clamp(stored, Smallest, Largest) : 100);
+}
+
+QStringList Settings::RecentCommands() const {
+    return Read(Keys::RecentCommands).split(u' ', Qt::SkipEmptyParts);
+}
+
+void Settings::AddToRecentCommands(const QString& name) {
+    constexpr qsizetype Most = 20;
+    QStringList recent = RecentCommands();
+    recent.removeAll(name);
+    recent.prepend(name);
+    Write(Keys::RecentCommands, recent.mid(0, Most).join(u' '));
 }
 
 QStringList Settings::ShownPanels() const {
@@ -182,6 +204,7 @@ void Settings::LoadSettings() {
     options_.VCOMPILElocation = Read(Keys::VCOMPILElocation, QDir::toNativeSeparators(beside));
     options_.RunProgram = Read(Keys::RunProgram);
     options_.Colours = StoredLook();
+    options_.LetterSize = StoredLetterSize();
     options_.FriendlyScript = IsYes(Read(Keys::FriendlyScript).toStdString());
     options_.MaxRecent = ReadNumber(Keys::MaxRecent);
     int numberRecent = ReadNumber(Keys::NumberRecent);
@@ -200,6 +223,7 @@ void Settings::StoreOptions(const Options& options) {
     Write(Keys::VCOMPILElocation, options.VCOMPILElocation);
     Write(Keys::RunProgram, options.RunProgram);
     Write(Keys::Colours, QLatin1String(LookNames[static_cast<int>(options.Colours)]));
+    Write(Keys::LetterSize, QString::number(options.LetterSize));
     Write(Keys::FriendlyScript, QLatin1String(YesNoText(options.FriendlyScript)));
     Write(Keys::MaxRecent, QString::number(options.MaxRecent));
 }

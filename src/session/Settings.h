@@ -17,8 +17,9 @@ struct Options {
     QString VCOMPILElocation;
     QString RunProgram; // runs the games; empty for the one that the desktop has for them
     Look Colours = Look::Desktop;
-    bool FriendlyScript = true; // scripts are shown in plain English
-    std::int16_t MaxRecent = 8; // the most entries of the list of recent files
+    bool FriendlyScript = true;    // scripts are shown in plain English
+    std::int16_t LetterSize = 100; // in per cent of the desktop's, 50 to 400
+    std::int16_t MaxRecent = 8;    // the most entries of the list of recent files
 };
 
 /// The per-user settings, which are shared with the game-running program. They are read once, at start-up;
@@ -68,6 +69,13 @@ public:
     QByteArray MainWindowState() const;
     QStringList ShownPanels() const;
     void StorePanels(const QByteArray& state, const QStringList& shown);
+
+    /// The size of the letters in per cent, known before the other settings are read.
+    std::int16_t StoredLetterSize() const;
+
+    /// The object names of the commands that were chosen by typing, the latest first.
+    QStringList RecentCommands() const;
+    void AddToRecentCommands(const QString& name);
 
     /// The file to which a game was exported last; empty for none.
     /// @param game  the path of its file

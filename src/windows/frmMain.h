@@ -45,6 +45,7 @@ class frmMain;
 
 namespace zem {
 
+struct AnyCommand;
 class FindPanel;
 class GameMerge;
 class CompiledGame;
@@ -137,6 +138,11 @@ private:
     void AddSearch();
     void AddSpelling();
     void AddExport();
+    void AddQuickFind();
+    std::vector<AnyCommand> AllCommands();
+    void AskForCommand();
+    void AskForName();
+    void InsertReadyMade(const QString& title = {});
     void Export(const QString& out);
     void AddPublishing();
     void Publish(const QString& out);

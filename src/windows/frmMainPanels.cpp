@@ -99,7 +99,8 @@ void frmMain::AddPanels() {
              [this] { return new HistoryPanel(session_, this); });
     for (void (frmMain::*addGroup)() :
          {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch, &frmMain::AddSpelling,
-          &frmMain::AddPlaying, &frmMain::AddRuns, &frmMain::AddTeam, &frmMain::AddExport}) {
+          &frmMain::AddPlaying, &frmMain::AddRuns, &frmMain::AddTeam, &frmMain::AddExport,
+          &frmMain::AddQuickFind}) {
         (this->*addGroup)();
         ui_->mnuTools->insertSeparator(ui_->mnuToolsSep1);
     }

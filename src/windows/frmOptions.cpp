@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace zem {
 
@@ -28,6 +29,7 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
     ui_->txtVCOMPILElocation->setToolTip(ToolTipOf(options.VCOMPILElocation));
     ui_->txtRunner->setText(options.RunProgram);
     ui_->cmbLook->setCurrentIndex(static_cast<int>(options.Colours));
+    ShowLetterSizes(options.LetterSize);
     ui_->chkFriendlyScript->setChecked(options.FriendlyScript);
     ui_->txtMax->setText(QString::number(options.MaxRecent));
     ui_->txtMax->installEventFilter(this);
@@ -48,6 +50,17 @@ frmOptions::frmOptions(Settings& settings, Dialogs& dialogs, QWidget* parent)
 }
 
 frmOptions::~frmOptions() = default;
+
+/// The usual sizes, and the stored one if it is none of them.
+void frmOptions::ShowLetterSizes(int stored) {
+    std::vector<int> sizes = {90, 100, 110, 125, 150, 175, 200};
+    if (std::find(sizes.begin(), sizes.end(), stored) == sizes.end())
+        sizes.insert(std::lower_bound(sizes.begin(), sizes.end(), stored), stored);
+    for (const int size : sizes)
+        ui_->cmbLetters->addItem(
+            size == 100 ? QStringLiteral("Like the desktop") : QStringLiteral("%1 %").arg(size), size);
+    ui_->cmbLetters->setCurrentIndex(ui_->cmbLetters->findData(stored));
+}
 
 /// The arrow keys in the number box do what the arrows beside it do.
 bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
@@ -130,8 +143,10 @@ void frmOptions::butOK_Click() {
     options.RunProgram = *runProgram;
     options.Colours =
         static_cast<Look>(ui_->cmbLook->currentIndex()); // The rows of the box have the order of Look.
+    options.LetterSize = static_cast<std::int16_t>(ui_->cmbLetters->currentData().toInt());
     settings_.StoreOptions(options);
     ApplyLook(options.Colours);
+    ApplyLetterSize(options.LetterSize);
     const QString problem = settings_.NewProblem();
     if (!problem.isEmpty())
         dialogs_.ShowMessageBox(this, problem, QLatin1String(DefaultTitle), QMessageBox::Ok,

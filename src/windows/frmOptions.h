@@ -32,6 +32,7 @@ private:
     void butOK_Click();
     void butVCOMPILEbrowse_Click();
     void butRunnerBrowse_Click();
+    void ShowLetterSizes(int stored);
     void StepMax(int by);
 
     /// Tells why a box cannot be stored, and leads the author back to it.

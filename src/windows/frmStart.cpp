@@ -5,6 +5,7 @@
 #include "forms/ListKeys.h"
 #include "forms/ToolTip.h"
 #include "ui_frmStart.h"
+#include "windows/BeginWith.h"
 #include "windows/frmAbout.h"
 #include "windows/frmOptions.h"
 
@@ -12,7 +13,14 @@
 
 namespace zem {
 
-frmStart::frmStart(Settings& settings, Dialogs& dialogs)
+namespace {
+
+constexpr int PathRole = Qt::UserRole;
+constexpr int AboutRole = Qt::UserRole + 1;
+
+} // namespace
+
+frmStart::frmStart(Settings& settings, Dialogs& dialogs, const QString& programFolder)
     : ui_(std::make_unique<Ui::frmStart>()),
       settings_(settings),
       dialogs_(dialogs) {
@@ -31,6 +39,9 @@ frmStart::frmStart(Settings& settings, Dialogs& dialogs)
     connect(ui_->butAbout, &QPushButton::clicked, this, &frmStart::butAbout_Click);
     AcceptFileDrops(*this, [this](const QString& path) { emit GameChosen(path); });
     ConnectListKeys(*ui_->lstRecent, {.edit = ui_->butOpenRecent});
+    connect(ui_->butFirstGame, &QPushButton::clicked, this,
+            [this] { emit ManualWanted(QStringLiteral("first-game")); });
+    FillGamesToBegin(programFolder);
 }
 
 frmStart::~frmStart() = default;
@@ -45,6 +56,27 @@ void frmStart::butOpenRecent_Click() {
     const QList<QListWidgetItem*> selected = ui_->lstRecent->selectedItems();
     if (!selected.isEmpty())
         emit GameChosen(selected.constFirst()->text());
+}
+
+void frmStart::FillGamesToBegin(const QString& programFolder) {
+    for (const GameToBegin& game : GamesToBegin(programFolder)) {
+        auto* item = new QListWidgetItem(
+            game.isTemplate ? game.title : QStringLiteral("%1 (a finished game)").arg(game.title),
+            ui_->lstBegin);
+        item->setToolTip(ToolTipOf(game.about));
+        item->setData(PathRole, game.path);
+        item->setData(AboutRole, game.about);
+    }
+    connect(ui_->lstBegin, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* item) {
+        ui_->lblAbout->setText(item == nullptr ? QString() : item->data(AboutRole).toString());
+    });
+    connect(ui_->butBegin, &QPushButton::clicked, this, &frmStart::butBegin_Click);
+    ConnectListKeys(*ui_->lstBegin, {.edit = ui_->butBegin});
+}
+
+void frmStart::butBegin_Click() {
+    if (const QListWidgetItem* item = ui_->lstBegin->currentItem())
+        emit CopyChosen(item->data(PathRole).toString());
 }
 
 void frmStart::butOptions_Click() {

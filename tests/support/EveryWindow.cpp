@@ -74,6 +74,9 @@ constexpr Way Ways[] = {
     {"mnuViewProcedures > cmbProcedures=look at the lamp, butEdit > lstScriptLines=", "Raw"},
     {"lstRooms=Quay, mnuToolsRename >"},
     {"mnuToolsReplace >"},
+    {"mnuToolsAnyCommand >", "Command"},
+    {"mnuToolsAnyName >", "Name"},
+    {"mnuToolsReadyMade > lstPieces=Locked door"},
     {"mnuToolsProblems, mnuToolsNextProblem", "Problems"},
     {"mnuToolsProblems, mnuToolsFind", "Find"},
     {"mnuToolsFindPanel, lstRooms=Quay, mnuToolsWhereUsed", "WhereUsed"},
@@ -136,7 +139,7 @@ public:
 private:
     /// Those that no command opens, or not with something in them.
     void VisitOnTheirOwn(Settings& settings) {
-        frmStart start(settings, program_.dialogs);
+        frmStart start(settings, program_.dialogs, program_.programFolder);
         Use(start, QStringLiteral("lstRecent="));
         Visit(start);
         Visit(frmManual(program_.programFolder + QLatin1String("/ZEM.HTM"), program_.dialogs));

@@ -36,6 +36,7 @@ protected:
             ADD_FAILURE() << title.toStdString() << ": " << text.toStdString();
         }
         void ShowHelp(const QString& /*section*/, QWidget* /*parent*/) override {}
+        void ShowManual(const QString& /*place*/, QWidget& /*beside*/) override {}
         QSize TagEditorSize() const override { return {6000, 6000}; }
         void StoreTagEditorSize(const QSize& /*twips*/) override {}
     };
