@@ -81,7 +81,7 @@ frmRoomProperties::frmRoomProperties(const EditorContext& context, int room, QWi
     connect(ui_->butCancel, &QPushButton::clicked, this, &QDialog::reject);
     edit_ = std::make_unique<GameEdit>(context_.edits, [this](GameModel& game) { Write(game); });
     AskBeforeDiscard(*this, context_.dialogs, *edit_);
-    ui_->txtRoomAlias->setFocus();
+    ui_->txtDescription->setFocus(); // what is written most often
     RememberSize(*this);
 }
 

@@ -9,7 +9,7 @@ namespace zem::map {
 
 namespace {
 
-constexpr int SmallWindow = 60;
+constexpr int SmallWindow = 120;
 constexpr int LargeWindow = 200;
 constexpr int LargeGroup = 400; // rooms beyond which large windows take too long where much is untrue,
 constexpr std::int64_t StepsOfRoom = 50'000; // which shows in the steps that were needed so far

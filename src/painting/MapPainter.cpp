@@ -111,7 +111,7 @@ void MapPainter::Paint(QPainter& painter, const MapView& view) const {
         PaintRoomsFromAfar(painter, view);
     else
         PaintRooms(painter, view);
-    if (view.zoom < ZoomOfNames)
+    if (view.zoom < ZoomOfNames && view.withRegionNames)
         PaintRegionNames(painter, view);
 }
 

@@ -84,6 +84,7 @@ void MapCanvas::DrawOverview() {
     MapView view;
     view.palette = palette();
     view.visible = bounds;
+    view.withRegionNames = false; // they would cover it
     view.zoom =
         std::min({OverviewSize.width() / bounds.width(), OverviewSize.height() / bounds.height(), .2});
     QPainter painter(&overview_);

@@ -41,8 +41,9 @@ void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
     const bool isFirst = !panel.property("isSized").toBool();
     panel.show();
     panel.raise();
-    if (isFirst && panel.property("isLarge").toBool())
-        resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
+    const int before = panel.property("widthBefore").toInt();
+    if (panel.property("isLarge").toBool() && (isFirst || before > 0))
+        resizeDocks({&panel}, {isFirst ? static_cast<int>(width() * Share) : before}, Qt::Horizontal);
     panel.setProperty("isSized", true);
 }
 
@@ -76,8 +77,10 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
                     }
                     if (isShown)
                         ShowPanel(*panel, area);
-                    else if (panel != nullptr)
+                    else if (panel != nullptr) {
+                        panel->setProperty("widthBefore", panel->width()); // The lists take it meanwhile.
                         panel->hide();
+                    }
                 });
             });
     return action;
