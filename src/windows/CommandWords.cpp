@@ -107,6 +107,18 @@ constexpr Row Commands[] = {
     {"mnuToolsExportAgain", "same export; repeat the export; renew the book"},
     {"mnuToolsArrange", "reset the windows; lost panel; windows are a mess; default layout; restore the "
                         "panels; put the windows back; where is my list; arrange"},
+    {"mnuToolsRuns",
+     "recorded runs; tests; test cases; transcripts; play again by itself; does it still work; can it "
+     "still be won; regression; walkthrough; walker; explore; keep what I played; record"},
+    {"mnuToolsCoverage", "what was never played; never run; untested; what no test reaches; which lines ran"},
+    {"mnuToolsWhichRun",
+     "how do I get here; way to this room; solution up to here; how does one reach this room", NoRoomChosen},
+    {"mnuToolsPublish",
+     "web page; website; browser; share the game; give it to somebody; send to players; upload; "
+     "internet; html game; release"},
+    {"mnuToolsSpelling",
+     "spell check; spelling mistakes; typos; misspelt words; dictionary; orthography; unknown "
+     "words; check my writing; proofread"},
     {"mnuToolsAnyCommand", "action; search commands; what can I do; palette; menu search"},
     {"mnuToolsAnyName", "go to a room; jump; open by name; switch to; quick open; navigate"},
     {"mnuToolsReadyMade",

@@ -71,7 +71,11 @@ TEST(AnyCommand, IsFoundByEverydayWords) {
                  {"what is wrong with my game", "Problems"},
                  {"find mistakes", "Problems"},
                  {"check the game", "Problems"},
-                 {"spell checker errors", "Problems"},
+                 {"spell checker", "Spelling"},
+                 {"typos", "Spelling"},
+                 {"put it on the web", "Publish as web page"},
+                 {"send my game to a friend", "Publish as web page"},
+                 {"can it still be won", "Runs"},
                  {"search for a word", "Find"},
                  {"change a word everywhere", "Replace"},
                  {"serach", "Find"},
@@ -114,7 +118,7 @@ TEST(AnyCommand, IsFoundByEverydayWords) {
             }
         }
     });
-    EXPECT_LE(missed, 3) << "of 66 phrasings\n" << told; // 95 of 100
+    EXPECT_LE(missed, 3) << "of 70 phrasings\n" << told; // 95 of 100
 }
 
 /// A command that nobody has given other words is found by its caption alone.
