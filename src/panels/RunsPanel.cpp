@@ -108,7 +108,7 @@ QWidget* RunsPanel::MakeRuns() {
     approve_ = add("actRunApprove", tr("Approve"), "Ctrl+Shift+A", &RunsPanel::Approve);
     approveAll_ = add("actRunApproveAll", tr("Approve all"), "Ctrl+Shift+L", &RunsPanel::ApproveAll);
     continue_ = add("actRunContinue", tr("Continue at its end"), "Ctrl+Shift+C", &RunsPanel::Continue);
-    playToLine_ = add("actRunPlay", tr("Play to this line"), "Ctrl+Shift+P", &RunsPanel::PlayToLine);
+    playToLine_ = add("actRunPlay", tr("Play to this line"), "Ctrl+Shift+J", &RunsPanel::PlayToLine);
     cut_ = add("actRunCut", tr("Cut behind this line"), "Ctrl+Shift+X", &RunsPanel::Cut);
     rename_ = add("actRunRename", tr("Rename..."), "Ctrl+Shift+N", &RunsPanel::Rename);
     remove_ = add("actRunDelete", tr("Delete"), "Ctrl+Shift+D", &RunsPanel::Remove);

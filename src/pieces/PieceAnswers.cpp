@@ -60,7 +60,7 @@ std::string FreeAnswer(const GameModel& game, AnswerKind kind, const std::string
     return name;
 }
 
-const Room* FindRoom(const GameModel& game, std::string_view name) {
+const Room* RoomCalled(const GameModel& game, std::string_view name) {
     for (const Room& room : game.Rooms)
         if (IsSameName(room.Name, name))
             return &room;
@@ -68,7 +68,7 @@ const Room* FindRoom(const GameModel& game, std::string_view name) {
 }
 
 std::vector<std::string> FreeDirections(const GameModel& game, std::string_view roomName) {
-    const Room* room = FindRoom(game, roomName);
+    const Room* room = RoomCalled(game, roomName);
     std::vector<std::string> free;
     for (map::Direction direction = 0; direction < map::DirectionCount; ++direction)
         if (room == nullptr || map::ExitOf(*room, direction).Key.empty())
@@ -144,7 +144,7 @@ std::string WhyNoName(const PieceQuestion& question, const GameModel& game, cons
 } // namespace
 
 PieceAnswers SuggestAnswers(const ReadyMade& piece, const GameModel& game, const std::string& room) {
-    const std::string begin = FindRoom(game, room) != nullptr ? room
+    const std::string begin = RoomCalled(game, room) != nullptr ? room
                               : game.Rooms.IsEmpty()          ? std::string()
                                                               : game.Rooms[1].Name;
     PieceAnswers answers;

@@ -20,9 +20,9 @@
 
 namespace zem::spelling {
 
-namespace {
-
 enum class WordEncoding { Utf8, Latin1, Latin15 };
+
+namespace {
 
 std::string NameOf(const std::string& path) {
     return std::filesystem::path(path).filename().string();
