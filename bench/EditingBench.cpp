@@ -37,6 +37,7 @@ class NoShell : public EditorShell {
 public:
     void ShowMessage(const QString& /*text*/, const QString& /*title*/) override {}
     void ShowHelp(const QString& /*section*/, QWidget* /*parent*/) override {}
+    void ShowManual(const QString& /*place*/, QWidget& /*beside*/) override {}
     QSize TagEditorSize() const override { return {6000, 6000}; }
     void StoreTagEditorSize(const QSize& /*twips*/) override {}
 };

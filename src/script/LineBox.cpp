@@ -21,7 +21,7 @@ constexpr int MostMatchesOffered = 60; // more, and one types another letter
 constexpr int ShownAtOnce = 12;
 
 /// The text as bytes, a byte for each character, so that places in both are the same.
-std::string BytesOf(const QString& text) {
+std::string LineBytesOf(const QString& text) {
     const QByteArray bytes = text.toLatin1();
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
@@ -73,7 +73,7 @@ void LineBox::Offer() {
     const QString text = this->text();
     if (!text.trimmed().isEmpty() && cursorPosition() == text.size()) {
         const bool isFriendly = scripts_->IsFriendly();
-        const TypedEnd end = EndOfTyped(BytesOf(text), scripts_->Commands());
+        const TypedEnd end = EndOfTyped(LineBytesOf(text), scripts_->Commands());
         const QString before = text.left(static_cast<qsizetype>(end.begin));
         for (const CommandDefinition* command : end.commands) {
             const QString words = WordsOf(*command, isFriendly);
@@ -140,7 +140,7 @@ void LineBox::keyPressEvent(QKeyEvent* event) {
     }
     // Half a command, such as "print mess", is finished by the first one that fits.
     const bool isLine = ReadTypedLine(FromQt(text()), scripts_->Commands()).problem.empty();
-    const bool isHalf = isOpen && EndOfTyped(BytesOf(text()), scripts_->Commands()).command == nullptr;
+    const bool isHalf = isOpen && EndOfTyped(LineBytesOf(text()), scripts_->Commands()).command == nullptr;
     if (!isLine && isHalf)
         Choose(0);
     else

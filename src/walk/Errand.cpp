@@ -14,7 +14,7 @@ constexpr int Deepest = 14;              // facts that are wanted for one anothe
 constexpr int MostRounds = 4;            // in which what one step spoils is made good again
 constexpr int MostRepeats = 40;          // of what counts something up
 constexpr int MostWriters = 3;           // tried for one fact
-constexpr std::size_t LongestChain = 10; // of scripts that call one another
+constexpr std::size_t LongestChainOfCauses = 10; // of scripts that call one another
 
 bool IsAboutPlace(const Fact& fact) {
     return fact.test == Test::In || fact.test == Test::Here || fact.test == Test::Visible;
@@ -62,7 +62,7 @@ bool Errand::MakeChain(NodeId node, std::vector<NodeId>& chain) {
         if (root.kind != Root::Procedure && root.kind != Root::Choice)
             break;
         const std::vector<NodeId>& callers = causes_.CallersOf(root);
-        if (callers.empty() || chain.size() >= LongestChain)
+        if (callers.empty() || chain.size() >= LongestChainOfCauses)
             return false;
         const NodeId caller = callers[player_.Draw(callers.size())];
         if (std::find(chain.begin(), chain.end(), caller) != chain.end())

@@ -29,12 +29,13 @@
 namespace zem::test {
 namespace {
 
-const std::string Shed = CrLf("define game <The Shed>\nstart <Shed>\ncommand <name> do <name>\nend define\n"
-                              "define room <Shed>\nlook <Dust and rust.>\nnorth <Yard>\n"
-                              "define object <box>\nlook msg <A box.>\nend define\nend define\n"
-                              "define room <Yard>\nlook <Mud.>\nsouth <Shed>\nend define\n"
-                              "define room <Loft>\nlook <Hay.>\nend define\n"
-                              "define procedure <name>\nask <who; Who?>\nmsg <Hello, #who#.>\nend define\n");
+const std::string ShedOfRuns =
+    CrLf("define game <The Shed>\nstart <Shed>\ncommand <name> do <name>\nend define\n"
+         "define room <Shed>\nlook <Dust and rust.>\nnorth <Yard>\n"
+         "define object <box>\nlook msg <A box.>\nend define\nend define\n"
+         "define room <Yard>\nlook <Mud.>\nsouth <Shed>\nend define\n"
+         "define room <Loft>\nlook <Hay.>\nend define\n"
+         "define procedure <name>\nask <who; Who?>\nmsg <Hello, #who#.>\nend define\n");
 
 /// The editor with its panel of runs, on a game that has a file of runs, perhaps.
 struct Runs : RunningProgram {
@@ -42,10 +43,10 @@ struct Runs : RunningProgram {
     explicit Runs(const std::string& runs = {}, const std::string& file = "game.kel") {
         if (!runs.empty())
             folder.Write("game.kel.tests", runs);
-        StartWith(Shed);
+        StartWith(ShedOfRuns);
         if (file.empty()) {
             Trigger("mnuFileNew");
-            ReadGame(game, Shed);
+            ReadGame(game, ShedOfRuns);
             game.Modified = true;
         }
         Main()->activateWindow();

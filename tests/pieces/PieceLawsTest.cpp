@@ -76,7 +76,7 @@ void ExpectKeeps(const GameModel& game, const GameModel& before) {
 
 std::set<std::pair<NameKind, std::string>> DefinedNames(const GameModel& game) {
     std::set<std::pair<NameKind, std::string>> names;
-    ForEachReference(game, PieceCommands(), [&](const Reference& reference) {
+    ForEachReference(game, PieceCommands(), [&](const zem::Reference& reference) {
         if (reference.role == ReferenceRole::Definition)
             names.emplace(reference.kind, reference.name);
     });
@@ -119,7 +119,7 @@ TEST_P(EverySample, MayBePastedIntoItselfAgainAndAgain) {
         ExpectKeeps(pasted.game, before);
         EXPECT_EQ(FirstLost(pasted.game), "");
         // What was pasted means its own parts, and nothing of the game that it was pasted into.
-        ForEachReference(pasted.game, PieceCommands(), [&](const Reference& reference) {
+        ForEachReference(pasted.game, PieceCommands(), [&](const zem::Reference& reference) {
             const PlaceStep record = reference.place.steps.front();
             const bool isAdded =
                 (record.list == FieldId::GameRooms && record.entry > before.Rooms.Count()) ||
