@@ -24,7 +24,7 @@ QString PlainCaption(QString text) {
     text.replace(QLatin1String("&&"), ampersand).remove(u'&').replace(ampersand, u'&');
     while (text.endsWith(u'.') || text.endsWith(u':'))
         text.chop(1);
-    return text;
+    return text.trimmed();
 }
 
 /// Where the author finds the command without any search: "Edit, Game", or the title of a panel.

@@ -87,7 +87,8 @@ constexpr Row Commands[] = {
      "references; used by; who uses this; usages; where does it occur; links to it; may I "
      "delete this"},
     {"mnuToolsWhereUsedPanel", "list of uses; references"},
-    {"mnuToolsRename", "change the name; other name; call it something else; new name; give a name"},
+    {"mnuToolsRename", "rename a room; change the name of a room; change the name of an item; change the "
+                       "name; other name; call it something else; new name; give a name"},
     {"mnuToolsPlay",
      "try; test; play here; debug; step through; watch variables; see what happens; start the "
      "game; try out"},

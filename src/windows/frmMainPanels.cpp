@@ -100,10 +100,9 @@ QAction* frmMain::AddCommand(const char* name, const char* caption, const char* 
 void frmMain::AddPanels() {
     AddPanel(QStringLiteral("mnuToolsHistory"), QStringLiteral("&History"), {},
              [this] { return new HistoryPanel(session_, this); });
-    for (void (frmMain::*addGroup)() :
-         {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch, &frmMain::AddSpelling,
-          &frmMain::AddPlaying, &frmMain::AddRuns, &frmMain::AddTeam, &frmMain::AddExport,
-          &frmMain::AddQuickFind}) {
+    for (void (frmMain::*addGroup)() : {&frmMain::AddProblems, &frmMain::AddMap, &frmMain::AddSearch,
+                                        &frmMain::AddSpelling, &frmMain::AddPlaying, &frmMain::AddRuns,
+                                        &frmMain::AddTeam, &frmMain::AddExport, &frmMain::AddQuickFind}) {
         (this->*addGroup)();
         ui_->mnuTools->insertSeparator(ui_->mnuToolsSep1);
     }

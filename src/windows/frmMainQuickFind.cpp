@@ -95,7 +95,8 @@ std::vector<AnyCommand> frmMain::AllCommands() {
         commands.push_back({{QStringLiteral("Insert ready-made: %1").arg(ToQt(piece.title)),
                              QStringLiteral("Tools"),
                              {},
-                             ToQt(piece.words) + QLatin1String("; make a ") + ToQt(piece.title)},
+                             ToQt(piece.words) + QLatin1String("; make a ") + ToQt(piece.title) +
+                                 QLatin1String("; ") + ToQt(piece.about)},
                             PiecePrefix + ToQt(piece.title),
                             [this, title = ToQt(piece.title)] { InsertReadyMade(title); }});
     for (const ManualPage& page : PagesOfManual(programFolder_ + QLatin1String("/ZEM.HTM")))

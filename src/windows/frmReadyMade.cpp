@@ -68,7 +68,8 @@ frmReadyMade::frmReadyMade(const GameModel& game, const CommandLookup& commands,
       lstPieces_(new QListWidget(this)),
       lblAbout_(new QLabel(this)),
       lblProblem_(new QLabel(this)),
-      butInsert_(new QPushButton(QStringLiteral("&Insert"), this)) {
+      butInsert_(new QPushButton(QStringLiteral("&Insert"), this)),
+      butCancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
     setObjectName(QStringLiteral("frmReadyMade"));
     setWindowTitle(QStringLiteral("Insert ready-made"));
     MakeControls();
@@ -91,8 +92,7 @@ void frmReadyMade::MakeControls() {
     lblProblem_->setWordWrap(true);
     butInsert_->setObjectName(QStringLiteral("butOK"));
     butInsert_->setDefault(true);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), this);
-    cancel->setObjectName(QStringLiteral("butCancel"));
+    butCancel_->setObjectName(QStringLiteral("butCancel"));
 
     auto* left = new QVBoxLayout;
     left->addWidget(txtFilter_);
@@ -113,7 +113,7 @@ void frmReadyMade::MakeControls() {
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
     buttons->addWidget(butInsert_);
-    buttons->addWidget(cancel);
+    buttons->addWidget(butCancel_);
     auto* column = new QVBoxLayout(this);
     column->addLayout(both);
     column->addLayout(buttons);
@@ -121,7 +121,7 @@ void frmReadyMade::MakeControls() {
     connect(txtFilter_, &QLineEdit::textChanged, this, &frmReadyMade::ShowMatching);
     connect(lstPieces_, &QListWidget::currentRowChanged, this, &frmReadyMade::ShowPiece);
     connect(butInsert_, &QPushButton::clicked, this, &frmReadyMade::Insert);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(butCancel_, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void frmReadyMade::Choose(const QString& title) {
@@ -171,8 +171,20 @@ void frmReadyMade::ShowPiece() {
             AddQuestion(question);
     }
     findChild<QScrollArea*>(QStringLiteral("scrQuestions"))->setWidget(questions_); // deletes the one before
+    PutInTabOrder();
     if (piece_ != nullptr)
         Check();
+}
+
+void frmReadyMade::PutInTabOrder() {
+    QWidget* last = lstPieces_;
+    setTabOrder(txtFilter_, lstPieces_);
+    for (QWidget* next : findChildren<QComboBox*>()) {
+        setTabOrder(last, next);
+        last = next;
+    }
+    setTabOrder(last, butInsert_);
+    setTabOrder(butInsert_, butCancel_);
 }
 
 void frmReadyMade::AddQuestion(const PieceQuestion& question) {

@@ -55,6 +55,7 @@ private:
     void ShowMatching();
     void ShowPiece();
     void AddQuestion(const PieceQuestion& question);
+    void PutInTabOrder();
     void Check();
     void Insert();
 
@@ -75,6 +76,7 @@ private:
     QFormLayout* rows_ = nullptr;
     QLabel* lblProblem_;
     QPushButton* butInsert_;
+    QPushButton* butCancel_;
 };
 
 } // namespace zem

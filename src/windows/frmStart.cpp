@@ -9,6 +9,8 @@
 #include "windows/frmAbout.h"
 #include "windows/frmOptions.h"
 
+#include <QScreen>
+
 #include <algorithm>
 
 namespace zem {
@@ -72,6 +74,8 @@ void frmStart::FillGamesToBegin(const QString& programFolder) {
     });
     connect(ui_->butBegin, &QPushButton::clicked, this, &frmStart::butBegin_Click);
     ConnectListKeys(*ui_->lstBegin, {.edit = ui_->butBegin});
+    constexpr QSize WithRoomForBothLists(660, 520);
+    resize(size().expandedTo(WithRoomForBothLists.boundedTo(screen()->availableSize() * 3 / 4)));
 }
 
 void frmStart::butBegin_Click() {

@@ -122,7 +122,7 @@ TEST_F(RoomEditor, ShowsOnePageWithItsButtonInBoldAndRemembersItsSize) {
             return text;
         };
         EXPECT_EQ(shown(), "fraDetails butDetails");
-        EXPECT_EQ(form.focusWidget()->objectName(), "txtRoomAlias");
+        EXPECT_EQ(form.focusWidget()->objectName(), "txtDescription");
         Click(form, "butExits");
         EXPECT_EQ(shown(), "fraExits butExits");
         Click(form, "butHelp");

@@ -94,7 +94,8 @@ TEST(MainMenu, HasItsMenusAndToolbarInOrder) {
               "Mer&ge with Another Version..., -, E&xport... Ctrl+E, Export Again Ctrl+Shift+E, Publish as "
               "&web page..., "
               "-, "
-              "Standard &layout, -, "
+              "Insert Ready-Made... Ctrl+Shift+I, "
+              "Any Command... Ctrl+Shift+P, Any Name... Ctrl+K, -, Standard &layout, -, "
               "T&imers..., Earlier &versions..., -, &What's this?"},
              {"mnuHelp", "&ZEM Reference (ZEM.HTM), &KEL Reference (KEL.HTM), &About ZEM"},
              {"Toolbar1", "New game, Open a game, Save, Run KEL file, -, Items, Collectables, Text Sections, "

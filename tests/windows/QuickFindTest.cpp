@@ -63,7 +63,7 @@ TEST(AnyCommand, IsFoundByEverydayWords) {
                  {"new room", "Add room"},
                  {"make a new place", "Add room"},
                  {"remove room", "Delete room"},
-                 {"describe a room", "Edit"},
+                 {"describe a room", "Edit room"},
                  {"connect two rooms", "Map"},
                  {"picture of all rooms", "Map"},
                  {"person", "Add character"},
@@ -137,6 +137,7 @@ TEST(AnyCommand, KnowsEveryCommandOfTheMenusAndOtherWordsForIt) {
                 << action->objectName().toStdString() << " has no other words";
             QString caption = action->text();
             caption.remove('&').remove("...");
+            caption = caption.trimmed();
             SetText(form, "txtWords", caption.toStdString().c_str());
             EXPECT_TRUE(FirstRows(form, 4).contains(caption)) << caption.toStdString();
         }
