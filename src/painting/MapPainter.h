@@ -31,7 +31,7 @@ struct MapView {
     int player = map::NoRoom;  // where the player of a running game is
     int line = -1;             // the connection that is selected
     bool hasFocus = false;
-    bool withRegionNames = true; // where the rooms are too small for theirs
+    bool withRegionNames = true;            // where the rooms are too small for theirs
     std::map<int, QPointF> offsets;         // of rooms on their way: how far they still are from their places
     std::vector<RoomRemark> remarks;        // by room; rooms behind the end have none
     std::vector<routing::Path> wholeCurves; // of stubs whose other end is looked for

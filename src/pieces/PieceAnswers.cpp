@@ -145,8 +145,8 @@ std::string WhyNoName(const PieceQuestion& question, const GameModel& game, cons
 
 PieceAnswers SuggestAnswers(const ReadyMade& piece, const GameModel& game, const std::string& room) {
     const std::string begin = RoomCalled(game, room) != nullptr ? room
-                              : game.Rooms.IsEmpty()          ? std::string()
-                                                              : game.Rooms[1].Name;
+                              : game.Rooms.IsEmpty()            ? std::string()
+                                                                : game.Rooms[1].Name;
     PieceAnswers answers;
     for (const PieceQuestion& question : piece.questions)
         answers[question.id] = Suggest(question, game, begin, answers);

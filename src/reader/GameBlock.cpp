@@ -43,7 +43,7 @@ constexpr Keyword<GameModel> GameRows[] = {
 constexpr std::size_t ShortestGameWord =
     std::min_element(std::begin(GameRows), std::end(GameRows), [](const auto& a, const auto& b) {
         return a.word.size() < b.word.size();
-    })->word.size();
+    }) -> word.size();
 
 struct HashIgnoringCase {
     std::size_t operator()(std::string_view text) const {

@@ -10,10 +10,10 @@ namespace {
 
 constexpr int MostEffort = 600;
 constexpr int MostTurns = 300;
-constexpr int Deepest = 14;              // facts that are wanted for one another
-constexpr int MostRounds = 4;            // in which what one step spoils is made good again
-constexpr int MostRepeats = 40;          // of what counts something up
-constexpr int MostWriters = 3;           // tried for one fact
+constexpr int Deepest = 14;                      // facts that are wanted for one another
+constexpr int MostRounds = 4;                    // in which what one step spoils is made good again
+constexpr int MostRepeats = 40;                  // of what counts something up
+constexpr int MostWriters = 3;                   // tried for one fact
 constexpr std::size_t LongestChainOfCauses = 10; // of scripts that call one another
 
 bool IsAboutPlace(const Fact& fact) {

@@ -32,7 +32,8 @@ public:
           programFolder(PathToQt(folder.Path("program"))) {
         // The data files and nothing else that may stand beside the program.
         std::filesystem::create_directory(folder.Path("program"));
-        for (const char* data : {"zem.dat", "zemerr.dat", "KEL.HTM", "ZEM.HTM", "manual", "pieces", "templates", "samples"})
+        for (const char* data :
+             {"zem.dat", "zemerr.dat", "KEL.HTM", "ZEM.HTM", "manual", "pieces", "templates", "samples"})
             std::filesystem::create_symlink(std::string(ZEM_PROGRAM_FOLDER "/") + data,
                                             folder.Path(std::string("program/") + data));
         store.setValue("Init/InstalledVer", "2.0");
