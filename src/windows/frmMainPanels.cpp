@@ -2,6 +2,7 @@
 #include "forms/RunCommand.h"
 #include "panels/HistoryPanel.h"
 #include "panels/MapPanel.h"
+#include "panels/PlayPanel.h"
 #include "ui_frmMain.h"
 #include "windows/frmMain.h"
 
@@ -9,6 +10,7 @@
 #include <QPointer>
 #include <QResizeEvent>
 #include <QScreen>
+#include <QTimer>
 
 namespace zem {
 
@@ -42,8 +44,11 @@ void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
     panel.show();
     panel.raise();
     const int before = panel.property("widthBefore").toInt();
-    if (panel.property("isLarge").toBool() && (isFirst || before > 0))
-        resizeDocks({&panel}, {isFirst ? static_cast<int>(width() * Share) : before}, Qt::Horizontal);
+    if (panel.property("isLarge").toBool() && isFirst)
+        resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
+    else if (panel.property("isLarge").toBool() && before > 0) // once the window has found room for it
+        QTimer::singleShot(0, &panel,
+                           [this, &panel, before] { resizeDocks({&panel}, {before}, Qt::Horizontal); });
     panel.setProperty("isSized", true);
 }
 
@@ -123,8 +128,14 @@ void frmMain::ArrangePanels() {
             command->trigger();
     if (mapPanel_ == nullptr)
         return;
+    if (player_ != nullptr)
+        player_->hide();
     mapPanel_->setFloating(false);
     addDockWidget(Qt::RightDockWidgetArea, mapPanel_);
+    for (QDockWidget* other : findChildren<QDockWidget*>()) // They lie behind the map when they are shown.
+        if (other != mapPanel_ && other->property("isLarge").toBool() && !other->isFloating())
+            tabifyDockWidget(mapPanel_, other);
+    mapPanel_->raise();
     if (!isMaximized() && !isFullScreen()) {
         resize((available * 0.94).boundedTo(Largest).expandedTo(size().boundedTo(available)));
         StandInTheMiddle();

@@ -45,7 +45,6 @@ class Browser:
         self.session = None
         self.complaints = []  # errors of scripts and of the console
         self.requests = []  # addresses that were fetched
-        self.loads = 0
         target = self.send("Target.createTarget", url="about:blank")["targetId"]
         self.session = self.send("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
         for domain in ("Page", "Runtime", "Log", "Network"):
@@ -103,8 +102,6 @@ class Browser:
             self.complaints.append(what["entry"]["text"])
         elif method == "Network.requestWillBeSent":
             self.requests.append(what["request"]["url"])
-        elif method == "Page.loadEventFired":
-            self.loads += 1
 
     def evaluate(self, script):
         """The value of an expression in the page; promises are waited for."""
@@ -132,11 +129,10 @@ class Browser:
         self.follow(lambda: self.send("Page.reload"), until)
 
     def follow(self, go, until):
-        loads = self.loads
+        """Goes to a page and waits for it; the one before is told by a mark, since it may answer a while longer."""
+        self.evaluate("void (window.isPageBefore = true)")
         go()
-        while self.loads == loads:
-            self.receive()
-        self.wait_for(until)
+        self.wait_for("!window.isPageBefore && (%s)" % until)
 
     def resize(self, width, height, scale=1, coarse=False):
         self.send("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=scale,
@@ -168,9 +164,11 @@ class Browser:
 
     def click(self, selector):
         """Clicks with the mouse in the middle of the first element."""
-        box = self.evaluate("(() => { const e = document.querySelector(%s); if (!e) return null;"
-                            "e.scrollIntoView({block: 'center'}); const b = e.getBoundingClientRect();"
-                            "return [b.x + b.width / 2, b.y + b.height / 2]; })()" % json.dumps(selector))
+        # What the turn before has changed is laid out and painted first, or the element moves away from the mouse.
+        painted = "await new Promise(r => requestAnimationFrame(() => requestAnimationFrame(r)));"
+        box = self.evaluate("(async () => { const e = document.querySelector(%s); if (!e) return null;"
+                            "e.scrollIntoView({block: 'center'}); %s const b = e.getBoundingClientRect();"
+                            "return [b.x + b.width / 2, b.y + b.height / 2]; })()" % (json.dumps(selector), painted))
         if not box:
             raise Failure("there is no " + selector)
         for kind in ("mousePressed", "mouseReleased"):
