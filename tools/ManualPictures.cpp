@@ -68,6 +68,8 @@ const Picture Pictures[] = {
     {"ProblemsPanel", "lighthouse", "mnuToolsProblems, mnuToolsNextProblem", {1100, 760}},
     {"FindPanel", "lighthouse", "mnuToolsFind", {1100, 760}, "lantern"},
     {"frmReplace", "lighthouse", "mnuToolsReplace >", {820, 560}, "lantern"},
+    {"frmQuickFind", "lighthouse", "mnuToolsAnyCommand >", {640, 320}, "make a door"},
+    {"frmReadyMade", "lighthouse", "mnuToolsReadyMade > lstPieces=Shop", {760, 420}},
     {"SpellingPanel", "lighthouse", "mnuToolsSpelling", {1100, 760}},
     {"FiguresPanel", "lighthouse", "lstRooms=Quay, mnuToolsFigures", {1100, 640}},
     {"ChangesPanel",

@@ -77,7 +77,9 @@ QString Stem(const QString& word) {
 bool IsOneSlip(const QString& typed, const QString& word) {
     if (typed.size() < 4 || std::abs(typed.size() - word.size()) > 1)
         return false;
-    const auto [a, b] = std::mismatch(typed.begin(), typed.end(), word.begin(), word.end());
+    const auto different = std::mismatch(typed.begin(), typed.end(), word.begin(), word.end());
+    const QString::const_iterator a = different.first;
+    const QString::const_iterator b = different.second;
     if (a == typed.end() || b == word.end())
         return true;
     const auto isRest = [&](qsizetype skipA, qsizetype skipB) {

@@ -49,8 +49,8 @@ frmQuickFind::frmQuickFind(const QString& caption, const QString& prompt,
     lstFound_->setUniformRowHeights(true);
     lstFound_->setFocusPolicy(Qt::NoFocus); // The keys of the line lead through it.
     lstFound_->header()->setStretchLastSection(false);
-    lstFound_->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-    lstFound_->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    lstFound_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    lstFound_->header()->setSectionResizeMode(1, QHeaderView::Stretch);
     lstFound_->header()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
     lblFound_->setObjectName(QStringLiteral("lblFound"));
     lblFound_->setWordWrap(true);
