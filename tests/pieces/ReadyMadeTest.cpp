@@ -228,7 +228,7 @@ TEST(ReadyMade, NamesTheLineOfADamagedFile) {
              {"'title Door\n'ask Way; exit of From; On; north\ndefine room <x>\nend define\n",
               "depends on one"},
          })
-        EXPECT_NE(ProblemOf([&] { ReadReadyMade(file); }).find(words), std::string::npos) << file;
+        EXPECT_NE(ProblemOf([&text = file] { ReadReadyMade(text); }).find(words), std::string::npos) << file;
 }
 
 } // namespace
