@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QMimeData>
+#include <QPointer>
 #include <QTimer>
 
 #include <optional>
@@ -24,6 +25,7 @@ public:
     ClipboardCommands(QAbstractItemView& list, Dialogs& dialogs, ListClipboard clipboard)
         : QObject(&list),
           list_(list),
+          selection_(list.selectionModel()),
           dialogs_(dialogs),
           clipboard_(std::move(clipboard)) {
         if (isWidget_)
@@ -103,8 +105,9 @@ private:
         command.setStatusTip(isEnabled ? what : why);
     }
 
+    /// Rows are also unselected while the list is being destroyed, and cannot be asked any more.
     void ShowWhatCanBeDone() {
-        const bool isSelected = list_.selectionModel()->hasSelection();
+        const bool isSelected = selection_ != nullptr && selection_->hasSelection();
         const QString why = tr("Select something in the list first.");
         if (cut_ != nullptr)
             Enable(*cut_, isSelected, tr("Takes what is selected away and keeps it in the clipboard"), why);
@@ -146,6 +149,7 @@ private:
     }
 
     QAbstractItemView& list_;
+    QPointer<QItemSelectionModel> selection_; // of the list
     const bool isWidget_ = qobject_cast<QListWidget*>(&list_) != nullptr;
     Dialogs& dialogs_;
     ListClipboard clipboard_;
