@@ -222,6 +222,29 @@ private:
     int number_;
 };
 
+/// The name as the game spells it, whose scripts tell capitals apart.
+template <class Records>
+void SpellAs(const Records& records, std::string& name) {
+    for (const auto& record : records)
+        if (EqualIgnoringCase(record.Name, name)) {
+            name = record.Name;
+            return;
+        }
+}
+
+PieceAnswers AsSpelled(const ReadyMade& piece, const GameModel& game, PieceAnswers answers) {
+    for (const PieceQuestion& question : piece.questions) {
+        std::string& answer = answers.at(question.id);
+        if (question.kind == AnswerKind::Room || question.kind == AnswerKind::OtherRoom)
+            SpellAs(game.Rooms, answer);
+        else if (question.kind == AnswerKind::Item)
+            SpellAs(game.Items, answer);
+        else if (question.kind == AnswerKind::Collectable)
+            SpellAs(game.Collectables, answer);
+    }
+    return answers;
+}
+
 void RefuseWrongAnswers(const ReadyMade& piece, const GameModel& game, const PieceAnswers& answers) {
     for (const PieceQuestion& question : piece.questions) {
         if (!IsAsked(piece, question, game, answers))
@@ -245,8 +268,9 @@ void LeaveOutKnownTexts(const GameModel& game, std::string& text) {
 
 } // namespace
 
-Pasted InsertReadyMade(const GameModel& game, const ReadyMade& piece, const PieceAnswers& answers,
+Pasted InsertReadyMade(const GameModel& game, const ReadyMade& piece, const PieceAnswers& typed,
                        const CommandLookup& commands) {
+    const PieceAnswers answers = AsSpelled(piece, game, typed);
     RefuseWrongAnswers(piece, game, answers);
     Filler filler(piece, game, answers);
     std::string text = filler.Fill();

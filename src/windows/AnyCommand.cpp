@@ -3,6 +3,7 @@
 #include "ui_frmOptions.h"
 #include "windows/CommandWords.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QDialog>
 #include <QDockWidget>
@@ -36,14 +37,28 @@ QString PathTo(const QAction& action) {
             const QString title = PlainCaption(menu->title());
             return outer.isEmpty() ? title : outer + QLatin1String(", ") + title;
         }
+    if (const auto* list = qobject_cast<const QAbstractItemView*>(action.parent()))
+        return list->accessibleName();
     for (const QObject* object = action.parent(); object != nullptr; object = object->parent())
         if (const auto* panel = qobject_cast<const QDockWidget*>(object))
             return panel->windowTitle();
     return {};
 }
 
-QString WhyNot(const CommandWords& words) {
-    return words.whyNot.isEmpty() ? QStringLiteral("there is nothing to do it with") : words.whyNot;
+/// @param told  by the command itself while it is off; empty for nothing
+QString WhyNot(const CommandWords& words, QString told = {}) {
+    if (!words.whyNot.isEmpty())
+        return words.whyNot;
+    if (told.isEmpty())
+        return QStringLiteral("there is nothing to do it with");
+    told.replace(0, 1, told.front().toLower());
+    return told.endsWith(u'.') ? told.chopped(1) : told;
+}
+
+/// The same command may stand in several lists.
+QString UniqueName(const QAction& action) {
+    const auto* list = qobject_cast<const QAbstractItemView*>(action.parent());
+    return list == nullptr ? action.objectName() : list->objectName() + u'.' + action.objectName();
 }
 
 /// A button of a toolbar of the window itself is the second face of a command of a menu.
@@ -66,10 +81,10 @@ void AddActions(QWidget& window, std::vector<AnyCommand>& commands) {
         const CommandWords words = WordsForCommand(action->objectName());
         const QString caption = PlainCaption(action->text());
         AnyCommand command;
-        command.name = action->objectName();
+        command.name = UniqueName(*action);
         command.found = {caption.size() < 2 ? action->toolTip() : caption, PathTo(*action),
                          action->shortcut().toString(QKeySequence::NativeText), words.words,
-                         action->isEnabled() ? QString() : WhyNot(words)};
+                         action->isEnabled() ? QString() : WhyNot(words, action->statusTip())};
         command.run = [action] { action->trigger(); };
         commands.push_back(std::move(command));
     }

@@ -1,6 +1,7 @@
 // Each ready-made piece is put into an empty game and into large ones, checked, and played.
 #include "pieces/ReadyMade.h"
 
+#include "base/LineText.h"
 #include "play/Libraries.h"
 #include "play/Session.h"
 #include "play/World.h"
@@ -185,13 +186,16 @@ TEST(ReadyMade, WorksWithWhatTheGameHas) {
     GameModel game = GameToFill("lighthouse");
     const ReadyMade piece = PieceNamed("locked-door");
     PieceAnswers answers = SuggestAnswers(piece, game, game.Rooms[2].Name);
-    answers["To"] = game.Rooms[3].Name;
-    answers["Key"] = game.Items[1].Name;
+    answers["To"] = Lower(game.Rooms[3].Name); // as an author may type it
+    answers["Key"] = Lower(game.Items[1].Name);
     const std::vector<PieceQuestion>& questions = piece.questions;
     EXPECT_FALSE(IsAsked(piece, questions.back(), game, answers)) << "a key that is there lies somewhere";
     const GameModel after = InsertReadyMade(game, piece, answers, ShippedCommands()).game;
     EXPECT_EQ(after.Rooms.Count(), game.Rooms.Count());
     EXPECT_EQ(after.Items.Count(), game.Items.Count());
+    const std::string way = GameFile(after);
+    EXPECT_NE(way.find("if has <" + game.Items[1].Name + "> then goto <" + game.Rooms[3].Name + ">"),
+              std::string::npos);
     EXPECT_EQ(after.Procedures.Count(), game.Procedures.Count());
     EXPECT_EQ(NewProblems(ProblemsOf(game), after), "");
 }
