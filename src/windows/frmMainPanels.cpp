@@ -7,6 +7,7 @@
 #include "windows/frmMain.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QPointer>
 #include <QResizeEvent>
 #include <QScreen>
@@ -46,9 +47,12 @@ void frmMain::ShowPanel(QDockWidget& panel, Qt::DockWidgetArea area) {
     const int before = panel.property("widthBefore").toInt();
     if (panel.property("isLarge").toBool() && isFirst)
         resizeDocks({&panel}, {static_cast<int>(width() * Share)}, Qt::Horizontal);
-    else if (panel.property("isLarge").toBool() && before > 0) // once the window has found room for it
-        QTimer::singleShot(0, &panel,
-                           [this, &panel, before] { resizeDocks({&panel}, {before}, Qt::Horizontal); });
+    else if (panel.property("isLarge").toBool() && before > 0)
+        QTimer::singleShot(0, &panel, [this, &panel, before] {
+            // The lists that had its room know only then that they can be narrow again.
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+            resizeDocks({&panel}, {before}, Qt::Horizontal);
+        });
     panel.setProperty("isSized", true);
 }
 
