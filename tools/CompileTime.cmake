@@ -33,3 +33,32 @@ endfunction()
 function(zem_optimise_not target)
     target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O0>)
 endfunction()
+
+# zem_moc(TARGET FOLDER...): what Qt's signals and slots need, of every header in these folders of src, as one file. The
+# headers are read for themselves and not with all of Qt's that they include, which is what CMake's own rule spends a
+# minute on. Called from a folder other than the target's, or its commands would wait for the libraries of the target.
+function(zem_moc target)
+    set(folder_of_all ${CMAKE_CURRENT_BINARY_DIR}/${target})
+    set(outputs)
+    set(includes "")
+    foreach(folder ${ARGN})
+        file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.h)
+        file(MAKE_DIRECTORY ${folder_of_all}/${folder})
+        foreach(header ${headers})
+            get_filename_component(name ${header} NAME_WE)
+            set(output ${folder_of_all}/${folder}/${name}.cpp)
+            add_custom_command(OUTPUT ${output}
+                COMMAND Qt6::moc --no-notes -p ${folder} -o ${output} ${header} DEPENDS ${header} VERBATIM)
+            list(APPEND outputs ${output})
+            string(APPEND includes "#include \"${folder}/${name}.cpp\"\n")
+        endforeach()
+    endforeach()
+    add_custom_target(${target}_moc DEPENDS ${outputs})
+    add_dependencies(${target} ${target}_moc)
+
+    set(all ${folder_of_all}/all.cpp)
+    file(CONFIGURE OUTPUT ${all} CONTENT "${includes}" @ONLY)
+    set_source_files_properties(${all} TARGET_DIRECTORY ${target}
+        PROPERTIES OBJECT_DEPENDS "${outputs}" SKIP_UNITY_BUILD_INCLUSION ON)
+    target_sources(${target} PRIVATE ${all})
+endfunction()
