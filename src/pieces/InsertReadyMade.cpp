@@ -173,7 +173,8 @@ private:
     std::vector<std::pair<std::string, int>> waiters_;
 };
 
-/// Adds what a room of a piece has to a room of the game. Exits that the room has stay as they are.
+/// Adds what a room of a piece has to a room of the game. Exits that the room has stay as they are, unless
+/// the script of the piece stands in their way, which is asked for before.
 class RoomMerge {
 public:
     RoomMerge(GameModel& game, int into) : game_(game), number_(into) {}
@@ -188,7 +189,8 @@ public:
             room.Look.clear(); // Its words stand in that script now.
         }
         for (const CompassExit& exit : CompassExits)
-            if ((room.*exit.exit)->Key.empty() && !(from.*exit.exit)->Key.empty())
+            if ((from.*exit.exit)->Key == ActionExit ||
+                ((room.*exit.exit)->Key.empty() && !(from.*exit.exit)->Key.empty()))
                 (room.*exit.exit) = from.*exit.exit;
         if (room.Out->Key.empty() && room.Out->Script.empty())
             room.Out = from.Out;

@@ -67,13 +67,24 @@ const Room* RoomCalled(const GameModel& game, std::string_view name) {
     return nullptr;
 }
 
-std::vector<std::string> FreeDirections(const GameModel& game, std::string_view roomName) {
+/// Where the exit leads, if it does so without a script; empty if it does not.
+std::string PlainTarget(const GameModel& game, const Room* room, map::Direction direction) {
+    const ScriptPair none;
+    const ScriptPair& exit = room == nullptr ? none : map::ExitOf(*room, direction);
+    const Room* target = exit.Key == ActionExit ? nullptr : RoomCalled(game, exit.Key);
+    return target == nullptr ? std::string() : target->Name;
+}
+
+/// The directions in which a room has no exit; the others that can be chosen, too, if the piece goes on in
+/// the room behind them.
+std::vector<std::string> Directions(const GameModel& game, std::string_view roomName, bool withPlain) {
     const Room* room = RoomCalled(game, roomName);
-    std::vector<std::string> free;
+    std::vector<std::string> directions;
     for (map::Direction direction = 0; direction < map::DirectionCount; ++direction)
-        if (room == nullptr || map::ExitOf(*room, direction).Key.empty())
-            free.emplace_back(map::WordOf(direction));
-    return free;
+        if (room == nullptr || map::ExitOf(*room, direction).Key.empty() ||
+            (withPlain && !PlainTarget(game, room, direction).empty()))
+            directions.emplace_back(map::WordOf(direction));
+    return directions;
 }
 
 template <class Records>
@@ -108,7 +119,7 @@ std::string Suggest(const PieceQuestion& question, const GameModel& game, const 
     case AnswerKind::Room:
         return room.empty() ? question.suggestion : room;
     case AnswerKind::Exit: {
-        const std::vector<std::string> free = FreeDirections(game, answers.at(question.room));
+        const std::vector<std::string> free = Directions(game, answers.at(question.room), false);
         const bool isFree = std::find(free.begin(), free.end(), question.suggestion) != free.end();
         return isFree || free.empty() ? question.suggestion : free.front();
     }
@@ -141,6 +152,14 @@ std::string WhyNoName(const PieceQuestion& question, const GameModel& game, cons
     return {};
 }
 
+/// An exit that leads somewhere else would be lost.
+std::string WhyNotThere(const PieceQuestion& question, const GameModel& game, const PieceAnswers& answers) {
+    const std::string there = LeadsAlready(question, game, answers);
+    return there.empty() || IsSameName(there, answers.at(question.leadsTo))
+               ? ""
+               : "This exit leads to " + QuoteShortly(there) + " already.";
+}
+
 } // namespace
 
 PieceAnswers SuggestAnswers(const ReadyMade& piece, const GameModel& game, const std::string& room) {
@@ -164,12 +183,20 @@ std::vector<std::string> PossibleAnswers(const PieceQuestion& question, const Ga
     case AnswerKind::Collectable:
         return NamesOf(game.Collectables);
     case AnswerKind::Exit:
-        return FreeDirections(game, answers.at(question.room));
+        return Directions(game, answers.at(question.room), !question.leadsTo.empty());
     case AnswerKind::Choice:
         return question.choices;
     default:
         return {};
     }
+}
+
+std::string LeadsAlready(const PieceQuestion& question, const GameModel& game, const PieceAnswers& answers) {
+    const Room* room = RoomCalled(game, answers.at(question.room));
+    for (map::Direction direction = 0; direction < map::DirectionCount; ++direction)
+        if (answers.at(question.id) == map::WordOf(direction))
+            return PlainTarget(game, room, direction);
+    return {};
 }
 
 bool IsAsked(const ReadyMade& piece, const PieceQuestion& question, const GameModel& game,
@@ -195,7 +222,7 @@ std::string WhyNotAnswer(const PieceQuestion& question, const GameModel& game, c
     if (question.kind == AnswerKind::Exit || question.kind == AnswerKind::Choice) {
         const std::vector<std::string> possible = PossibleAnswers(question, game, answers);
         if (std::find(possible.begin(), possible.end(), answer) != possible.end())
-            return {};
+            return question.kind == AnswerKind::Exit ? WhyNotThere(question, game, answers) : "";
         return question.kind == AnswerKind::Exit
                    ? "The room " + QuoteShortly(answers.at(question.room)) + " has an exit there already."
                    : "This must be one of the choices.";

@@ -24,7 +24,7 @@ bool TakeAway(std::string_view& text, std::string_view begin) {
     return true;
 }
 
-/// "room if new Key", "exit of From", "choice he, she".
+/// "room if new Key", "exit of From to To", "choice he, she".
 void ReadKind(std::string_view text, PieceQuestion& question, int line) {
     constexpr std::string_view OnlyIf = " if new ";
     if (const std::size_t at = text.find(OnlyIf); at != std::string_view::npos) {
@@ -32,8 +32,12 @@ void ReadKind(std::string_view text, PieceQuestion& question, int line) {
         text = text.substr(0, at);
     }
     if (TakeAway(text, "exit of ")) {
+        constexpr std::string_view To = " to ";
+        const std::size_t at = text.find(To);
         question.kind = AnswerKind::Exit;
-        question.room = text;
+        question.room = text.substr(0, at);
+        if (at != std::string_view::npos)
+            question.leadsTo = text.substr(at + To.size());
         return;
     }
     if (TakeAway(text, "choice ")) {
@@ -92,7 +96,8 @@ ReadyMade ReadReadyMade(std::string_view file) {
     if (piece.title.empty() || piece.body.empty())
         throw KelError("it has no title, or nothing to put into a game");
     for (const PieceQuestion& question : piece.questions)
-        if (!HasQuestion(piece, question.room) || !HasQuestion(piece, question.onlyIfNew))
+        if (!HasQuestion(piece, question.room) || !HasQuestion(piece, question.leadsTo) ||
+            !HasQuestion(piece, question.onlyIfNew))
             throw KelError("the question " + question.id + " depends on one that is not there");
     return piece;
 }

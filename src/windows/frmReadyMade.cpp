@@ -35,6 +35,23 @@ bool IsClosed(const PieceQuestion& question) {
     return question.kind == AnswerKind::Exit || question.kind == AnswerKind::Choice;
 }
 
+/// A direction is shown with the room to which it leads already; what is answered is the word alone.
+QString AnswerIn(const QComboBox& box) {
+    const QVariant word = box.isEditable() ? QVariant() : box.currentData();
+    return word.isValid() ? word.toString() : box.currentText().trimmed();
+}
+
+/// "north", "east (to Library)".
+void AddDirections(QComboBox& box, const PieceQuestion& question, const GameModel& game,
+                   PieceAnswers answers) {
+    for (const std::string& word : PossibleAnswers(question, game, answers)) {
+        answers[question.id] = word;
+        const QString there = ToQt(LeadsAlready(question, game, answers));
+        box.addItem(there.isEmpty() ? ToQt(word) : QStringLiteral("%1 (to %2)").arg(ToQt(word), there),
+                    ToQt(word));
+    }
+}
+
 /// "The key lies in:"
 QString LabelOf(const PieceQuestion& question) {
     return ToQt(question.text) + u':';
@@ -195,8 +212,11 @@ void frmReadyMade::AddQuestion(const PieceQuestion& question) {
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->setMinimumContentsLength(20);
-    for (const std::string& possible : PossibleAnswers(question, game_, answers_))
-        box->addItem(ToQt(possible));
+    if (question.kind == AnswerKind::Exit)
+        AddDirections(*box, question, game_, answers_);
+    else
+        for (const std::string& possible : PossibleAnswers(question, game_, answers_))
+            box->addItem(ToQt(possible));
     const QString answer = ToQt(answers_.at(question.id));
     if (box->isEditable()) {
         OfferMatches(*box);
@@ -215,22 +235,35 @@ void frmReadyMade::AddQuestion(const PieceQuestion& question) {
     rows_->addRow(label, cell);
     asked_.push_back({&question, box, wrong});
     connect(box, &QComboBox::currentTextChanged, this, &frmReadyMade::Check);
+    connect(box, &QComboBox::currentTextChanged, this, [this, id = question.id] {
+        for (const Asked& asked : asked_)
+            if (asked.question->kind == AnswerKind::Exit &&
+                (asked.question->id == id || asked.question->room == id))
+                FollowExit(asked);
+    });
+}
+
+/// Where the exit leads somewhere already, the piece goes there.
+void frmReadyMade::FollowExit(const Asked& exit) {
+    const std::string there = LeadsAlready(*exit.question, game_, answers_);
+    for (const Asked& asked : asked_)
+        if (!there.empty() && asked.question->id == exit.question->leadsTo)
+            asked.box->setEditText(ToQt(there));
 }
 
 /// Tells what is wrong with each answer. The directions that are free depend on the room.
 void frmReadyMade::Check() {
     for (const Asked& asked : asked_)
-        answers_[asked.question->id] = FromQt(asked.box->currentText().trimmed());
+        answers_[asked.question->id] = FromQt(AnswerIn(*asked.box));
     bool isRight = true;
     for (const Asked& asked : asked_) {
         if (asked.question->kind == AnswerKind::Exit) {
             const QSignalBlocker quiet(asked.box);
-            const QString chosen = asked.box->currentText();
+            const QString chosen = AnswerIn(*asked.box);
             asked.box->clear();
-            for (const std::string& free : PossibleAnswers(*asked.question, game_, answers_))
-                asked.box->addItem(ToQt(free));
-            asked.box->setCurrentIndex(std::max(0, asked.box->findText(chosen)));
-            answers_[asked.question->id] = FromQt(asked.box->currentText());
+            AddDirections(*asked.box, *asked.question, game_, answers_);
+            asked.box->setCurrentIndex(std::max(0, asked.box->findData(chosen)));
+            answers_[asked.question->id] = FromQt(AnswerIn(*asked.box));
         }
         const bool isAsked = IsAsked(*piece_, *asked.question, game_, answers_);
         asked.box->setEnabled(isAsked);

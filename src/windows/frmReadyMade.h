@@ -57,6 +57,7 @@ private:
     void AddQuestion(const PieceQuestion& question);
     void PutInTabOrder();
     void Check();
+    void FollowExit(const Asked& exit);
     void Insert();
 
     const GameModel& game_;

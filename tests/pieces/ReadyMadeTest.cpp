@@ -2,6 +2,7 @@
 #include "pieces/ReadyMade.h"
 
 #include "base/LineText.h"
+#include "map/MapEdits.h"
 #include "play/Libraries.h"
 #include "play/Session.h"
 #include "play/World.h"
@@ -198,6 +199,41 @@ TEST(ReadyMade, WorksWithWhatTheGameHas) {
               std::string::npos);
     EXPECT_EQ(after.Procedures.Count(), game.Procedures.Count());
     EXPECT_EQ(NewProblems(ProblemsOf(game), after), "");
+}
+
+TEST(ReadyMade, GuardsAWayThatIsThereAlready) {
+    GameModel game = GameToFill("");
+    for (const char* name : {"Hall", "Vault", "Attic"})
+        map::AddRoom(game, name, {});
+    map::Connect(game, {0, 0, 1, 4});            // north of the hall is the vault
+    map::Connect(game, {0, 2, 2, std::nullopt}); // east of it the attic, and no way back
+    game.Rooms.Edit(1).West.Edit() = {ActionExit, "msg <A wall.>"};
+    const auto insert = [&](const std::string& name, const char* way, const char* to) {
+        const ReadyMade piece = PieceNamed(name);
+        PieceAnswers answers = SuggestAnswers(piece, game, "Hall");
+        answers["Way"] = way;
+        answers["To"] = to;
+        return InsertReadyMade(game, piece, answers, ShippedCommands()).game;
+    };
+    for (const char* name : {"code-lock", "guard", "locked-door", "password"}) {
+        const GameModel north = insert(name, "north", "vault");
+        EXPECT_EQ(north.Rooms.Count(), 3) << name;
+        EXPECT_EQ(north.Rooms[1].North->Key, ActionExit) << name;
+        EXPECT_EQ(*north.Rooms[2].South, *game.Rooms[2].South) << name;
+        EXPECT_EQ(*north.Rooms[1].East, *game.Rooms[1].East) << name;
+        const GameModel east = insert(name, "east", "Attic");
+        EXPECT_EQ(east.Rooms[3].West->Key, "Hall") << name << ": the way back that was not there";
+    }
+    for (const char* name : {"lever", "secret-passage"})
+        EXPECT_EQ(*insert(name, "north", "Vault").Rooms[1].North, *game.Rooms[1].North) << name;
+    for (const auto& [way, to, words] : Cases<const char*, const char*, const char*>{
+             {"north", "Attic", "This exit leads to \"Vault\" already."},
+             {"north", "Somewhere New", "This exit leads to \"Vault\" already."},
+             {"west", "Attic", "has an exit there already"},
+         })
+        EXPECT_NE(ProblemOf([&, way = way, to = to] { insert("locked-door", way, to); }).find(words),
+                  std::string::npos)
+            << way << ' ' << to;
 }
 
 TEST(ReadyMade, RefusesWhatWouldNotWorkAndSaysWhy) {

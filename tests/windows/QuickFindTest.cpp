@@ -206,6 +206,16 @@ TEST(InsertReadyMade, AsksChecksAndInsertsAsOneStep) {
         Find<QListWidget>(form, "lstPieces").setCurrentRow(1);
         EXPECT_EQ(TextOf(form, "cmbFrom"), "Hall");
         EXPECT_NE(TextOf(form, "cmbWay"), "north") << "which leads to the pantry";
+        auto& way = Find<QComboBox>(form, "cmbWay");
+        const int there = way.findText("north (to Pantry)");
+        ASSERT_GE(there, 0);
+        const int free = way.currentIndex();
+        way.setCurrentIndex(there);
+        EXPECT_EQ(TextOf(form, "cmbTo"), "Pantry") << "where that exit leads";
+        SetText(form, "cmbTo", "Cellar");
+        EXPECT_FALSE(IsEnabled(form, "butOK")) << "the way to the pantry would be lost";
+        way.setCurrentIndex(free);
+        EXPECT_TRUE(IsEnabled(form, "butOK"));
         SetText(form, "cmbTo", "");
         EXPECT_FALSE(IsEnabled(form, "butOK"));
         SetText(form, "cmbTo", "Pantry");
