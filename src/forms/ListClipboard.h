@@ -7,6 +7,7 @@
 #include <string_view>
 
 class QAbstractItemView;
+class QWidget;
 
 namespace zem {
 
@@ -26,6 +27,10 @@ struct ListClipboard {
 /// stays with the list, which copies what it shows. Several rows can be selected from now on.
 /// @param dialogs  outlives the list
 void ConnectClipboard(QAbstractItemView& list, Dialogs& dialogs, ListClipboard clipboard);
+
+/// The same for a widget that shows records without being a list. Its commands are always on: what they are
+/// given throws where nothing is selected.
+void ConnectClipboard(QWidget& widget, Dialogs& dialogs, ListClipboard clipboard);
 
 /// A text of the clipboard as it stands there and as a game has it.
 QString ToClipboard(std::string_view text);

@@ -164,6 +164,13 @@ QString MapCanvas::DescribeLine(int line) const {
 }
 
 bool MapCanvas::event(QEvent* event) {
+    // On the map this selects all rooms, as it selects all of a text in a box; elsewhere it is a command of
+    // the window.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->keyCombination() == (Qt::CTRL | Qt::Key_A)) {
+        event->accept();
+        return true;
+    }
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);

@@ -18,7 +18,7 @@ namespace zem {
 void MapPanel::AddRoomCommands(QMenu& menu) {
     const std::set<int>& rooms = canvas_->Selected();
     const int room = canvas_->Current();
-    menu.addAction(QStringLiteral("&Edit room..."), this, [this, room] { emit RoomOpened(room); });
+    menu.addAction(QStringLiteral("&Edit room...\tReturn"), this, [this, room] { emit RoomOpened(room); });
     menu.addActions(actions()); // those of the window for what has a name
     QMenu* exits = menu.addMenu(QStringLiteral("Remove e&xit"));
     for (map::Direction direction = 0; direction < map::DirectionCount; ++direction) {
@@ -38,8 +38,10 @@ void MapPanel::AddRoomCommands(QMenu& menu) {
     });
     menu.addAction(QStringLiteral("&Let go of the place"), this, [this] { UnpinSelected(); })
         ->setEnabled(isPinned);
-    menu.addAction(rooms.size() > 1 ? QStringLiteral("&Delete rooms") : QStringLiteral("&Delete room"), this,
-                   [this] { DeleteSelected(); });
+    menu.addAction(rooms.size() > 1 ? QStringLiteral("&Delete rooms\tDel")
+                                    : QStringLiteral("&Delete room\tDel"),
+                   this, [this] { DeleteSelected(); });
+    menu.addActions(canvas_->actions()); // of the clipboard
     menu.addSeparator();
 }
 
@@ -111,9 +113,9 @@ void MapPanel::ShowMenu(QPoint globalPosition) {
         AddLineCommands(*menu, canvas_->Map().lines[static_cast<std::size_t>(canvas_->ChosenLine())]);
     else if (canvas_->Current() != map::NoRoom)
         AddRoomCommands(*menu);
-    menu->addAction(QStringLiteral("&New room here"), this,
+    menu->addAction(QStringLiteral("&New room here\tIns"), this,
                     [this, at] { canvas_->AskName(canvas_->FreeCellAt(at), map::NoRoom, 0, false); });
-    menu->addAction(QStringLiteral("&Fit the map"), canvas_, &MapCanvas::FitAll);
+    menu->addAction(QStringLiteral("&Fit the map\tCtrl+0"), canvas_, &MapCanvas::FitAll);
     menu->addAction(QStringLiteral("F&orget all hand-made places"), this, [this] { ForgetPlaces(); });
     menu->addAction(QStringLiteral("&Save picture..."), this, [this] { ExportPicture(); });
     menu->addAction(QStringLiteral("&Print..."), this, [this] { Print(); });

@@ -1,5 +1,6 @@
 #include "windows/AnyCommand.h"
 
+#include "panels/MapCanvas.h"
 #include "ui_frmOptions.h"
 #include "windows/CommandWords.h"
 
@@ -57,8 +58,10 @@ QString WhyNot(const CommandWords& words, QString told = {}) {
 
 /// The same command may stand in several lists.
 QString UniqueName(const QAction& action) {
-    const auto* list = qobject_cast<const QAbstractItemView*>(action.parent());
-    return list == nullptr ? action.objectName() : list->objectName() + u'.' + action.objectName();
+    const auto* owner = qobject_cast<const QWidget*>(action.parent());
+    const bool isShared =
+        qobject_cast<const QAbstractItemView*>(owner) || qobject_cast<const MapCanvas*>(owner);
+    return isShared ? owner->objectName() + u'.' + action.objectName() : action.objectName();
 }
 
 /// A button of a toolbar of the window itself is the second face of a command of a menu.

@@ -146,6 +146,8 @@ constexpr Row Commands[] = {
      "pick up; hide a thing; hidden",
      NoObjectChosen},
     {"butDeleteObj_1", "remove an object; get rid of a thing", NoObjectChosen},
+    {"actStartHere", "start room; first room; where the game begins; the player begins here; start place",
+     NoRoomChosen},
     {"actCut", "move elsewhere; take away and keep"},
     {"actCopy", "clipboard; copy to another game; put into a mail; copy a room; copy an object"},
     {"actPaste", "clipboard; insert what was copied; put a copied room in"},

@@ -135,6 +135,8 @@ private:
     QAction* AddCommand(const char* name, const char* caption, const char* key, std::function<void()> run);
     void AddProblems();
     void AddMap();
+    std::vector<Place> PlacesOnMap() const;
+    void AddRoomCommands();
     void AddSearch();
     void AddSpelling();
     void AddExport();
@@ -292,7 +294,9 @@ private:
     QAction* runsCommand_ = nullptr; // of their panel
     QPointer<RunsPanel> runsPanel_;
     QAction* whichRun_ = nullptr; // gets to the selected room
-    QStringList toldRuns_;        // those that were told to be changed
+    QAction* startHere_ = nullptr;
+    QAction* insertReadyMade_ = nullptr;
+    QStringList toldRuns_; // those that were told to be changed
     RenameTrail* renames_;
     ProblemWatch* problems_;
     EditorChecks* editorChecks_;

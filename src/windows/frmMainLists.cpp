@@ -117,6 +117,8 @@ void frmMain::EnableButtons() {
     const bool isCharacter = SelectedRow(*ui_->lstCharacters) >= 0;
     const bool isObject = SelectedRow(*ui_->lstObjects) >= 0;
     Enable(*ui_->butEditRoom, isRoom, *ui_->lstRooms);
+    if (startHere_ != nullptr)
+        startHere_->setEnabled(isRoom);
     Enable(*ui_->butDeleteRoom, isRoom, *ui_->lstRooms);
     Enable(*ui_->butAddObj_0, isRoom, *ui_->lstRooms);
     Enable(*ui_->butAddObj_1, isRoom, *ui_->lstRooms);

@@ -68,9 +68,11 @@ std::vector<int> FittingNames(const QStringList& names, const QString& typed) {
 } // namespace
 
 void frmMain::AddQuickFind() {
-    AddCommand("mnuToolsReadyMade", "Insert Ready-Made...", "Ctrl+Shift+I", [this] { InsertReadyMade(); });
+    insertReadyMade_ = AddCommand("mnuToolsReadyMade", "Insert Ready-Made...", "Ctrl+Shift+I",
+                                  [this] { InsertReadyMade(); });
     AddCommand("mnuToolsAnyCommand", "Any Command...", "Ctrl+Shift+P", [this] { AskForCommand(); });
     AddCommand("mnuToolsAnyName", "Any Name...", "Ctrl+K", [this] { AskForName(); });
+    AddRoomCommands();
 }
 
 std::vector<AnyCommand> frmMain::AllCommands() {

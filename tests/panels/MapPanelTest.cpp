@@ -6,6 +6,8 @@
 #include "support/RunningProgram.h"
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QProxyStyle>
 #include <QPushButton>
@@ -410,6 +412,40 @@ TEST(MapPanel, TellsScreenReadersItsRooms) {
     EXPECT_EQ(map->child(3), nullptr);
     const QPoint middle = p.Canvas().mapToGlobal(p.Room("Cliff"));
     EXPECT_EQ(map->childAt(middle.x(), middle.y()), map->child(2));
+}
+
+/// What the list of rooms can do with rooms the map can do, too, with the same keys.
+TEST(MapCommands, TakesRoomsThroughTheClipboard) {
+    MapProgram p;
+    const std::string before = GameFile(p.game);
+    p.Canvas().Select(p.Number("Mole"));
+    p.Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("define room <Mole>\nsouth msg"));
+    p.Key(Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(p.LastStep(), "duplicate room Mole 2");
+    p.Key(Qt::Key_A, Qt::ControlModifier);
+    p.Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(p.LastStep(), "cut 4 rooms");
+    EXPECT_EQ(p.game.Rooms.Count(), 0);
+    p.dialogs.Message("Map: Select a room on the map first.");
+    p.Key(Qt::Key_D, Qt::ControlModifier);
+    p.dialogs.ExpectAllAsked();
+    p.Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(p.game.Rooms.Count(), 4);
+    p.Trigger("mnuToolsUndo");
+    p.Trigger("mnuToolsUndo");
+    p.Trigger("mnuToolsUndo");
+    EXPECT_EQ(GameFile(p.game), before);
+}
+
+TEST(MapCommands, MakesARoomTheFirstOne) {
+    MapProgram p;
+    QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, p.Room("Cliff"));
+    p.Trigger("actStartHere");
+    EXPECT_EQ(p.game.StartRoom, "Cliff");
+    EXPECT_EQ(p.LastStep(), "start in Cliff");
+    p.Wait();
+    EXPECT_EQ(p.Canvas().Map().graph.start, p.Number("Cliff"));
 }
 
 } // namespace
