@@ -7,6 +7,7 @@
 #include "files/ReplaceFile.h"
 #include "kel/ErrorCatalogue.h"
 #include "problems/CheckedGame.h"
+#include "readback/ReadBack.h"
 #include "reader/InspectFile.h"
 #include "reader/LoadGame.h"
 #include "reader/ReadVersion.h"
@@ -38,6 +39,18 @@ private:
     std::ostream& err_;
     std::string file_; // that messages are about
 };
+
+/// Throws KelError when the bytes of the game's file could not be opened again.
+void ProveReadable(const GameModel& game, const std::string& bytes) {
+    GameModel back;
+    back.ErrorMessages = game.ErrorMessages;
+    try {
+        ReadGame(back, bytes);
+    } catch (const KelError& error) {
+        throw KelError(std::string("the game could not be opened again, so nothing is written: ") +
+                       error.what());
+    }
+}
 
 } // namespace
 
@@ -141,6 +154,13 @@ void CommandContext::Load(CommandCatalogue& commands) {
 int CommandContext::Save(GameModel& game, const std::string& file) {
     ConsoleHost host(err_, file);
     try {
+        const std::string bytes = GameFile(game);
+        const std::vector<LostPlace> lost = ReadBack(game, bytes);
+        for (const LostPlace& place : lost)
+            err_ << file << ": warning: this does not come back from a save: " << ToTerminal(place.text)
+                 << '\n';
+        if (!lost.empty())
+            ProveReadable(game, bytes);
         SaveGame(game, file, host);
     } catch (const KelError& error) {
         return Report(file, error);

@@ -75,7 +75,8 @@ public:
     /// is used: scripts are shown as they stand where no entry tells better.
     void Load(CommandCatalogue& commands);
 
-    /// Saves the game as the window does. What fails is told; the status to end with.
+    /// Saves the game as the window does. What fails is told; the status to end with. What the file would not
+    /// give back is told, too; a game whose file could not be opened again is not saved.
     int Save(GameModel& game, const std::string& file);
 
     /// Writes bytes to a file, or to standard output if it is "-"; the file is replaced safely. What fails is
