@@ -156,6 +156,9 @@ private:
         case RemarkKind::BlockInRoom:
             AddWithRepair("S17", remark.line, text, WithNearestThing(line), Level::Error);
             break;
+        case RemarkKind::BlockInThing:
+            findings_.AddAtLine("S17", remark.line, text);
+            break;
         }
     }
 
@@ -347,6 +350,47 @@ void FindLeftovers(const CheckedGame& game, Findings& findings) {
     FindLeftScripts(game, findings);
 }
 
+/// Whether a line of a text, a script or any field would be more than a line of it in a file.
+bool HasMarkedLine(std::string_view text, bool isScript) {
+    while (!text.empty()) {
+        const std::string_view line = TakeLine(text);
+        if (BeginsWith(line, "define") || BeginsWith(line, "end define") || BeginsWith(line, "!include") ||
+            line.starts_with(' ') || line.find('\t') != std::string_view::npos)
+            return true;
+        if (isScript && (line.ends_with("__") || BeginsWith(line, "else")))
+            return true;
+    }
+    return false;
+}
+
+/// Whether lines that are kept as they are come back as something else. What they may mean only the reader
+/// knows, so they are written and read, and nothing else is.
+bool HasLostRawLines(const GameModel& game) {
+    GameModel raw;
+    raw.UnknownBlocks = game.UnknownBlocks;
+    raw.GameMiscTags = game.GameMiscTags;
+    const auto addThings = [](const List<Thing>& things, List<Thing>& kept) {
+        for (const Thing& thing : things) {
+            if (thing.MiscTags.empty())
+                continue;
+            Thing& copy = kept.Append();
+            copy.Name = "t";
+            copy.MiscTags = thing.MiscTags;
+        }
+    };
+    for (const Room& room : game.Rooms) {
+        Room kept;
+        kept.MiscTags = room.MiscTags;
+        addThings(room.Characters, kept.Characters);
+        addThings(room.Objects, kept.Objects);
+        if (kept.MiscTags.empty() && kept.Characters.IsEmpty() && kept.Objects.IsEmpty())
+            continue;
+        kept.Name = "r" + std::to_string(raw.Rooms.Count());
+        raw.Rooms.Append(kept);
+    }
+    return !ReadBack(raw, GameFile(raw), 1).empty();
+}
+
 /// Whether a text could come to something else in a file. Most texts have none of the signs, and reading a
 /// whole game back takes its time.
 bool MayBeLost(const Place& place, FieldUse use, const std::string& text) {
@@ -363,8 +407,12 @@ bool MayBeLost(const Place& place, FieldUse use, const std::string& text) {
         return false;
     if (text.find("!include") != std::string::npos)
         return true; // it counts on every line of a file, wherever that stands
-    if (use.kind == FieldKind::RawLines || place.field == FieldId::TextText)
+    if (use.kind == FieldKind::RawLines)
         return false;
+    if (place.field == FieldId::TextText)
+        return HasMarkedLine(text, false);
+    if (place.field == FieldId::ProcedureScript && HasMarkedLine(text, true))
+        return true;
     const auto has = [&](char sign) { return text.find(sign) != std::string::npos; };
     const bool hasLines = has('\r') || has('\n') || has('\t');
     const bool hasBraces = has('{') || has('}');
@@ -372,9 +420,11 @@ bool MayBeLost(const Place& place, FieldUse use, const std::string& text) {
                           BeginsWith(text, "!include") || text.ends_with("__") || text.starts_with(' ') ||
                           text.ends_with(' ');
     if (use.kind == FieldKind::Script)
-        return hasBraces || isMarked || text.starts_with('<') || text.find('\t') != std::string::npos;
+        return hasBraces || isMarked || text.starts_with('<') || has('\t') ||
+               (hasLines && place.field != FieldId::ProcedureScript);
     return hasLines || hasBraces || isMarked || text.find_first_of("<>") != std::string::npos ||
-           ((use.kind == FieldKind::Name || use.kind == FieldKind::Words) &&
+           ((use.kind == FieldKind::Name || use.kind == FieldKind::Words ||
+             use.kind == FieldKind::Definition) &&
             text.find_first_of(",;=") != std::string::npos);
 }
 
@@ -385,7 +435,7 @@ std::string WithoutPlace(const std::string& text) {
 }
 
 void FindUnsavable(const CheckedGame& game, Findings& findings) {
-    bool mayBeLost = false;
+    bool mayBeLost = HasLostRawLines(game.Game());
     ForEachText(game.Game(), [&](const Place& place, FieldUse use, const std::string& text) {
         mayBeLost = mayBeLost || (place.field != FieldId::ErrorDescription && MayBeLost(place, use, text));
     });

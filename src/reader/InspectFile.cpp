@@ -215,7 +215,12 @@ private:
                            "inside a room only characters and objects are read: this block is not, and "
                            "a save drops it",
                            RemarkKind::BlockInRoom);
-            }
+            } else if (inThing && BeginsWith(line, "define"))
+                Remark(
+                    index,
+                    "inside a character or object no block is read: this line is kept as one of its lines, "
+                    "and a game that is saved with it cannot be opened again",
+                    RemarkKind::BlockInThing);
             if (inUnknown || IsComment(line))
                 CountLine(line);
             if (BeginsWith(line, "end define"))

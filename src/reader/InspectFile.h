@@ -21,7 +21,8 @@ enum class RemarkKind {
     ReadAndKept,  // A block that every save writes twice.
     OnlyKept,     // A block of a known kind that is not read.
     ThingOutside, // A character or an object outside of rooms.
-    BlockInRoom
+    BlockInRoom,
+    BlockInThing // A line of a character or object that every save makes a block of.
 };
 
 /// Something that the author may not expect, with what follows from it, in plain words without a final stop.

@@ -56,6 +56,14 @@ TEST(InspectFile, TellsWhatALoadMakesOfOddFiles) {
          {"4: lines of both versions", "6: other version", "8: other version", "10: ends a conflict"}},
         {"no conflict", PlainGame + "define text <t>\nTitle\n=======\n<<<<<<<< eight\nend define\n", {}},
         {"a room without a blank", PlainGame + "define room<r>\n'c\nend define\n", {"3: writes it twice"}},
+        {"a thing that is not closed",
+         PlainGame +
+             "define room <r>\ndefine object <a>\nlook <b>\ndefine object <c>\nend define\nend define\n"
+             "end define\n",
+         {"6: inside a character or object no block is read"}},
+        {"a line of a thing that begins like a block",
+         PlainGame + "define room <r>\ndefine object <a>\ndefined <b>\nend define\nend define\nend define\n",
+         {"5: inside a character or object no block is read"}},
         {"synonyms in capitals", PlainGame + "Define Synonyms\na=b\nend define\n", {"3: writes them twice"}},
         {"game in capitals",
          "define Game <g>\nstart <r>\n\nend define\n" + PlainRoom,
