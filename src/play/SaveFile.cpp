@@ -88,6 +88,7 @@ public:
     std::string Write() {
         Line({FirstLine});
         Line({"game", world_.Game().GameName});
+        // Without a line "here" the player is in no room: the script of the start may have closed it.
         for (const NumberCell& row : NumberCells)
             if (state_[row.cell] != 0)
                 Line({row.word, std::to_string(state_[row.cell])});
@@ -198,8 +199,6 @@ public:
 
     bool Read(std::string_view bytes) {
         if (bytes.size() > LargestSave || !HasWholeEnd(bytes) || !ReadLines(bytes))
-            return false;
-        if (!hasRoom_)
             return false;
         const std::vector<std::int64_t>& start = world_.Start();
         for (std::size_t cell = 0; cell < start.size(); ++cell)
@@ -330,11 +329,8 @@ private:
 
     bool ReadPlayerRoom(Cell cell) {
         std::int64_t room = RoomAt(1);
-        if (cell == PlayerRoom) {
-            hasRoom_ = true;
-            if (room == 0 && world_.FindRoom(world_.StartRoom()) != nullptr)
-                room = static_cast<std::int64_t>(world_.StartRoom()) + 1;
-        }
+        if (cell == PlayerRoom && room == 0 && world_.FindRoom(world_.StartRoom()) != nullptr)
+            room = static_cast<std::int64_t>(world_.StartRoom()) + 1;
         return Set(cell, room);
     }
 
@@ -447,7 +443,6 @@ private:
     std::vector<std::pair<Cell, std::string>> texts_;
     std::set<Cell> set_;
     std::int64_t waits_ = 0;
-    bool hasRoom_ = false;
 };
 
 } // namespace
