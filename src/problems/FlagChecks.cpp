@@ -70,8 +70,12 @@ std::string WithoutDigits(std::string_view text) {
     return rest;
 }
 
+constexpr std::size_t ShortestAlike = 4; // of shorter names any two look alike, unless only capitals differ
+
 /// Whether the names look like one that was spelt in two ways, and not like "lamp 1" and "lamp 2".
 bool LookLikeOne(std::string_view a, std::string_view b) {
+    if (std::min(a.size(), b.size()) < ShortestAlike)
+        return EqualIgnoringCase(a, b);
     const bool isNumbered =
         std::any_of(a.begin(), a.end(), IsDigit) || std::any_of(b.begin(), b.end(), IsDigit);
     if (isNumbered && WithoutDigits(a) == WithoutDigits(b) && !EqualIgnoringCase(a, b))
@@ -80,16 +84,13 @@ bool LookLikeOne(std::string_view a, std::string_view b) {
 }
 
 void FindNeighbours(const AllFlags& flags, Findings& findings) {
-    constexpr std::size_t Shortest = 4; // of shorter names any two look alike
     // Names that are one letter apart give the same text when a letter is left out of one or of both.
     std::unordered_map<std::string, std::vector<std::string_view>> byRest;
     std::set<std::pair<std::string_view, std::string_view>> told;
     for (const auto& [name, uses] : flags.uses) {
-        if (name.size() < Shortest)
-            continue;
         const std::string lower = Lower(name);
         std::set<std::string> rests = {lower};
-        for (std::size_t k = 0; k < lower.size(); ++k)
+        for (std::size_t k = 0; k < lower.size() && name.size() >= ShortestAlike; ++k)
             rests.insert(lower.substr(0, k) + lower.substr(k + 1));
         for (const std::string& rest : rests) {
             std::vector<std::string_view>& others = byRest[rest];
