@@ -10,7 +10,7 @@ namespace {
 
 using namespace problems;
 
-std::string ProblemsOf(const std::string& text, const char* id) {
+std::string ToldByCheck(const std::string& text, const char* id) {
     EXPECT_NE(FindCheck(id), nullptr) << id;
     const CheckedGame game(InputOfFile(FromUtf8(CrLf(text))));
     std::string told;
@@ -130,8 +130,8 @@ TEST(Neighbours, OfScripts) {
                   "flag on <f>\nwhile <f; r>\nend define\ndefine procedure <r>\nflag off <f>"},
              Case{"E05", "do <r>\nend define\ndefine procedure <r>", "do <q>"},
          }) {
-        EXPECT_NE(ProblemsOf(GameOfScript(one.bad), one.id), "") << one.id << ": " << one.bad;
-        EXPECT_EQ(ProblemsOf(GameOfScript(one.good), one.id), "") << one.id << ": " << one.good;
+        EXPECT_NE(ToldByCheck(GameOfScript(one.bad), one.id), "") << one.id << ": " << one.bad;
+        EXPECT_EQ(ToldByCheck(GameOfScript(one.good), one.id), "") << one.id << ": " << one.good;
     }
 }
 
@@ -231,8 +231,8 @@ TEST(Neighbours, OfRecords) {
                    "end define\ndefine room <Hall>\nlook <This is the hall, and you see it.>\n" + at("hall") +
                    "end define\n" + at("more");
         };
-        EXPECT_NE(ProblemsOf(text(one.bad), one.id), "") << one.id << ": " << one.bad;
-        EXPECT_EQ(ProblemsOf(text(one.good), one.id), "") << one.id << ": " << one.good;
+        EXPECT_NE(ToldByCheck(text(one.bad), one.id), "") << one.id << ": " << one.bad;
+        EXPECT_EQ(ToldByCheck(text(one.good), one.id), "") << one.id << ": " << one.good;
     }
 }
 
