@@ -5,6 +5,7 @@
 #include "commands/CoverageList.h"
 #include "commands/GameFolder.h"
 #include "commands/JUnitReport.h"
+#include "commands/NumberOptions.h"
 #include "play/Coverage.h"
 #include "play/RunDifferences.h"
 #include "play/Session.h"
@@ -247,7 +248,7 @@ void AddTestCommand(CLI::App& app, CommandContext& context, int& status) {
     test->add_option("FILE", options->file, "the game")->required();
     test->add_option("--junit", options->junit, "write a report for build servers, too: JUnit's XML");
     test->add_option("--seconds", options->seconds, "the most time that all runs may take together")
-        ->check(CLI::PositiveNumber);
+        ->check(SecondsAboveZero());
     test->add_option("--run", options->runs, "play only the run of this name; may be given again")
         ->take_all()
         ->expected(1);

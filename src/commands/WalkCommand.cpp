@@ -3,6 +3,7 @@
 #include "commands/Command.h"
 #include "commands/CoverageList.h"
 #include "commands/GameFolder.h"
+#include "commands/NumberOptions.h"
 #include "play/Session.h"
 #include "walk/Walker.h"
 
@@ -119,13 +120,13 @@ void AddWalkCommand(CLI::App& app, CommandContext& context, int& status) {
     auto options = std::make_shared<WalkCommandOptions>();
     walk->add_option("FILE", options->file, "the game")->required();
     walk->add_option("--turns", options->turns, "how many turns it makes")
-        ->check(CLI::NonNegativeNumber)
+        ->check(WholeNumber())
         ->capture_default_str();
     walk->add_option("--seed", options->seed, "of chance; the same seed gives the same walk everywhere")
-        ->check(CLI::NonNegativeNumber)
+        ->check(WholeNumber())
         ->capture_default_str();
     walk->add_option("--seconds", options->seconds, "the most time that it takes; it may end earlier then")
-        ->check(CLI::PositiveNumber);
+        ->check(SecondsAboveZero());
     walk->add_option("--runs", options->runs,
                      "write the findings as recorded runs, which can be played again, into a new file");
     walk->add_flag("--coverage", options->coverage, "list what of the game it never reached");

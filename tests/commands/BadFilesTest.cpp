@@ -119,6 +119,12 @@ TEST(BadFiles, WrongUseIsStatusTwoAndTouchesNothing) {
         {"walk", game, "--turns", "1.5"},
         {"walk", game, "--seconds", "0"},
         {"walk", game, "--seconds", "-1"},
+        {"walk", game, "--seed", "18446744073709551616"},
+        {"walk", game, "--seed", "-1"},
+        {"walk", game, "--turns", "0x10"},
+        {"walk", game, "--seconds", "nan"},
+        {"test", game, "--seconds", "-3"},
+        {"test", game, "--seconds", "0"},
         {"walk", game, "--seed", "one"},
         {"test", game, "--seconds", "soon"},
         {"test", game, "--run"},
@@ -138,6 +144,7 @@ TEST(BadFiles, WrongUseIsStatusTwoAndTouchesNothing) {
             words += word + ' ';
         EXPECT_EQ(run.result.exitStatus, 2) << words << run.err;
         EXPECT_NE(run.err, "") << words;
+        EXPECT_LE(run.err.size(), 300U) << run.err;
         EXPECT_EQ(run.out, "") << words;
         EXPECT_EQ(ReadBytes(out), "as it was") << words;
     }
@@ -181,7 +188,7 @@ TEST(BadFiles, WhatIsWrittenOfADamagedGameIsTheGame) {
                                  ReadBytes(ZEM_TEST_DATA "/every-field.kel"),
                                  ReadBytes(ZEM_TEST_DATA "/play/things.kel")};
     int written = 0;
-    for (unsigned seed = 1; seed <= 60; ++seed) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
         std::mt19937 random(seed);
         const std::string file = folder.Write("in.kel", DamagedGame(games[seed % 3], random));
         const std::string out = folder.Write("out.kel", "as it was");
@@ -208,7 +215,7 @@ TEST(BadFiles, WhatIsWrittenOfADamagedGameIsTheGame) {
         EXPECT_EQ(ZemCall({"diff", file, file}).out, "") << seed;
         EXPECT_EQ(ZemCall({"merge", file, file, file, "-o", again}).result.exitStatus, 0) << seed;
     }
-    EXPECT_GE(written, 20);
+    EXPECT_GE(written, 12);
 }
 
 } // namespace
