@@ -101,6 +101,11 @@ TEST(ThingRules, ANameMeansOneOfSeveral) {
          "define procedure <p>\nmsg <One.>\nend define\ndefine procedure <p>\nmsg <Two.>\nend define\n"
          "define text <t>\nOne.\nend define\ndefine text <t>\nTwo.\nend define\n",
          {{"p", "One."}, {"t", "One."}, {"go in", "\nTwin\nTwo."}}},
+        {"variables are never put into names",
+         "command <jump #x#> goto <#x#>\ncommand <say #x#> text <#x#>\n",
+         "",
+         "define room <Cave>\nend define\ndefine text <t>\nNo.\nend define\n",
+         {{"jump Cave", ""}, {"say t", ""}}},
         {"items know only the list",
          "command <a> give <pear>\ncommand <b> if has <pear> then msg <yes> else msg <no>\n"
          "command <c> if empty handed then msg <empty>\n",
