@@ -53,9 +53,9 @@ MapCanvas::MapCanvas(Dialogs& dialogs, QWidget* parent) : QWidget(parent), dialo
 MapCanvas::~MapCanvas() = default;
 
 void MapCanvas::Show(std::shared_ptr<routing::Router> router, const QStringList& details) {
-    if (gesture_ == Gesture::Rooms)
-        EndGesture(); // the rooms that are dragged may be others now
     const std::shared_ptr<routing::Router> before = std::exchange(router_, std::move(router));
+    if (before != nullptr)
+        EndWhatIsOfOtherRooms(before->Map());
     painter_ = std::make_unique<MapPainter>(router_->Map(), details);
     const int rooms = static_cast<int>(Map().rooms.size());
     view_.selected.erase(view_.selected.lower_bound(rooms), view_.selected.end());
@@ -75,6 +75,17 @@ void MapCanvas::Show(std::shared_ptr<routing::Router> router, const QStringList&
         BeginMotion(before->Map());
     MapAccessibilityChanged(*this);
     update();
+}
+
+/// What has begun at a room or a line ends when these may be others in the new map.
+void MapCanvas::EndWhatIsOfOtherRooms(const routing::RoutedMap& before) {
+    if (gesture_ == Gesture::Rooms || gesture_ == Gesture::Port || gesture_ == Gesture::Press)
+        EndGesture();
+    const auto from = static_cast<std::size_t>(newRoom_.from);
+    const bool isSame = newRoom_.from == map::NoRoom ||
+                        (from < Map().rooms.size() && Map().graph.names[from] == before.graph.names[from]);
+    if (!isSame)
+        EndName(false);
 }
 
 /// Lets rooms that stand elsewhere now glide to their places, so that the author's eye can follow; not where

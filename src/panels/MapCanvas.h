@@ -112,6 +112,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     bool event(QEvent* event) override;
@@ -142,6 +143,7 @@ private:
     void EndPort(QPointF point, bool oneWay);
     void EndBand();
     void EndGesture();
+    void GiveUpGesture();
     void Choose(int room, bool add);
     void ShowFirst();
     void Move(const std::vector<routing::Router::Move>& moves);
@@ -161,6 +163,7 @@ private:
     QRect OverviewRect() const;
     bool IsOverviewSeen() const;
     void EndName(bool isTaken);
+    void EndWhatIsOfOtherRooms(const routing::RoutedMap& before);
 
     Dialogs& dialogs_;
     std::shared_ptr<routing::Router> router_;

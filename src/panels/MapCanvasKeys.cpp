@@ -45,10 +45,8 @@ void MapCanvas::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         if (nameBox_ != nullptr)
             return EndName(false);
-        if (gesture_ == Gesture::Rooms)
-            TakeBackDrag();
         if (gesture_ != Gesture::None)
-            return EndGesture();
+            return GiveUpGesture();
         return QWidget::keyPressEvent(event);
     }
     if (!HasMap() || nameBox_ != nullptr || WalkOrDraw(*event))

@@ -39,6 +39,11 @@ void MapCanvas::leaveEvent(QEvent* event) {
     QWidget::leaveEvent(event);
 }
 
+void MapCanvas::hideEvent(QHideEvent* event) {
+    GiveUpGesture();
+    QWidget::hideEvent(event);
+}
+
 void MapCanvas::mousePressEvent(QMouseEvent* event) {
     EndName(true);
     if (!HasMap())
@@ -153,6 +158,9 @@ void MapCanvas::mouseReleaseEvent(QMouseEvent* event) {
     const Gesture gesture = gesture_;
     const QPointF point = event->position();
     last_ = point;
+    // What is let go outside the map is not meant for it: nobody would see where it stands then.
+    if ((gesture == Gesture::Rooms || gesture == Gesture::Port) && !rect().contains(point.toPoint()))
+        return GiveUpGesture();
     if (gesture == Gesture::Rooms) {
         std::vector<map::Placing> placings;
         for (const map::Placing& room : before_) {
@@ -188,6 +196,13 @@ void MapCanvas::EndGesture() {
     gesture_ = Gesture::None;
     before_.clear();
     update();
+}
+
+/// Ends the gesture and leaves everything as it was before.
+void MapCanvas::GiveUpGesture() {
+    if (gesture_ == Gesture::Rooms)
+        TakeBackDrag();
+    EndGesture();
 }
 
 void MapCanvas::EndPort(QPointF point, bool oneWay) {

@@ -71,6 +71,7 @@ private:
     void MoveRooms(const std::vector<map::Placing>& placings);
     void AddRoom(const QString& name, map::Cell cell, int from, map::Direction direction, bool oneWay);
     void Connect(int from, map::Direction direction, int to, int back, bool oneWay);
+    bool MayReplaceScript(const map::Connection& connection, const QString& there);
     void Disconnect(int room, map::Direction direction);
     void Flip(const routing::MapLine& line);
     void DeleteSelected();

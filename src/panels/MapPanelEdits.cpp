@@ -23,6 +23,8 @@ void MapPanel::MoveRooms(const std::vector<map::Placing>& placings) {
 void MapPanel::AddRoom(const QString& name, map::Cell cell, int from, map::Direction direction, bool oneWay) {
     if (IsBusy() && from != map::NoRoom)
         return;
+    if (from != map::NoRoom && !MayReplaceScript({from, direction, from, std::nullopt}, name))
+        return;
     RunCommand(dialogs_, this, [&] {
         const int number = session_.Game().Rooms.Count();
         const std::string bytes = FromQt(name);
@@ -58,16 +60,21 @@ void MapPanel::Connect(int from, map::Direction direction, int to, int back, boo
         connection.back =
             back >= 0 ? std::optional<map::Direction>(back) : map::WayBack(game, from, direction, to);
     const QString there = ToQt(game.Rooms[to + 1].Name);
-    if (map::ReplacesScript(game, connection) &&
-        dialogs_.ShowMessageBox(
-            this,
-            QStringLiteral("The exit runs a script. Replace the script by a plain exit to %1?").arg(there),
-            QStringLiteral("Replace script"), QMessageBox::Yes | QMessageBox::No,
-            QMessageBox::Question) != QMessageBox::Yes)
+    if (!MayReplaceScript(connection, there))
         return;
     AsStep(QStringLiteral("connect %1 %2 to %3")
                .arg(ToQt(game.Rooms[from + 1].Name), QLatin1String(map::WordOf(direction)), there),
            [&](GameModel& changed) { map::Connect(changed, connection); });
+}
+
+/// Asks where the connection takes a script from the author.
+bool MapPanel::MayReplaceScript(const map::Connection& connection, const QString& there) {
+    return !map::ReplacesScript(session_.Game(), connection) ||
+           dialogs_.ShowMessageBox(
+               this,
+               QStringLiteral("The exit runs a script. Replace the script by a plain exit to %1?").arg(there),
+               QStringLiteral("Replace script"), QMessageBox::Yes | QMessageBox::No,
+               QMessageBox::Question) == QMessageBox::Yes;
 }
 
 void MapPanel::Disconnect(int room, map::Direction direction) {
@@ -107,7 +114,10 @@ void MapPanel::DeleteSelected() {
 void MapPanel::UnpinSelected() {
     std::vector<map::Placing> placings;
     for (const int room : canvas_->Selected())
-        placings.push_back({room, std::nullopt});
+        if (map::PinOf(session_.Game().Rooms[room + 1].MiscTags))
+            placings.push_back({room, std::nullopt});
+    if (placings.empty())
+        return; // a game that is not changed stays saved
     AsStep(QStringLiteral("let go of places on the map"),
            [&](GameModel& game) { map::PlaceRooms(game, placings); });
 }
@@ -166,7 +176,9 @@ void MapPanel::ForgetPlaces() {
     isNew_ = true;
     isStale_ = true;
     canvas_->FitNext();
-    AsStep(QStringLiteral("forget places on the map"), [](GameModel& game) { map::ForgetPlaces(game); });
+    GameModel game = session_.Game();
+    if (map::ForgetPlaces(game) > 0)
+        AsStep(QStringLiteral("forget places on the map"), [&](GameModel& changed) { changed = game; });
     if (isStale_)
         LayOutAnew();
 }

@@ -3,12 +3,11 @@
 #include "forms/ColourRoles.h"
 #include "forms/MessageBar.h"
 #include "player/InputLine.h"
-#include "support/RunningProgram.h"
+#include "support/MapProgram.h"
 
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QMenu>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QTest>
@@ -22,78 +21,8 @@ constexpr const char* ThreeRooms =
     "define room <Mole>\r\nwest <Quay>\r\nsouth msg <Too deep.>\r\nend define\r\n"
     "define room <Cliff>\r\nend define\r\n";
 
-/// The editor with the map of a game before it.
-class MapProgram : public RunningProgram {
-public:
-    explicit MapProgram(std::string_view bytes = ThreeRooms) : RunningProgram(bytes) { ShowMap(); }
-
-    void ShowMap() {
-        qputenv("XDG_STATE_HOME", Path("state").toUtf8());
-        Main()->resize(1400, 900);
-        Main()->show();
-        Trigger("mnuToolsMap");
-        Wait();
-        Panel().setFloating(true);
-        Panel().resize(900, 700);
-        QCoreApplication::processEvents();
-        Canvas().FitAll();
-    }
-
-    MapPanel& Panel() const { return *Main()->findChild<MapPanel*>(); }
-    MapCanvas& Canvas() const { return Panel().Canvas(); }
-
-    void Wait() const {
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !Panel().IsBusy(); }));
-        QCoreApplication::processEvents();
-    }
-
-    int Number(const char* name) const {
-        const auto& names = Canvas().Map().graph.names;
-        return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
-    }
-    map::Cell CellOf(const char* name) const {
-        return Canvas().Map().rooms[static_cast<std::size_t>(Number(name))].cell;
-    }
-    QPoint Room(const char* name) const { return Canvas().PointOfRoom(Number(name)); }
-    QPoint Port(const char* name, map::Direction port) const {
-        return Canvas().PointOfPort(Number(name), port);
-    }
-
-    void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers keys = {}) const {
-        QTest::mousePress(&Canvas(), Qt::LeftButton, keys, from);
-        QTest::mouseMove(&Canvas(), (from + to) / 2);
-        QTest::mouseMove(&Canvas(), to);
-        QTest::mouseRelease(&Canvas(), Qt::LeftButton, keys, to);
-    }
-    void Key(int key, Qt::KeyboardModifiers keys = {}) const {
-        QTest::keyClick(&Canvas(), static_cast<Qt::Key>(key), keys);
-        Wait();
-    }
-    void Name(const char* name) const {
-        auto* box = Canvas().findChild<QLineEdit*>(QStringLiteral("txtNewRoom"));
-        ASSERT_NE(box, nullptr);
-        QTest::keyClicks(box, QLatin1String(name));
-        QTest::keyClick(box, Qt::Key_Return);
-        Wait();
-    }
-
-    /// All exits of the game, as "Quay east Mole".
-    std::string Exits() const {
-        std::string told;
-        for (const zem::Room& room : game.Rooms)
-            for (map::Direction direction = 0; direction < map::DirectionCount; ++direction)
-                if (const ScriptPair& exit = map::ExitOf(room, direction); !exit.Key.empty())
-                    told += (told.empty() ? "" : ", ") + room.Name + ' ' + map::WordOf(direction) + ' ' +
-                            (exit.Key == ActionExit ? exit.Script : exit.Key);
-        return told;
-    }
-    std::string LastStep() const {
-        return Find<QAction>("mnuToolsUndo")->text().remove(QLatin1String("&Undo ")).toStdString();
-    }
-};
-
 TEST(MapPanel, ShowsTheMapWithoutChangingTheGameAndFollowsTheList) {
-    MapProgram p;
+    MapProgram p(ThreeRooms);
     p.dialogs.OpenFile(PathToQt(p.folder.Write("other.kel", ThreeRooms))); // while the map of a game is shown
     p.Trigger("mnuFileOpen");
     p.Wait();
@@ -114,7 +43,7 @@ TEST(MapPanel, ShowsTheMapWithoutChangingTheGameAndFollowsTheList) {
 }
 
 TEST(MapPanel, ShowsWhatIsWrongWithARoomAndWhereThePlayerIs) {
-    const MapProgram p;
+    const MapProgram p(ThreeRooms);
     constexpr map::Direction NorthWest = 7;
     constexpr map::Direction SouthWest = 5;
     const auto colour = [&](const char* room, map::Direction corner) {
@@ -150,7 +79,7 @@ TEST(MapPanel, ShowsWhatIsWrongWithARoomAndWhereThePlayerIs) {
 }
 
 TEST(MapPanel, DraggingARoomPlacesItAndEscapeAndUndoTakeItBack) {
-    const MapProgram p;
+    const MapProgram p(ThreeRooms);
     const map::Cell before = p.CellOf("Mole");
     const QPoint way = p.Canvas().PointOfCell({0, 2}) - p.Canvas().PointOfCell({0, 0});
     QTest::mousePress(&p.Canvas(), Qt::LeftButton, {}, p.Room("Mole"));
@@ -179,7 +108,7 @@ TEST(MapPanel, DraggingARoomPlacesItAndEscapeAndUndoTakeItBack) {
 }
 
 TEST(MapPanel, DragsFromPortsMakeRoomsAndConnections) {
-    MapProgram p;
+    MapProgram p(ThreeRooms);
     const map::Cell north = p.CellOf("Quay") + map::Cell{0, -1};
     p.Drag(p.Port("Quay", 0), p.Canvas().PointOfCell(north));
     p.Name("Office");
@@ -213,7 +142,7 @@ TEST(MapPanel, DragsFromPortsMakeRoomsAndConnections) {
 }
 
 TEST(MapPanel, ARoomIsNotAddedTwiceAndEscapeAddsNone) {
-    MapProgram p;
+    MapProgram p(ThreeRooms);
     p.Canvas().setFocus();
     p.Key(Qt::Key_Q);
     p.Key(Qt::Key_Up, Qt::ControlModifier);
@@ -265,25 +194,9 @@ TEST(MapPanel, IsDrawnByKeyboardSavedAndFoundAsItWas) {
 }
 
 TEST(MapPanel, TheMenuTurnsAndRemovesConnections) {
-    const MapProgram p;
+    const MapProgram p(ThreeRooms);
     const auto choose = [&](QPoint at, const char* start) {
-        QTest::mousePress(&p.Canvas(), Qt::RightButton, {}, at);
-        QTest::mouseRelease(&p.Canvas(), Qt::RightButton, {}, at);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, at, p.Canvas().mapToGlobal(at));
-        QCoreApplication::sendEvent(&p.Canvas(), &event);
-        auto* menu = p.Canvas().findChild<QMenu*>(QStringLiteral("mnuMap"));
-        ASSERT_NE(menu, nullptr);
-        bool isFound = false;
-        for (QAction* action : menu->actions())
-            if (action->text().remove(u'&').startsWith(QLatin1String(start)) && action->isEnabled()) {
-                action->trigger();
-                isFound = true;
-                break;
-            }
-        EXPECT_TRUE(isFound) << start;
-        menu->close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        p.Wait();
+        EXPECT_TRUE(p.Choose(at, {QLatin1String(start)})) << start;
     };
     const auto line = [&] { return (p.Room("Quay") + p.Room("Mole")) / 2; };
     choose(line(), "Turn around");
@@ -331,30 +244,10 @@ TEST(MapPanel, AClickOnAHollowEndMakesTheRoom) {
 }
 
 TEST(MapPanel, KeysReachConnectionsAndSelectSeveralRooms) {
-    const MapProgram p;
+    const MapProgram p(ThreeRooms);
     p.Canvas().setFocus();
-    const auto choose = [&](std::initializer_list<const char*> way) {
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
-        QCoreApplication::sendEvent(&p.Canvas(), &event);
-        auto* menu = p.Canvas().findChild<QMenu*>(QStringLiteral("mnuMap"));
-        ASSERT_NE(menu, nullptr);
-        QList<QAction*> actions = menu->actions();
-        for (const char* step : way) {
-            const auto action = std::find_if(actions.cbegin(), actions.cend(), [&](const QAction* one) {
-                return one->text().remove(u'&').startsWith(QLatin1String(step)) && one->isEnabled();
-            });
-            ASSERT_NE(action, actions.cend()) << step;
-            if (QMenu* inner = (*action)->menu())
-                actions = inner->actions();
-            else
-                (*action)->trigger();
-        }
-        menu->close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        p.Wait();
-    };
     p.Key(Qt::Key_Q);
-    choose({"Connections", "east Mole", "Turn around"});
+    EXPECT_TRUE(p.Choose({}, {"Connections", "east Mole", "Turn around"}, QContextMenuEvent::Keyboard));
     EXPECT_EQ(p.Exits(), "Quay west Mole, Mole east Quay, Mole south msg <Too deep.>");
     p.Key(Qt::Key_Left, Qt::ShiftModifier);
     EXPECT_EQ(p.Canvas().Selected(), (std::set<int>{0, 1}));
@@ -383,7 +276,7 @@ private:
 TEST(MapPanel, RoomsGlideToTheirPlacesWhereTheDesktopWantsMotion) {
     for (const int duration : {0, 200}) {
         MotionStyle style(duration);
-        const MapProgram p;
+        const MapProgram p(ThreeRooms);
         p.Canvas().setStyle(&style);
         std::vector<map::Cell> cells = p.Canvas().Map().Cells();
         const auto show = [&] {
@@ -399,7 +292,7 @@ TEST(MapPanel, RoomsGlideToTheirPlacesWhereTheDesktopWantsMotion) {
 }
 
 TEST(MapPanel, TellsScreenReadersItsRooms) {
-    const MapProgram p;
+    const MapProgram p(ThreeRooms);
     QAccessibleInterface* map = QAccessible::queryAccessibleInterface(&p.Canvas());
     ASSERT_NE(map, nullptr);
     ASSERT_EQ(map->childCount(), 3);
@@ -416,7 +309,7 @@ TEST(MapPanel, TellsScreenReadersItsRooms) {
 
 /// What the list of rooms can do with rooms the map can do, too, with the same keys.
 TEST(MapCommands, TakesRoomsThroughTheClipboard) {
-    MapProgram p;
+    MapProgram p(ThreeRooms);
     const std::string before = GameFile(p.game);
     p.Canvas().Select(p.Number("Mole"));
     p.Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
@@ -439,7 +332,7 @@ TEST(MapCommands, TakesRoomsThroughTheClipboard) {
 }
 
 TEST(MapCommands, MakesARoomTheFirstOne) {
-    MapProgram p;
+    MapProgram p(ThreeRooms);
     QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, p.Room("Cliff"));
     p.Trigger("actStartHere");
     EXPECT_EQ(p.game.StartRoom, "Cliff");

@@ -36,4 +36,32 @@ inline std::string Difference(std::string_view before, std::string_view after) {
     return difference;
 }
 
+/// The lines that went with "-" and those that came with "+" before them, joined with "|", wherever they
+/// stand. For texts of a few hundred lines.
+inline std::string LineChanges(std::string_view before, std::string_view after) {
+    const std::vector<std::string> old = SplitLines(before);
+    const std::vector<std::string> now = SplitLines(after);
+    // How many lines both have in common from a pair of lines on.
+    std::vector<std::vector<int>> common(old.size() + 1, std::vector<int>(now.size() + 1));
+    for (std::size_t i = old.size(); i-- > 0;)
+        for (std::size_t k = now.size(); k-- > 0;)
+            common[i][k] =
+                old[i] == now[k] ? common[i + 1][k + 1] + 1 : std::max(common[i + 1][k], common[i][k + 1]);
+    std::string changes;
+    const auto add = [&changes](char sign, const std::string& line) {
+        changes += (changes.empty() ? "" : "|") + std::string(1, sign) + line;
+    };
+    for (std::size_t i = 0, k = 0; i < old.size() || k < now.size();) {
+        if (i < old.size() && k < now.size() && old[i] == now[k]) {
+            ++i;
+            ++k;
+        } else if (k == now.size() || (i < old.size() && common[i + 1][k] >= common[i][k + 1])) {
+            add('-', old[i++]);
+        } else {
+            add('+', now[k++]);
+        }
+    }
+    return changes;
+}
+
 } // namespace zem::test

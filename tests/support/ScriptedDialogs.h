@@ -42,13 +42,22 @@ public:
     void Program(const QString& program) {
         script_.push_back({QStringLiteral("program ") + program, {}, {}, 0});
     }
+    /// From now on whatever the script does not have is answered by Cancel, and no program is started.
+    void CancelTheRest() { cancelsTheRest_ = true; }
+    /// What was asked and told since then, as in the script; message boxes, input boxes and choices.
+    QStringList cancelled;
+
     /// What is asked next counts only once these are answered.
     void ExpectAllAsked() const { EXPECT_TRUE(script_.empty()); }
 
     QMessageBox::StandardButton ShowMessageBox(QWidget*, const QString& text, const QString& title,
                                                QMessageBox::StandardButtons buttons,
                                                QMessageBox::Icon) override {
+        const bool isCancelled = IsCancelled();
         const Step step = Next(title + QLatin1String(": ") + text);
+        for (const auto refusal : {QMessageBox::Cancel, QMessageBox::No})
+            if (isCancelled && buttons.testFlag(refusal))
+                return refusal;
         EXPECT_TRUE(buttons.testFlag(step.button)) << "no such button: " << text.toStdString();
         return step.button;
     }
@@ -57,7 +66,8 @@ public:
         return Next(QStringLiteral("%1: %2 [%3]").arg(title, prompt, text)).text;
     }
     int AskChoice(QWidget*, const QString& text, const QString& title, const QStringList& choices) override {
-        return Next(QStringLiteral("%1: %2 [%3]").arg(title, text, choices.join(u'|'))).result;
+        const int ifCancelled = IsCancelled() ? -1 : 0;
+        return Next(QStringLiteral("%1: %2 [%3]").arg(title, text, choices.join(u'|'))).result + ifCancelled;
     }
     QString AskOpenFile(QWidget*, const FileQuestion& question) override {
         lastFileQuestion = question;
@@ -67,8 +77,12 @@ public:
         lastFileQuestion = question;
         return Next("save").text.value_or(QString());
     }
-    int OpenDocument(const QString& path) override { return Next(QStringLiteral("document ") + path).result; }
+    int OpenDocument(const QString& path) override {
+        return IsCancelled() ? static_cast<int>(Opened) : Next(QStringLiteral("document ") + path).result;
+    }
     bool StartProgram(const QString& program, const QStringList& arguments) override {
+        if (IsCancelled())
+            return true;
         Next(QStringLiteral("program ") + program);
         return QtDialogs().StartProgram(program, arguments);
     }
@@ -83,7 +97,13 @@ private:
         int result = 0;
     };
 
+    bool IsCancelled() const { return cancelsTheRest_ && script_.empty(); }
+
     Step Next(const QString& question) {
+        if (IsCancelled()) {
+            cancelled.append(question);
+            return {};
+        }
         if (script_.empty()) {
             ADD_FAILURE() << "not in the script: " << question.toStdString();
             return {};
@@ -95,6 +115,7 @@ private:
     }
 
     std::deque<Step> script_;
+    bool cancelsTheRest_ = false;
 };
 
 } // namespace zem::test
