@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace zem {
@@ -157,40 +158,54 @@ ResultList::ResultList(QWidget* parent) : QTreeView(parent), model_(std::make_un
 ResultList::~ResultList() = default;
 
 void ResultList::SetRows(std::vector<ResultRow> rows) {
-    std::set<QString> folded;
-    for (int group = 0; group < model_->rowCount(); ++group)
-        if (!isExpanded(model_->index(group, 0)))
-            folded.insert(model_->groups[static_cast<std::size_t>(group)].name);
+    const std::set<QString> folded = Folded();
     const int before = Selected();
-    const ResultRow selected = before >= 0 ? model_->rows[static_cast<std::size_t>(before)] : ResultRow();
     const int scrolled = verticalScrollBar()->value();
     {
         const QScopedValueRollback<bool> setting(isSetting_, true);
+        const int selected = RowInPlaceOf(before, rows, folded);
         model_->rows = std::move(rows);
         Show();
-        for (int group = 0; group < model_->rowCount(); ++group)
-            if (folded.contains(model_->groups[static_cast<std::size_t>(group)].name))
-                collapse(model_->index(group, 0));
-        const auto same = std::find_if(model_->rows.begin(), model_->rows.end(), [&](const ResultRow& row) {
-            return row.group == selected.group && row.where == selected.where && row.what == selected.what &&
-                   row.text == selected.text;
-        });
-        if (before >= 0) {
-            const auto at = same != model_->rows.end() ? same - model_->rows.begin()
-                                                       : std::min<std::ptrdiff_t>(before, RowCount() - 1);
-            setCurrentIndex(model_->IndexOf(static_cast<int>(at)));
-        }
+        Fold(folded);
+        if (before >= 0)
+            setCurrentIndex(model_->IndexOf(selected));
         verticalScrollBar()->setValue(scrolled);
     }
     emit SelectedChanged(Selected());
 }
 
+/// Which of the new rows is selected where `before` was: the same, else the next one of those behind it, else
+/// the one before, none of them folded away; else the row at its place.
+int ResultList::RowInPlaceOf(int before, const std::vector<ResultRow>& rows,
+                             const std::set<QString>& folded) const {
+    if (before < 0)
+        return before;
+    const auto key = [](const ResultRow& row) { return std::tie(row.group, row.where, row.what, row.text); };
+    std::map<std::tuple<QString, QString, QString, QString>, int> numbers;
+    for (int number = static_cast<int>(rows.size()) - 1; number >= 0; --number)
+        numbers[key(rows[static_cast<std::size_t>(number)])] = number;
+    const int count = RowCount();
+    for (int way = 0; way < count; ++way) {
+        const int behind = before + way;
+        const ResultRow& old =
+            model_->rows[static_cast<std::size_t>(behind < count ? behind : count - way - 1)];
+        const auto found = numbers.find(key(old));
+        if (found != numbers.end() && (way == 0 || !folded.contains(old.group)))
+            return found->second;
+    }
+    return std::min(before, static_cast<int>(rows.size()) - 1);
+}
+
 void ResultList::SetFilter(const QString& text) {
     const int before = Selected();
+    if (model_->filter.isEmpty())
+        foldedWithoutFilter_ = Folded();
     {
         const QScopedValueRollback<bool> setting(isSetting_, true);
         model_->filter = text;
         Show();
+        if (text.isEmpty())
+            Fold(foldedWithoutFilter_);
         setCurrentIndex(model_->IndexOf(before));
     }
     emit SelectedChanged(Selected());
@@ -202,6 +217,20 @@ void ResultList::Show() {
         setFirstColumnSpanned(group, {}, true);
         expand(model_->index(group, 0));
     }
+}
+
+std::set<QString> ResultList::Folded() const {
+    std::set<QString> folded;
+    for (int group = 0; group < model_->rowCount(); ++group)
+        if (!isExpanded(model_->index(group, 0)))
+            folded.insert(model_->groups[static_cast<std::size_t>(group)].name);
+    return folded;
+}
+
+void ResultList::Fold(const std::set<QString>& groups) {
+    for (int group = 0; group < model_->rowCount(); ++group)
+        if (groups.contains(model_->groups[static_cast<std::size_t>(group)].name))
+            collapse(model_->index(group, 0));
 }
 
 int ResultList::Selected() const {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <vector>
 
 namespace zem {
@@ -62,8 +63,12 @@ private:
     class Model;
 
     void Show();
+    std::set<QString> Folded() const;
+    void Fold(const std::set<QString>& groups);
+    int RowInPlaceOf(int before, const std::vector<ResultRow>& rows, const std::set<QString>& folded) const;
 
     std::unique_ptr<Model> model_;
+    std::set<QString> foldedWithoutFilter_;
     bool isSetting_ = false;
 };
 

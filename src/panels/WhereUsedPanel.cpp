@@ -90,7 +90,10 @@ WhereUsedPanel::WhereUsedPanel(GameSession& session, std::shared_ptr<SearchIndex
         Find();
     };
     connect(&session_, &GameSession::Changed, this, renew);
-    connect(&session_, &GameSession::Replaced, this, renew);
+    connect(&session_, &GameSession::Replaced, this, [this, renew] {
+        cmbName_->setEditText(QString()); // of the game before
+        renew();
+    });
     connect(this, &QDockWidget::visibilityChanged, this, renew);
 }
 
