@@ -1,5 +1,8 @@
 #include "prose/FormatMenu.h"
 
+#include "kel/ProseParts.h"
+#include "qt/QtText.h"
+
 #include <QMenu>
 
 namespace zem {
@@ -26,13 +29,30 @@ const std::vector<TextLook>& SizeLooks() {
     return Looks;
 }
 
+/// The selection, wider where it begins or ends inside a code or a variable, which would be torn by other
+/// codes; a caret goes behind it.
+static ProseBox::Selection WithWholeCodes(const QString& text, ProseBox::Selection selected) {
+    const bool isCaret = selected.begin == selected.end;
+    ForEachProsePart(FromQt(text), [&](const ProsePart& part) { // a byte for each character
+        const int begin = static_cast<int>(part.range.begin);
+        const int end = static_cast<int>(part.range.end);
+        if (part.kind == ProseKind::Word)
+            return;
+        if (begin < selected.begin && selected.begin < end)
+            selected.begin = isCaret ? end : begin;
+        if (begin < selected.end && selected.end < end)
+            selected.end = end;
+    });
+    return selected;
+}
+
 void ApplyLook(const ProseBox& box, const TextLook& look) {
     if (!box.CanBeChanged())
         return;
     const QString begin = QLatin1String(look.begin);
     const QString end = QLatin1String(look.end);
     const QString text = box.Text();
-    const ProseBox::Selection selected = box.Selected();
+    const ProseBox::Selection selected = WithWholeCodes(text, box.Selected());
     const QString inner = text.mid(selected.begin, selected.end - selected.begin);
     const int before = static_cast<int>(begin.size());
     const int behind = static_cast<int>(end.size());

@@ -45,11 +45,17 @@ void ProseBox::Select(int begin, int end) const {
 }
 
 void ProseBox::Replace(int begin, int end, const QString& text) const {
+    if (line_ != nullptr) { // A move of the caret parts the step from what was typed before it.
+        line_->end(false);
+        line_->home(false);
+    }
     Select(begin, end);
-    if (area_ != nullptr)
-        area_->textCursor().insertText(text);
-    else
-        line_->insert(text);
+    if (area_ == nullptr)
+        return line_->insert(text);
+    QTextCursor cursor = area_->textCursor();
+    cursor.beginEditBlock(); // or what was typed just before it would go with it
+    cursor.insertText(text);
+    cursor.endEditBlock();
 }
 
 std::string ProseBox::Bytes() const {

@@ -16,6 +16,7 @@
 #include "support/EveryWindow.h"
 #include "support/Panels.h"
 #include "support/RunningProgram.h"
+#include "support/WritingProgram.h"
 
 #include <QContextMenuEvent>
 #include <QLabel>
@@ -23,7 +24,6 @@
 #include <QMenu>
 #include <QToolButton>
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace zem::test {
@@ -37,48 +37,6 @@ constexpr std::string_view Misspelled =
     "define\r\n"
     "define text <intro>\r\nThe olld |bdoor|xb is #colour# here.\r\nend define\r\n"
     "define text <win>\r\nIt is.\r\nend define\r\ndefine text <lose>\r\nIt is.\r\nend define\r\n";
-
-/// The program in a language of the tests.
-struct Writing : RunningProgram {
-    explicit Writing(const char* language = "en_XX.UTF-8", const char* folder = ZEM_TEST_DATA "/spelling") {
-        setenv("DICPATH", folder, 1);
-        setenv("LC_ALL", language, 1);
-    }
-    ~Writing() {
-        unsetenv("DICPATH");
-        unsetenv("LC_ALL");
-    }
-    Writing(const Writing&) = delete;
-    Writing& operator=(const Writing&) = delete;
-
-    GameSpelling& Spelling() const { return program->Spelling(); }
-
-    /// The words beside the game.
-    std::set<std::string> Words() const { return LoadNotes(folder.Path("game.kel")).words; }
-
-    /// Works in the editor of texts, on "intro".
-    void InTexts(const std::function<void(frmTextSectionEdit&, PlainTextBox&)>& use) {
-        Open<frmTextSectionEdit>("mnuViewTextSectionEditor", [&](frmTextSectionEdit& form) {
-            auto& box = test::Find<PlainTextBox>(form, "txtText");
-            box.setFocus();
-            use(form, box);
-        });
-    }
-};
-
-/// The words of a box with a wavy line, or what is dim in it.
-QStringList Marked(const PlainTextBox& box, bool unknown = true) {
-    QStringList marked;
-    for (const QTextEdit::ExtraSelection& selection : box.extraSelections())
-        if ((selection.format.underlineStyle() == QTextCharFormat::WaveUnderline) == unknown)
-            marked.append(selection.cursor.selectedText());
-    return marked;
-}
-
-void WaitForMarks(const PlainTextBox& box, const QStringList& expected) {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Marked(box) == expected; }, 10000))
-        << Marked(box).join(u' ').toStdString() << " and not " << expected.join(u' ').toStdString();
-}
 
 /// Opens the context menu at a word and chooses from it.
 void ChooseAtWord(PlainTextBox& box, const char* word, const char* action) {
