@@ -4,6 +4,7 @@
 #include "kel/CommandGroups.h"
 #include "kel/FormatCodes.h"
 #include "kel/IfLine.h"
+#include "kel/ProseParts.h"
 
 #include <algorithm>
 #include <optional>
@@ -63,10 +64,15 @@ Match MatchShown(std::string_view text, const CommandDefinition& command) {
     const std::size_t wordsEnd = std::string_view(shown).substr(0, place).find_last_not_of(" \"") + 1;
     const std::size_t behindBegin = std::min(shown.find_first_not_of(" \"", place + 1), shown.size());
     const std::string_view behind = std::string_view(shown).substr(behindBegin);
+    // "available" is not the end of "unavailable".
+    const auto endsWord = [&](std::size_t at) {
+        return behind.empty() || text[at] == ' ' || text[at] == '"';
+    };
     const bool fits = wordsEnd >= FewestLetters && text.size() > wordsEnd + behind.size() &&
                       BeginsWith(text, std::string_view(shown).substr(0, wordsEnd)) &&
                       (text[wordsEnd] == ' ' || text[wordsEnd] == '"') &&
-                      EqualIgnoringCase(text.substr(text.size() - behind.size()), behind);
+                      EqualIgnoringCase(text.substr(text.size() - behind.size()), behind) &&
+                      endsWord(text.size() - behind.size() - 1);
     if (!fits)
         return {};
     return {&command, wordsEnd,
@@ -79,9 +85,10 @@ Match FindCommand(std::string_view text, bool conditions, const CommandLookup& c
     for (const CommandDefinition& command : commands.Catalogue()) {
         if (IsCondition(command) != conditions || &command == commands.Other())
             continue;
+        // As it is shown comes first: where the name begins alike, the quotation marks belong to neither.
+        TakeLonger(best, MatchShown(text, command));
         TakeLonger(best, MatchWords(text, KeywordOf(command), command));
         TakeLonger(best, MatchWords(text, command.FriendlyName, command));
-        TakeLonger(best, MatchShown(text, command));
     }
     return best;
 }
@@ -106,6 +113,12 @@ std::string UnknownProblem(std::string_view text, bool conditions, const Command
                                  : " Type a word of one, such as \"print\" or \"move\".");
 }
 
+/// A name or a text that begins with its bracket and does not end with it.
+bool IsHalfBracketed(std::string_view argument) {
+    return argument.front() == '<' && argument.size() > 1 && IsProseLetter(argument[1]) &&
+           argument.find('>') == std::string_view::npos;
+}
+
 std::string ArgumentProblem(const Match& match, const CommandLookup& commands) {
     const CommandDefinition& command = *match.command;
     const std::string name = '"' + command.FriendlyName + '"';
@@ -113,6 +126,8 @@ std::string ArgumentProblem(const Match& match, const CommandLookup& commands) {
         return match.argument.empty() ? "" : name + " takes nothing behind it: " + Quote(match.argument);
     if (match.argument.empty())
         return name + " needs something behind it: " + command.FriendlyPrompt + ".";
+    if (match.argument == "<" || IsHalfBracketed(match.argument))
+        return "The \">\" that ends what begins with \"<\" is missing.";
     if (match.argument.find('>') != std::string_view::npos)
         return "A \">\" would end the text early: nothing behind it would be read.";
     const CommandEntry* entry = commands.FindKeyword(command.Keyword);
