@@ -22,4 +22,16 @@ QItemSelectionModel::SelectionFlags NameListView::selectionCommand(const QModelI
     return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }
 
+QModelIndex NameListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex next = QListView::moveCursor(action, modifiers);
+    if (!next.isValid() || !isRowHidden(next.row()))
+        return next;
+    const int step = action == MoveEnd || action == MoveDown || action == MovePageDown ? -1 : 1;
+    int row = next.row();
+    while (row >= 0 && row < model()->rowCount() && isRowHidden(row))
+        row += step;
+    const QModelIndex seen = model()->index(row, next.column());
+    return seen.isValid() ? seen : currentIndex();
+}
+
 } // namespace zem

@@ -12,6 +12,8 @@ public:
     using QListView::QListView;
 
 protected:
+    /// A row that is hidden is no place to go to.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 };
