@@ -33,7 +33,7 @@ void frmMain::AddPlaying() {
         ShowPanel(Player());
         Player().Play();
     });
-    QAction* here = add("mnuToolsPlayRoom", QStringLiteral("Play from the &selected room"),
+    QAction* here = add("mnuToolsPlayRoom", QStringLiteral("Play from the selected room"),
                         QKeySequence(Qt::SHIFT | Qt::Key_F5), [this] {
                             const Place place = SelectedPlace();
                             ShowPanel(Player());

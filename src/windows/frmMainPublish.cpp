@@ -77,7 +77,7 @@ QString OfferedPage(const QString& game) {
 } // namespace
 
 void frmMain::AddPublishing() {
-    AddCommand("mnuToolsPublish", "Publish as &web page...", "", [this] {
+    AddCommand("mnuToolsPublish", "Pu&blish as web page...", "", [this] {
         const QString out = dialogs_.AskSaveFile(this, {PublishTitle, QStringLiteral("html"),
                                                         QStringLiteral("Web page (*.html)|*.html"),
                                                         OfferedPage(session_.FileName())});

@@ -44,7 +44,7 @@ void frmMain::AddRuns() {
     butRuns_->setFocusPolicy(Qt::NoFocus); // the command has a key
     ui_->StatusBar1->addPermanentWidget(butRuns_);
     runsCommand_ = AddPanel(
-        QStringLiteral("mnuToolsRuns"), QStringLiteral("&Runs"), QKeySequence(Qt::CTRL | Qt::Key_F5),
+        QStringLiteral("mnuToolsRuns"), QStringLiteral("Run&s"), QKeySequence(Qt::CTRL | Qt::Key_F5),
         [this] {
             runsPanel_ = new RunsPanel(
                 *runs_, dialogs_,
@@ -55,7 +55,7 @@ void frmMain::AddRuns() {
         },
         Qt::BottomDockWidgetArea);
     AddPanel(
-        QStringLiteral("mnuToolsCoverage"), QStringLiteral("Co&verage"), QKeySequence(Qt::CTRL | Qt::Key_F6),
+        QStringLiteral("mnuToolsCoverage"), QStringLiteral("C&overage"), QKeySequence(Qt::CTRL | Qt::Key_F6),
         [this] {
             auto* panel = new CoveragePanel(
                 *runs_, dialogs_, [this](const Place& place) { OpenEditor(place); },

@@ -71,18 +71,18 @@ void frmMain::AddSearch() {
         findPanel_->raise();
         findPanel_->Begin();
     });
-    AddCommand("mnuToolsReplace", "R&eplace...", "Ctrl+H", [this] { Replace(); });
+    AddCommand("mnuToolsReplace", "Repl&ace...", "Ctrl+H", [this] { Replace(); });
     const auto goOn = [this](bool backwards) {
         if (findPanel_ != nullptr && findPanel_->isVisible())
             findPanel_->GoToNext(backwards);
     };
     AddCommand("mnuToolsFindNext", "Find Next", "F3", [goOn] { goOn(false); });
     AddCommand("mnuToolsFindPrevious", "Find Previous", "Shift+F3", [goOn] { goOn(true); });
-    showUses_ = AddCommand("mnuToolsWhereUsed", "W&here Used", "Shift+F12", [this] {
+    showUses_ = AddCommand("mnuToolsWhereUsed", "Where Use&d", "Shift+F12", [this] {
         if (const auto selected = SelectedName())
             ShowWhereUsed(selected->named);
     });
-    renameName_ = AddCommand("mnuToolsRename", "Rena&me...", "F2", [this] {
+    renameName_ = AddCommand("mnuToolsRename", "Re&name...", "F2", [this] {
         if (const auto selected = SelectedName())
             Rename(selected->named, selected->own);
     });

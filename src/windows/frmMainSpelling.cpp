@@ -11,7 +11,7 @@ void frmMain::AddSpelling() {
     if (spelling == nullptr)
         return;
     AddPanel(
-        QStringLiteral("mnuToolsSpelling"), QStringLiteral("Spelli&ng"), QKeySequence(Qt::Key_F7),
+        QStringLiteral("mnuToolsSpelling"), QStringLiteral("Spelling"), QKeySequence(Qt::Key_F7),
         [this, spelling] {
             return new SpellingPanel(
                 session_, *spelling, context_.scripts.Commands(), dialogs_,

@@ -34,7 +34,7 @@ void frmMain::AddTeam() {
     mergeCommand_ = AddPanel(
         QStringLiteral("mnuToolsMergePanel"), QStringLiteral("Merge Panel"), {},
         [this, open] { return new MergePanel(*merge_, dialogs_, open, this); }, Qt::BottomDockWidgetArea);
-    AddCommand("mnuToolsMerge", "Mer&ge with Another Version...", "", [this] { Merge(); });
+    AddCommand("mnuToolsMerge", "Merge wi&th Another Version...", "", [this] { Merge(); });
     connect(merge_, &GameMerge::Merged, this, &frmMain::ShowMerge);
     connect(merge_, &GameMerge::CouldNotRemove, this, [this](const QString& file) {
         ShowBar(

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
@@ -183,6 +184,7 @@ const std::set<std::string> SharedLetters = {
     "frmThingProperties: Edit &use-able objects..., Initially &unavailable (does not appear in "
     "descriptions,\n"
     "and is not available for any interactions)",
+    "mnuView: &Actions, &Advanced",
 };
 
 /// Notes the visible captions of a window that share a letter.
@@ -208,6 +210,55 @@ void NoteSharedLetters(const QWidget& window, std::set<std::string>& shared) {
             names += (names.empty() ? "" : ", ") + caption;
         if (sharing.size() > 1)
             shared.insert(window.objectName().toStdString() + ": " + names);
+    }
+}
+
+/// Notes the entries of each menu that share a letter.
+void NoteSharedLettersOfMenus(const QWidget& window, std::set<std::string>& shared) {
+    for (const auto* menu : window.findChildren<QMenu*>()) {
+        std::map<QKeySequence, std::string> captions;
+        for (const QAction* entry : menu->actions()) {
+            const QKeySequence key = QKeySequence::mnemonic(entry->text());
+            if (key.isEmpty() || !entry->isVisible())
+                continue;
+            const auto [other, isNew] = captions.try_emplace(key, entry->text().toStdString());
+            if (!isNew)
+                shared.insert(NameOf(menu) + ": " + other->second + ", " + entry->text().toStdString());
+        }
+    }
+}
+
+/// Whether the key of the action works while the focus is in the widget.
+bool WorksAt(const QAction& action, const QWidget& focus) {
+    if (action.shortcutContext() == Qt::WindowShortcut || action.shortcutContext() == Qt::ApplicationShortcut)
+        return true;
+    const bool reachesInside = action.shortcutContext() == Qt::WidgetWithChildrenShortcut;
+    const QList<QObject*> owners = action.associatedObjects();
+    return std::any_of(owners.begin(), owners.end(), [&](const QObject* owner) {
+        const auto* widget = qobject_cast<const QWidget*>(owner);
+        return widget == &focus || (widget != nullptr && reachesInside && widget->isAncestorOf(&focus));
+    });
+}
+
+/// Expects that no key has two meanings wherever the focus is: Qt would then do neither.
+void ExpectNoKeyTwice(const QWidget& window) {
+    std::vector<std::pair<QKeySequence, const QAction*>> keys;
+    for (const QAction* action : window.findChildren<QAction*>())
+        if (action->isEnabled())
+            for (const QKeySequence& key : action->shortcuts())
+                keys.emplace_back(key, action);
+    for (const QWidget* focus : window.findChildren<QWidget*>()) {
+        if (!focus->isVisible() || focus->focusPolicy() == Qt::NoFocus)
+            continue;
+        std::map<QKeySequence, const QAction*> meanings;
+        for (const auto& [key, action] : keys) {
+            if (!WorksAt(*action, *focus))
+                continue;
+            const auto [other, isNew] = meanings.try_emplace(key, action);
+            EXPECT_TRUE(isNew || other->second == action)
+                << key.toString().toStdString() << " is " << NameOf(other->second) << " and "
+                << NameOf(action) << " at " << NameOf(focus);
+        }
     }
 }
 
@@ -241,6 +292,8 @@ TEST(Accessibility, EveryControlHasARoleAndANameOfItsOwnAndIsReachedByTabInReadi
         ExpectReadingOrder(window, stops);
         ExpectButtonsLast(stops);
         NoteSharedLetters(window, sharedLetters);
+        NoteSharedLettersOfMenus(window, sharedLetters);
+        ExpectNoKeyTwice(window);
         ExpectReturnBelongsToTheButton(window);
     });
     std::set<QString> forms;
