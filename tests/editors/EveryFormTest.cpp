@@ -18,18 +18,20 @@ namespace zem::test {
 namespace {
 
 /// Does what the steps say, as edits.cases describes them.
-void Do(const QWidget& form, QStringList steps) {
+/// @param done  called when all is typed and nothing confirmed, not even in the innermost window
+void Do(const QWidget& form, QStringList steps, const std::function<void()>& done) {
     while (!steps.isEmpty()) {
         const QString step = steps.takeFirst();
         const QByteArray control = step.section(" =", 0, 0).remove("...").toLatin1();
         const QString text = step.section(" =", 1).mid(1);
         auto* list = form.findChild<QListWidget*>(control);
         if (step.endsWith("...")) {
-            WhenOpen<QDialog>([rest = std::exchange(steps, {})](QDialog& inner) {
-                Do(inner, rest);
+            WhenOpen<QDialog>([rest = std::exchange(steps, {}), &done](QDialog& inner) {
+                Do(inner, rest, done);
                 Click(inner, "butOK");
             });
             Click(form, control);
+            return;
         } else if (list != nullptr) {
             list->setCurrentItem(list->findItems(text, Qt::MatchExactly).value(0));
         } else if (step.contains(" =")) {
@@ -38,17 +40,19 @@ void Do(const QWidget& form, QStringList steps) {
             Click(form, control);
         }
     }
+    if (done)
+        done();
 }
 
 /// Opens the editor, does the steps and closes it with the button. Returns its caption.
 std::string Edit(const RunningProgram& p, const std::string& command, const QStringList& steps,
-                 const char* button) {
+                 const char* button, const std::function<void()>& done = {}) {
     for (const char* list : {"lstRooms", "lstCharacters", "lstObjects"})
         p.Select(list, 0);
     std::string caption;
     WhenOpen<QDialog>([&](const QDialog& form) {
         caption = form.windowTitle().toStdString();
-        Do(form, steps);
+        Do(form, steps, done);
         Click(form, button);
         EXPECT_FALSE(form.isVisible());
     });
@@ -67,10 +71,19 @@ QStringList Steps(const std::string& text) {
 std::string DifferenceAfter(const std::string& command, const std::string& steps, const char* button) {
     RunningProgram p;
     p.StartWith(EditorGame());
-    Edit(p, command, Steps(steps), button);
+    std::string unconfirmed;
+    Edit(p, command, Steps(steps), button, [&] {
+        GameModel preview = p.program->Edits().Preview();
+        preview.Modified = false;
+        unconfirmed = Difference(EditorGame(), SaveToBytes(preview));
+    });
     EXPECT_EQ(p.game.Modified, std::string(button) == "butOK");
     p.game.Modified = false;
-    return Difference(EditorGame(), SaveToBytes(p.game));
+    std::string confirmed = Difference(EditorGame(), SaveToBytes(p.game));
+    if (std::string(button) == "butOK") {
+        EXPECT_EQ(unconfirmed, confirmed) << "what a copy of unsaved changes would hold";
+    }
+    return confirmed;
 }
 
 TEST(EveryForm, ChangesOnOkJustWhatWasChangedAndNothingOnCancel) {
