@@ -72,6 +72,8 @@ void frmMain::AddRoomCommands() {
             if (row < 0)
                 throw CommandError(QStringLiteral("Select a room first."), QStringLiteral("Start room"));
             const std::string name = session_.Game().Rooms[row + 1].Name;
+            if (name == session_.Game().StartRoom)
+                return; // a game that is not changed stays saved
             EditAsOneStep(QStringLiteral("start in ") + ToQt(name), [&] {
                 ChangeGame(CurrentSelection(), [&](GameModel& game) { game.StartRoom = name; });
             });

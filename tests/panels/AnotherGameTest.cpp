@@ -186,6 +186,12 @@ TEST(ListsOfPlaces, KeepSelectionFoldAndScrollWhileTheGameChangesElsewhere) {
         ASSERT_TRUE(before.isFolded);
         const int rows = list.RowCount();
 
+        list.SetFilter(QStringLiteral("Room 3"));
+        list.SetFilter({});
+        EXPECT_EQ(StateOf(list, "Room 29").selected.toStdString(), before.selected.toStdString());
+        EXPECT_TRUE(StateOf(list, "Room 29").isFolded) << "a filter comes and goes";
+        list.scrollTo(list.currentIndex(), QAbstractItemView::PositionAtTop);
+
         // A room near the end gets one row more of each kind.
         auto& session = p.program->Session();
         session.AsOneStep(QStringLiteral("edit"), [&] {

