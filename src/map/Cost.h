@@ -2,15 +2,19 @@
 
 #include "map/Terms.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
 namespace zem::map {
 
 /// What is paid for a drawing; small numbers that are only compared with each other.
 inline constexpr int CostOfCell = 2; // of the length of a line beyond its first cell
 inline constexpr int CostOfSlightTurn =
-    120;                                  // a term off its direction by at most 22.5 degrees, and its angle
+    130;                                  // a term off its direction by at most 22.5 degrees, and its angle
 inline constexpr int CostOfTurn = 165;    // one that is farther off, and a third of its angle
-inline constexpr int CostOverRoom = 120;  // a straight line over a room
-inline constexpr int CostOfCrossing = 55; // two straight lines that cross
+inline constexpr int CostOverRoom = 165;  // a straight line over a room
+inline constexpr int CostOfCrossing = 80; // two straight lines that cross
 
 inline constexpr int CostOfFarHost = 80; // a room that is not near its host, and 2 a cell
 
@@ -18,7 +22,7 @@ inline constexpr int CostOfFarHost = 80; // a room that is not near its host, an
 inline constexpr int NearHost = 2;
 
 /// What a term costs whose rooms are so far from each other, for a weight of 1.
-constexpr int TermCost(Cell way, Direction direction) {
+constexpr int ReckonTermCost(Cell way, Direction direction) {
     const int length = Length(way);
     if (direction == Anywhere)
         return CostOfCell * (length - 1) + (length > NearHost ? CostOfFarHost : 0);
@@ -27,6 +31,24 @@ constexpr int TermCost(Cell way, Direction direction) {
     const int degrees = Degrees(way, direction);
     const int turn = IsWithin(way, direction) ? CostOfSlightTurn + degrees : CostOfTurn + degrees / 3;
     return turn + CostOfCell * length;
+}
+
+/// Ways of so many cells and less are looked up.
+inline constexpr int NearWay = 16;
+using NearCosts = std::array<std::int16_t, (2 * NearWay) * (2 * NearWay) * DirectionCount>;
+extern const NearCosts CostsOfNearWays;
+
+constexpr std::size_t NearIndex(Cell way, Direction direction) {
+    return static_cast<std::size_t>(((way.y + NearWay) * 2 * NearWay + way.x + NearWay) * DirectionCount +
+                                    direction);
+}
+
+/// The same, looked up where the rooms are near each other, as nearly all are.
+inline int TermCost(Cell way, Direction direction) {
+    const auto isNear = [](int distance) { return static_cast<unsigned>(distance + NearWay) < 2 * NearWay; };
+    if (direction == Anywhere || !isNear(way.x) || !isNear(way.y))
+        return ReckonTermCost(way, direction);
+    return CostsOfNearWays[NearIndex(way, direction)];
 }
 
 /// Whether the map shows the term as it is meant.

@@ -12,8 +12,8 @@ namespace {
 constexpr int SmallWindow = 120;
 constexpr int LargeWindow = 200;
 constexpr int LargeGroup = 400; // rooms beyond which large windows take too long where much is untrue,
-constexpr std::int64_t StepsOfRoom = 50'000; // which shows in the steps that were needed so far
-constexpr int MostPolish = 5; // rounds; each takes less time, because only what has moved is looked at again
+constexpr std::int64_t StepsOfRoom = 200'000; // which shows in the steps that were needed so far
+constexpr int MostPolish = 7; // rounds; each takes less time, because only what has moved is looked at again
 
 } // namespace
 
@@ -31,9 +31,10 @@ std::vector<Cell> LayOutGroup(const Group& group, const std::vector<Cell>& start
     Parter parter(drawing, shifter, effort);
     for (int round = 0; round < MostPolish && !effort.IsOver(); ++round) {
         const Cost before = drawing.Total();
-        parter.PartAll(round < 2 ? SmallWindow : LargeWindow);
         const bool isTrying = group.Size() > LargeGroup && effort.Spent() > StepsOfRoom * group.Size();
-        mender.MendEach(round < 2 || isTrying ? SmallWindow : LargeWindow);
+        const int window = isTrying ? SmallWindow : LargeWindow;
+        parter.PartAll(window);
+        mender.MendEach(window);
         Compact(shifter, 1);
         if (drawing.Total() == before && round >= 2)
             break;

@@ -43,16 +43,18 @@ private:
         Flow room; // how much more can flow
     };
 
-    bool FindLevels();
-    Flow Augment(Flow enough, std::int64_t lastWork);
-    Flow Push();
+    void FindLevels();
+    Flow Augment(int start, Flow enough, std::int64_t lastWork);
+    Flow Push(int start, int& at);
+    void Raise(int thing);
     void MarkMoving();
 
     int count_ = 0;
     std::vector<Flow> ends_; // above 0: from the source; below 0: to the sink
     std::vector<int> first_;
-    std::vector<Arc> arcs_;  // an arc and its opposite side by side
-    std::vector<int> level_; // steps to the sink
+    std::vector<Arc> arcs_;    // an arc and its opposite side by side
+    std::vector<int> level_;   // steps to the sink
+    std::vector<int> ofLevel_; // how many things there are of each
     std::vector<int> current_;
     std::vector<int> queue_;
     std::vector<int> path_;

@@ -11,13 +11,13 @@ namespace {
 constexpr double FirstScale = 24;
 constexpr double LastScale = 2;
 constexpr double Shrink = 0.97;
-constexpr int Rounds = 100;
+constexpr int Rounds = 300; // the scale is at its last by the hundredth; the others settle who is believed
 constexpr int TrustingRounds = 2;
 // A passage that leads back the opposite way is hardly ever untrue, so the others only follow it at first.
 constexpr double FirstOneWaySay = 0.02;
 constexpr double OneWayGrowth = 1.07;
 constexpr int FirstSolverSteps = 400; // from all rooms on one point to about their places
-constexpr int SolverSteps = 60;
+constexpr int SolverSteps = 40;
 
 Point Between(const std::vector<Point>& points, const Term& term) {
     return {points[term.b].x - points[term.a].x, points[term.b].y - points[term.a].y};
@@ -34,7 +34,7 @@ double LeastLength(const Group& group) {
 /// How many rounds one has to stand for, so that the rays of a very large group take no longer than some
 /// hundred million steps.
 int HasteFor(const Group& group) {
-    constexpr int LargeGroup = 25'000; // terms
+    constexpr int LargeGroup = 12'000; // terms
     return std::min(Rounds / 5, 1 + static_cast<int>(group.terms.size()) / LargeGroup);
 }
 
