@@ -162,6 +162,8 @@ TEST(PiecesBetweenGames, DragsThatAreLetGoAnywhereChangeNothing) {
                 if (GameFile(p.game) == before)
                     continue;
                 EXPECT_STRNE(list, "lstRooms") << "a room goes into no room";
+                const auto& rooms = *p.Find<QAbstractItemView>("lstRooms");
+                EXPECT_TRUE(over != rooms.viewport() || rooms.indexAt(at).isValid()) << "beside the rooms";
                 EXPECT_TRUE(over == p.Find<QAbstractItemView>("lstRooms")->viewport() ||
                             over->objectName() == QLatin1String("mapCanvas"));
                 ExpectOneStep(p, before);
