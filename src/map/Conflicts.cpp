@@ -7,7 +7,7 @@ namespace zem::map {
 
 namespace {
 
-constexpr Cost SlackOfCut = 200; // what a cut may cost before the lines that it frees are counted
+constexpr Cost SlackOfCut = 280; // what a cut may cost before the lines that it frees are counted
 
 /// A line through a point where lines of several slants meet.
 struct Passing {

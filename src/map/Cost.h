@@ -11,10 +11,10 @@ namespace zem::map {
 /// What is paid for a drawing; small numbers that are only compared with each other.
 inline constexpr int CostOfCell = 2; // of the length of a line beyond its first cell
 inline constexpr int CostOfSlightTurn =
-    130;                                  // a term off its direction by at most 22.5 degrees, and its angle
+    135;                                  // a term off its direction by at most 22.5 degrees, and its angle
 inline constexpr int CostOfTurn = 165;    // one that is farther off, and a third of its angle
-inline constexpr int CostOverRoom = 165;  // a straight line over a room
-inline constexpr int CostOfCrossing = 80; // two straight lines that cross
+inline constexpr int CostOverRoom = 160;  // a straight line over a room
+inline constexpr int CostOfCrossing = 75; // two straight lines that cross
 
 inline constexpr int CostOfFarHost = 80; // a room that is not near its host, and 2 a cell
 

@@ -7,7 +7,7 @@ namespace zem::map {
 
 namespace {
 
-constexpr int ShiftsOfTerm = 4;
+constexpr int ShiftsOfTerm = 5;
 constexpr std::size_t CommonShifts = 8;
 
 } // namespace

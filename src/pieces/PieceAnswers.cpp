@@ -144,6 +144,8 @@ std::string WhyNoName(const PieceQuestion& question, const GameModel& game, cons
                            question.kind == AnswerKind::NewCharacter || question.kind == AnswerKind::NewName;
     if (isNewOnly && Has(game, question.kind, answer))
         return "The game has " + QuoteShortly(answer) + " already; choose another name.";
+    if (question.kind == AnswerKind::Room && !game.Rooms.IsEmpty() && RoomCalled(game, answer) == nullptr)
+        return "The game has no room " + QuoteShortly(answer) + ".";
     const bool isWord = question.kind == AnswerKind::Collectable || question.kind == AnswerKind::Word;
     if (isWord && answer.find(' ') != std::string::npos)
         return "This must be one word, without blanks.";

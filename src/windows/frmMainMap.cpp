@@ -45,8 +45,8 @@ void frmMain::AddMap() {
         ShowPlayerOnMap();
         return mapPanel_.data();
     });
-    connect(map, &QAction::triggered, this, [this](bool isShown) {
-        if (isShown && mapPanel_ != nullptr)
+    connect(map, &QAction::triggered, this, [this, map] {
+        if (map->isChecked() && mapPanel_ != nullptr)
             mapPanel_->Canvas().setFocus();
     });
 }

@@ -68,6 +68,12 @@ void frmMain::resizeEvent(QResizeEvent* event) {
         }
 }
 
+/// Whether the panel is one of several on one another, and another one is seen.
+bool frmMain::IsBehindAnother(QDockWidget& panel) const {
+    return isVisible() && !panel.isHidden() && !tabifiedDockWidgets(&panel).isEmpty() &&
+           panel.visibleRegion().isEmpty();
+}
+
 QAction* frmMain::AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
                            const std::function<QDockWidget*()>& make, Qt::DockWidgetArea area) {
     auto* action = new QAction(caption, this);
@@ -79,6 +85,10 @@ QAction* frmMain::AddPanel(const QString& command, const QString& caption, const
     connect(action, &QAction::triggered, this,
             [this, action, make, area, panel = QPointer<QDockWidget>()](bool isShown) mutable {
                 RunCommand(dialogs_, this, [&] {
+                    if (!isShown && panel != nullptr && IsBehindAnother(*panel)) {
+                        action->setChecked(true); // Nobody wants to put away what cannot be seen.
+                        isShown = true;
+                    }
                     if (panel == nullptr && isShown) {
                         panel = make();
                         // Closing the panel by its own button unticks the command.

@@ -151,16 +151,20 @@ void frmReadyMade::ShowMatching() {
     {
         const QSignalBlocker quiet(lstPieces_);
         lstPieces_->clear();
-        for (std::size_t k = 0; k < pieces_.size(); ++k) {
-            const ReadyMade& piece = pieces_[k];
-            const QString all =
-                (ToQt(piece.title) + u' ' + ToQt(piece.about) + u' ' + ToQt(piece.words)).toLower();
-            if (!std::all_of(words.begin(), words.end(),
-                             [&](const QString& word) { return all.contains(word); }))
-                continue;
-            auto* item = new QListWidgetItem(ToQt(piece.title), lstPieces_);
-            item->setData(Qt::UserRole, static_cast<int>(k));
-        }
+        const auto hasAll = [&words](const QString& text) {
+            return std::all_of(words.begin(), words.end(),
+                               [&](const QString& word) { return text.contains(word); });
+        };
+        for (const bool inTitle : {true, false}) // what is called so comes first
+            for (std::size_t k = 0; k < pieces_.size(); ++k) {
+                const ReadyMade& piece = pieces_[k];
+                const QString title = ToQt(piece.title).toLower();
+                const QString all = title + u' ' + (ToQt(piece.about) + u' ' + ToQt(piece.words)).toLower();
+                if (hasAll(title) != inTitle || !hasAll(all))
+                    continue;
+                auto* item = new QListWidgetItem(ToQt(piece.title), lstPieces_);
+                item->setData(Qt::UserRole, static_cast<int>(k));
+            }
         lstPieces_->setCurrentRow(0);
     }
     ShowPiece();

@@ -307,6 +307,22 @@ TEST(MapPanel, TellsScreenReadersItsRooms) {
     EXPECT_EQ(map->childAt(middle.x(), middle.y()), map->child(2));
 }
 
+TEST(MapCommands, ItsKeyBringsTheMapBeforeThePanelOnTopOfIt) {
+    RunningProgram p(ThreeRooms);
+    p.Main()->resize(1400, 900);
+    p.Main()->show();
+    p.Trigger("mnuToolsMap");
+    p.Trigger("mnuToolsPlay");
+    auto& map = *p.Main()->findChild<MapPanel*>();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return map.visibleRegion().isEmpty(); }));
+    p.Trigger("mnuToolsMap");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !map.visibleRegion().isEmpty(); }));
+    EXPECT_TRUE(p.Find<QAction>("mnuToolsMap")->isChecked());
+    p.Trigger("mnuToolsMap");
+    EXPECT_TRUE(map.isHidden());
+    EXPECT_FALSE(p.Find<QAction>("mnuToolsMap")->isChecked());
+}
+
 /// What the list of rooms can do with rooms the map can do, too, with the same keys.
 TEST(MapCommands, TakesRoomsThroughTheClipboard) {
     MapProgram p(ThreeRooms);

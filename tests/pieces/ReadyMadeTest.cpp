@@ -243,6 +243,7 @@ TEST(ReadyMade, RefusesWhatWouldNotWorkAndSaysWhy) {
          Cases<const char*, const char*, std::string, const char*>{
              {"locked-door", "Way", "up", "has an exit there already"},
              {"locked-door", "From", "", "still to be answered"},
+             {"locked-door", "From", "Larder", "no room \"Larder\""},
              {"locked-door", "To", "Cellar > Attic", "cannot hold any of"},
              {"locked-door", "Key", "key; lock", "cannot hold any of"},
              {"hidden-thing", "Cover", taken, "already; choose another name"},

@@ -201,6 +201,8 @@ TEST(InsertReadyMade, AsksChecksAndInsertsAsOneStep) {
     const std::string before = GameFile(p.game);
     p.Select("lstRooms", 0);
     p.Open<frmReadyMade>("mnuToolsReadyMade", [&](frmReadyMade& form) {
+        SetText(form, "txtPieceFilter", "win");
+        EXPECT_EQ(Rows(form, "lstPieces").first(), "Way to win") << "a title goes before a word";
         SetText(form, "txtPieceFilter", "key");
         EXPECT_EQ(Rows(form, "lstPieces").first(), "Code lock");
         Find<QListWidget>(form, "lstPieces").setCurrentRow(1);
