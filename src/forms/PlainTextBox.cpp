@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QMimeData>
 
+#include <algorithm>
+
 namespace zem {
 
 namespace {
@@ -38,12 +40,26 @@ QString WithSigns(QString text) {
     return text.replace(QChar(QChar::ParagraphSeparator), u'\n');
 }
 
+/// At every key the line is set anew. The letters of a game stand by themselves, so that in a long line
+/// nobody waits for what brings pairs of them closer together: it is nearly half of the time.
+void ChooseShaping(QWidget& box, QStringView text) {
+    constexpr qsizetype LongLine = 10'000; // letters
+    const auto lines = text.split(u'\n');
+    const bool isLong =
+        std::any_of(lines.begin(), lines.end(), [](QStringView line) { return line.size() > LongLine; });
+    QFont font = box.font();
+    font.setStyleStrategy(isLong ? QFont::PreferNoShaping : QFont::PreferDefault);
+    if (font != box.font())
+        box.setFont(font);
+}
+
 } // namespace
 
 void PlainTextBox::SetText(const std::string& text) {
     given_ = text;
     const QString shown = WithSigns(ToQt(text));
     ChooseWrapping(*this, shown);
+    ChooseShaping(*this, shown);
     setPlainText(shown);
     shown_ = document()->toRawText();
 }
@@ -52,6 +68,7 @@ void PlainTextBox::EditText(const std::string& text, bool goesOn) {
     const QString shown = WithSigns(ToQt(text));
     if (HasEndlessWord(shown))
         ChooseWrapping(*this, shown);
+    ChooseShaping(*this, shown);
     QTextCursor cursor(document());
     if (goesOn)
         cursor.joinPreviousEditBlock();
@@ -106,6 +123,7 @@ void PlainTextBox::insertFromMimeData(const QMimeData* source) {
     if (HasEndlessWord(*rest))
         ChooseWrapping(*this, *rest);
     insertPlainText(oneLine_ ? OnOneLine(*rest) : *rest);
+    ChooseShaping(*this, toPlainText());
     ensureCursorVisible();
 }
 

@@ -218,6 +218,7 @@ private:
     std::vector<std::pair<QAction*, QAction*>> ToolbarCommands() const;
 
     void ConnectClipboard();
+    std::vector<Place> SelectedRooms() const;
     std::vector<Place> SelectedPlaces(const QListView& list) const;
     void PasteText(std::string_view text, const QString& verb);
     void RemovePlaces(const QString& verb, const std::vector<Place>& places);

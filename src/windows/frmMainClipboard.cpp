@@ -89,15 +89,25 @@ void frmMain::ConnectClipboard() {
                  [this](QPoint at) { return ui_->lstRooms->indexAt(at).row() + 1; });
 }
 
+/// The places of the selected rooms, in order. What the filter hides is not meant: nobody cuts or deletes
+/// what is not seen. Throws CommandError when that is all there is.
+std::vector<Place> frmMain::SelectedRooms() const {
+    std::vector<Place> places;
+    for (const int row : SelectedRows(*ui_->lstRooms))
+        if (!ui_->lstRooms->isRowHidden(row))
+            places.push_back(Place::Of({{FieldId::GameRooms, row + 1}}));
+    if (places.empty() && SelectedRow(*ui_->lstRooms) >= 0)
+        throw CommandError(QStringLiteral("The filter hides the selected room."), QStringLiteral("Rooms"));
+    return places;
+}
+
 /// The places of the selected rows of a list, in order.
 std::vector<Place> frmMain::SelectedPlaces(const QListView& list) const {
+    if (&list == ui_->lstRooms)
+        return SelectedRooms();
     std::vector<Place> places;
     const std::size_t index = &list == ui_->lstCharacters ? 0 : 1;
     for (const int row : SelectedRows(list)) {
-        if (&list == ui_->lstRooms) {
-            places.push_back(Place::Of({{FieldId::GameRooms, row + 1}}));
-            continue;
-        }
         const auto [room, thing] = thingPlaces_[index][static_cast<std::size_t>(row)];
         const FieldId kind = index == 0 ? FieldId::RoomCharacters : FieldId::RoomObjects;
         places.push_back(Place::Of({{FieldId::GameRooms, room}, {kind, thing}}));

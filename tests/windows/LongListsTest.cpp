@@ -113,6 +113,11 @@ TEST(LongLists, KeysGoThroughAThousandRowsAndTheSelectionIsSeen) {
     EXPECT_EQ(p.Rows("lstObjects"), QStringList{QStringLiteral("thing 199")});
     PressKey(*p.Main(), "lstRooms", Qt::Key_End);
     EXPECT_EQ(p.Rows("lstObjects"), QStringList{QStringLiteral("thing 999")});
+    p.Find<QLineEdit>("txtRoomFilter")->setText(QStringLiteral("88"));
+    p.dialogs.Message("Rooms: The filter hides the selected room.");
+    PressKey(*p.Main(), "lstRooms", Qt::Key_Delete);
+    EXPECT_EQ(p.game.Rooms.Count(), 1000);
+    p.Find<QLineEdit>("txtRoomFilter")->setText(QStringLiteral("99"));
     list.selectAll();
     PressKey(*p.Main(), "lstRooms", Qt::Key_Delete);
     EXPECT_EQ(p.game.Rooms.Count(), 1000 - 19) << "19 numbers have two nines beside each other";
