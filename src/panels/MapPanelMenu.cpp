@@ -111,8 +111,10 @@ void MapPanel::ShowMenu(QPoint globalPosition) {
     const QPoint at = canvas_->mapFromGlobal(globalPosition);
     if (canvas_->ChosenLine() >= 0)
         AddLineCommands(*menu, canvas_->Map().lines[static_cast<std::size_t>(canvas_->ChosenLine())]);
-    else if (canvas_->Current() != map::NoRoom)
+    else if (canvas_->RoomAt(at) != map::NoRoom)
         AddRoomCommands(*menu);
+    else if (auto* paste = canvas_->findChild<QAction*>(QStringLiteral("actPaste")))
+        menu->addAction(paste); // beside the rooms nothing is done with the selected ones
     menu->addAction(QStringLiteral("&New room here\tIns"), this,
                     [this, at] { canvas_->AskName(canvas_->FreeCellAt(at), map::NoRoom, 0, false); });
     menu->addAction(QStringLiteral("&Fit the map\tCtrl+0"), canvas_, &MapCanvas::FitAll);

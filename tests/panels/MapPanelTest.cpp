@@ -347,6 +347,20 @@ TEST(MapCommands, TakesRoomsThroughTheClipboard) {
     EXPECT_EQ(GameFile(p.game), before);
 }
 
+TEST(MapCommands, OfAMenuBesideTheRoomsLeaveTheSelectedOnesAlone) {
+    const MapProgram p(ThreeRooms);
+    QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, p.Room("Cliff"));
+    const QPoint ground = p.Room("Cliff") + QPoint(0, 150);
+    ASSERT_EQ(p.Canvas().RoomAt(ground), map::NoRoom);
+    EXPECT_FALSE(p.Choose(ground, {"Delete room"}));
+    EXPECT_EQ(p.game.Rooms.Count(), 3);
+    EXPECT_TRUE(p.Choose(ground, {"New room here"}));
+    p.Name("Tarn");
+    EXPECT_EQ(p.game.Rooms.Count(), 4);
+    EXPECT_TRUE(p.Choose(p.Room("Tarn"), {"Delete room"}));
+    EXPECT_EQ(p.game.Rooms.Count(), 3);
+}
+
 TEST(MapCommands, MakesARoomTheFirstOne) {
     MapProgram p(ThreeRooms);
     QTest::mouseClick(&p.Canvas(), Qt::LeftButton, {}, p.Room("Cliff"));
