@@ -163,11 +163,8 @@ void FindLostNames(const CheckedGame& game, Findings& findings) {
         if (names.Has(use.name) || IsStandardText(use))
             continue;
         if (IsMadeOfVariables(use.name)) {
-            Problem& problem =
-                findings.Add("A15", use.place,
-                             std::string("Variables are never put into names, and there is no ") +
-                                 RowOf(use.kind).word + ' ' + QuoteShortly(use.name) + Consequence(use));
-            problem.level = game.Softened(problem.level, use.name);
+            findings.Add("A15", use.place,
+                         "Only a game that is played can tell what " + QuoteShortly(use.name) + " is.");
             continue;
         }
         const std::string_view other = names.InOtherCapitals(use.name);
@@ -207,7 +204,7 @@ std::span<const Check> NameChecks() {
         {"A09", Level::Error, "Collectables that are not there", FindLostNames},
         {"A10", Level::Error, "Names with other capitals", FindLostNames},
         {"A11", Level::Error, "Objects taken for characters, and the other way round", FindLostNames},
-        {"A15", Level::Warning, "Names made of variables", FindLostNames},
+        {"A15", Level::Hint, "Names made of variables", FindLostNames, true},
     };
     return Rows;
 }
