@@ -40,7 +40,8 @@ install(CODE [[
 # For the reader.
 file(GLOB samples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/samples/*.kel)
 install(FILES ${samples} DESTINATION ${CMAKE_INSTALL_DATADIR}/zem/samples)
-install(DIRECTORY ${CMAKE_BINARY_DIR}/web/samples DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL) # to play in a browser
+install(DIRECTORY ${CMAKE_BINARY_DIR}/web/samples DESTINATION ${CMAKE_INSTALL_DOCDIR} OPTIONAL # to play in a browser
+    FILES_MATCHING PATTERN "*.html")
 file(READ LICENSE ZEM_LICENCE)
 file(READ data/icons/LICENSE ICONS_LICENCE)
 configure_file(packaging/copyright.in packaging/copyright @ONLY)

@@ -78,8 +78,8 @@ snapshot >"$work/before"
 install $author/zem.deb
 snapshot >"$work/installed"
 inside dpkg -L zem | while read -r file; do [ -f "$root$file" ] && stat -c %s "$root$file"; done |
-    awk '{ sum += $1 } END { printf "installed: %d bytes in %d files\n", sum, NR; exit sum >= 20e6 }' ||
-    die "the installed package is not under 20 MB"
+    awk '{ sum += $1 } END { printf "installed: %d bytes in %d files\n", sum, NR; exit sum >= 25e6 }' ||
+    die "the installed package is not under 25 MB"
 
 name="$author/the last one.kel"
 cp "$root$author/out.kel" "$root$name"
