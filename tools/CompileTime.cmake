@@ -46,8 +46,8 @@ function(zem_optimise_not target)
 endfunction()
 
 # zem_moc(TARGET FOLDER...): what Qt's signals and slots need, of every header in these folders of src, as one file. The
-# headers are read for themselves and not with all of Qt's that they include, which is what CMake's own rule spends a
-# minute on. Called from a folder other than the target's, or its commands would wait for the libraries of the target.
+# headers are read for themselves and not with all of Qt's that they include, which is what CMake's own rule spends
+# half a minute on. Called from a folder other than the target's, or its commands would wait for the libraries of the target.
 function(zem_moc target)
     set(folder_of_all ${CMAKE_CURRENT_BINARY_DIR}/${target})
     set(outputs)

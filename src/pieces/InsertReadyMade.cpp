@@ -174,7 +174,7 @@ private:
 };
 
 /// Adds what a room of a piece has to a room of the game. Exits that the room has stay as they are, unless
-/// the script of the piece stands in their way, which is asked for before.
+/// the piece has a script for them: the answers allow that only where both lead to the same room.
 class RoomMerge {
 public:
     RoomMerge(GameModel& game, int into) : game_(game), number_(into) {}

@@ -126,10 +126,10 @@ private:
     void OpenFromPanel(const Place& place);
     Place SelectedPlace() const;
 
+    bool IsBehindAnother(QDockWidget& panel) const;
     /// Adds a panel, and the command of the Tools menu that shows and hides it. The panel is made when it is
     /// first shown, so that the window opens no later for it.
     /// @param command  the object name of the command
-    bool IsBehindAnother(QDockWidget& panel) const;
     QAction* AddPanel(const QString& command, const QString& caption, const QKeySequence& key,
                       const std::function<QDockWidget*()>& make,
                       Qt::DockWidgetArea area = Qt::RightDockWidgetArea);

@@ -51,8 +51,12 @@ void frmMain::AddMap() {
     });
 }
 
-/// The rooms that are selected on the map.
+/// The rooms that are selected on the map. While it is still that of the game before a change, its numbers
+/// may be those of other rooms. Throws CommandError for none.
 std::vector<Place> frmMain::PlacesOnMap() const {
+    if (mapPanel_->IsBusy())
+        throw CommandError(QStringLiteral("The map is just being laid out; try again in a moment."),
+                           QStringLiteral("Map"));
     std::vector<Place> places;
     for (const int room : mapPanel_->Canvas().Selected())
         places.push_back(Place::Of({{FieldId::GameRooms, room + 1}}));
